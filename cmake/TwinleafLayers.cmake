@@ -1,0 +1,18 @@
+# One static library per folder, named twinleaf_<folder>. Files are found by the folder they lie in.
+function(twinleaf_layer name)
+  cmake_parse_arguments(layer "" "FOLDER" "USES" ${ARGN})
+  if(NOT layer_FOLDER)
+    set(layer_FOLDER ${name})
+  endif()
+  file(GLOB sources CONFIGURE_DEPENDS
+       "${CMAKE_SOURCE_DIR}/${layer_FOLDER}/*.cpp" "${CMAKE_SOURCE_DIR}/${layer_FOLDER}/*.h"
+       "${CMAKE_SOURCE_DIR}/${layer_FOLDER}/*.qrc")
+  list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
+  add_library(twinleaf_${name} STATIC ${sources})
+  target_link_libraries(twinleaf_${name} PUBLIC ${layer_USES})
+endfunction()
+
+function(twinleaf_program)
+  add_executable(twinleaf "${CMAKE_SOURCE_DIR}/app/main.cpp")
+  target_link_libraries(twinleaf PRIVATE twinleaf_app)
+endfunction()
