@@ -1,0 +1,39 @@
+#pragma once
+
+#include "platform/FileStatus.h"
+
+#include <QDateTime>
+#include <QIcon>
+#include <QString>
+#include <QVariantList>
+
+#include <memory>
+
+struct ListingData;
+
+// One row of a listing: a view into it that keeps it alive, cheap to copy. What only a visible row
+// needs (size text, kind text, icon, date) is made when it is asked for. Main thread.
+class Entry final {
+public:
+    Entry(std::shared_ptr<const ListingData> listing, quint32 record);
+
+    QIcon icon() const;
+    QString name() const; // ".." for the parent row
+    QString size() const; // "--" for folders and packages, "0" when the size is unknown
+    qint64 pureSize() const; // bytes; 0 for folders, packages and ".."
+    QDateTime date() const; // modification date; invalid when unknown
+    QString type() const;
+    QString path() const; // of "..": the listed folder itself
+    int finderLabel() const;
+
+    bool isParent() const; // the row ".."
+    bool isFolder() const; // its type is the localized "Folder"
+
+    QVariantList entryAsArray() const;
+    // Kept: unlike entryAsArray, the path comes first.
+    QVariantList entryAsArrayWithoutIcon() const;
+
+private:
+    std::shared_ptr<const ListingData> _listing;
+    quint32 _record;
+};

@@ -1,0 +1,102 @@
+#pragma once
+
+#include "model/ListingOptions.h"
+#include "model/Messages.h"
+#include "model/OperationRecord.h"
+#include "model/OperationRequest.h"
+#include "model/SelectionMemory.h"
+
+#include <QObject>
+
+class Alerts;
+class FileKinds;
+class FileQueries;
+class ItemInformation;
+class Launching;
+class OperationDesk;
+class PaneWindow;
+class UserDefaults;
+
+// The pane model: holds both listings and the remembered selections, opens rows, and turns the panes'
+// messages into operation requests. Main thread.
+class MainModel final : public QObject {
+    Q_OBJECT
+
+public:
+    MainModel(MessageBus &bus, UserDefaults &defaults, Alerts &alerts, FileQueries &queries,
+              Launching &launching, const FileKinds &kinds);
+    ~MainModel() override;
+
+    // Outlets, set before awakeFromNib. The information sheet may be missing.
+    void setWindowController(PaneWindow *window) { windowController = window; }
+    void setTwinleaf(OperationDesk *desk) { twinleaf = desk; }
+    void setInfoSheetController(ItemInformation *sheet) { infoSheetController = sheet; }
+
+    // Start paths that take the place of the remembered ones for this run, with a name to select.
+    struct StartFolder {
+        QString path;
+        QString selectedName {};
+    };
+    void setStartFolder(Side side, const StartFolder &start) { _startFolders[side] = start; }
+
+    void awakeFromNib();
+    void setUserDefaultValues();
+
+    const Listing &rows(Side side) const { return _rows[side]; }
+    const Listing &rowsLeft() const { return _rows.left; }
+    const Listing &rowsRight() const { return _rows.right; }
+
+    bool showToolTips() const { return _options.showToolTips; }
+    bool traverseLinks() const { return _options.traverseLinks; }
+    bool showHiddenFiles() const { return _options.showHiddenFiles; }
+    bool confirmationForFileOperations() const { return _options.confirmationForFileOperations; }
+    bool useLongDateFormat() const { return _options.useLongDateFormat; }
+    bool dateRightAlignment() const { return _options.dateRightAlignment; }
+    bool showSpecifiedIcons() const { return _options.showSpecifiedIcons; }
+    bool insideBundle() const { return _insideBundle; }
+    void setInsideBundle(bool inside) { _insideBundle = inside; }
+
+    void sortRowEntries(Column column, Side side, SortDirection direction);
+    SelectionMemory &selectedItems(Side side) { return _selectedItems[side]; }
+    int getRowFromValueInFileList(Side side, const QString &path) const; // -1 when not there
+
+    // A worker ended: stop the busy indicator and refresh what it touched.
+    void threadWillExit(const OperationRecord &record);
+
+Q_SIGNALS:
+    void rowsAboutToChange(Side side);
+    void rowsChanged(Side side);
+
+private:
+    // Handlers of the bus, in the order of the catalogue.
+    void fillFileList(Side side, const FolderChange &change);
+    void getRows(Side side, const RowsOfPane &opened);
+    void getRowCount(Side side, const NoPayload &);
+    void gotoNextDirectory(Side side, const RowsOfPane &selected);
+    void showItemInfo(const ItemRequest &request);
+    void copyItem(const ItemRequest &request);
+    void moveItem(const ItemRequest &request);
+    void newFolder(const NewFolderRequest &request);
+    void deleteItem(const ItemRequest &request);
+    void renameItem(const ItemRequest &request);
+    void openFileWithApplication(const OpenWithRequest &request);
+
+    MessageBus &bus;
+    UserDefaults &defaults;
+    Alerts &alerts;
+    FileQueries &queries;
+    Launching &launching;
+    const FileKinds &kinds;
+    PaneWindow *windowController = nullptr;
+    OperationDesk *twinleaf = nullptr;
+    ItemInformation *infoSheetController = nullptr;
+
+    PerSide<Listing> _rows;
+    PerSide<SelectionMemory> _selectedItems;
+    PerSide<std::optional<StartFolder>> _startFolders;
+    ListingOptions _options;
+    // Kept: one direction for both panes. A reload of one pane sorts by the last direction used in
+    // either.
+    SortDirection _sortingDirection = SortDirection::Descending;
+    bool _insideBundle = false;
+};

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "model/OperationRecord.h"
+#include "model/OperationRequest.h"
+
+// What the pane model and the commands ask of the file operations. Main thread; each call but
+// duplicateItem and updateFileLists returns at once.
+class OperationDesk {
+public:
+    virtual ~OperationDesk() = default;
+
+    virtual void copyItems(const OperationRequest &request) = 0;
+    virtual void moveItems(const OperationRequest &request) = 0;
+    virtual void deleteItems(const OperationRequest &request) = 0;
+    virtual void newFolder(const OperationRequest &request) = 0;
+    virtual void renameItem(const OperationRequest &request) = 0;
+    virtual void createAlias(const OperationRequest &request) = 0;
+    // Blocks until the copy has ended; the window goes on painting.
+    virtual void duplicateItem(const QString &source, const QString &destination) = 0;
+
+    // Lists again what the operation touched and selects where the user expects it.
+    virtual void updateFileLists(const OperationRecord &record) = 0;
+};

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QString>
+
+enum class Operation { Copy, Move, NewFolder, Rename, Delete, Duplicate, Info };
+
+// "TWCopyOperation", "TWMoveOperation", ...: the operation's name in logs.
+QString operationWord(Operation operation);
+
+// What a worker leaves behind for the refresh of the panes.
+struct OperationRecord {
+    Operation operation = Operation::Copy;
+    // The item to select afterwards: the new folder's, the renamed or the inspected item's full path.
+    QString item {};
+};

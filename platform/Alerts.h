@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/Localized.h"
+
+#include <QList>
+
+// A modal alert: texts and up to three buttons, the default one first.
+struct Alert {
+    enum Answer { Ok, Yes, No, All };
+    enum class Style { Informational, Critical };
+    struct Button {
+        Answer answer;
+        QString text;
+    };
+
+    Style style = Style::Informational;
+    QString title;
+    QString text; // plain; file names in it already made fit with FileName::shown
+    QString details {}; // small print under the text
+    QList<Button> buttons {};
+    Answer cancel = Ok; // what Escape and the close box answer
+
+    // "Twinleaf - Error" with one button.
+    static Alert error(const QString &text, const QString &button = localized("OK"));
+    // "Twinleaf - Warning" with "Yes" (default) and "No".
+    static Alert question(const QString &text);
+    // "Twinleaf - Warning" with "No" (default), "Yes" and "All".
+    static Alert overwriteQuestion(const QString &text, const QString &details);
+};
+
+// Asks a person. Any thread: a worker's call runs on the main thread and blocks the worker.
+class Alerts {
+public:
+    virtual ~Alerts() = default;
+    virtual Alert::Answer ask(const Alert &alert) = 0;
+};

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "platform/FileStatus.h"
+
+#include <QHash>
+#include <QIcon>
+#include <QString>
+
+// What kind of thing an item is, by its name and file type alone: the text of the column "Type" and
+// the icon. Kept per suffix, so a large folder costs a look-up per visible row. Main thread.
+class FileKinds {
+public:
+    FileKinds();
+
+    // Folders whose name ends like this are one thing to a person: shown as a file, opened as a whole.
+    static bool isPackageName(QStringView name);
+
+    // "Folder" (localized) exactly for folders that are no package; "--" when nothing is known.
+    QString kindText(const QString &name, FileKind kind, bool dangling = false) const;
+    // The theme's icon, or the program's own drawing of it where the theme has none.
+    QIcon icon(const QString &name, FileKind kind, bool dangling = false) const;
+    QIcon genericFolderIcon() const;
+    QIcon genericDocumentIcon() const;
+
+private:
+    QString key(const QString &name, FileKind kind, bool dangling) const;
+
+    mutable QHash<QString, QString> _texts;
+    mutable QHash<QString, QIcon> _icons;
+};

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QObject>
+#include <QStringList>
+#include <QTimer>
+#include <QVariantMap>
+
+#include <memory>
+#include <optional>
+
+class QLockFile;
+
+// The user's settings: an XML property list, one per user, under a global domain of locale values that
+// is read but never written. Values are strings, booleans, integers (qlonglong), doubles, QByteArray,
+// QDateTime, QVariantList and QVariantMap. Strings and dictionary keys may hold any path of
+// platform/FileName. Main thread.
+class UserDefaults final : public QObject {
+    Q_OBJECT
+
+public:
+    // `file` need not exist. A damaged one is renamed beside itself (".damaged", numbered) and never
+    // overwritten; one that cannot be written leaves the settings in memory, with a line in the log.
+    explicit UserDefaults(const QString &file, const QVariantMap &globalDomain = {});
+    ~UserDefaults() override;
+
+    bool contains(QLatin1StringView key) const;
+    QVariant value(QLatin1StringView key) const; // invalid when absent
+    // Each answers nothing when the key is absent or holds another type. A number stands for a
+    // boolean (not zero) and for a string (its digits), a numeric string for an integer.
+    std::optional<bool> boolean(QLatin1StringView key) const;
+    std::optional<int> integer(QLatin1StringView key) const;
+    std::optional<QString> string(QLatin1StringView key) const;
+    std::optional<QVariantMap> dictionary(QLatin1StringView key) const;
+    std::optional<QVariantList> array(QLatin1StringView key) const;
+
+    // Every key of all domains, stored values over global ones.
+    QVariantMap dictionaryRepresentation() const;
+
+    void setValue(QLatin1StringView key, const QVariant &value); // written soon, once for many changes
+    void remove(QLatin1StringView key);
+    bool synchronize(); // writes now; false when it cannot
+
+    QString filePath() const { return _file; }
+
+private:
+    void load();
+
+    QString _file;
+    QVariantMap _global;
+    QVariantMap _stored;
+    QStringList _changedKeys; // merged over the file as another process left it, on write
+    QTimer _writeSoon;
+    std::unique_ptr<QLockFile> _lock;
+};

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QString>
+
+class QKeyEvent;
+
+// The virtual key codes and modifier masks under which key bindings are stored: one number per
+// physical key, whatever the layout (letters as on a US keyboard).
+namespace VirtualKeys {
+
+inline constexpr int Return = 36, Space = 49, Backspace = 51, Escape = 53;
+inline constexpr int F5 = 96, F6 = 97, F7 = 98, F8 = 100, F9 = 101, F10 = 109;
+inline constexpr int Home = 115, End = 119, LeftArrow = 123, RightArrow = 124;
+
+inline constexpr qint32 Shift = 0x20000;
+inline constexpr qint32 Option = 0x80000; // Alt
+inline constexpr qint32 Command = 0x100000; // Ctrl
+inline constexpr qint32 Function = 0x800000; // carried by every F-key press
+inline constexpr qint32 AnyModifier = -1;
+
+// The code of the key, or -1 for a key without one.
+int code(const QKeyEvent &event);
+qint32 modifierFlags(const QKeyEvent &event);
+// "F5", "Return": the text of a code in menus; empty for an unknown one.
+QString name(int code);
+
+} // namespace VirtualKeys

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QObject>
+#include <QStringList>
+
+// The desktop's services: applications, Trash, volumes, and the end of the session.
+class Workspace : public QObject {
+    Q_OBJECT
+
+public:
+    using QObject::QObject;
+
+    // Starts an application by the path of its .desktop entry, AppDir or bundle. Main thread.
+    virtual bool launchApplication(const QString &path) = 0;
+    // Opens a file with an application, or with its default one when `application` is empty.
+    virtual bool openFile(const QString &path, const QString &application = {}) = 0;
+    // Opens an installer package with what the desktop installs packages with.
+    virtual bool openInstallerPackage(const QString &path) = 0;
+    // The full path of the application that opens the file; empty when there is none.
+    virtual QString applicationForFile(const QString &path) const = 0;
+
+    // Moves one item to the Trash. "/", the home folder, a mount point and the Trash itself are
+    // refused. Never removes for good. Any thread.
+    virtual bool moveToTrash(const QString &path) = 0;
+
+    // The mount points of the local volumes, "/" first. Any thread.
+    virtual QStringList mountedLocalVolumePaths() const = 0;
+    // Unmounts and ejects; waits, without freezing the window. Failure is the caller's to tell.
+    virtual bool eject(const QString &volume) = 0;
+    // The folder under which volumes appear: /media/$USER or /run/media/$USER.
+    virtual QString volumesFolder() const = 0;
+
+Q_SIGNALS:
+    void volumeDidMount();
+    void volumeDidUnmount();
+    void willPowerOff(); // the machine or the session ends: save what must be saved, at once
+};

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QString>
+
+// Byte counts as text, in binary units. Any thread.
+class SizeText {
+public:
+    // One item's size: "512 Bytes", "2 KB", "5.00 MB".
+    static QString getCalcFileSize(qint64 bytes);
+    // A sum of sizes, three significant digits: "118 MB".
+    static QString getCalcFileSizeWithDouble(double bytes);
+};
