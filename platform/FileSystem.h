@@ -24,6 +24,9 @@ std::error_code renameItem(const QString &from, const QString &to);
 // inside the tree stops the removal with device_or_resource_busy.
 std::error_code removeTree(const QString &path);
 
+// Removes a folder only when nothing is in it.
+std::error_code removeEmptyFolder(const QString &path);
+
 // Waits until everything written to the file system that holds the path is on the medium.
 std::error_code sync(const QString &path);
 

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "model/Messages.h"
+#include "model/OperationDesk.h"
+#include "operations/CopyMove.h"
+#include "operations/PaneRefresh.h"
+#include "operations/SingleSteps.h"
+#include "operations/Workers.h"
+
+class Questions;
+
+// The public verbs: each checks its request and starts a worker on its twin with the underscore.
+// Main thread.
+class FileOperations : public OperationDesk {
+public:
+    FileOperations(MessageBus &bus, Alerts &alerts, Programs &programs, Workspace &workspace,
+                   FileQueries &queries, const DateText &dates, Questions &questions);
+    ~FileOperations() override;
+
+    // Outlets, set before the first request.
+    void setMainModel(MainModel *model);
+    void setWindowController(PaneWindow *window, ProgressSheet *sheet);
+
+    void copyItems(const OperationRequest &request) override;
+    void moveItems(const OperationRequest &request) override;
+    void deleteItems(const OperationRequest &request) override;
+    void newFolder(const OperationRequest &request) override;
+    void renameItem(const OperationRequest &request) override;
+    void createAlias(const OperationRequest &request) override;
+    void duplicateItem(const QString &source, const QString &destination) override;
+    void updateFileLists(const OperationRecord &record) override;
+
+    // Brings back what an earlier run of the program, ended by force, had set aside.
+    void settleInterruptedWork();
+
+    // For quitting: whether work is under way; stopping it between two items; and waiting for its
+    // end.
+    bool anyRunning() const { return _workers.anyRunning(); }
+    void stopAll() { _copyMove.cancelAll(); }
+    void drain() { _workers.drain(); }
+
+private:
+    void cancelThread(const NoPayload &);
+    void runCopyMove(const OperationRequest &request, Operation operation);
+
+    Alerts &alerts;
+    Workspace &workspace;
+    PaneWindow *windowController = nullptr;
+    CopyMove _copyMove;
+    SingleSteps _singleSteps;
+    PaneRefresh _refresh;
+    Workers _workers; // last: ends its threads before what they use goes
+};

@@ -1,0 +1,98 @@
+#include "operations/PaneRefresh.h"
+
+#include "model/MainModel.h"
+#include "model/Messages.h"
+#include "model/PaneWindow.h"
+
+#include <limits>
+
+namespace {
+
+int firstRow(const RowSet &rows)
+{
+    return rows.isEmpty() ? std::numeric_limits<int>::max() : rows.first();
+}
+
+} // namespace
+
+void PaneRefresh::postDirectoryChangedNotification(Side side, const QString &path)
+{
+    bus.post(DirectoryChanged[side], { path });
+}
+
+void PaneRefresh::postCurrent(Side side)
+{
+    postDirectoryChangedNotification(side,
+                                     windowController->getCurrentPathFromSegmentedControl(side));
+}
+
+void PaneRefresh::selectRowIndex(int row, PaneTable &table)
+{
+    const int selected = qMin(row, table.rowCount());
+    table.selectRow(selected);
+    table.scrollToRow(selected);
+}
+
+void PaneRefresh::selectRowIndexes(const RowSet &rows, PaneTable &table)
+{
+    table.selectRows(rows);
+    if (!rows.isEmpty())
+        table.scrollToRow(rows.first());
+}
+
+void PaneRefresh::updateFileLists(const OperationRecord &record)
+{
+    const PaneTable *responder = windowController->getFirstResponderTableView();
+    // With the focus on neither list, the left one stands for the active pane.
+    const Side focus = responder ? responder->side() : Side::Left;
+    PaneTable &active = windowController->getTableView(focus);
+    PaneTable &other = windowController->getTableView(otherSide(focus));
+    const bool sameFolder = windowController->getCurrentPathFromSegmentedControl(Side::Left)
+        == windowController->getCurrentPathFromSegmentedControl(Side::Right);
+    const int activeRow = firstRow(active.selectedRows());
+    const int otherRow = firstRow(other.selectedRows());
+
+    const auto postAffected = [&] {
+        if (sameFolder) {
+            postCurrent(Side::Left);
+            postCurrent(Side::Right);
+        } else {
+            postCurrent(focus);
+        }
+    };
+    switch (record.operation) {
+    case Operation::Duplicate:
+        postCurrent(focus);
+        selectRowIndex(activeRow, active);
+        if (sameFolder) {
+            postCurrent(otherSide(focus));
+            selectRowIndex(otherRow, other);
+        }
+        break;
+    case Operation::Copy:
+        // Kept: only the pane opposite the focus, even when both show the target folder.
+        postCurrent(otherSide(focus));
+        break;
+    case Operation::Move:
+        postCurrent(Side::Left);
+        postCurrent(Side::Right);
+        selectRowIndex(activeRow, active);
+        selectRowIndex(otherRow, other);
+        break;
+    case Operation::Delete:
+        postAffected();
+        selectRowIndex(activeRow, active);
+        selectRowIndex(otherRow, other);
+        break;
+    case Operation::NewFolder:
+    case Operation::Rename:
+    case Operation::Info:
+        postAffected();
+        if (const int row = mainModel->getRowFromValueInFileList(focus, record.item); row >= 0)
+            selectRowIndex(row, active);
+        break;
+    }
+    active.redraw();
+    other.redraw();
+    windowController->updateMainWindow();
+}

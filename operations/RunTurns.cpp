@@ -1,0 +1,47 @@
+#include "operations/RunTurns.h"
+
+#include <algorithm>
+
+RunTurns::Ticket RunTurns::enqueue()
+{
+    const std::lock_guard lock(_mutex);
+    _queue.push_back(++_last);
+    return _last;
+}
+
+bool RunTurns::wait(Ticket ticket)
+{
+    std::unique_lock lock(_mutex);
+    const auto cancelled = [&] { return std::ranges::find(_cancelled, ticket); };
+    _changed.wait(lock, [&] {
+        return cancelled() != _cancelled.end() || (!_queue.empty() && _queue.front() == ticket);
+    });
+    const auto found = cancelled();
+    if (found == _cancelled.end())
+        return true;
+    _cancelled.erase(found);
+    return false;
+}
+
+void RunTurns::end(Ticket ticket)
+{
+    const std::lock_guard lock(_mutex);
+    std::erase(_queue, ticket);
+    _changed.notify_all();
+}
+
+void RunTurns::cancelWaiting()
+{
+    const std::lock_guard lock(_mutex);
+    while (_queue.size() > 1) {
+        _cancelled.push_back(_queue.back());
+        _queue.pop_back();
+    }
+    _changed.notify_all();
+}
+
+bool RunTurns::anyActive() const
+{
+    const std::lock_guard lock(_mutex);
+    return !_queue.empty();
+}

@@ -1,0 +1,88 @@
+#include "operations/SingleSteps.h"
+
+#include "operations/CopyMove.h"
+#include "platform/Alerts.h"
+#include "platform/FileFlags.h"
+#include "platform/FileName.h"
+#include "platform/FileSystem.h"
+#include "platform/Programs.h"
+#include "platform/Workspace.h"
+#include "util/PathText.h"
+
+using namespace Qt::StringLiterals;
+
+SingleSteps::SingleSteps(Alerts &alertsToAsk, Programs &programsToRun, Workspace &workspaceInUse,
+                         CopyMove &engine)
+    : alerts(alertsToAsk)
+    , programs(programsToRun)
+    , workspace(workspaceInUse)
+    , copyMove(engine)
+{
+}
+
+void SingleSteps::newFolder(const AcceptedRequest &request,
+                            OperationRecord &record) // worker thread
+{
+    const QString name = request.items.value(0);
+    record.item = PathText::joined(request.source, name);
+    if (!PathText::isItemName(name) || FileSystem::makeFolder(record.item))
+        alerts.ask(Alert::error(localized("Cannot create folder!")));
+}
+
+void SingleSteps::renameItem(const AcceptedRequest &request,
+                             OperationRecord &record) // worker thread
+{
+    record.item = request.destination;
+    // A new name that holds "/" would move the item.
+    const bool sameFolder =
+        PathText::parent(request.source) == PathText::parent(request.destination);
+    if (!sameFolder || FileFlags::isLocked(request.source)
+        || FileSystem::renameItem(request.source, request.destination))
+        alerts.ask(Alert::error(localized("Rename failed!")));
+}
+
+bool SingleSteps::moveAllToTrash(const AcceptedRequest &request)
+{
+    // Nothing moves when one of them must not: the set succeeds or fails as one.
+    for (const QString &name : request.items) {
+        if (!PathText::isItemName(name)
+            || FileFlags::isLocked(PathText::joined(request.source, name)))
+            return false;
+    }
+    for (const QString &name : request.items) {
+        if (!workspace.moveToTrash(PathText::joined(request.source, name)))
+            return false;
+    }
+    return true;
+}
+
+void SingleSteps::deleteItems(const AcceptedRequest &request) // worker thread
+{
+    if (!moveAllToTrash(request))
+        alerts.ask(Alert::error(localized("Delete failed!")));
+}
+
+void SingleSteps::createAlias(const AcceptedRequest &request) // worker thread
+{
+    for (const QString &name : request.items) {
+        const QString source = PathText::joined(request.source, name);
+        const QString link = PathText::joined(request.destination, name);
+        // -T: a link to a folder that stands there already is not to be entered.
+        if (!PathText::isItemName(name)
+            || !programs.run({ u"/bin/ln"_s, u"-s"_s, u"-T"_s, source, link }).succeeded())
+            alerts.ask(Alert::error(
+                filled(localized("Create alias for '%@' failed!"), FileName::shown(name))));
+    }
+}
+
+void SingleSteps::duplicateItem(const QString &source, const QString &destination) // worker thread
+{
+    // Kept: an existing folder is copied into, not replaced. What the copy would write over there,
+    // or an existing file, goes to the Trash first.
+    const bool same = exists(destination) && SameFile::isSame(source, destination);
+    if (same || !PathText::isItemName(PathText::lastComponent(destination))
+        || (exists(destination) && FileFlags::isLocked(destination))
+        || !copyMove.clearForCopyOver(source, destination)
+        || !copyMove.copyFile(source, destination))
+        alerts.ask(Alert::error(localized("Duplicate failed!")));
+}

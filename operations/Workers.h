@@ -1,0 +1,45 @@
+#pragma once
+
+#include "model/OperationRecord.h"
+
+#include <QList>
+#include <QObject>
+
+#include <functional>
+
+class Questions;
+
+// The threads of the file operations, one per request. A worker's last act is handing its record
+// over to the main thread, once, after its last file step. Main thread.
+class Workers final : public QObject {
+    Q_OBJECT
+
+public:
+    explicit Workers(Questions &questions);
+    ~Workers() override; // drains
+
+    // Receives the record of each worker that ends, as long as no question is open.
+    void setExitHandler(std::function<void(const OperationRecord &)> handler);
+
+    // Runs the body on a thread of its own.
+    void detach(Operation operation, std::function<void(OperationRecord &)> body);
+    // Runs the body on a thread of its own and returns when it has ended. The window goes on
+    // painting but takes no input meanwhile.
+    void runAndWait(const std::function<void()> &body);
+
+    bool anyRunning() const { return _running > 0; }
+    // Waits until every worker has ended and goes on serving them.
+    void drain();
+
+Q_SIGNALS:
+    void lastEnded();
+
+private:
+    void handOver(const OperationRecord &record);
+    void settleEnded();
+
+    Questions &questions;
+    std::function<void(const OperationRecord &)> _exitHandler;
+    QList<OperationRecord> _ended; // waiting for the open question to be answered
+    int _running = 0;
+};

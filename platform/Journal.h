@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QList>
+#include <QStringList>
+
+#include <memory>
+
+// Notes of work that a crash must not forget: one small file each, locked while the process that
+// wrote it lives. Texts are file names (platform/FileName). Any thread.
+class Journal final {
+public:
+    explicit Journal(const QString &folder); // made when first needed, with its parents
+
+    // The place for the program's journals: $XDG_STATE_HOME/twinleaf, else ~/.local/state/twinleaf.
+    static QString stateFolder();
+
+    class Note {
+    public:
+        ~Note(); // unlocks; the file stays unless removed
+        Note(const Note &) = delete;
+        Note &operator=(const Note &) = delete;
+        const QStringList &fields() const { return _fields; }
+        void remove(); // the work is settled
+
+    private:
+        friend class Journal;
+        Note(QByteArray file, int descriptor, QStringList fields);
+        QByteArray _file;
+        int _descriptor;
+        QStringList _fields;
+    };
+
+    // Nothing when the note cannot be written; the work must then not begin.
+    std::unique_ptr<Note> write(const QStringList &fields) const;
+    // The notes whose writers are gone.
+    QList<std::shared_ptr<Note>> abandoned() const;
+
+private:
+    QByteArray _folder;
+};
