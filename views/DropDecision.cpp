@@ -1,0 +1,29 @@
+#include "views/DropDecision.h"
+
+namespace {
+
+constexpr Qt::KeyboardModifiers CommandAndOption = Qt::ControlModifier | Qt::AltModifier;
+
+// Kept: the keys are compared as a whole, so that one modifier more (Shift with Alt) moves.
+int operationForHeldKeys(Qt::KeyboardModifiers held, int withCommandAndOption)
+{
+    const auto keys =
+        held & (Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
+    if (keys == CommandAndOption)
+        return withCommandAndOption;
+    return keys == Qt::AltModifier ? DragOperation::Copy : DragOperation::Move;
+}
+
+} // namespace
+
+// Kept: with both keys the source offers "generic" and the target shows "link". The drop makes
+// aliases by the source's answer; the pointer shows a link all the same.
+int DropDecision::draggingSourceOperationMask(Qt::KeyboardModifiers held)
+{
+    return operationForHeldKeys(held, DragOperation::Generic);
+}
+
+int DropDecision::draggingUpdated(Qt::KeyboardModifiers held)
+{
+    return operationForHeldKeys(held, DragOperation::Link);
+}

@@ -1,0 +1,136 @@
+#include "views/PaneTableModel.h"
+
+#include "model/MainModel.h"
+#include "platform/FileName.h"
+#include "platform/Localized.h"
+#include "platform/UserDefaults.h"
+#include "util/CalendarFormat.h"
+
+PaneTableModel::PaneTableModel(Side side, const MainModel &model, const UserDefaults &settings,
+                               QObject *parent)
+    : QAbstractTableModel(parent)
+    , _side(side)
+    , mainModel(model)
+    , defaults(settings)
+{
+    connect(&mainModel, &MainModel::rowsAboutToChange, this, [this](Side changed) {
+        if (changed == _side)
+            beginResetModel();
+    });
+    connect(&mainModel, &MainModel::rowsChanged, this, [this](Side changed) {
+        if (changed == _side)
+            endResetModel();
+    });
+}
+
+const Listing &PaneTableModel::rows() const
+{
+    return mainModel.rows(_side);
+}
+
+void PaneTableModel::setDateFormat(const QString &format)
+{
+    _dateFormat = format;
+    _dateLocale = defaults.dictionaryRepresentation();
+    if (const int count = rowCount())
+        Q_EMIT dataChanged(index(0, int(Column::Date)), index(count - 1, int(Column::Date)));
+}
+
+void PaneTableModel::setDateAlignment(Qt::Alignment alignment)
+{
+    _dateAlignment = alignment;
+    Q_EMIT headerDataChanged(Qt::Horizontal, int(Column::Date), int(Column::Date));
+    if (const int count = rowCount())
+        Q_EMIT dataChanged(index(0, int(Column::Date)), index(count - 1, int(Column::Date)));
+}
+
+int PaneTableModel::rowCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : int(rows().size());
+}
+
+int PaneTableModel::columnCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : ColumnCount;
+}
+
+QVariant PaneTableModel::data(const QModelIndex &index, int role) const
+{
+    if (!index.isValid() || !rows().holds(index.row()))
+        return {};
+    const auto column = static_cast<Column>(index.column());
+    switch (role) {
+    case Qt::DisplayRole:
+        return column == Column::Icon ? QVariant() : text(rows()[index.row()], column);
+    case Qt::DecorationRole:
+        return column == Column::Icon ? QVariant(icon(rows()[index.row()])) : QVariant();
+    case Qt::TextAlignmentRole:
+        return QVariant(alignment(column));
+    case Qt::AccessibleTextRole:
+        // The icon says what kind of thing the row is.
+        return text(rows()[index.row()], column == Column::Icon ? Column::Type : column);
+    default:
+        return {};
+    }
+}
+
+QVariant PaneTableModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation != Qt::Horizontal || section < 0 || section >= ColumnCount)
+        return {};
+    const auto column = static_cast<Column>(section);
+    if (role == Qt::TextAlignmentRole)
+        return QVariant(alignment(column));
+    if (role == Qt::AccessibleTextRole && column == Column::Icon)
+        return localized("Icon");
+    if (role != Qt::DisplayRole && role != Qt::AccessibleTextRole)
+        return {};
+    switch (column) {
+    case Column::Name:
+        return localized("Name");
+    case Column::Size:
+        return localized("Size");
+    case Column::Date:
+        return localized("Date");
+    case Column::Type:
+        return localized("Type");
+    case Column::Icon:
+        break;
+    }
+    return {};
+}
+
+QString PaneTableModel::text(const Entry &entry, Column column) const
+{
+    switch (column) {
+    case Column::Name:
+        return FileName::shown(entry.name());
+    case Column::Size:
+        return entry.size();
+    case Column::Date:
+        return CalendarFormat::text(entry.date(), _dateFormat, _dateLocale);
+    case Column::Type:
+        return entry.type();
+    case Column::Icon:
+        break;
+    }
+    return {};
+}
+
+QIcon PaneTableModel::icon(const Entry &entry) const
+{
+    if (mainModel.showSpecifiedIcons())
+        return entry.icon();
+    if (entry.isParent())
+        return {};
+    return entry.isFolder() ? _kinds.genericFolderIcon() : _kinds.genericDocumentIcon();
+}
+
+Qt::Alignment PaneTableModel::alignment(Column column) const
+{
+    if (column == Column::Size)
+        return Qt::AlignRight | Qt::AlignVCenter;
+    if (column == Column::Date)
+        return _dateAlignment | Qt::AlignVCenter;
+    return Qt::AlignLeft | Qt::AlignVCenter;
+}

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "model/Listing.h"
+#include "model/Side.h"
+#include "platform/FileKinds.h"
+
+#include <QAbstractTableModel>
+#include <QVariantMap>
+
+class MainModel;
+class UserDefaults;
+
+// One pane's listing as the table shows it: row n is entry n, a cell is made when it is painted.
+class PaneTableModel final : public QAbstractTableModel {
+    Q_OBJECT
+
+public:
+    PaneTableModel(Side side, const MainModel &mainModel, const UserDefaults &defaults,
+                   QObject *parent = nullptr);
+
+    const Listing &rows() const;
+
+    // A calendar format; empty shows the plain description.
+    void setDateFormat(const QString &format);
+    void setDateAlignment(Qt::Alignment alignment); // Qt::AlignLeft or Qt::AlignRight
+
+    int rowCount(const QModelIndex &parent = {}) const override;
+    int columnCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+private:
+    QString text(const Entry &entry, Column column) const;
+    QIcon icon(const Entry &entry) const;
+    Qt::Alignment alignment(Column column) const;
+
+    const Side _side;
+    const MainModel &mainModel;
+    const UserDefaults &defaults;
+    FileKinds _kinds;
+    QString _dateFormat;
+    QVariantMap _dateLocale;
+    Qt::Alignment _dateAlignment = Qt::AlignLeft;
+};

@@ -1,0 +1,108 @@
+#pragma once
+
+#include "model/Messages.h"
+#include "model/PaneTable.h"
+#include "views/ClassicKeys.h"
+#include "views/PaneTableModel.h"
+
+#include <QBitArray>
+#include <QTableView>
+
+class MainModel;
+class MessageBus;
+
+// A pane's file list. Turns keys and clicks into messages on the bus and does no file work itself.
+// Selected rows are kept as bits beside the selection model, whose own queries walk every range.
+class PaneTableView : public QTableView, public PaneTable {
+    Q_OBJECT
+
+public:
+    PaneTableView(Side side, MessageBus &bus, MainModel &mainModel, UserDefaults &defaults,
+                  QWidget *parent = nullptr);
+    ~PaneTableView() override;
+
+    PaneTableModel &tableModel() const { return *_tableModel; }
+    const ClassicKeys &classicKeys() const { return _classicKeys; }
+
+    Side side() const override { return _side; }
+    int selectedRow() const override;
+    RowSet selectedRows() const override;
+    int rowCount() const override { return _tableModel->rowCount(); }
+    void selectRow(int row) override;
+    void selectRows(const RowSet &rows) override;
+    void scrollToRow(int row) override;
+    std::optional<Column> highlightedColumn() const override { return _highlightedColumn; }
+    void setSortIndicator(Column column, SortDirection direction) override;
+    void redraw() override;
+
+    int numberOfSelectedRows() const { return int(_selected.count(true)); }
+    bool isRowSelected(int row) const
+    {
+        return row >= 0 && row < _selected.size() && _selected[row];
+    }
+    void deselectRow(int row);
+
+    void copyItemClicked();
+    void moveItemClicked();
+    void newFolderClicked();
+    void deleteItemClicked();
+    void renameItemClicked();
+    virtual void showInfoClicked();
+
+    void keyDown(QKeyEvent *event);
+    void keyboardSearch(const QString &) override { } // type-ahead goes by the bus
+    void reset() override;
+
+Q_SIGNALS:
+    void terminateRequested(); // the exit key
+    void otherPaneRequested(); // Tab or Shift+Tab
+    void columnClicked(Column column);
+    void selectedRowsChanged();
+
+protected:
+    bool isOnItem() const; // the selected row is one that commands may act on
+    ItemRequest request(const RowSet &rows) const;
+    void post(const Message<ItemRequest> &message, const RowSet &rows) const;
+
+    bool event(QEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override { keyDown(event); }
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
+    bool focusNextPrevChild(bool next) override;
+    void focusInEvent(QFocusEvent *event) override;
+    void focusOutEvent(QFocusEvent *event) override;
+    void changeEvent(QEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+    void selectionChanged(const QItemSelection &selected,
+                          const QItemSelection &deselected) override;
+
+private:
+    void setUpColumns();
+    void setUpRowHeight();
+    void sectionClicked(int section);
+    void showSortIndicator();
+    void selectRowBefore(const RowCount &answer);
+    void perform(ClassicAction action);
+    bool performFixedKey(int keyCode);
+    RowsOfPane rowsOfPane(const RowSet &rows) const;
+
+    void rememberSelection();
+    QItemSelection ranges(const RowSet &rows) const;
+    void setCurrentRow(int row);
+
+    // PaneTableViewPainting.cpp
+    bool isActivePane() const;
+    QColor mutedHighlight() const;
+    void paintFrame();
+    void paintRow(QPainter &painter, int row);
+    QColor paintRowBackground(QPainter &painter, int row, const QRect &area); // answers the text's
+
+    const Side _side;
+    MessageBus &bus;
+    PaneTableModel *_tableModel;
+    const ClassicKeys _classicKeys;
+    std::optional<Column> _highlightedColumn;
+    SortDirection _sortDirection = SortDirection::Ascending;
+    QBitArray _selected;
+    int _newestRow = -1;
+};
