@@ -52,9 +52,20 @@ struct CopyMove::Run {
     QElapsedTimer since {};
     int counter = 1;
     std::optional<bool> firstIsLong {};
-    QList<FileIdentity> made {}; // by this run; never written over by it
+    QSet<std::pair<quint64, quint64>> made {}; // by this run; never written over by it
 
     bool copies() const { return operation == Operation::Copy; }
+    // On a folder that folds case "a" and "A" are one name: the second would eat the first.
+    void remember(const QString &path)
+    {
+        if (const auto status = fileStatus(path, Links::NoFollow))
+            made.insert({ status->identity.device, status->identity.inode });
+    }
+    bool madeHere(const QString &path) const
+    {
+        const auto status = fileStatus(path, Links::NoFollow);
+        return status && made.contains({ status->identity.device, status->identity.inode });
+    }
     QString source(const QString &name) const { return PathText::joined(request.source, name); }
     QString target(const QString &name) const
     {
@@ -148,8 +159,7 @@ CopyMove::Next CopyMove::performItem(Run &run, qsizetype &index) // worker threa
 
     bool copyOver = false;
     bool replace = _allOverride;
-    if (!PathText::isItemName(name)
-        || !mayReplace(run.source(name), run.target(name), run.operation)) {
+    if (!isAdmissible(run, name)) {
         reportFailure(run, name);
         return Next::GoOn;
     }
@@ -177,9 +187,7 @@ CopyMove::Next CopyMove::performItem(Run &run, qsizetype &index) // worker threa
     }
     const QString source = run.source(name);
     const QString target = run.target(name);
-    if (copyOver
-        && (!PathText::isItemName(name) || !mayReplace(source, target, run.operation)
-            || !clearForCopyOver(source, target))) {
+    if (copyOver && (!isAdmissible(run, name) || !clearForCopyOver(source, target))) {
         reportFailure(run, name);
         return Next::GoOn;
     }
@@ -190,12 +198,6 @@ CopyMove::Next CopyMove::performItem(Run &run, qsizetype &index) // worker threa
         sheet->setWorkingSheetDetailText({});
         sheet->setWorkingSheetProgressValue(run.counter);
     });
-    if (const auto standing = fileStatus(target, Links::NoFollow);
-        standing && run.made.contains(standing->identity)) {
-        // On a folder that folds case, "a" and "A" are one name: the second would eat the first.
-        reportFailure(run, name);
-        return Next::GoOn;
-    }
     QString details;
     const bool done = replace && exists(target) ? replaceItem(run, source, target, details)
         : run.copies()                          ? copyFile(source, target)
@@ -204,8 +206,7 @@ CopyMove::Next CopyMove::performItem(Run &run, qsizetype &index) // worker threa
         reportFailure(run, name, details);
         return Next::GoOn;
     }
-    if (const auto standing = fileStatus(target, Links::NoFollow))
-        run.made.append(standing->identity);
+    run.remember(target);
     ++run.counter;
     return Next::GoOn;
 }
@@ -228,6 +229,13 @@ void CopyMove::reportFailure(const Run &run, const QString &name, const QString 
     Alert alert = Alert::error(run.failureLine(name));
     alert.details = details;
     alerts.ask(alert);
+}
+
+bool CopyMove::isAdmissible(const Run &run, const QString &name) const
+{
+    const QString target = run.target(name);
+    return PathText::isItemName(name) && mayReplace(run.source(name), target, run.operation)
+        && !run.madeHere(target);
 }
 
 bool CopyMove::mayReplace(const QString &source, const QString &target, Operation operation) const

@@ -52,6 +52,7 @@ private:
     enum class Next { GoOn, EndRun, EndThread };
 
     Next performItem(Run &run, qsizetype &index);
+    bool isAdmissible(const Run &run, const QString &name) const;
     bool mayReplace(const QString &source, const QString &target, Operation operation) const;
     void showSheetIfLong(Run &run);
     void reportFailure(const Run &run, const QString &name, const QString &details = {});
