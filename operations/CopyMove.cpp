@@ -252,6 +252,8 @@ bool CopyMove::mayReplace(const QString &source, const QString &target, Operatio
 
 bool CopyMove::clearForCopyOver(const QString &source, const QString &target)
 {
+    if (!exists(source))
+        return false;
     if (!isFolder(target))
         return !exists(target) || workspace.moveToTrash(target);
     // The command puts the item into an existing folder, under its own name.
