@@ -61,7 +61,6 @@ Q_SIGNALS:
 
 protected:
     bool isOnItem() const; // the selected row is one that commands may act on
-    ItemRequest request(const RowSet &rows) const;
     void post(const Message<ItemRequest> &message, const RowSet &rows) const;
 
     bool event(QEvent *event) override;

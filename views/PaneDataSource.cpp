@@ -1,0 +1,162 @@
+#include "views/PaneDataSource.h"
+
+#include "model/MainModel.h"
+#include "platform/FileName.h"
+#include "platform/UserDefaults.h"
+#include "util/CalendarFormat.h"
+#include "util/SettingsKeys.h"
+#include "views/PaneTableView.h"
+
+#include <QHelpEvent>
+#include <QSet>
+#include <QToolTip>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+Settings::Key sortedColumnKey(Side side)
+{
+    return side == Side::Left ? Settings::LeftFileListSortedColumn
+                              : Settings::RightFileListSortedColumn;
+}
+
+Settings::Key sortingDirectionKey(Side side)
+{
+    return side == Side::Left ? Settings::LeftFileListSortingDirection
+                              : Settings::RightFileListSortingDirection;
+}
+
+QSet<QString> pathsOfRows(const Listing &rows, const RowSet &selected)
+{
+    QSet<QString> paths;
+    for (const int row : selected)
+        paths.insert(rows[row].path());
+    return paths;
+}
+
+RowSet rowsOfPaths(const Listing &rows, const QSet<QString> &paths)
+{
+    RowSet found;
+    for (int row = 0; row < rows.size() && found.size() < paths.size(); ++row)
+        if (paths.contains(rows[row].path()))
+            found.append(row);
+    return found;
+}
+
+// The tool tip window takes what looks like markup for markup; a name is text.
+QString asPlainText(const QString &text)
+{
+    return Qt::mightBeRichText(text) ? u"<span>"_s + text.toHtmlEscaped() + u"</span>"_s : text;
+}
+
+} // namespace
+
+PaneDataSource::PaneDataSource(PaneTableView &table, MainModel &model, MessageBus &messages,
+                               UserDefaults &settings)
+    : fileList(table)
+    , mainModel(model)
+    , bus(messages)
+    , defaults(settings)
+{
+    connect(&fileList, &PaneTableView::columnClicked, this, &PaneDataSource::didClickTableColumn);
+    connect(&fileList, &PaneTableView::selectedRowsChanged, this,
+            &PaneDataSource::tableViewSelectionDidChange);
+    fileList.viewport()->installEventFilter(this);
+    bus.subscribe(TableViewSelectionDidChange, this, &PaneDataSource::selectionMayHaveChanged);
+    bus.subscribe(ApplicationWillTerminate, this, &PaneDataSource::applicationWillTerminate);
+}
+
+PaneDataSource::~PaneDataSource()
+{
+    bus.unsubscribe(this);
+}
+
+void PaneDataSource::awakeFromNib()
+{
+    const QString stored = defaults.string(sortedColumnKey(fileList.side())).value_or(u"Name"_s);
+    if (const auto column = columnFromIdentifier(stored))
+        _sortingDirections[size_t(*column)] =
+            defaults.boolean(sortingDirectionKey(fileList.side())).value_or(false);
+}
+
+void PaneDataSource::didClickTableColumn(Column column)
+{
+    if (column == Column::Icon)
+        return;
+    // Kept: the flag is turned first, so the first click on a column sorts against its stored
+    // direction, and on a column never sorted by it sorts upwards.
+    bool &ascending = _sortingDirections[size_t(column)];
+    ascending = !ascending;
+
+    // The same items stay selected, wherever their rows go.
+    const Side side = fileList.side();
+    const auto selected = pathsOfRows(mainModel.rows(side), fileList.selectedRows());
+    mainModel.sortRowEntries(column, side,
+                             ascending ? SortDirection::Ascending : SortDirection::Descending);
+    if (!selected.isEmpty())
+        fileList.selectRows(rowsOfPaths(mainModel.rows(side), selected));
+}
+
+QString PaneDataSource::toolTipForCell(Column column, int row) const
+{
+    const Listing &rows = mainModel.rows(fileList.side());
+    if (!mainModel.showToolTips() || !rows.holds(row))
+        return {};
+    switch (column) {
+    case Column::Name:
+        return FileName::shown(rows[row].name());
+    case Column::Size:
+        return rows[row].size();
+    case Column::Date:
+        // Kept: the plain description, whatever format the column shows.
+        return CalendarFormat::description(rows[row].date());
+    case Column::Type:
+        return rows[row].type();
+    case Column::Icon:
+        break;
+    }
+    return {};
+}
+
+void PaneDataSource::tableViewSelectionDidChange()
+{
+    const int selected = fileList.numberOfSelectedRows();
+    if (selected > 1 && selected == fileList.rowCount()) {
+        // ".." has no part in a select-all. The change this makes comes back here.
+        fileList.deselectRow(0);
+        return;
+    }
+    Q_EMIT selectionDidChange(fileList.side());
+}
+
+void PaneDataSource::selectionMayHaveChanged(const PaneOfMessage &pane)
+{
+    if (pane.side == fileList.side())
+        tableViewSelectionDidChange();
+}
+
+void PaneDataSource::applicationWillTerminate(const NoPayload &)
+{
+    const auto column = fileList.highlightedColumn();
+    if (!column)
+        return;
+    defaults.setValue(sortedColumnKey(fileList.side()), columnIdentifier(*column));
+    defaults.setValue(sortingDirectionKey(fileList.side()), _sortingDirections[size_t(*column)]);
+}
+
+bool PaneDataSource::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() != QEvent::ToolTip)
+        return QObject::eventFilter(watched, event);
+    const auto *help = static_cast<QHelpEvent *>(event);
+    const QModelIndex cell = fileList.indexAt(help->pos());
+    const QString text =
+        toolTipForCell(static_cast<Column>(std::max(cell.column(), 0)), cell.row());
+    if (text.isEmpty())
+        QToolTip::hideText();
+    else
+        QToolTip::showText(help->globalPos(), asPlainText(text), fileList.viewport(),
+                           fileList.visualRect(cell));
+    return true;
+}

@@ -1,0 +1,432 @@
+#include "views/PaneTableView.h"
+
+#include "model/MainModel.h"
+#include "platform/Localized.h"
+#include "platform/VirtualKeys.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QSignalBlocker>
+
+namespace {
+
+constexpr int IconColumnWidth = 20;
+constexpr int LeastNameWidth = 120;
+
+// The keys of letters and digits, and those that carry umlauts on some layouts.
+bool isTypeAheadKey(int code)
+{
+    if (code < 0 || code > 46)
+        return false;
+    switch (code) {
+    case 10:
+    case 24:
+    case 27:
+    case 30:
+    case 36:
+    case 42:
+    case 43:
+    case 44:
+        return false;
+    default:
+        return true;
+    }
+}
+
+} // namespace
+
+PaneTableView::PaneTableView(Side side, MessageBus &messages, MainModel &mainModel,
+                             UserDefaults &defaults, QWidget *parent)
+    : QTableView(parent)
+    , _side(side)
+    , bus(messages)
+    , _tableModel(new PaneTableModel(side, mainModel, defaults, this))
+    , _classicKeys(ClassicKeys::fromDefaults(defaults))
+{
+    setModel(_tableModel);
+    setAccessibleName(localized(side == Side::Left ? "Left files" : "Right files"));
+    setSelectionBehavior(SelectRows);
+    setSelectionMode(ExtendedSelection);
+    setEditTriggers(NoEditTriggers);
+    setTabKeyNavigation(false);
+    setShowGrid(false);
+    setWordWrap(false);
+    setTextElideMode(Qt::ElideMiddle);
+    setVerticalScrollMode(ScrollPerItem);
+    setHorizontalScrollMode(ScrollPerPixel);
+    setFrameStyle(QFrame::Box | QFrame::Plain);
+    setLineWidth(2);
+    setUpColumns();
+    setUpRowHeight();
+    rememberSelection();
+    bus.subscribe(SelectRow[side], this, &PaneTableView::selectRowBefore);
+}
+
+PaneTableView::~PaneTableView()
+{
+    bus.unsubscribe(this);
+}
+
+void PaneTableView::setUpColumns()
+{
+    QHeaderView *header = horizontalHeader();
+    header->setHighlightSections(false);
+    header->setSectionsClickable(true);
+    header->setMinimumSectionSize(IconColumnWidth);
+    header->setSectionResizeMode(int(Column::Icon), QHeaderView::Fixed);
+    header->resizeSection(int(Column::Icon), IconColumnWidth);
+    const int digits = fontMetrics().horizontalAdvance(u'0');
+    header->resizeSection(int(Column::Name), 26 * digits);
+    header->resizeSection(int(Column::Size), 11 * digits);
+    header->resizeSection(int(Column::Date), 17 * digits);
+    header->resizeSection(int(Column::Type), 16 * digits);
+    connect(header, &QHeaderView::sectionClicked, this, &PaneTableView::sectionClicked);
+}
+
+void PaneTableView::setUpRowHeight()
+{
+    // Fixed heights: nothing is measured per row, however many there are.
+    QHeaderView *header = verticalHeader();
+    header->hide();
+    const int height = fontMetrics().height() + 6;
+    header->setMinimumSectionSize(height);
+    header->setDefaultSectionSize(height);
+    header->setSectionResizeMode(QHeaderView::Fixed);
+}
+
+void PaneTableView::sectionClicked(int section)
+{
+    // The header moves its arrow by itself; the arrow belongs to the column the rows are sorted by.
+    showSortIndicator();
+    Q_EMIT columnClicked(static_cast<Column>(section));
+}
+
+void PaneTableView::setSortIndicator(Column column, SortDirection direction)
+{
+    _highlightedColumn = column;
+    _sortDirection = direction;
+    showSortIndicator();
+}
+
+void PaneTableView::showSortIndicator()
+{
+    QHeaderView *header = horizontalHeader();
+    header->setSortIndicatorShown(_highlightedColumn.has_value());
+    if (_highlightedColumn)
+        header->setSortIndicator(int(*_highlightedColumn),
+                                 _sortDirection == SortDirection::Ascending ? Qt::AscendingOrder
+                                                                            : Qt::DescendingOrder);
+}
+
+// ---- Requests
+// --------------------------------------------------------------------------------------
+
+RowsOfPane PaneTableView::rowsOfPane(const RowSet &rows) const
+{
+    return { .rows = rows, .seen = _tableModel->rows() };
+}
+
+void PaneTableView::post(const Message<ItemRequest> &message, const RowSet &rows) const
+{
+    bus.post(message, { .side = _side, .item = rows, .seen = _tableModel->rows() });
+}
+
+bool PaneTableView::isOnItem() const
+{
+    // Row 0 is "..", which no command may touch.
+    const int row = selectedRow();
+    return row != 0 && row != -1;
+}
+
+void PaneTableView::copyItemClicked()
+{
+    if (isOnItem())
+        post(CopyItem, selectedRows());
+}
+
+void PaneTableView::moveItemClicked()
+{
+    if (isOnItem())
+        post(MoveItem, selectedRows());
+}
+
+void PaneTableView::newFolderClicked()
+{
+    bus.post(NewFolder, { .side = _side });
+}
+
+void PaneTableView::deleteItemClicked()
+{
+    if (isOnItem())
+        post(DeleteItem, selectedRows());
+}
+
+void PaneTableView::renameItemClicked()
+{
+    if (isOnItem())
+        post(RenameItem, { selectedRow() });
+}
+
+void PaneTableView::showInfoClicked()
+{
+    if (isOnItem())
+        post(ShowInfo, { selectedRow() });
+}
+
+void PaneTableView::selectRowBefore(const RowCount &answer)
+{
+    selectRow(answer.count - 1);
+    scrollToRow(answer.count - 1);
+}
+
+// ---- Keys and mouse
+// --------------------------------------------------------------------------------
+
+void PaneTableView::keyDown(QKeyEvent *event)
+{
+    const int code = VirtualKeys::code(*event);
+    // Kept: letters come first, so that a command bound to a letter never runs.
+    if (isTypeAheadKey(code)) {
+        bus.post(LetterPressed, { .characters = event->text() });
+        return;
+    }
+    if (const auto action = _classicKeys.match(code, VirtualKeys::modifierFlags(*event))) {
+        perform(*action);
+        return;
+    }
+    if (!performFixedKey(code))
+        QTableView::keyPressEvent(event);
+}
+
+void PaneTableView::perform(ClassicAction action)
+{
+    switch (action) {
+    case ClassicAction::Copy:
+        return copyItemClicked();
+    case ClassicAction::Move:
+        return moveItemClicked();
+    case ClassicAction::NewFolder:
+        return newFolderClicked();
+    case ClassicAction::Delete:
+        return deleteItemClicked();
+    case ClassicAction::Rename:
+        return renameItemClicked();
+    case ClassicAction::Exit:
+        Q_EMIT terminateRequested();
+    }
+}
+
+bool PaneTableView::performFixedKey(int keyCode)
+{
+    switch (keyCode) {
+    case VirtualKeys::Escape:
+        clearSelection();
+        return true;
+    case VirtualKeys::Space:
+        bus.post(ShowFolderSize[_side], rowsOfPane(selectedRows()));
+        return true;
+    case VirtualKeys::Backspace:
+    case VirtualKeys::LeftArrow:
+        bus.post(GetRows[_side], rowsOfPane({ 0 }));
+        return true;
+    case VirtualKeys::Return:
+        bus.post(GetRows[_side], rowsOfPane(selectedRows()));
+        return true;
+    case VirtualKeys::RightArrow:
+        bus.post(GotoNextDirectory[_side], rowsOfPane(selectedRows()));
+        return true;
+    case VirtualKeys::Home:
+        selectRow(0);
+        scrollToRow(0);
+        return true;
+    case VirtualKeys::End:
+        bus.post(GetRowCount[_side]);
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool PaneTableView::event(QEvent *event)
+{
+    if (event->type() == QEvent::ShortcutOverride) {
+        // The menu bar would take F10. Shortcuts with Ctrl or Alt stay the menus'.
+        const auto *key = static_cast<QKeyEvent *>(event);
+        const int code = VirtualKeys::code(*key);
+        if (!(key->modifiers() & (Qt::ControlModifier | Qt::AltModifier)) && !isTypeAheadKey(code)
+            && _classicKeys.match(code, VirtualKeys::modifierFlags(*key))) {
+            event->accept();
+            return true;
+        }
+    }
+    if (event->type() == QEvent::Paint) {
+        paintFrame();
+        return true;
+    }
+    return QTableView::event(event);
+}
+
+void PaneTableView::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    QTableView::mouseDoubleClickEvent(event);
+    if (event->button() == Qt::LeftButton && numberOfSelectedRows() > 0)
+        bus.post(GetRows[_side], rowsOfPane(selectedRows()));
+}
+
+bool PaneTableView::focusNextPrevChild(bool)
+{
+    Q_EMIT otherPaneRequested();
+    return true;
+}
+
+void PaneTableView::focusInEvent(QFocusEvent *event)
+{
+    QTableView::focusInEvent(event);
+    update();
+}
+
+void PaneTableView::focusOutEvent(QFocusEvent *event)
+{
+    QTableView::focusOutEvent(event);
+    update();
+    viewport()->update();
+}
+
+void PaneTableView::changeEvent(QEvent *event)
+{
+    QTableView::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        setUpRowHeight();
+}
+
+void PaneTableView::resizeEvent(QResizeEvent *event)
+{
+    QTableView::resizeEvent(event);
+    // The names take what the other columns leave.
+    QHeaderView *header = horizontalHeader();
+    const int others = header->length() - header->sectionSize(int(Column::Name));
+    header->resizeSection(int(Column::Name),
+                          std::max(LeastNameWidth, viewport()->width() - others));
+}
+
+// ---- Selection
+// -------------------------------------------------------------------------------------
+
+int PaneTableView::selectedRow() const
+{
+    if (isRowSelected(_newestRow))
+        return _newestRow;
+    if (isRowSelected(currentIndex().row()))
+        return currentIndex().row();
+    for (int row = int(_selected.size()) - 1; row >= 0; --row)
+        if (_selected[row])
+            return row;
+    return -1;
+}
+
+RowSet PaneTableView::selectedRows() const
+{
+    RowSet rows;
+    rows.reserve(_selected.count(true));
+    for (int row = 0; row < _selected.size(); ++row)
+        if (_selected[row])
+            rows.append(row);
+    return rows;
+}
+
+void PaneTableView::selectRow(int row)
+{
+    setCurrentRow(row);
+    selectRows({ row });
+}
+
+void PaneTableView::selectRows(const RowSet &rows)
+{
+    const QItemSelection selection = ranges(rows);
+    if (selection.isEmpty()) {
+        clearSelection();
+        return;
+    }
+    {
+        // The selection model compares each old range with each new one; with none there is nothing
+        // to compare. Receivers hear of the change once, from the selection that follows.
+        const QSignalBlocker quiet(selectionModel());
+        selectionModel()->clearSelection();
+    }
+    selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+    redraw();
+}
+
+void PaneTableView::deselectRow(int row)
+{
+    RowSet rows = selectedRows();
+    rows.removeOne(row);
+    // One selection, not a deselection on top: so Shift with the arrows can still take rows back.
+    selectionModel()->select(ranges(rows), QItemSelectionModel::ClearAndSelect);
+}
+
+void PaneTableView::scrollToRow(int row)
+{
+    if (row >= 0 && row < rowCount())
+        scrollTo(_tableModel->index(row, int(Column::Icon)));
+}
+
+void PaneTableView::redraw()
+{
+    viewport()->update();
+}
+
+QItemSelection PaneTableView::ranges(const RowSet &rows) const
+{
+    QItemSelection selection;
+    const int count = rowCount();
+    const auto outside = [count](int row) { return row < 0 || row >= count; };
+    for (qsizetype first = 0; first < rows.size();) {
+        qsizetype last = first;
+        while (last + 1 < rows.size() && rows[last + 1] == rows[last] + 1)
+            ++last;
+        const int top = std::max(rows[first], 0);
+        const int bottom = std::min(rows[last], count - 1);
+        if (!outside(top) && top <= bottom)
+            selection.append(QItemSelectionRange(_tableModel->index(top, 0),
+                                                 _tableModel->index(bottom, ColumnCount - 1)));
+        first = last + 1;
+    }
+    return selection;
+}
+
+void PaneTableView::setCurrentRow(int row)
+{
+    // A new current row alone must not move what is in view.
+    const bool scrolls = hasAutoScroll();
+    setAutoScroll(false);
+    selectionModel()->setCurrentIndex(_tableModel->index(row, int(Column::Name)),
+                                      QItemSelectionModel::NoUpdate);
+    setAutoScroll(scrolls);
+}
+
+void PaneTableView::selectionChanged(const QItemSelection &selected,
+                                     const QItemSelection &deselected)
+{
+    rememberSelection();
+    if (!selected.isEmpty())
+        _newestRow =
+            selected.contains(currentIndex()) ? currentIndex().row() : selected.last().bottom();
+    QTableView::selectionChanged(selected, deselected);
+    Q_EMIT selectedRowsChanged();
+}
+
+void PaneTableView::rememberSelection()
+{
+    _selected.fill(false, rowCount());
+    const QItemSelection selection = selectionModel()->selection();
+    for (const QItemSelectionRange &range : selection)
+        _selected.fill(true, range.top(), range.bottom() + 1);
+}
+
+void PaneTableView::reset()
+{
+    QTableView::reset();
+    _newestRow = -1;
+    rememberSelection();
+}

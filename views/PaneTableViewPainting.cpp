@@ -1,0 +1,117 @@
+#include "util/FileQueries.h"
+#include "util/RoundRect.h"
+#include "views/PaneTableView.h"
+
+#include <QPainter>
+#include <QPaintEvent>
+
+namespace {
+
+constexpr double LabelInset = 1.0;
+constexpr double LabelRadius = 10.0;
+
+QColor mixed(const QColor &a, const QColor &b, double share)
+{
+    const auto channel = [share](float x, float y) { return float(x * share + y * (1 - share)); };
+    return QColor::fromRgbF(channel(a.redF(), b.redF()), channel(a.greenF(), b.greenF()),
+                            channel(a.blueF(), b.blueF()));
+}
+
+QColor readableOn(const QColor &background)
+{
+    return qGray(background.rgb()) > 110 ? Qt::black : Qt::white;
+}
+
+} // namespace
+
+bool PaneTableView::isActivePane() const
+{
+    // Also while a sheet or a menu has the keyboard: the pane it will act on stays plain.
+    return window()->focusWidget() == this;
+}
+
+QColor PaneTableView::mutedHighlight() const
+{
+    return mixed(palette().color(QPalette::Active, QPalette::Highlight),
+                 palette().color(QPalette::Base), 0.28);
+}
+
+void PaneTableView::paintFrame()
+{
+    QPainter painter(this);
+    const QRect frame = rect();
+    painter.fillRect(frame, palette().color(QPalette::Base));
+    if (isActivePane()) {
+        painter.setPen(QPen(palette().color(QPalette::Active, QPalette::Highlight), 2));
+        painter.drawRect(QRectF(frame).adjusted(1, 1, -1, -1));
+    } else {
+        painter.setPen(
+            mixed(palette().color(QPalette::Text), palette().color(QPalette::Base), 0.25));
+        painter.drawRect(frame.adjusted(0, 0, -1, -1));
+    }
+}
+
+// Rows are painted here, by the remembered bits: the base class asks the selection model for each
+// cell, which walks all its ranges each time.
+void PaneTableView::paintEvent(QPaintEvent *event)
+{
+    QPainter painter(viewport());
+    const int first = rowAt(event->rect().top());
+    if (first < 0)
+        return;
+    const int below = rowAt(event->rect().bottom());
+    const int last = below < 0 ? rowCount() - 1 : below;
+    for (int row = first; row <= last; ++row)
+        paintRow(painter, row);
+}
+
+void PaneTableView::paintRow(QPainter &painter, int row)
+{
+    const QRect area(0, rowViewportPosition(row), viewport()->width(), rowHeight(row));
+    const QColor textColor = paintRowBackground(painter, row, area);
+
+    QStyleOptionViewItem option;
+    initViewItemOption(&option);
+    // The background is drawn already; the cells add only what stands on it.
+    option.state &= ~(QStyle::State_Selected | QStyle::State_HasFocus | QStyle::State_MouseOver);
+    option.state.setFlag(QStyle::State_Enabled, isEnabled());
+    for (const auto role : { QPalette::Text, QPalette::WindowText, QPalette::HighlightedText })
+        option.palette.setColor(role, textColor);
+    for (int column = 0; column < ColumnCount; ++column) {
+        const QModelIndex index = _tableModel->index(row, column);
+        option.rect = visualRect(index);
+        if (option.rect.right() >= 0 && option.rect.left() < area.width())
+            itemDelegateForIndex(index)->paint(&painter, option, index);
+    }
+
+    if (hasFocus() && row == currentIndex().row() && !isRowSelected(row)) {
+        painter.setPen(palette().color(QPalette::Highlight));
+        painter.drawRect(area.adjusted(0, 0, -1, -1));
+    }
+}
+
+QColor PaneTableView::paintRowBackground(QPainter &painter, int row, const QRect &area)
+{
+    const QColor highlight =
+        isActivePane() ? palette().color(QPalette::Active, QPalette::Highlight) : mutedHighlight();
+    QColor textColor = palette().color(QPalette::Text);
+    if (isRowSelected(row)) {
+        painter.fillRect(area, highlight);
+        textColor = isActivePane() ? palette().color(QPalette::Active, QPalette::HighlightedText)
+                                   : palette().color(QPalette::Text);
+    }
+    const int label = _tableModel->rows()[row].finderLabel();
+    if (label == 0)
+        return textColor;
+
+    const QColor labelColor = FileQueries::finderLabelColor(label);
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    // A selected row keeps its label, framed by the selection.
+    const double inset = isRowSelected(row) ? LabelInset + 2 : LabelInset;
+    painter.fillPath(bezierPathWithRoundRect(QRectF(area).adjusted(inset, inset, -inset, -inset),
+                                             LabelRadius, LabelRadius),
+                     labelColor);
+    painter.restore();
+    return readableOn(labelColor);
+}
