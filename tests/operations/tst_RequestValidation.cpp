@@ -39,7 +39,8 @@ void tst_RequestValidation::theFirstFaultIsLoggedAndRefuses_data()
     QTest::newRow("no side") << four << QByteArray("performFileOperation dictionary count != 5!");
     QTest::newRow("six entries") << with(u"Operation"_s, u"x"_s)
                                  << QByteArray("performFileOperation dictionary count != 5!");
-    QTest::newRow("empty source") << with(RequestKey::Source, u""_s) << value + "'Source' is empty!";
+    QTest::newRow("empty source") << with(RequestKey::Source, u""_s)
+                                  << value + "'Source' is empty!";
     QTest::newRow("source is destination")
         << with(RequestKey::Destination, u"/a"_s)
         << value + "'Source' is equal to value for key 'Destination'!";
@@ -50,11 +51,10 @@ void tst_RequestValidation::theFirstFaultIsLoggedAndRefuses_data()
                               << value + "'Side' is not 'Left', 'left' or 'Right', 'right'!";
     QTest::newRow("empty update") << with(RequestKey::UpdateBoth, u""_s)
                                   << value + "'UpdateBoth' is empty!";
-    QTest::newRow("unknown update")
-        << with(RequestKey::UpdateBoth, u"yes"_s)
-        << value
-               + "'UpdateBoth' is not 'YES', 'NO', 'DragDropCopy', 'DragDropMove' or "
-                 "'DragDropFinder'!";
+    QTest::newRow("unknown update") << with(RequestKey::UpdateBoth, u"yes"_s)
+                                    << value
+            + "'UpdateBoth' is not 'YES', 'NO', 'DragDropCopy', 'DragDropMove' or "
+              "'DragDropFinder'!";
 }
 
 void tst_RequestValidation::theFirstFaultIsLoggedAndRefuses()

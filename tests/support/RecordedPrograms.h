@@ -1,0 +1,30 @@
+#pragma once
+
+#include "platform/desktop/DesktopPrograms.h"
+
+#include <QList>
+#include <QMutex>
+
+// Runs the real programs and keeps each argument list. `before` may do something to the files
+// first, or answer an exit status in the program's place.
+class RecordedPrograms : public Programs {
+public:
+    ProgramEnd run(const QStringList &arguments,
+                   const std::function<void(pid_t)> &started = {}) override
+    {
+        const QMutexLocker lock(&_mutex);
+        runs.append(arguments);
+        if (before) {
+            if (const auto status = before(arguments))
+                return { true, *status };
+        }
+        return _real.run(arguments, started);
+    }
+
+    QList<QStringList> runs;
+    std::function<std::optional<int>(const QStringList &)> before;
+
+private:
+    QMutex _mutex;
+    DesktopPrograms _real;
+};
