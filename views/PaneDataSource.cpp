@@ -9,6 +9,7 @@
 
 #include <QHelpEvent>
 #include <QSet>
+#include <QTextDocument>
 #include <QToolTip>
 
 using namespace Qt::StringLiterals;
