@@ -1,0 +1,31 @@
+#include "platform/Alerts.h"
+
+Alert Alert::error(const QString &text, const QString &button)
+{
+    return { .style = Style::Critical,
+             .title = localized("Twinleaf - Error"),
+             .text = text,
+             .buttons = { { Ok, button } },
+             .cancel = Ok };
+}
+
+Alert Alert::question(const QString &text)
+{
+    return { .style = Style::Informational,
+             .title = localized("Twinleaf - Warning"),
+             .text = text,
+             .buttons = { { Yes, localized("Yes") }, { No, localized("No") } },
+             .cancel = No };
+}
+
+Alert Alert::overwriteQuestion(const QString &text, const QString &details)
+{
+    return { .style = Style::Informational,
+             .title = localized("Twinleaf - Warning"),
+             .text = text,
+             .details = details,
+             .buttons = { { No, localized("No") },
+                          { Yes, localized("Yes") },
+                          { All, localized("All") } },
+             .cancel = No };
+}
