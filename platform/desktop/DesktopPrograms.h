@@ -1,0 +1,10 @@
+#pragma once
+
+#include "platform/Programs.h"
+
+// The real programs of this machine, started by posix_spawn.
+class DesktopPrograms final : public Programs {
+public:
+    ProgramEnd run(const QStringList &arguments,
+                   const std::function<void(pid_t)> &started = {}) override;
+};
