@@ -1,0 +1,28 @@
+#pragma once
+
+#include "platform/desktop/MountWatch.h"
+#include "platform/desktop/SessionEnd.h"
+#include "platform/Workspace.h"
+
+// The services of the desktop this program runs on, or of the bare system where there is none.
+class DesktopWorkspace final : public Workspace {
+    Q_OBJECT
+
+public:
+    explicit DesktopWorkspace(QObject *parent = nullptr);
+
+    bool launchApplication(const QString &path) override;
+    bool openFile(const QString &path, const QString &application = {}) override;
+    bool openInstallerPackage(const QString &path) override;
+    QString applicationForFile(const QString &path) const override;
+
+    bool moveToTrash(const QString &path) override;
+
+    QStringList mountedLocalVolumePaths() const override;
+    bool eject(const QString &volume) override;
+    QString volumesFolder() const override;
+
+private:
+    MountWatch _mountWatch;
+    SessionEnd _sessionEnd;
+};

@@ -1,0 +1,185 @@
+#include "platform/desktop/InstalledApplications.h"
+
+#include "platform/FileName.h"
+#include "platform/FileStatus.h"
+#include "platform/Icons.h"
+
+#include <gio/gdesktopappinfo.h>
+#include <gio/gio.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <memory>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct Unref {
+    void operator()(gpointer object) const { g_object_unref(object); }
+};
+struct Free {
+    void operator()(gpointer memory) const { g_free(memory); }
+};
+template <typename Object>
+using Owned = std::unique_ptr<Object, Unref>;
+using OwnedText = std::unique_ptr<char, Free>;
+
+constexpr auto entrySuffix = ".desktop"_L1;
+constexpr auto appDirSuffix = ".AppDir"_L1;
+
+QByteArray realPath(const QByteArray &path)
+{
+    const std::unique_ptr<char, decltype(&free)> real(realpath(path.constData(), nullptr), &free);
+    return real ? QByteArray(real.get()) : QByteArray();
+}
+
+bool isInApplicationsOf(const char *dataFolder, const QByteArray &folder)
+{
+    const QByteArray applications = realPath(QByteArray(dataFolder) + "/applications");
+    return !applications.isEmpty()
+        && (folder == applications || folder.startsWith(applications + '/'));
+}
+
+// In a session of its own and silent: it neither ends with us nor writes over our log.
+void ownSession(gpointer)
+{
+    setsid();
+}
+
+constexpr auto launchFlags =
+    GSpawnFlags(G_SPAWN_SEARCH_PATH | G_SPAWN_STDOUT_TO_DEV_NULL | G_SPAWN_STDERR_TO_DEV_NULL);
+
+bool launchEntry(const QString &entry, const QStringList &files)
+{
+    const Owned<GDesktopAppInfo> info(
+        g_desktop_app_info_new_from_filename(FileName::toBytes(entry).constData()));
+    if (!info)
+        return false;
+    GList *uris = nullptr;
+    for (const QString &file : files)
+        uris = g_list_append(
+            uris, g_filename_to_uri(FileName::toBytes(file).constData(), nullptr, nullptr));
+    const bool launched = g_desktop_app_info_launch_uris_as_manager(
+        info.get(), uris, nullptr, launchFlags, ownSession, nullptr, nullptr, nullptr, nullptr);
+    g_list_free_full(uris, g_free);
+    return launched;
+}
+
+bool launchExecutable(const QString &program, const QStringList &files)
+{
+    QList<QByteArray> bytes { FileName::toBytes(program) };
+    for (const QString &file : files)
+        bytes.append(FileName::toBytes(file));
+    QList<char *> vector;
+    for (QByteArray &argument : bytes)
+        vector.append(argument.data());
+    vector.append(nullptr);
+    return g_spawn_async(nullptr, vector.data(), nullptr,
+                         GSpawnFlags(G_SPAWN_STDOUT_TO_DEV_NULL | G_SPAWN_STDERR_TO_DEV_NULL),
+                         ownSession, nullptr, nullptr, nullptr);
+}
+
+bool isExecutableFile(const QString &path)
+{
+    const auto status = fileStatus(path, Links::Follow);
+    return status && status->kind == FileKind::Regular
+        && access(FileName::toBytes(path).constData(), X_OK) == 0;
+}
+
+OwnedText contentType(const QString &path)
+{
+    // The local files alone: the desktop's virtual file systems would want a session bus first.
+    const QByteArray bytes = FileName::toBytes(path);
+    const Owned<GFile> file(g_vfs_get_file_for_path(g_vfs_get_local(), bytes.constData()));
+    const Owned<GFileInfo> info(g_file_query_info(file.get(),
+                                                  G_FILE_ATTRIBUTE_STANDARD_CONTENT_TYPE,
+                                                  G_FILE_QUERY_INFO_NONE, nullptr, nullptr));
+    if (!info)
+        return nullptr;
+    // A desktop entry's own default application would be the one that runs it.
+    if (path.endsWith(entrySuffix))
+        return OwnedText(g_strdup("text/plain"));
+    return OwnedText(g_strdup(g_file_info_get_content_type(info.get())));
+}
+
+QIcon iconOf(GAppInfo *info)
+{
+    GIcon *icon = g_app_info_get_icon(info);
+    if (icon && G_IS_THEMED_ICON(icon)) {
+        for (const char *const *name = g_themed_icon_get_names(G_THEMED_ICON(icon)); *name;
+             ++name) {
+            if (QIcon::hasThemeIcon(QString::fromUtf8(*name)))
+                return QIcon::fromTheme(QString::fromUtf8(*name));
+        }
+    }
+    return themedIcon(u"application-x-executable"_s);
+}
+
+QString pathOf(GAppInfo *info)
+{
+    const char *path = G_IS_DESKTOP_APP_INFO(info)
+        ? g_desktop_app_info_get_filename(G_DESKTOP_APP_INFO(info))
+        : nullptr;
+    return path ? FileName::fromBytes(path) : QString();
+}
+
+} // namespace
+
+QList<InstalledApplications::Application> InstalledApplications::all()
+{
+    QList<Application> applications;
+    GList *infos = g_app_info_get_all();
+    for (GList *each = infos; each; each = each->next) {
+        auto *info = G_APP_INFO(each->data);
+        const QString path = pathOf(info);
+        if (!path.isEmpty() && g_app_info_should_show(info))
+            applications.append(
+                { path, QString::fromUtf8(g_app_info_get_display_name(info)), iconOf(info) });
+    }
+    g_list_free_full(infos, g_object_unref);
+    std::sort(applications.begin(), applications.end(),
+              [](const Application &a, const Application &b) {
+                  return a.name.localeAwareCompare(b.name) < 0;
+              });
+    return applications;
+}
+
+bool InstalledApplications::isInstalledEntry(const QString &path)
+{
+    const qsizetype slash = path.lastIndexOf(u'/');
+    if (slash < 0 || !path.endsWith(entrySuffix))
+        return false;
+    const QByteArray folder = realPath(FileName::toBytes(path.left(slash)));
+    if (folder.isEmpty())
+        return false;
+    if (isInApplicationsOf(g_get_user_data_dir(), folder))
+        return true;
+    for (const char *const *data = g_get_system_data_dirs(); *data; ++data) {
+        if (isInApplicationsOf(*data, folder))
+            return true;
+    }
+    return false;
+}
+
+QString InstalledApplications::defaultFor(const QString &path)
+{
+    const OwnedText type = contentType(path);
+    if (!type)
+        return {};
+    const Owned<GAppInfo> info(g_app_info_get_default_for_type(type.get(), false));
+    return info ? pathOf(info.get()) : QString();
+}
+
+bool InstalledApplications::launch(const QString &application, const QStringList &files)
+{
+    if (isInstalledEntry(application))
+        return launchEntry(application, files);
+    if (application.endsWith(appDirSuffix, Qt::CaseInsensitive)) {
+        const QString starter = application + "/AppRun"_L1;
+        return isExecutableFile(starter) && launchExecutable(starter, files);
+    }
+    return !application.endsWith(entrySuffix) && isExecutableFile(application)
+        && launchExecutable(application, files);
+}

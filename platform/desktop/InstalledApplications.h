@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QIcon>
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+// The applications of this machine: desktop entries in the XDG application folders, and AppDirs,
+// which bring their own starter along. Everything here starts programs detached from ours.
+namespace InstalledApplications {
+
+struct Application {
+    QString path; // of its .desktop entry
+    QString name;
+    QIcon icon;
+};
+
+// Those that a person would look for, by name.
+QList<Application> all();
+
+// Whether the path is a desktop entry in one of the XDG application folders. Entries from elsewhere
+// (a download) can run anything under any name and picture: they are files like any other.
+bool isInstalledEntry(const QString &path);
+
+// The entry of the default application for the file; empty when there is none.
+QString defaultFor(const QString &path);
+
+// Starts an application (an installed entry, an AppDir, an executable file) with these files.
+bool launch(const QString &application, const QStringList &files);
+
+} // namespace InstalledApplications

@@ -1,0 +1,136 @@
+#include "platform/desktop/SessionEnd.h"
+
+#include <QCoreApplication>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QDBusUnixFileDescriptor>
+#include <QGuiApplication>
+#include <QSocketNotifier>
+
+#include <cerrno>
+#include <csignal>
+#include <fcntl.h>
+#include <sys/eventfd.h>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const auto service = u"org.freedesktop.login1"_s;
+const auto object = u"/org/freedesktop/login1"_s;
+const auto interface = u"org.freedesktop.login1.Manager"_s;
+
+// What the signal handler may touch: nothing but a number to write to.
+volatile std::sig_atomic_t signalPipe = -1;
+
+void signalCame(int)
+{
+    const int kept = errno;
+    const quint64 one = 1;
+    [[maybe_unused]] const ssize_t written = write(signalPipe, &one, sizeof one);
+    errno = kept;
+}
+
+} // namespace
+
+SessionEnd::SessionEnd(QObject *parent)
+    : QObject(parent)
+{
+    watchSignals();
+    if (auto *application = qobject_cast<QGuiApplication *>(QCoreApplication::instance()))
+        connect(application, &QGuiApplication::commitDataRequest, this, &SessionEnd::tell,
+                Qt::DirectConnection);
+    // After the first turn of the event loop: the window does not wait for the bus.
+    QMetaObject::invokeMethod(this, &SessionEnd::watchLogin, Qt::QueuedConnection);
+}
+
+SessionEnd::~SessionEnd()
+{
+    letShutdownGoOn();
+    if (_signals < 0)
+        return;
+    std::signal(SIGTERM, SIG_DFL);
+    std::signal(SIGHUP, SIG_DFL);
+    signalPipe = -1;
+    delete findChild<QSocketNotifier *>();
+    close(_signals);
+}
+
+void SessionEnd::watchSignals()
+{
+    _signals = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
+    if (_signals < 0)
+        return;
+    signalPipe = _signals;
+    auto *notifier = new QSocketNotifier(_signals, QSocketNotifier::Read, this);
+    connect(notifier, &QSocketNotifier::activated, this, &SessionEnd::readSignal);
+    struct sigaction action { };
+    action.sa_handler = signalCame;
+    action.sa_flags = SA_RESTART;
+    sigaction(SIGTERM, &action, nullptr);
+    sigaction(SIGHUP, &action, nullptr);
+}
+
+void SessionEnd::readSignal()
+{
+    quint64 count = 0;
+    if (read(_signals, &count, sizeof count) != sizeof count)
+        return;
+    tell();
+    // Not quit(): that asks the windows, and nobody is there any more to answer.
+    QCoreApplication::exit(0);
+}
+
+void SessionEnd::watchLogin()
+{
+    QDBusConnection bus = QDBusConnection::systemBus();
+    if (!bus.isConnected())
+        return;
+    bus.connect(service, object, interface, u"PrepareForShutdown"_s, this,
+                SLOT(prepareForShutdown(bool)));
+    delayShutdown();
+}
+
+void SessionEnd::delayShutdown()
+{
+    QDBusMessage call = QDBusMessage::createMethodCall(service, object, interface, u"Inhibit"_s);
+    call << u"shutdown"_s << u"Twinleaf"_s << u"Saving the settings"_s << u"delay"_s;
+    auto *watcher = new QDBusPendingCallWatcher(QDBusConnection::systemBus().asyncCall(call), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
+        const QDBusPendingReply<QDBusUnixFileDescriptor> reply = *watcher;
+        if (reply.isValid()) {
+            letShutdownGoOn();
+            _inhibitor = fcntl(reply.value().fileDescriptor(), F_DUPFD_CLOEXEC, 0);
+        }
+        watcher->deleteLater();
+    });
+}
+
+void SessionEnd::letShutdownGoOn()
+{
+    if (_inhibitor >= 0)
+        close(_inhibitor);
+    _inhibitor = -1;
+}
+
+void SessionEnd::prepareForShutdown(bool begins)
+{
+    if (begins) {
+        tell();
+        letShutdownGoOn();
+    } else {
+        _told = false;
+        delayShutdown();
+    }
+}
+
+void SessionEnd::tell()
+{
+    if (_told)
+        return;
+    _told = true;
+    Q_EMIT willEnd();
+}

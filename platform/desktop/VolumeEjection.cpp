@@ -1,0 +1,119 @@
+#include "platform/desktop/VolumeEjection.h"
+
+#include "platform/desktop/DesktopPrograms.h"
+#include "platform/MountTable.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusObjectPath>
+#include <QDBusReply>
+#include <QDBusVariant>
+#include <QVariantMap>
+
+#include <algorithm>
+#include <optional>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const auto service = u"org.freedesktop.UDisks2"_s;
+const auto blockInterface = u"org.freedesktop.UDisks2.Block"_s;
+const auto driveInterface = u"org.freedesktop.UDisks2.Drive"_s;
+constexpr int patience = 10 * 60 * 1000; // a slow stick with much still to write
+
+// The disk service over a connection of this thread's own.
+class Disks {
+public:
+    Disks()
+        : _bus(QDBusConnection::connectToBus(QDBusConnection::SystemBus, connectionName()))
+    {
+    }
+    ~Disks() { QDBusConnection::disconnectFromBus(connectionName()); }
+    Disks(const Disks &) = delete;
+    Disks &operator=(const Disks &) = delete;
+
+    QDBusMessage call(const QString &object, const QString &interface, const QString &method,
+                      const QVariantList &arguments) const
+    {
+        QDBusMessage message = QDBusMessage::createMethodCall(service, object, interface, method);
+        message.setArguments(arguments);
+        return _bus.call(message, QDBus::Block, patience);
+    }
+
+    bool done(const QString &object, const QString &interface, const QString &method) const
+    {
+        return call(object, interface, method, { QVariantMap() }).type()
+            == QDBusMessage::ReplyMessage;
+    }
+
+    QVariant property(const QString &object, const QString &interface, const QString &name) const
+    {
+        const QDBusReply<QDBusVariant> reply =
+            call(object, u"org.freedesktop.DBus.Properties"_s, u"Get"_s, { interface, name });
+        return reply.isValid() ? reply.value().variant() : QVariant();
+    }
+
+    QString blockObject(const QString &device) const
+    {
+        const QDBusReply<QList<QDBusObjectPath>> reply =
+            call(u"/org/freedesktop/UDisks2/Manager"_s, u"org.freedesktop.UDisks2.Manager"_s,
+                 u"ResolveDevice"_s, { QVariantMap { { u"path"_s, device } }, QVariantMap() });
+        return reply.isValid() && !reply.value().isEmpty() ? reply.value().first().path()
+                                                           : QString();
+    }
+
+private:
+    static QString connectionName() { return u"twinleaf-eject"_s; }
+
+    QDBusConnection _bus;
+};
+
+std::optional<Mount> mountAt(const QString &point)
+{
+    const MountTable table = MountTable::current();
+    const QList<Mount> &mounts = table.mounts();
+    // The last one: where several lie over each other, that is the one a person sees.
+    const auto found = std::find_if(mounts.rbegin(), mounts.rend(),
+                                    [&](const Mount &mount) { return mount.point == point; });
+    return found == mounts.rend() ? std::nullopt : std::optional(*found);
+}
+
+bool unmountFuse(const QString &point)
+{
+    return DesktopPrograms()
+        .run({ u"/usr/bin/fusermount3"_s, u"-u"_s, u"--"_s, point })
+        .succeeded();
+}
+
+bool unmountDisk(const QString &device)
+{
+    const Disks disks;
+    const QString block = disks.blockObject(device);
+    if (block.isEmpty()
+        || !disks.done(block, u"org.freedesktop.UDisks2.Filesystem"_s, u"Unmount"_s))
+        return false;
+    const QString drive =
+        disks.property(block, blockInterface, u"Drive"_s).value<QDBusObjectPath>().path();
+    if (drive.size() <= 1)
+        return true;
+    // A drive with another mounted volume refuses both; this volume is safe to part from all the
+    // same.
+    if (disks.property(drive, driveInterface, u"Ejectable"_s).toBool())
+        disks.done(drive, driveInterface, u"Eject"_s);
+    else if (disks.property(drive, driveInterface, u"CanPowerOff"_s).toBool())
+        disks.done(drive, driveInterface, u"PowerOff"_s);
+    return true;
+}
+
+} // namespace
+
+bool ejectVolume(const QString &point)
+{
+    const auto mount = mountAt(point);
+    if (!mount || point == u"/")
+        return false;
+    return mount->type == u"fuse" || mount->type.startsWith("fuse."_L1)
+        ? unmountFuse(point)
+        : unmountDisk(mount->source);
+}
