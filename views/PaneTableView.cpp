@@ -336,7 +336,6 @@ RowSet PaneTableView::selectedRows() const
 
 void PaneTableView::selectRow(int row)
 {
-    setCurrentRow(row);
     selectRows({ row });
 }
 
@@ -347,6 +346,7 @@ void PaneTableView::selectRows(const RowSet &rows)
         clearSelection();
         return;
     }
+    setCurrentRow(selection.last().bottom());
     {
         // The selection model compares each old range with each new one; with none there is nothing
         // to compare. Receivers hear of the change once, from the selection that follows.
