@@ -1,0 +1,157 @@
+"""A world of its own for the real program: display, window manager, home and settings.
+
+Used by the end-to-end tests and by scripts/tour."""
+import os
+import pathlib
+import re
+import shutil
+import signal
+import subprocess
+import time
+
+# The sanitizers' build on a busy machine is slow; a condition that holds is seen at once.
+LIMIT = float(os.environ.get("TWINLEAF_E2E_LIMIT", "60"))
+
+
+class Failure(AssertionError):
+    pass
+
+
+def wait_for(condition, what, limit=LIMIT):
+    """The condition's first true answer; a Failure naming it when the time is up."""
+    end = time.monotonic() + limit
+    while True:
+        answer = condition()
+        if answer:
+            return answer
+        if time.monotonic() > end:
+            raise Failure(f"waited {limit:.0f} s for {what}")
+        time.sleep(0.03)
+
+
+def run(*command, env=None):
+    return subprocess.run(command, env=env, capture_output=True, text=True, errors="replace")
+
+
+class Display:
+    """An X server without a screen, and a window manager so that focus goes where a person expects."""
+
+    def __init__(self, size="1280x800"):
+        for program in ("Xvfb", "xdotool", "xprop", "matchbox-window-manager"):
+            if not shutil.which(program):
+                raise Failure(f"{program} is not installed (scripts/install-deps)")
+        read_end, write_end = os.pipe()
+        self._server = subprocess.Popen(
+            ["Xvfb", "-displayfd", str(write_end), "-screen", "0", size + "x24", "-nolisten", "tcp"],
+            pass_fds=[write_end], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        os.close(write_end)
+        with os.fdopen(read_end) as answer:
+            number = answer.readline().strip()
+        if not number:
+            raise Failure("Xvfb did not start")
+        self.name = ":" + number
+        self.env = dict(os.environ, DISPLAY=self.name)
+        self._manager = subprocess.Popen(
+            ["matchbox-window-manager", "-use_titlebar", "yes", "-use_cursor", "yes"],
+            env=self.env, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        wait_for(lambda: "window id" in run("xprop", "-root", "_NET_SUPPORTING_WM_CHECK",
+                                            env=self.env).stdout, "the window manager")
+
+    def close(self):
+        for process in (self._manager, self._server):
+            process.terminate()
+            process.wait()
+
+    def xdotool(self, *arguments):
+        return run("xdotool", *arguments, env=self.env).stdout.strip()
+
+    def active_window(self):
+        """Number and title of the window with the focus, or None."""
+        found = re.search(r"window id # 0x([0-9a-f]+)",
+                          run("xprop", "-root", "_NET_ACTIVE_WINDOW", env=self.env).stdout)
+        if not found or int(found.group(1), 16) == 0:
+            return None
+        number = int(found.group(1), 16)
+        # Only a window that has the keyboard too: keys go there, whatever the manager says.
+        if self.xdotool("getwindowfocus") != str(number):
+            return None
+        return number, self.xdotool("getwindowname", str(number))
+
+    def screenshot(self, file):
+        return run("import", "-window", "root", str(file), env=self.env).returncode == 0
+
+
+class Program:
+    """The running program with its own home below `world`."""
+
+    def __init__(self, program, display, world, *arguments, color_scheme="light"):
+        world = pathlib.Path(world)
+        self.display = display
+        self.home = world / "home"
+        self.settings = world / "config" / "org.twinleaf.Twinleaf.plist"
+        self.trash = world / "data" / "Trash"
+        for folder in ("home", "config", "data", "state", "cache", "run"):
+            (world / folder).mkdir(mode=0o700, parents=True, exist_ok=True)
+        env = {key: value for key, value in display.env.items()
+               if key not in ("WAYLAND_DISPLAY", "SESSION_MANAGER", "XAUTHORITY", "QT_STYLE_OVERRIDE")}
+        env.update(HOME=str(self.home), XDG_CONFIG_HOME=str(world / "config"),
+                   XDG_DATA_HOME=str(world / "data"), XDG_STATE_HOME=str(world / "state"),
+                   XDG_CACHE_HOME=str(world / "cache"), XDG_RUNTIME_DIR=str(world / "run"),
+                   DBUS_SESSION_BUS_ADDRESS="disabled:", QT_QPA_PLATFORM="xcb",
+                   QT_ACCESSIBILITY="0", LC_ALL="C.UTF-8", LANGUAGE="en", TZ="UTC",
+                   TWINLEAF_COLOR_SCHEME=color_scheme)
+        self._log = open(world / "log.txt", "a+b")
+        self._process = subprocess.Popen([str(program), *map(os.fspath, arguments)], env=env,
+                                         stdin=subprocess.DEVNULL, stdout=self._log, stderr=self._log)
+        self.window = self._wait(self._window, "the main window")
+
+    def _window(self):
+        found = self.display.active_window()
+        return found[0] if found else None
+
+    def _wait(self, condition, what):
+        def alive_and():
+            answer = condition()
+            if not answer and self._process.poll() is not None:
+                raise Failure(f"the program ended ({self._process.returncode}) before {what}")
+            return answer
+        return wait_for(alive_and, what)
+
+    def key(self, *keys):
+        self.display.xdotool("key", "--clearmodifiers", "--delay", "30", *keys)
+
+    def type(self, text):
+        """Types over what the entry field holds."""
+        self.key("ctrl+a")
+        self.display.xdotool("type", "--clearmodifiers", "--delay", "20", "--", text)
+
+    def wait_for_question(self, what):
+        """Waits for a dialog over the main window; its title."""
+        def other():
+            active = self.display.active_window()
+            return active if active and active[0] != self.window else None
+        return self._wait(other, what)[1]
+
+    def wait_for_main_window(self):
+        self._wait(lambda: self._window() == self.window, "the main window to be active again")
+
+    def wait_for(self, condition, what):
+        return self._wait(condition, what)
+
+    def wait_for_end(self):
+        wait_for(lambda: self._process.poll() is not None, "the program to end")
+        return self._process.returncode
+
+    def log(self):
+        self._log.seek(0)
+        return self._log.read().decode(errors="replace")
+
+    def close(self):
+        if self._process.poll() is None:
+            self._process.send_signal(signal.SIGTERM)
+            try:
+                self._process.wait(5)
+            except subprocess.TimeoutExpired:
+                self._process.kill()
+                self._process.wait()
+        self._log.close()
