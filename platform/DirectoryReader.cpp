@@ -30,9 +30,9 @@ DirectoryReader::~DirectoryReader()
 
 std::error_code DirectoryReader::open(const QString &path, Links links)
 {
-    _descriptor = ::open(FileName::toBytes(path).constData(),
-                         O_RDONLY | O_DIRECTORY | O_CLOEXEC
-                             | (links == Links::NoFollow ? O_NOFOLLOW : 0));
+    _descriptor =
+        ::open(FileName::toBytes(path).constData(),
+               O_RDONLY | O_DIRECTORY | O_CLOEXEC | (links == Links::NoFollow ? O_NOFOLLOW : 0));
     return _descriptor < 0 ? lastError() : std::error_code();
 }
 

@@ -74,8 +74,7 @@ bool exists(const QString &path)
 std::optional<QString> linkTarget(const QString &path)
 {
     char target[PATH_MAX];
-    const ssize_t length
-        = ::readlink(FileName::toBytes(path).constData(), target, sizeof target);
+    const ssize_t length = ::readlink(FileName::toBytes(path).constData(), target, sizeof target);
     if (length < 0)
         return std::nullopt;
     return FileName::fromBytes(QByteArrayView(target, length));

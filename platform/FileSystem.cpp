@@ -99,7 +99,8 @@ dev_t deviceOf(const struct statx &status)
 std::error_code removeAt(int folder, const char *name, dev_t device)
 {
     struct statx status;
-    if (::statx(folder, name, AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT, STATX_BASIC_STATS, &status) != 0)
+    if (::statx(folder, name, AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT, STATX_BASIC_STATS, &status)
+        != 0)
         return errorOf(-1);
     if (deviceOf(status) != device || (status.stx_attributes & STATX_ATTR_MOUNT_ROOT))
         return error(std::errc::device_or_resource_busy);
@@ -170,8 +171,8 @@ std::error_code FileSystem::removeTree(const QString &path)
 {
     const QByteArray bytes = FileName::toBytes(path);
     struct statx status;
-    if (::statx(AT_FDCWD, bytes.constData(), AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT, STATX_BASIC_STATS,
-                &status)
+    if (::statx(AT_FDCWD, bytes.constData(), AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT,
+                STATX_BASIC_STATS, &status)
         != 0)
         return errorOf(-1);
     return removeAt(AT_FDCWD, bytes.constData(), deviceOf(status));
@@ -207,8 +208,8 @@ void FileSystem::copyUserAttributes(const QString &from, const QString &to)
         if (size < 0)
             continue;
         QByteArray value(size, Qt::Uninitialized);
-        const ssize_t read
-            = ::lgetxattr(source.constData(), name.constData(), value.data(), size_t(size));
+        const ssize_t read =
+            ::lgetxattr(source.constData(), name.constData(), value.data(), size_t(size));
         if (read >= 0)
             ::lsetxattr(target.constData(), name.constData(), value.constData(), size_t(read),
                         XATTR_CREATE);

@@ -70,9 +70,10 @@ const Mount *MountTable::mountOf(const QString &path) const
 
 bool MountTable::isNetwork(const Mount &mount)
 {
-    static const QSet<QString> types { u"nfs"_s,       u"nfs4"_s,      u"cifs"_s,  u"smb3"_s,
-                                       u"9p"_s,        u"afs"_s,       u"ceph"_s,  u"glusterfs"_s,
-                                       u"fuse.sshfs"_s, u"fuse.rclone"_s, u"davfs"_s, u"fuse.gvfsd-fuse"_s };
+    static const QSet<QString> types { u"nfs"_s,         u"nfs4"_s,      u"cifs"_s,
+                                       u"smb3"_s,        u"9p"_s,        u"afs"_s,
+                                       u"ceph"_s,        u"glusterfs"_s, u"fuse.sshfs"_s,
+                                       u"fuse.rclone"_s, u"davfs"_s,     u"fuse.gvfsd-fuse"_s };
     return types.contains(mount.type);
 }
 
@@ -81,7 +82,8 @@ bool MountTable::isLocalVolume(const Mount &mount)
     if (mount.point == u"/"_s)
         return true;
     // Disks have a device node; loop devices are mostly packages of installed software.
-    const bool disk = mount.source.startsWith(u"/dev/"_s) && !mount.source.startsWith(u"/dev/loop"_s);
+    const bool disk =
+        mount.source.startsWith(u"/dev/"_s) && !mount.source.startsWith(u"/dev/loop"_s);
     const bool system = mount.point.startsWith(u"/boot"_s) || mount.point.startsWith(u"/snap/"_s)
         || mount.point.startsWith(u"/var/"_s) || mount.point.startsWith(u"/proc"_s)
         || mount.point.startsWith(u"/sys"_s);
