@@ -24,4 +24,12 @@ function(twinleaf_program)
   endif()
   add_executable(twinleaf "${CMAKE_SOURCE_DIR}/app/main.cpp")
   target_link_libraries(twinleaf PRIVATE twinleaf_app)
+  set_target_properties(twinleaf PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}")
+  # Compiled into the program as :/i18n/twinleaf_<language>.qm
+  file(GLOB translations CONFIGURE_DEPENDS "${CMAKE_SOURCE_DIR}/translations/twinleaf_*.ts")
+  qt_add_translations(twinleaf TS_FILES ${translations} RESOURCE_PREFIX /i18n)
+
+  install(TARGETS twinleaf RUNTIME DESTINATION bin)
+  install(FILES "${CMAKE_SOURCE_DIR}/cmake/org.twinleaf.Twinleaf.desktop"
+          DESTINATION share/applications)
 endfunction()

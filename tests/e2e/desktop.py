@@ -103,6 +103,7 @@ class Program:
         self._log = open(world / "log.txt", "a+b")
         self._process = subprocess.Popen([str(program), *map(os.fspath, arguments)], env=env,
                                          stdin=subprocess.DEVNULL, stdout=self._log, stderr=self._log)
+        self._question = None
         self.window = self._wait(self._window, "the main window")
 
     def _window(self):
@@ -126,11 +127,12 @@ class Program:
         self.display.xdotool("type", "--clearmodifiers", "--delay", "20", "--", text)
 
     def wait_for_question(self, what):
-        """Waits for a dialog over the main window; its title."""
+        """Waits for a dialog over the main window that was not asked for before; its title."""
         def other():
             active = self.display.active_window()
-            return active if active and active[0] != self.window else None
-        return self._wait(other, what)[1]
+            return active if active and active[0] not in (self.window, self._question) else None
+        self._question, title = self._wait(other, what)
+        return title
 
     def wait_for_main_window(self):
         self._wait(lambda: self._window() == self.window, "the main window to be active again")

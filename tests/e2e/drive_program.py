@@ -100,8 +100,7 @@ def asks_before_overwriting(scene):
     target = scene.file(scene.right, "same name", b"the older text")
     app = scene.start(left=source)
     scene.confirm("F5")
-    app.wait_for(lambda: app.window != (scene._display.active_window() or (app.window,))[0],
-                 "the overwrite question")
+    app.wait_for_question("the overwrite question")
     expect(holds(target, b"the older text"), "nothing is replaced while the question stands")
     app.key("Escape")
     scene.quit()

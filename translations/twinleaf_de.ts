@@ -1,0 +1,315 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="de_DE" sourcelanguage="en">
+<context>
+    <name>Twinleaf</name>
+    <message>
+        <source> Copy</source>
+        <translation> Kopie</translation>
+    </message>
+    <message>
+        <source>%@ of %@</source>
+        <translation>%@ von %@</translation>
+    </message>
+    <message>
+        <source>%@ per second</source>
+        <translation>%@ pro Sekunde</translation>
+    </message>
+    <message>
+        <source>%i item(s)</source>
+        <translation>%i Objekt(e)</translation>
+    </message>
+    <message>
+        <source>about %i minute(s) left</source>
+        <translation>noch etwa %i Minute(n)</translation>
+    </message>
+    <message>
+        <source>about %i second(s) left</source>
+        <translation>noch etwa %i Sekunde(n)</translation>
+    </message>
+    <message>
+        <source>All</source>
+        <translation>Alle</translation>
+    </message>
+    <message>
+        <source>Application</source>
+        <translation>Programm</translation>
+    </message>
+    <message>
+        <source>Are you sure that you want to copy the item(s)?</source>
+        <translation>Möchten Sie das Objekt (die Objekte) wirklich kopieren?</translation>
+    </message>
+    <message>
+        <source>Are you sure that you want to create an alias from this item(s)?</source>
+        <translation>Möchten Sie von diesem Objekt (diesen Objekten) wirklich einen Alias anlegen?</translation>
+    </message>
+    <message>
+        <source>Are you sure that you want to move the item(s)?</source>
+        <translation>Möchten Sie das Objekt (die Objekte) wirklich bewegen?</translation>
+    </message>
+    <message>
+        <source>Are you sure that you want to move the selected %i item(s) to trash?</source>
+        <translation>Möchten Sie die %i ausgewählten Objekte wirklich in den Papierkorb legen?</translation>
+    </message>
+    <message>
+        <source>Bold</source>
+        <translation>Fett</translation>
+    </message>
+    <message>
+        <source>Calculating...</source>
+        <translation>Wird berechnet …</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Canceling progress...</source>
+        <translation>Der Vorgang wird abgebrochen …</translation>
+    </message>
+    <message>
+        <source>Cannot create folder!</source>
+        <translation>Der Ordner kann nicht angelegt werden!</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Kopieren</translation>
+    </message>
+    <message>
+        <source>Copy progress finished.</source>
+        <translation>Das Kopieren ist abgeschlossen.</translation>
+    </message>
+    <message>
+        <source>Copy progress of &apos;%@&apos; failed!</source>
+        <translation>Das Kopieren von „%@“ ist fehlgeschlagen!</translation>
+    </message>
+    <message>
+        <source>Copying &apos;%@&apos;</source>
+        <translation>„%@“ wird kopiert</translation>
+    </message>
+    <message>
+        <source>Create alias for &apos;%@&apos; failed!</source>
+        <translation>Ein Alias für „%@“ konnte nicht angelegt werden!</translation>
+    </message>
+    <message>
+        <source>Date</source>
+        <translation>Datum</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Löschen</translation>
+    </message>
+    <message>
+        <source>Delete failed!</source>
+        <translation>Das Löschen ist fehlgeschlagen!</translation>
+    </message>
+    <message>
+        <source>Document</source>
+        <translation>Dokument</translation>
+    </message>
+    <message>
+        <source>Duplicate</source>
+        <translation>Duplizieren</translation>
+    </message>
+    <message>
+        <source>Duplicate failed!</source>
+        <translation>Das Duplizieren ist fehlgeschlagen!</translation>
+    </message>
+    <message>
+        <source>Existing item: %@</source>
+        <translation>Vorhandenes Objekt: %@</translation>
+    </message>
+    <message>
+        <source>File System</source>
+        <translation>Dateisystem</translation>
+    </message>
+    <message>
+        <source>Folder</source>
+        <translation>Ordner</translation>
+    </message>
+    <message>
+        <source>Folder already exists!</source>
+        <translation>Der Ordner ist schon vorhanden!</translation>
+    </message>
+    <message>
+        <source>Folder does not exists!</source>
+        <translation>Der Ordner ist nicht vorhanden!</translation>
+    </message>
+    <message>
+        <source>Hide Classic buttons</source>
+        <translation>Classic-Tasten ausblenden</translation>
+    </message>
+    <message>
+        <source>Hide system files</source>
+        <translation>Systemdateien ausblenden</translation>
+    </message>
+    <message>
+        <source>Icon</source>
+        <translation>Symbol</translation>
+    </message>
+    <message>
+        <source>Item(s) cannot copied in itself!</source>
+        <translation>Objekte können nicht in sich selbst kopiert werden!</translation>
+    </message>
+    <message>
+        <source>Item(s) cannot moved in itself!</source>
+        <translation>Objekte können nicht in sich selbst bewegt werden!</translation>
+    </message>
+    <message>
+        <source>Left files</source>
+        <translation>Linke Dateiliste</translation>
+    </message>
+    <message>
+        <source>Mini</source>
+        <translation>Mini</translation>
+    </message>
+    <message>
+        <source>Move</source>
+        <translation>Bewegen</translation>
+    </message>
+    <message>
+        <source>Move progress finished.</source>
+        <translation>Das Bewegen ist abgeschlossen.</translation>
+    </message>
+    <message>
+        <source>Move progress of &apos;%@&apos; failed!</source>
+        <translation>Das Bewegen von „%@“ ist fehlgeschlagen!</translation>
+    </message>
+    <message>
+        <source>Moving &apos;%@&apos;</source>
+        <translation>„%@“ wird bewegt</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>New folder</source>
+        <translation>Neuer Ordner</translation>
+    </message>
+    <message>
+        <source>New item: %@</source>
+        <translation>Neues Objekt: %@</translation>
+    </message>
+    <message>
+        <source>No</source>
+        <translation>Nein</translation>
+    </message>
+    <message>
+        <source>Normal</source>
+        <translation>Normal</translation>
+    </message>
+    <message>
+        <source>Not available</source>
+        <translation>Nicht verfügbar</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Ok</source>
+        <translation>Ok</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>Öffnen</translation>
+    </message>
+    <message>
+        <source>Package</source>
+        <translation>Paket</translation>
+    </message>
+    <message>
+        <source>Please enter full path to folder:</source>
+        <translation>Bitte den vollständigen Pfad des Ordners eingeben:</translation>
+    </message>
+    <message>
+        <source>Please enter new name:</source>
+        <translation>Bitte den neuen Namen eingeben:</translation>
+    </message>
+    <message>
+        <source>Please input new folder name:</source>
+        <translation>Bitte den Namen des neuen Ordners eingeben:</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>Beenden</translation>
+    </message>
+    <message>
+        <source>Reload</source>
+        <translation>Neu laden</translation>
+    </message>
+    <message>
+        <source>Rename</source>
+        <translation>Umbenennen</translation>
+    </message>
+    <message>
+        <source>Rename failed!</source>
+        <translation>Das Umbenennen ist fehlgeschlagen!</translation>
+    </message>
+    <message>
+        <source>Right files</source>
+        <translation>Rechte Dateiliste</translation>
+    </message>
+    <message>
+        <source>Show Classic buttons</source>
+        <translation>Classic-Tasten einblenden</translation>
+    </message>
+    <message>
+        <source>Show system files</source>
+        <translation>Systemdateien einblenden</translation>
+    </message>
+    <message>
+        <source>Size</source>
+        <translation>Größe</translation>
+    </message>
+    <message>
+        <source>Small</source>
+        <translation>Klein</translation>
+    </message>
+    <message>
+        <source>Target &apos;%@&apos; already exists! Overwrite?</source>
+        <translation>Das Ziel „%@“ ist schon vorhanden! Überschreiben?</translation>
+    </message>
+    <message>
+        <source>The item that was to be replaced is in the Trash.</source>
+        <translation>Das Objekt, das ersetzt werden sollte, liegt im Papierkorb.</translation>
+    </message>
+    <message>
+        <source>The item that was to be replaced was kept beside it under another name.</source>
+        <translation>Das Objekt, das ersetzt werden sollte, liegt unter anderem Namen daneben.</translation>
+    </message>
+    <message>
+        <source>The previous folder (&apos;..&apos;) cannot be worked on with! </source>
+        <translation>Der übergeordnete Ordner („..“) kann nicht bearbeitet werden! </translation>
+    </message>
+    <message>
+        <source>The previous folder (&apos;..&apos;) cannot be worked on with! Operation will be aborted!</source>
+        <translation>Der übergeordnete Ordner („..“) kann nicht bearbeitet werden! Der Vorgang wird abgebrochen!</translation>
+    </message>
+    <message>
+        <source>Twinleaf - Error</source>
+        <translation>Twinleaf - Fehler</translation>
+    </message>
+    <message>
+        <source>Twinleaf - Information</source>
+        <translation>Twinleaf - Hinweis</translation>
+    </message>
+    <message>
+        <source>Twinleaf - Warning</source>
+        <translation>Twinleaf - Warnung</translation>
+    </message>
+    <message>
+        <source>Type</source>
+        <translation>Art</translation>
+    </message>
+    <message>
+        <source>Volumes</source>
+        <translation>Volumes</translation>
+    </message>
+    <message>
+        <source>Yes</source>
+        <translation>Ja</translation>
+    </message>
+</context>
+</TS>
