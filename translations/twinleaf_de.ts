@@ -36,6 +36,10 @@
         <translation>Programm</translation>
     </message>
     <message>
+        <source>Applications</source>
+        <translation>Programme</translation>
+    </message>
+    <message>
         <source>Are you sure that you want to copy the item(s)?</source>
         <translation>Möchten Sie das Objekt (die Objekte) wirklich kopieren?</translation>
     </message>
@@ -70,6 +74,18 @@
     <message>
         <source>Cannot create folder!</source>
         <translation>Der Ordner kann nicht angelegt werden!</translation>
+    </message>
+    <message>
+        <source>Choose</source>
+        <translation>Auswählen</translation>
+    </message>
+    <message>
+        <source>Choose Application</source>
+        <translation>Programm auswählen</translation>
+    </message>
+    <message>
+        <source>Choose Folder</source>
+        <translation>Ordner auswählen</translation>
     </message>
     <message>
         <source>Copy</source>
@@ -216,6 +232,10 @@
         <translation>Öffnen</translation>
     </message>
     <message>
+        <source>Other...</source>
+        <translation>Andere ...</translation>
+    </message>
+    <message>
         <source>Package</source>
         <translation>Paket</translation>
     </message>
@@ -250,6 +270,10 @@
     <message>
         <source>Right files</source>
         <translation>Rechte Dateiliste</translation>
+    </message>
+    <message>
+        <source>Search</source>
+        <translation>Suchen</translation>
     </message>
     <message>
         <source>Show Classic buttons</source>
