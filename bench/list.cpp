@@ -136,7 +136,7 @@ int main(int argc, char **argv)
         [&] { bareLoop(path.constData()); });
     if (!million) {
         reportSort<QString>("sort-100k-name", listing, Column::Name,
-                            [](const Entry &entry) { return entry.name; });
+                            [](const Entry &entry) { return entry.name(); });
     }
     return 0;
 }
