@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QLabel>
+
+// One line of plain text that gives way when there is no room.
+class ElidedLabel final : public QLabel {
+    Q_OBJECT
+
+public:
+    explicit ElidedLabel(Qt::TextElideMode mode, QWidget *parent = nullptr);
+
+    QSize minimumSizeHint() const override { return { 20, QLabel::minimumSizeHint().height() }; }
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    const Qt::TextElideMode _mode;
+};

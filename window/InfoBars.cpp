@@ -1,0 +1,87 @@
+#include "window/InfoBars.h"
+
+#include "model/MainModel.h"
+#include "platform/FileName.h"
+#include "platform/UserDefaults.h"
+#include "util/DateText.h"
+#include "util/SettingsKeys.h"
+#include "util/SizeText.h"
+
+#include <QLabel>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+// Kept: the texts are rounded, so the sum is approximate. One MB and one byte read "1.00 MB".
+QString getCalculatedFileSize(const RowSet &rows, const Listing &entries)
+{
+    double total = 0;
+    for (const int row : rows) {
+        if (!entries.holds(row))
+            continue;
+        const QString text = entries[row].size();
+        if (text == u"--"_s)
+            continue;
+        const float number = text.section(u' ', 0, 0).toFloat();
+        if (text.contains(u"GB"_s))
+            total += double(number * 1073741824.0F);
+        else if (text.contains(u"MB"_s))
+            total += double(number * 1048576.0F);
+        else if (text.contains(u"KB"_s))
+            total += double(number * 1024.0F);
+        else
+            total += double(number);
+    }
+    return total == 0 ? u"--"_s : SizeText::getCalcFileSizeWithDouble(total);
+}
+
+InfoBars::InfoBars(const PerSide<InfoBarFields> &fields, const MainModel &model,
+                   const DateText &dateText, const UserDefaults &settings)
+    : _fields(fields)
+    , mainModel(model)
+    , dates(dateText)
+    , defaults(settings)
+{
+}
+
+void InfoBars::setFileInfoBar(const PaneTable &list)
+{
+    const InfoBarFields &bar = _fields[list.side()];
+    const Listing &rows = mainModel.rows(list.side());
+    const RowSet selected = list.selectedRows();
+    QString name;
+    QString size;
+    QString date;
+    if (selected.size() > 1) {
+        name = filled(localized("%i item(s)"), int(selected.size()));
+        size = getCalculatedFileSize(selected, rows);
+    } else if (const int row = list.selectedRow(); rows.holds(row)) {
+        const Entry entry = rows[row];
+        name = FileName::shown(entry.name());
+        size = entry.size();
+        date = dates.getLocalizedShortDateAndTime(entry.date());
+    }
+    bar.fileName->setText(name);
+    bar.fileSize->setText(size);
+    bar.fileDate->setText(date);
+}
+
+void InfoBars::setInfoBarsColors()
+{
+    const auto stored = defaults.dictionary(Settings::InfoBarFontColor);
+    const auto share = [&stored](const QString &key) {
+        return float(std::clamp(stored->value(key).toDouble(), 0.0, 1.0));
+    };
+    for (const Side side : { Side::Left, Side::Right })
+        for (QLabel *field :
+             { _fields[side].fileName, _fields[side].fileSize, _fields[side].fileDate }) {
+            // Without a stored colour the palette's, which is black unless the window is dark.
+            QPalette colors;
+            if (stored)
+                colors.setColor(QPalette::WindowText,
+                                QColor::fromRgbF(share(u"Red"_s), share(u"Green"_s),
+                                                 share(u"Blue"_s), share(u"Alpha"_s)));
+            field->setPalette(stored ? colors : QPalette());
+        }
+}

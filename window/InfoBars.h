@@ -1,0 +1,36 @@
+#pragma once
+
+#include "model/Listing.h"
+#include "model/PaneTable.h"
+#include "model/Side.h"
+
+class DateText;
+class MainModel;
+class QLabel;
+class UserDefaults;
+
+// The fields of one pane's info bar.
+struct InfoBarFields {
+    QLabel *fileName = nullptr;
+    QLabel *fileSize = nullptr;
+    QLabel *fileDate = nullptr;
+};
+
+// The sum of the shown size texts of several rows.
+QString getCalculatedFileSize(const RowSet &rows, const Listing &entries);
+
+// The info bars under the panes: name, size and date of the selection.
+class InfoBars final {
+public:
+    InfoBars(const PerSide<InfoBarFields> &fields, const MainModel &mainModel,
+             const DateText &dates, const UserDefaults &defaults);
+
+    void setFileInfoBar(const PaneTable &list);
+    void setInfoBarsColors();
+
+private:
+    const PerSide<InfoBarFields> _fields;
+    const MainModel &mainModel;
+    const DateText &dates;
+    const UserDefaults &defaults;
+};

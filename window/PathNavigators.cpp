@@ -1,0 +1,118 @@
+#include "window/PathNavigators.h"
+
+#include "model/MainModel.h"
+#include "platform/UserDefaults.h"
+#include "util/FileQueries.h"
+#include "util/PathText.h"
+#include "util/SettingsKeys.h"
+
+#include <QFontDatabase>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+PathNavigators::PathNavigators(SegmentedControl &left, SegmentedControl &right,
+                               MessageBus &messages, const MainModel &model,
+                               const FileQueries &fileQueries, const UserDefaults &settings)
+    : leftSegmentedControl(left)
+    , rightSegmentedControl(right)
+    , bus(messages)
+    , mainModel(model)
+    , queries(fileQueries)
+    , defaults(settings)
+{
+    bus.subscribe(DirectoryChanged, this, &PathNavigators::setPathNavigator);
+    for (const Side side : { Side::Left, Side::Right })
+        connect(&control(side), &SegmentedControl::clicked, this,
+                [this, side] { pathNavigatorClicked(side); });
+}
+
+PathNavigators::~PathNavigators()
+{
+    bus.unsubscribe(this);
+}
+
+void PathNavigators::setupPathNavigators()
+{
+    using ControlSize = SegmentedControl::ControlSize;
+    const bool mini =
+        defaults.string(Settings::PathNavigatorsSize).value_or(QString()) == localized("Mini");
+
+    QFont font = QFontDatabase::systemFont(QFontDatabase::GeneralFont);
+    font.setPointSize(10);
+    font.setBold(true);
+    const int size = defaults.integer(Settings::PathNavigatorsFontSize).value_or(10);
+    // Kept: without a stored style the size is ignored, and the font stays bold 10.
+    const QString style = defaults.string(Settings::PathNavigatorsFontStyle).value_or(QString());
+    if (size > 0 && (style == localized("Normal") || style == localized("Bold"))) {
+        font.setPointSize(size);
+        font.setBold(style == localized("Bold"));
+    }
+    for (const Side side : { Side::Left, Side::Right }) {
+        control(side).setFont(font);
+        control(side).setControlSize(mini ? ControlSize::Mini : ControlSize::Small);
+    }
+}
+
+void PathNavigators::setPathNavigator(Side side, const FolderChange &change)
+{
+    const QString path = change.path.isEmpty() ? PathText::homeFolder() : change.path;
+    const QStringList components = PathText::components(queries.getLocalizedPath(path));
+    const int count = int(components.size());
+    SegmentedControl &navigator = control(side);
+    _navigatorPath[side] = path;
+
+    const bool up = change.item == u".."_s;
+    const bool grow = change.item && !up && FileQueries::isStringInSubstring(path, *change.item)
+        && count > navigator.segmentCount();
+    const bool known = change.item && navigator.hasLabel(*change.item);
+    // A segment for every component must be there, wherever the message comes from.
+    if (grow || (!known && !up) || count > navigator.segmentCount()) {
+        navigator.setSegmentCount(count);
+        _completeNavigatorPath[side] = path;
+    }
+    for (int i = 0; i < count; ++i) {
+        navigator.setLabel(i, components[i]);
+        if (mainModel.showToolTips())
+            navigator.setSegmentToolTip(i, components[i]);
+    }
+    navigator.setSelectedSegment(count - 1);
+}
+
+void PathNavigators::pathNavigatorClicked(Side side)
+{
+    const SegmentedControl &navigator = control(side);
+    const int end = std::min(navigator.selectedSegment() + 1, navigator.segmentCount());
+    const QString path =
+        PathText::fromComponents(PathText::components(_completeNavigatorPath[side]).mid(0, end));
+    bus.post(DirectoryChanged[side],
+             { .path = path, .item = navigator.label(navigator.selectedSegment()) });
+}
+
+void PathNavigators::useOpositePath(Side side)
+{
+    const QString path = _navigatorPath[otherSide(side)];
+    bus.post(DirectoryChanged[side], { .path = path, .item = PathText::lastComponent(path) });
+}
+
+QString PathNavigators::getCurrentPathFromSegmentedControl(Side side) const
+{
+    const SegmentedControl &navigator = control(side);
+    const int end = std::min(navigator.selectedSegment() + 1, navigator.segmentCount());
+    return PathText::fromComponents(PathText::components(_navigatorPath[side]).mid(0, end));
+}
+
+int PathNavigators::getSelectedSegmentFromSegmentedControl(Side side) const
+{
+    return control(side).selectedSegment();
+}
+
+bool PathNavigators::isItemInNavigatorPath(const QString &item, Side side) const
+{
+    // Sides differ: the right pane always answers no, so it forgets the remembered row of every
+    // folder that is entered by name.
+    if (side == Side::Right)
+        return false;
+    return FileQueries::isStringInSubstring(_completeNavigatorPath[side], item);
+}

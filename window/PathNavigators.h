@@ -1,0 +1,50 @@
+#pragma once
+
+#include "model/Messages.h"
+#include "window/SegmentedControl.h"
+
+#include <QObject>
+
+class FileQueries;
+class MainModel;
+class UserDefaults;
+
+// The path navigators over the panes. They follow the folder-changed messages and keep each pane's
+// path, which the rest of the window takes as its current folder.
+class PathNavigators final : public QObject {
+    Q_OBJECT
+
+public:
+    PathNavigators(SegmentedControl &left, SegmentedControl &right, MessageBus &bus,
+                   const MainModel &mainModel, const FileQueries &queries,
+                   const UserDefaults &defaults);
+    ~PathNavigators() override;
+
+    void setupPathNavigators();
+    void setPathNavigator(Side side, const FolderChange &change);
+    void pathNavigatorClicked(Side side);
+    // The other pane's folder in this one.
+    void useOpositePath(Side side);
+
+    QString navigatorPath(Side side) const { return _navigatorPath[side]; }
+    // The longest path whose components the segments still show.
+    QString completeNavigatorPath(Side side) const { return _completeNavigatorPath[side]; }
+    QString getCurrentPathFromSegmentedControl(Side side) const;
+    int getSelectedSegmentFromSegmentedControl(Side side) const;
+    bool isItemInNavigatorPath(const QString &item, Side side) const;
+
+    SegmentedControl &control(Side side) const
+    {
+        return side == Side::Left ? leftSegmentedControl : rightSegmentedControl;
+    }
+
+private:
+    SegmentedControl &leftSegmentedControl;
+    SegmentedControl &rightSegmentedControl;
+    MessageBus &bus;
+    const MainModel &mainModel;
+    const FileQueries &queries;
+    const UserDefaults &defaults;
+    PerSide<QString> _navigatorPath;
+    PerSide<QString> _completeNavigatorPath;
+};
