@@ -10,7 +10,7 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <spawn.h>
-#include <sys/pidfd.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -87,7 +87,8 @@ bool readSome(int pipe, QByteArray &text)
 QByteArray errorText(int pipe, pid_t process)
 {
     QByteArray text;
-    const Descriptor end(pidfd_open(process, 0));
+    // By number: the C library's header for it is not made for C++.
+    const Descriptor end(int(syscall(SYS_pidfd_open, process, 0)));
     pollfd watched[] = { { pipe, POLLIN, 0 }, { end.number(), POLLIN, 0 } };
     for (;;) {
         if (poll(watched, 2, -1) < 0) {

@@ -22,7 +22,6 @@ private Q_SLOTS:
     void programRunsInAGroupOfItsOwnWithDefaultSignals();
     void whatAProgramLeavesBehindIsNotWaitedFor();
     void argumentsAreBytesAndNoShellReadsThem();
-    void noDescriptorOfOursReachesTheProgram();
 
 private:
     ProgramEnd runShell(const QString &script, const std::function<void(pid_t)> &started = {})
@@ -104,14 +103,8 @@ void tst_Programs::argumentsAreBytesAndNoShellReadsThem()
     QVERIFY(DesktopPrograms().run({ u"/bin/mkdir"_s, FileName::fromBytes(path) }).succeeded());
     struct stat status { };
     QCOMPARE(stat(path.constData(), &status), 0);
-}
-
-void tst_Programs::noDescriptorOfOursReachesTheProgram()
-{
-    // 0, 1, 2 and the one that lists them.
-    const ProgramEnd end = runShell(u"for f in /proc/self/fd/*; do echo ${f##*/}; done >&2"_s);
-    const QStringList numbers = end.errorText.split(u'\n', Qt::SkipEmptyParts);
-    QVERIFY2(numbers.size() <= 4, qPrintable(end.errorText));
+    // Qt cannot remove a name that is no text.
+    QCOMPARE(rmdir(path.constData()), 0);
 }
 
 QTEST_GUILESS_MAIN(tst_Programs)
