@@ -16,15 +16,16 @@ std::optional<Column> columnFromIdentifier(const QString &identifier);
 
 enum class SortDirection { Ascending, Descending };
 
-// The rows of one folder: "..", then the folders, then the files. A shared value that never changes;
-// a new reading or another order makes a new one. Main thread.
+// The rows of one folder: "..", then the folders, then the files. A shared value that never
+// changes; a new reading or another order makes a new one. Main thread.
 class Listing final {
 public:
     Listing(); // no rows, no folder
 
     // Reads a folder: one pass, each entry looked at through the folder's descriptor. A folder that
     // cannot be read gives only the row "..".
-    static Listing read(const QString &folder, const ListingOptions &options, const FileKinds &kinds);
+    static Listing read(const QString &folder, const ListingOptions &options,
+                        const FileKinds &kinds);
 
     Listing sorted(Column column, SortDirection direction) const;
 

@@ -17,8 +17,8 @@ class OperationDesk;
 class PaneWindow;
 class UserDefaults;
 
-// The pane model: holds both listings and the remembered selections, opens rows, and turns the panes'
-// messages into operation requests. Main thread.
+// The pane model: holds both listings and the remembered selections, opens rows, and turns the
+// panes' messages into operation requests. Main thread.
 class MainModel final : public QObject {
     Q_OBJECT
 

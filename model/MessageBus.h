@@ -28,9 +28,9 @@ struct SidedMessage {
 // For messages that carry nothing.
 struct NoPayload { };
 
-// The program's own messages: a post is delivered before it returns, to every receiver of that name,
-// in the order in which they subscribed. Main thread only. Each post is printed by the log category
-// "twinleaf.bus".
+// The program's own messages: a post is delivered before it returns, to every receiver of that
+// name, in the order in which they subscribed. Main thread only. Each post is printed by the log
+// category "twinleaf.bus".
 class MessageBus final {
 public:
     // A second subscription of the same receiver to the same name takes the place of the first and

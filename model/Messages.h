@@ -8,13 +8,15 @@
 
 // The catalogue of the program's messages: name, payload, who posts, who receives.
 
-// ---- Requests to the pane model --------------------------------------------------------------------
+// ---- Requests to the pane model
+// --------------------------------------------------------------------
 
-// The folder of a pane changed: list it. Posted by the pane model, the navigators, the commands and the
-// operations. Received by MainModel::fillFileList, then WindowController::setPathNavigator.
+// The folder of a pane changed: list it. Posted by the pane model, the navigators, the commands and
+// the operations. Received by MainModel::fillFileList, then WindowController::setPathNavigator.
 struct FolderChange {
     QString path; // empty: the home folder
-    std::optional<QString> item {}; // the name that was opened, ".." going up; absent: a plain reload
+    std::optional<QString>
+        item {}; // the name that was opened, ".." going up; absent: a plain reload
 };
 inline constexpr SidedMessage<FolderChange> DirectoryChanged {
     { "TWLeftDirectoryChangedNotification" },
@@ -34,22 +36,23 @@ inline constexpr SidedMessage<RowsOfPane> GetRows {
     { "TWGetRowsRightNotification" },
 };
 
-// How many rows has the pane? Posted by the pane views (End key). Received by MainModel::getRowCount,
-// which answers with SelectRow.
+// How many rows has the pane? Posted by the pane views (End key). Received by
+// MainModel::getRowCount, which answers with SelectRow.
 inline constexpr SidedMessage<NoPayload> GetRowCount {
     { "TWGetLeftRowCountNotification" },
     { "TWGetRightRowCountNotification" },
 };
 
-// One level deeper along the path in the navigator. Posted by the pane views (Right arrow). Received
-// by MainModel::gotoNextDirectory.
+// One level deeper along the path in the navigator. Posted by the pane views (Right arrow).
+// Received by MainModel::gotoNextDirectory.
 inline constexpr SidedMessage<RowsOfPane> GotoNextDirectory {
     { "TWGotoNextDirectoryLeftNotification" },
     { "TWGotoNextDirectoryRightNotification" },
 };
 
-// A command on selected rows. A command on one row (information, rename) carries that one, or -1 for
-// none. Posted by the pane views with their own side and by the commands with the active pane's.
+// A command on selected rows. A command on one row (information, rename) carries that one, or -1
+// for none. Posted by the pane views with their own side and by the commands with the active
+// pane's.
 struct ItemRequest {
     std::optional<Side> side;
     RowSet item;
@@ -81,9 +84,11 @@ inline constexpr Message<OpenWithRequest> OpenFileWithApplication {
     "TWOpenFileWithApplicationNotification"
 };
 
-// ---- Replies and view messages ---------------------------------------------------------------------
+// ---- Replies and view messages
+// ---------------------------------------------------------------------
 
-// Select the row before this number: the answer to GetRowCount. Received by PaneTableView::selectRow.
+// Select the row before this number: the answer to GetRowCount. Received by
+// PaneTableView::selectRow.
 struct RowCount {
     int count = 0;
 };
@@ -104,7 +109,8 @@ inline constexpr SidedMessage<RowsOfPane> ShowFolderSize {
     { "TWShowFolderSizeRightNotification" },
 };
 
-// ---- Other windows and workers ---------------------------------------------------------------------
+// ---- Other windows and workers
+// ---------------------------------------------------------------------
 
 // Open the metadata search, with a text to search for when there is one.
 struct SearchFor {
@@ -127,10 +133,11 @@ inline constexpr Message<NoPayload> CancelThread { "TWCancelThreadNotification" 
 // Kept: the name is spelt like this. Stop unpacking. Posted by the archive sheet's Cancel.
 inline constexpr Message<NoPayload> CancelArchiving { "TWCancelArchvingNotification" };
 
-// ---- Messages about the platform -------------------------------------------------------------------
+// ---- Messages about the platform
+// -------------------------------------------------------------------
 
-// What depends on a pane's selection is to be shown anew. Posted by the pane model after re-sorting and
-// after "..", although the user selected nothing. Received by the pane's data source.
+// What depends on a pane's selection is to be shown anew. Posted by the pane model after re-sorting
+// and after "..", although the user selected nothing. Received by the pane's data source.
 struct PaneOfMessage {
     Side side;
 };
@@ -138,8 +145,8 @@ inline constexpr Message<PaneOfMessage> TableViewSelectionDidChange {
     "NSTableViewSelectionDidChangeNotification"
 };
 
-// The program is about to quit, or the machine to power off: save. Received by the pane data sources
-// and the window controller.
+// The program is about to quit, or the machine to power off: save. Received by the pane data
+// sources and the window controller.
 inline constexpr Message<NoPayload> ApplicationWillTerminate {
     "NSApplicationWillTerminateNotification"
 };

@@ -10,6 +10,7 @@ QString operationWord(Operation operation);
 // What a worker leaves behind for the refresh of the panes.
 struct OperationRecord {
     Operation operation = Operation::Copy;
-    // The item to select afterwards: the new folder's, the renamed or the inspected item's full path.
+    // The item to select afterwards: the new folder's, the renamed or the inspected item's full
+    // path.
     QString item {};
 };

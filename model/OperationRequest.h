@@ -10,11 +10,14 @@
 using OperationRequest = QVariantMap;
 
 namespace RequestKey {
-inline const QString Source = QStringLiteral("Source"); // folder of the items; rename: full old path
-inline const QString Destination = QStringLiteral("Destination"); // folder; rename: full new path; or ""
+inline const QString Source =
+    QStringLiteral("Source"); // folder of the items; rename: full old path
+inline const QString Destination =
+    QStringLiteral("Destination"); // folder; rename: full new path; or ""
 inline const QString Items = QStringLiteral("Items"); // QStringList of names relative to the source
 inline const QString Side = QStringLiteral("Side"); // "Left", "left", "Right" or "right"
-inline const QString UpdateBoth = QStringLiteral("UpdateBoth"); // one of the words of enum UpdateBoth
+inline const QString UpdateBoth =
+    QStringLiteral("UpdateBoth"); // one of the words of enum UpdateBoth
 } // namespace RequestKey
 
 enum class UpdateBoth { Yes, No, DragDropCopy, DragDropMove, DragDropFinder };

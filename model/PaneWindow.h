@@ -19,7 +19,8 @@ public:
 
     virtual void setMenuItemShowHiddenItems(const QString &title) = 0;
     // Blocks until answered; "" when cancelled.
-    virtual QString getStringFromInputSheet(const QString &prompt, const QString &inputText = {}) = 0;
+    virtual QString getStringFromInputSheet(const QString &prompt,
+                                            const QString &inputText = {}) = 0;
     virtual void setProgressIndicator(bool spinning) = 0; // counted: each true needs its false
     virtual void updateMainWindow() = 0;
 };

@@ -11,7 +11,8 @@ public:
     int row(const QString &folder) const { return _rows.value(folder, 0); }
     void removeRow(const QString &folder) { _rows.remove(folder); }
 
-    // As it stands in the settings: folder path to row number. Values that are no numbers are left out.
+    // As it stands in the settings: folder path to row number. Values that are no numbers are left
+    // out.
     QVariantMap toDictionary() const;
     static SelectionMemory fromDictionary(const QVariantMap &dictionary);
 

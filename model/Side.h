@@ -13,7 +13,8 @@ constexpr Side otherSide(Side side)
     return side == Side::Left ? Side::Right : Side::Left;
 }
 
-// The words for the sides in requests and questions: "Left" and "Right", read also as "left", "right".
+// The words for the sides in requests and questions: "Left" and "Right", read also as "left",
+// "right".
 inline QString sideWord(Side side)
 {
     return side == Side::Left ? QStringLiteral("Left") : QStringLiteral("Right");

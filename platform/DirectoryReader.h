@@ -14,7 +14,8 @@ struct DirectoryItem {
     unsigned char type; // DT_* of dirent(5); DT_UNKNOWN where the file system does not say
 };
 
-// Reads a folder with getdents64 and keeps its descriptor for the *at calls that follow. Any thread.
+// Reads a folder with getdents64 and keeps its descriptor for the *at calls that follow. Any
+// thread.
 class DirectoryReader {
 public:
     DirectoryReader() = default;

@@ -12,7 +12,8 @@ class FileKinds {
 public:
     FileKinds();
 
-    // Folders whose name ends like this are one thing to a person: shown as a file, opened as a whole.
+    // Folders whose name ends like this are one thing to a person: shown as a file, opened as a
+    // whole.
     static bool isPackageName(QStringView name);
 
     // "Folder" (localized) exactly for folders that are no package; "--" when nothing is known.

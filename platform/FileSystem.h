@@ -12,12 +12,12 @@ namespace FileSystem {
 std::error_code makeFolder(const QString &path);
 
 // Renames within one file system and fails with file_exists rather than replace anything. Uses
-// RENAME_NOREPLACE; where the file system lacks it, a check and a plain rename (for a regular file a
-// hard link and an unlink, which cannot replace either).
+// RENAME_NOREPLACE; where the file system lacks it, a check and a plain rename (for a regular file
+// a hard link and an unlink, which cannot replace either).
 std::error_code renameNoReplace(const QString &from, const QString &to);
 
-// Like renameNoReplace, and lets a name change its case on a folder that folds case. "" or "." or ".."
-// or a name with "/" or NUL as last component of `to` is refused with invalid_argument.
+// Like renameNoReplace, and lets a name change its case on a folder that folds case. "" or "." or
+// ".." or a name with "/" or NUL as last component of `to` is refused with invalid_argument.
 std::error_code renameItem(const QString &from, const QString &to);
 
 // Removes a file, a link or a whole tree. Never follows a link and never crosses a mount point: one

@@ -3,7 +3,7 @@
 #include <QIcon>
 #include <QString>
 
-// Icons by their freedesktop name ("folder", "edit-copy", "text-x-generic", ...): the theme's, else the
-// program's own drawing in resources, tinted to the palette, so that a bare system shows all of them.
-// Sharp at any scale. Main thread.
+// Icons by their freedesktop name ("folder", "edit-copy", "text-x-generic", ...): the theme's, else
+// the program's own drawing in resources, tinted to the palette, so that a bare system shows all of
+// them. Sharp at any scale. Main thread.
 QIcon themedIcon(const QString &name, const QString &fallback = {});

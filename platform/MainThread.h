@@ -2,8 +2,8 @@
 
 #include <functional>
 
-// Runs the function on the main thread and returns when it has run. Called on the main thread it just
-// calls it. The one way from a worker to widgets, the bus, the models and the settings.
+// Runs the function on the main thread and returns when it has run. Called on the main thread it
+// just calls it. The one way from a worker to widgets, the bus, the models and the settings.
 void onMainThread(const std::function<void()> &function);
 
 bool isMainThread();

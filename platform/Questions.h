@@ -2,8 +2,8 @@
 
 #include <QObject>
 
-// Counts the alerts and sheets that wait for an answer. While one is open no listing is replaced, so
-// that a person answers about the rows he sees. Main thread.
+// Counts the alerts and sheets that wait for an answer. While one is open no listing is replaced,
+// so that a person answers about the rows he sees. Main thread.
 class Questions final : public QObject {
     Q_OBJECT
 
@@ -13,7 +13,11 @@ public:
     // Lives while one question is on the screen.
     class Guard {
     public:
-        explicit Guard(Questions &questions) : _questions(questions) { ++_questions._open; }
+        explicit Guard(Questions &questions)
+            : _questions(questions)
+        {
+            ++_questions._open;
+        }
         ~Guard()
         {
             if (--_questions._open == 0)

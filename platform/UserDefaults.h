@@ -10,16 +10,17 @@
 
 class QLockFile;
 
-// The user's settings: an XML property list, one per user, under a global domain of locale values that
-// is read but never written. Values are strings, booleans, integers (qlonglong), doubles, QByteArray,
-// QDateTime, QVariantList and QVariantMap. Strings and dictionary keys may hold any path of
-// platform/FileName. Main thread.
+// The user's settings: an XML property list, one per user, under a global domain of locale values
+// that is read but never written. Values are strings, booleans, integers (qlonglong), doubles,
+// QByteArray, QDateTime, QVariantList and QVariantMap. Strings and dictionary keys may hold any
+// path of platform/FileName. Main thread.
 class UserDefaults final : public QObject {
     Q_OBJECT
 
 public:
-    // `file` need not exist. A damaged one is renamed beside itself (".damaged", numbered) and never
-    // overwritten; one that cannot be written leaves the settings in memory, with a line in the log.
+    // `file` need not exist. A damaged one is renamed beside itself (".damaged", numbered) and
+    // never overwritten; one that cannot be written leaves the settings in memory, with a line in
+    // the log.
     explicit UserDefaults(const QString &file, const QVariantMap &globalDomain = {});
     ~UserDefaults() override;
 
@@ -36,7 +37,8 @@ public:
     // Every key of all domains, stored values over global ones.
     QVariantMap dictionaryRepresentation() const;
 
-    void setValue(QLatin1StringView key, const QVariant &value); // written soon, once for many changes
+    void setValue(QLatin1StringView key,
+                  const QVariant &value); // written soon, once for many changes
     void remove(QLatin1StringView key);
     bool synchronize(); // writes now; false when it cannot
 

@@ -90,9 +90,13 @@ QString FileQueries::resolveAliasPath(const QString &path) const
 
 int FileQueries::finderLabelColorOfPath(const QString &path) const
 {
-    // Label index by the 3-bit label field, shifted right once.
+    return labelOfBits(FileFlags::marks(path).labelBits);
+}
+
+int FileQueries::labelOfBits(int bits)
+{
     static constexpr int Labels[] = { 0, 7, 4, 6, 5, 3, 1, 2 };
-    return Labels[(FileFlags::marks(path).labelBits & FileFlags::LabelMask) >> 1];
+    return Labels[(bits & FileFlags::LabelMask) >> 1];
 }
 
 QColor FileQueries::finderLabelColor(int label)

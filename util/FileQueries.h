@@ -13,7 +13,8 @@ class FileKinds;
 class Workspace;
 
 // The questions the panes, sheets and operations ask about a path. Failures answer the stated
-// fall-back and are never shown. Any thread unless said otherwise; every answer comes fresh from disk.
+// fall-back and are never shown. Any thread unless said otherwise; every answer comes fresh from
+// disk.
 class FileQueries {
 public:
     FileQueries(Workspace &workspace, const FileKinds &kinds);
@@ -32,16 +33,19 @@ public:
     bool isAlias(const QString &path) const;
     QString resolveAliasPath(const QString &path) const;
     int finderLabelColorOfPath(const QString &path) const;
+    static int labelOfBits(int bits); // the 3-bit label field of the Finder flags
     static QColor finderLabelColor(int label);
     QString getFileType(const QString &path) const; // main thread
     QString getApplicationForFile(const QString &path) const; // main thread
-    QIcon getIconForFile(const QString &path) const; // main thread; any size, so no width and height
+    QIcon
+    getIconForFile(const QString &path) const; // main thread; any size, so no width and height
     QString getLocalizedPath(const QString &path) const;
     static QString getPathComponents(const QString &path, int toIndex);
     static QString getPathComponent(const QString &path, int fromIndex);
     QString getMountedLocalVolumePath(int index) const;
     bool isVolumeMounted(const QString &path) const;
-    bool unmountVolume(const QString &path) const; // main thread; false: told to the user by the caller
+    bool
+    unmountVolume(const QString &path) const; // main thread; false: told to the user by the caller
     QDateTime getDateForFile(const QString &path) const; // invalid when the path has no attributes
 
     static bool isStringInSubstring(const QString &text, const QString &search,

@@ -3,6 +3,8 @@
 #include "platform/FileName.h"
 #include "platform/SmallFile.h"
 
+#include <QList>
+
 std::optional<QString> LinkFile::target(const QString &path)
 {
     if (!path.endsWith(QStringLiteral(".desktop")))

@@ -2,7 +2,8 @@
 
 #include <QLatin1StringView>
 
-// Every key of the settings. No defaults are registered: each reader states its own for an absent key.
+// Every key of the settings. No defaults are registered: each reader states its own for an absent
+// key.
 namespace Settings {
 
 using Key = QLatin1StringView;

@@ -1,0 +1,90 @@
+#include "model/Entry.h"
+
+#include "model/ListingData.h"
+#include "platform/FileName.h"
+#include "util/PathText.h"
+#include "util/SizeText.h"
+
+using namespace Qt::StringLiterals;
+
+Entry::Entry(std::shared_ptr<const ListingData> listing, quint32 record)
+    : _listing(std::move(listing))
+    , _record(record)
+{
+}
+
+bool Entry::isParent() const
+{
+    return _record == 0;
+}
+
+bool Entry::isFolder() const
+{
+    return _listing->records[_record].isFolder;
+}
+
+QIcon Entry::icon() const
+{
+    if (!_listing->specifiedIcons) {
+        if (isParent())
+            return {};
+        return isFolder() ? _listing->kinds->genericFolderIcon()
+                          : _listing->kinds->genericDocumentIcon();
+    }
+    const ListingRecord &record = _listing->records[_record];
+    if (isParent())
+        return _listing->kinds->icon(PathText::lastComponent(PathText::parent(_listing->folder)),
+                                     FileKind::Directory);
+    return _listing->kinds->icon(name(), record.kind, record.isDangling);
+}
+
+QString Entry::name() const
+{
+    return FileName::fromBytes(_listing->name(_listing->records[_record]));
+}
+
+QString Entry::size() const
+{
+    const ListingRecord &record = _listing->records[_record];
+    if (record.isDirectory)
+        return u"--"_s;
+    return record.hasStatus ? SizeText::getCalcFileSize(record.size) : u"0"_s;
+}
+
+qint64 Entry::pureSize() const
+{
+    return _listing->records[_record].size;
+}
+
+QDateTime Entry::date() const
+{
+    const ListingRecord &record = _listing->records[_record];
+    return record.hasStatus ? QDateTime::fromMSecsSinceEpoch(record.modified / 1'000'000)
+                            : QDateTime();
+}
+
+QString Entry::type() const
+{
+    const ListingRecord &record = _listing->records[_record];
+    return _listing->kinds->kindText(isParent() ? u"x"_s : name(), record.kind, record.isDangling);
+}
+
+QString Entry::path() const
+{
+    return isParent() ? _listing->folder : PathText::joined(_listing->folder, name());
+}
+
+int Entry::finderLabel() const
+{
+    return _listing->records[_record].label;
+}
+
+QVariantList Entry::entryAsArray() const
+{
+    return { icon(), name(), size(), date(), type(), path() };
+}
+
+QVariantList Entry::entryAsArrayWithoutIcon() const
+{
+    return { path(), name(), size(), date(), type() };
+}

@@ -1,0 +1,22 @@
+#include "model/OperationRecord.h"
+
+QString operationWord(Operation operation)
+{
+    switch (operation) {
+    case Operation::Copy:
+        return QStringLiteral("TWCopyOperation");
+    case Operation::Move:
+        return QStringLiteral("TWMoveOperation");
+    case Operation::NewFolder:
+        return QStringLiteral("TWNewFolderOperation");
+    case Operation::Rename:
+        return QStringLiteral("TWRenameOperation");
+    case Operation::Delete:
+        return QStringLiteral("TWDeleteOperation");
+    case Operation::Duplicate:
+        return QStringLiteral("TWDuplicateOperation");
+    case Operation::Info:
+        return QStringLiteral("TWInfoOperation");
+    }
+    return {};
+}
