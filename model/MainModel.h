@@ -81,6 +81,10 @@ private:
     void renameItem(const ItemRequest &request);
     void openFileWithApplication(const OpenWithRequest &request);
 
+    void requestCopyMove(const ItemRequest &request, Operation operation);
+    OperationRequest getDictionaryForCopyMove(std::optional<Side> side, const Listing &listing,
+                                              const RowSet &rows) const;
+
     MessageBus &bus;
     UserDefaults &defaults;
     Alerts &alerts;

@@ -1,0 +1,99 @@
+#include "model/MainModel.h"
+
+#include "model/PaneWindow.h"
+#include "model/RowsNow.h"
+#include "util/FileQueries.h"
+#include "util/Launching.h"
+#include "util/PathText.h"
+
+using namespace Qt::StringLiterals;
+
+void MainModel::fillFileList(Side side, const FolderChange &change)
+{
+    const QString path = change.path.isEmpty() ? PathText::homeFolder() : change.path;
+    PaneTable &table = windowController->getTableView(side);
+    Listing listing = Listing::read(path, _options, kinds);
+    if (const auto column = table.highlightedColumn())
+        listing = listing.sorted(*column, _sortingDirection);
+    Q_EMIT rowsAboutToChange(side);
+    _rows[side] = listing;
+    Q_EMIT rowsChanged(side);
+
+    // Kept: a plain reload names no item, so it forgets the remembered row as a folder reached anew
+    // does.
+    const QString item = change.item.value_or(QString());
+    const bool cameAlong = !item.isEmpty()
+        && FileQueries::isStringInSubstring(windowController->completeNavigatorPath(side), item);
+    if (!cameAlong && item != u".."_s)
+        _selectedItems[side].removeRow(path);
+    const int row = _selectedItems[side].row(path);
+    table.selectRow(row);
+    table.scrollToRow(row);
+}
+
+void MainModel::getRows(Side side, const RowsOfPane &opened)
+{
+    const Listing &listing = _rows[side];
+    const RowSet rows = rowsNow(opened.rows, opened.seen, listing);
+    if (rows.isEmpty())
+        return;
+    const int first = rows.first();
+    const QString path = listing[first].path();
+    if (first != 0 && queries.isDirectory(path))
+        _selectedItems[side].setRow(first, PathText::parent(path));
+    if (rows.size() >= 2) {
+        QStringList paths;
+        for (const int row : rows)
+            paths.append(listing[row].path());
+        launching.launchFileURLs(paths);
+        return;
+    }
+    const QString item = PathText::lastComponent(queries.getLocalizedPath(path));
+    const QString extension = PathText::extension(path);
+    const QString resolved = queries.resolveAliasPath(path);
+    if (first == 0) {
+        bus.post(DirectoryChanged[side], { .path = PathText::parent(path), .item = u".."_s });
+        if (const PaneTable *active = windowController->getFirstResponderTableView())
+            bus.post(TableViewSelectionDidChange, { active->side() });
+    } else if (extension == u"app"_s && !_insideBundle) {
+        launching.launchApp(path);
+    } else if ((extension == u"pkg"_s || extension == u"mpkg"_s) && !_insideBundle) {
+        launching.launchInstallerPackage(path);
+    } else if (queries.isDirectory(resolved)) {
+        bus.post(DirectoryChanged[side], { .path = resolved, .item = item });
+    } else if (_insideBundle && queries.isPackage(path)) {
+        if (!windowController->isItemInNavigatorPath(u"app"_s, side)
+            && !windowController->isItemInNavigatorPath(u"pkg"_s, side))
+            setInsideBundle(false);
+        bus.post(DirectoryChanged[side], { .path = path, .item = item });
+    } else {
+        launching.launchFileURLs({ path });
+    }
+}
+
+void MainModel::getRowCount(Side side, const NoPayload &)
+{
+    bus.post(SelectRow[side], { int(_rows[side].size()) });
+}
+
+void MainModel::gotoNextDirectory(Side side, const RowsOfPane &selected)
+{
+    const QStringList components =
+        PathText::components(windowController->completeNavigatorPath(side));
+    const int next = windowController->getSelectedSegmentFromSegmentedControl(side) + 1;
+    if (next >= components.size())
+        return;
+    const auto inBundle = [](const QString &component) {
+        const QString extension = PathText::extension(component);
+        return extension == u"app"_s || extension == u"pkg"_s;
+    };
+    setInsideBundle(std::any_of(components.begin(), components.end(), inBundle));
+    const RowSet rows = rowsNow(selected.rows, selected.seen, _rows[side]);
+    if (!rows.isEmpty() && rows.first() != 0) {
+        const QString path = _rows[side][rows.first()].path();
+        if (queries.isDirectory(path))
+            _selectedItems[side].setRow(rows.first(), PathText::parent(path));
+    }
+    bus.post(DirectoryChanged[side],
+             { .path = PathText::fromComponents(components.mid(0, next + 1)), .item = u".."_s });
+}

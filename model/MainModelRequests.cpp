@@ -1,0 +1,180 @@
+#include "model/MainModel.h"
+
+#include "model/ItemInformation.h"
+#include "model/OperationDesk.h"
+#include "model/PaneWindow.h"
+#include "model/RowsNow.h"
+#include "platform/Alerts.h"
+#include "platform/FileName.h"
+#include "platform/FileSystem.h"
+#include "util/Launching.h"
+#include "util/PathText.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString currentPath(PaneWindow &window, Side side)
+{
+    return window.getCurrentPathFromSegmentedControl(side);
+}
+
+bool panesShowSamePath(PaneWindow &window)
+{
+    return currentPath(window, Side::Left) == currentPath(window, Side::Right);
+}
+
+// One folder by two names is one folder.
+bool panesShowSameFolder(PaneWindow &window)
+{
+    return panesShowSamePath(window)
+        || SameFile::isSame(currentPath(window, Side::Left), currentPath(window, Side::Right));
+}
+
+UpdateBoth updateFor(PaneWindow &window)
+{
+    return panesShowSamePath(window) ? UpdateBoth::Yes : UpdateBoth::No;
+}
+
+QStringList names(const Listing &listing, const RowSet &rows)
+{
+    QStringList names;
+    for (const int row : rows)
+        names.append(PathText::lastComponent(listing[row].path()));
+    return names;
+}
+
+// The one row of a request for one item, or nothing: row 0 and rows that are gone are refused.
+std::optional<int> singleRow(const RowSet &rows)
+{
+    return rows.size() == 1 && rows.first() > 0 ? std::optional(rows.first()) : std::nullopt;
+}
+
+} // namespace
+
+void MainModel::showItemInfo(const ItemRequest &request)
+{
+    const Side side = request.side.value_or(Side::Right);
+    const auto row = singleRow(rowsNow(request.item, request.seen, _rows[side]));
+    if (!row || !infoSheetController)
+        return;
+    const QString path = _rows[side][*row].path();
+    infoSheetController->showInfoSheet(operationRequest(request.side, PathText::parent(path), u""_s,
+                                                        { PathText::lastComponent(path) },
+                                                        updateFor(*windowController)));
+}
+
+void MainModel::copyItem(const ItemRequest &request)
+{
+    requestCopyMove(request, Operation::Copy);
+}
+
+void MainModel::moveItem(const ItemRequest &request)
+{
+    requestCopyMove(request, Operation::Move);
+}
+
+void MainModel::requestCopyMove(const ItemRequest &request, Operation operation)
+{
+    const bool copies = operation == Operation::Copy;
+    const Side side = request.side.value_or(Side::Right);
+    const Listing listing = _rows[side];
+    const RowSet rows = rowsNow(request.item, request.seen, listing);
+    if (rows.isEmpty())
+        return;
+    // Built before anything is asked: the rows shown now are the ones the answer is about.
+    const OperationRequest dictionary = getDictionaryForCopyMove(request.side, listing, rows);
+    if (panesShowSameFolder(*windowController)) {
+        alerts.ask(Alert::error(copies ? localized("Item(s) cannot copied in itself!")
+                                       : localized("Item(s) cannot moved in itself!"),
+                                localized("Ok")));
+        return;
+    }
+    if (confirmationForFileOperations()
+        && alerts.ask(Alert::question(
+               copies ? localized("Are you sure that you want to copy the item(s)?")
+                      : localized("Are you sure that you want to move the item(s)?")))
+            != Alert::Yes)
+        return;
+    windowController->setProgressIndicator(true);
+    if (copies)
+        twinleaf->copyItems(dictionary);
+    else
+        twinleaf->moveItems(dictionary);
+}
+
+OperationRequest MainModel::getDictionaryForCopyMove(std::optional<Side> side,
+                                                     const Listing &listing,
+                                                     const RowSet &rows) const
+{
+    return operationRequest(side, PathText::parent(listing[rows.first()].path()),
+                            currentPath(*windowController, otherSide(side.value_or(Side::Right))),
+                            names(listing, rows), UpdateBoth::Yes);
+}
+
+void MainModel::newFolder(const NewFolderRequest &request)
+{
+    // Without an active pane the request names no side, and is refused at the operations' door.
+    const Side side = request.side.value_or(Side::Right);
+    const QString folder =
+        _rows[side].isEmpty() ? currentPath(*windowController, side) : _rows[side][0].path();
+    const QString name =
+        windowController->getStringFromInputSheet(localized("Please input new folder name:"));
+    if (!name.isEmpty())
+        twinleaf->newFolder(
+            operationRequest(request.side, folder, u""_s, { name }, updateFor(*windowController)));
+}
+
+void MainModel::deleteItem(const ItemRequest &request)
+{
+    const Side side = request.side.value_or(Side::Right);
+    const Listing listing = _rows[side];
+    const RowSet rows = rowsNow(request.item, request.seen, listing);
+    if (rows.isEmpty())
+        return;
+    if (rows.first() == 0) {
+        Alert alert = Alert::error(localized(
+            "The previous folder ('..') cannot be worked on with! Operation will be aborted!"));
+        alert.style = Alert::Style::Informational;
+        alerts.ask(alert);
+        return;
+    }
+    const auto dictionary =
+        operationRequest(request.side, PathText::parent(listing[rows.first()].path()), u""_s,
+                         names(listing, rows), updateFor(*windowController));
+    if (confirmationForFileOperations()
+        && alerts.ask(Alert::question(filled(
+               localized("Are you sure that you want to move the selected %i item(s) to trash?"),
+               int(rows.size()))))
+            != Alert::Yes)
+        return;
+    twinleaf->deleteItems(dictionary);
+}
+
+void MainModel::renameItem(const ItemRequest &request)
+{
+    const Side side = request.side.value_or(Side::Right);
+    const auto row = singleRow(rowsNow(request.item, request.seen, _rows[side]));
+    if (!row)
+        return;
+    const QString path = _rows[side][*row].path();
+    const QString oldName = PathText::lastComponent(path);
+    const QString name =
+        windowController->getStringFromInputSheet(localized("Please enter new name:"), oldName);
+    if (name.isEmpty() || name == oldName)
+        return;
+    // The source of a rename is the item itself, by its full path.
+    twinleaf->renameItem(operationRequest(request.side, path,
+                                          PathText::joined(PathText::parent(path), name), {},
+                                          updateFor(*windowController)));
+}
+
+void MainModel::openFileWithApplication(const OpenWithRequest &request)
+{
+    const Side side = request.side.value_or(Side::Right);
+    QStringList paths;
+    const RowSet rows = rowsNow(request.items, request.seen, _rows[side]);
+    for (const int row : rows)
+        paths.append(_rows[side][row].path());
+    launching.openFiles(paths, request.appPath);
+}
