@@ -5,6 +5,7 @@
 #include "tests/support/TestFolder.h"
 #include "util/PathText.h"
 
+#include <QRegularExpression>
 #include <QTest>
 
 using namespace Qt::StringLiterals;

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "platform/Alerts.h"
+
+#include <QMutex>
+#include <QTest>
+
+// A person who answers by script: each alert takes the next answer, and an alert for which none is
+// left fails the test. Any thread.
+class AlertScript final : public Alerts {
+public:
+    ~AlertScript() override
+    {
+        if (!_answers.isEmpty())
+            QTest::qFail("An expected alert did not appear", __FILE__, __LINE__);
+    }
+
+    void answer(Alert::Answer answer)
+    {
+        const QMutexLocker lock(&_mutex);
+        _answers.append(answer);
+    }
+    QList<Alert> shown() const
+    {
+        const QMutexLocker lock(&_mutex);
+        return _shown;
+    }
+
+    Alert::Answer ask(const Alert &alert) override
+    {
+        const QMutexLocker lock(&_mutex);
+        _shown.append(alert);
+        if (_answers.isEmpty()) {
+            qWarning("Unexpected alert: %s", qUtf8Printable(alert.text));
+            QTest::qFail("Unexpected alert", __FILE__, __LINE__);
+            return alert.cancel;
+        }
+        return _answers.takeFirst();
+    }
+
+private:
+    mutable QMutex _mutex;
+    QList<Alert::Answer> _answers;
+    QList<Alert> _shown;
+};

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "platform/FileSystem.h"
+#include "platform/Workspace.h"
+#include "util/PathText.h"
+
+#include <QMutex>
+
+// Keeps what was asked of the desktop. Its Trash is a folder of the test's.
+class RecordedWorkspace final : public Workspace {
+public:
+    bool launchApplication(const QString &path) override
+    {
+        calls.append({ QStringLiteral("launch"), path });
+        return succeeds;
+    }
+    bool openFile(const QString &path, const QString &application) override
+    {
+        calls.append({ QStringLiteral("open"), path, application });
+        return succeeds;
+    }
+    bool openInstallerPackage(const QString &path) override
+    {
+        calls.append({ QStringLiteral("install"), path });
+        return succeeds;
+    }
+    QString applicationForFile(const QString &) const override { return application; }
+
+    bool moveToTrash(const QString &path) override // any thread
+    {
+        const QMutexLocker lock(&_mutex);
+        if (!trashWorks)
+            return false;
+        const QString place = PathText::joined(trashFolder, PathText::lastComponent(path));
+        return !FileSystem::renameNoReplace(path, place)
+            || !FileSystem::renameNoReplace(
+                path, place + QLatin1Char('.') + QString::number(++_trashedAgain));
+    }
+
+    QStringList mountedLocalVolumePaths() const override { return volumes; }
+    bool eject(const QString &volume) override
+    {
+        calls.append({ QStringLiteral("eject"), volume });
+        return succeeds;
+    }
+    QString volumesFolder() const override { return QStringLiteral("/media/somebody"); }
+
+    QList<QStringList> calls;
+    bool succeeds = true;
+    QString application;
+    QString trashFolder;
+    bool trashWorks = true;
+    QStringList volumes { QStringLiteral("/") };
+
+private:
+    QMutex _mutex;
+    int _trashedAgain = 0;
+};

@@ -1,0 +1,106 @@
+#include "tests/support/TestFolder.h"
+
+#include "platform/FileName.h"
+
+#include <QFile>
+
+#include <cstring>
+#include <filesystem>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/xattr.h>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void require(bool done, const char *what, const QByteArray &path)
+{
+    if (!done)
+        qFatal("%s %s: %s", what, path.constData(), std::strerror(errno));
+}
+
+} // namespace
+
+TestFolder::TestFolder()
+{
+    QByteArray name = qgetenv("TMPDIR");
+    name = (name.isEmpty() ? QByteArray("/tmp") : name) + "/twinleaf-test-XXXXXX";
+    require(mkdtemp(name.data()), "mkdtemp", name);
+    // Without links in it, so that a test may compare paths.
+    _path = FileName::fromBytes(std::filesystem::canonical(name.constData()).c_str());
+}
+
+TestFolder::~TestFolder()
+{
+    std::error_code ignored;
+    std::filesystem::remove_all(FileName::toBytes(_path).constData(), ignored);
+}
+
+QByteArray TestFolder::bytes(const QString &name) const
+{
+    return FileName::toBytes(path(name));
+}
+
+void TestFolder::write(const QString &name, const QByteArray &content) const
+{
+    const int file = open(bytes(name), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
+    require(file >= 0, "open", bytes(name));
+    require(::write(file, content.constData(), size_t(content.size())) == content.size(), "write",
+            bytes(name));
+    close(file);
+}
+
+void TestFolder::makeFolder(const QString &name) const
+{
+    std::error_code error;
+    std::filesystem::create_directories(bytes(name).constData(), error);
+    errno = error.value();
+    require(!error, "mkdir", bytes(name));
+}
+
+void TestFolder::link(const QString &target, const QString &name) const
+{
+    require(symlink(FileName::toBytes(target), bytes(name)) == 0, "symlink", bytes(name));
+}
+
+void TestFolder::hardLink(const QString &existing, const QString &name) const
+{
+    require(::link(bytes(existing), bytes(name)) == 0, "link", bytes(name));
+}
+
+QByteArray TestFolder::read(const QString &name) const
+{
+    const int descriptor = open(bytes(name), O_RDONLY | O_CLOEXEC);
+    QFile file;
+    if (descriptor < 0 || !file.open(descriptor, QIODevice::ReadOnly, QFile::AutoCloseHandle))
+        return {};
+    return file.readAll();
+}
+
+QStringList TestFolder::names(const QString &folder) const
+{
+    QStringList names;
+    std::error_code ignored;
+    for (const auto &entry :
+         std::filesystem::directory_iterator(bytes(folder).constData(), ignored))
+        names.append(FileName::fromBytes(entry.path().filename().c_str()));
+    names.sort();
+    return names;
+}
+
+bool TestFolder::setAttribute(const QString &name, const char *attribute,
+                              const QByteArray &value) const
+{
+    return lsetxattr(bytes(name), attribute, value.constData(), size_t(value.size()), 0) == 0;
+}
+
+QByteArray TestFolder::attribute(const QString &name, const char *attribute) const
+{
+    QByteArray value(256, '\0');
+    const auto size = lgetxattr(bytes(name), attribute, value.data(), size_t(value.size()));
+    value.resize(qMax<qsizetype>(size, 0));
+    return value;
+}

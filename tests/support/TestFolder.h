@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QStringList>
+
+// A temporary folder of real files, removed at the end. Names are relative to it and may hold any
+// bytes (platform/FileName); making something that cannot be made fails the test.
+class TestFolder {
+public:
+    TestFolder();
+    ~TestFolder();
+    TestFolder(const TestFolder &) = delete;
+    TestFolder &operator=(const TestFolder &) = delete;
+
+    const QString &path() const { return _path; }
+    QString path(const QString &name) const { return _path + u'/' + name; }
+
+    void write(const QString &name, const QByteArray &bytes = {}) const;
+    void makeFolder(const QString &name) const; // with the folders it lies in
+    void link(const QString &target, const QString &name) const;
+    void hardLink(const QString &existing, const QString &name) const;
+
+    QByteArray read(const QString &name) const; // empty when there is no such file
+    QStringList names(const QString &folder = {}) const; // sorted, hidden ones too
+
+    bool setAttribute(const QString &name, const char *attribute, const QByteArray &value) const;
+    QByteArray attribute(const QString &name, const char *attribute) const;
+
+private:
+    QByteArray bytes(const QString &name) const;
+
+    QString _path;
+};
