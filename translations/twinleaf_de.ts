@@ -20,6 +20,18 @@
         <translation>%i Objekt(e)</translation>
     </message>
     <message>
+        <source>Application cannot open given file!</source>
+        <translation>Programm kann die angegebene Datei nicht öffnen!</translation>
+    </message>
+    <message>
+        <source>Cannot launch application!</source>
+        <translation>Programm kann nicht gestartet werden!</translation>
+    </message>
+    <message>
+        <source>Cannot launch installer or package!</source>
+        <translation>Installationsprogramm oder Paket kann nicht gestartet werden!</translation>
+    </message>
+    <message>
         <source>about %i minute(s) left</source>
         <translation>noch etwa %i Minute(n)</translation>
     </message>
@@ -334,6 +346,72 @@
     <message>
         <source>Yes</source>
         <translation>Ja</translation>
+    </message>
+    <message>
+        <source>&amp;File</source>
+        <translation>&amp;Datei</translation>
+    </message>
+    <message>
+        <source>&amp;View</source>
+        <translation>&amp;Ansicht</translation>
+    </message>
+    <message>
+        <source>&amp;Go</source>
+        <translation>&amp;Gehe zu</translation>
+    </message>
+    <message>
+        <source>Choose in Path</source>
+        <translation>Im Pfad wählen</translation>
+    </message>
+    <message>
+        <source>Folder of Other Pane</source>
+        <translation>Ordner der anderen Seite</translation>
+    </message>
+    <message>
+        <source>Return</source>
+        <translation>Eingabe</translation>
+    </message>
+    <message>
+        <source>Left path</source>
+        <translation>Linker Pfad</translation>
+    </message>
+    <message>
+        <source>Right path</source>
+        <translation>Rechter Pfad</translation>
+    </message>
+    <message>
+        <source>A file operation is still running. Stop it after the current item and quit?</source>
+        <translation>Eine Dateioperation läuft noch. Nach dem aktuellen Objekt anhalten und beenden?</translation>
+    </message>
+    <message>
+        <source>&apos;%@&apos; does not exist; the home folder is shown instead</source>
+        <translation>&apos;%@&apos; gibt es nicht; stattdessen wird der Benutzerordner gezeigt</translation>
+    </message>
+    <message>
+        <source>&apos;%@&apos; cannot be read (%@); the home folder is shown instead</source>
+        <translation>&apos;%@&apos; ist nicht lesbar (%@); stattdessen wird der Benutzerordner gezeigt</translation>
+    </message>
+    <message>
+        <source>Opens a window with two folders side by side. LEFT and RIGHT take the place
+of the folders shown last; a file opens its folder with the file selected.</source>
+        <translation>Öffnet ein Fenster mit zwei Ordnern nebeneinander. LEFT und RIGHT treten an die
+Stelle der zuletzt gezeigten Ordner; eine Datei öffnet ihren Ordner und ist ausgewählt.</translation>
+    </message>
+    <message>
+        <source>shows this text</source>
+        <translation>zeigt diesen Text</translation>
+    </message>
+    <message>
+        <source>shows the version</source>
+        <translation>zeigt die Version</translation>
+    </message>
+    <message>
+        <source>unknown option &apos;%@&apos;; see --help</source>
+        <translation>unbekannte Option &apos;%@&apos;; siehe --help</translation>
+    </message>
+    <message>
+        <source>more than two folders were given; see --help</source>
+        <translation>mehr als zwei Ordner angegeben; siehe --help</translation>
     </message>
 </context>
 </TS>

@@ -2,11 +2,23 @@
 
 #include "platform/FileName.h"
 
-#include <cstdlib>
 #include <pwd.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+// The length of a path without the slashes at its end; "/" itself keeps one.
+qsizetype endOf(const QString &path)
+{
+    qsizetype end = path.size();
+    while (end > 1 && path[end - 1] == u'/')
+        --end;
+    return end;
+}
+
+} // namespace
 
 QString PathText::joined(const QString &folder, const QString &name)
 {
@@ -15,9 +27,7 @@ QString PathText::joined(const QString &folder, const QString &name)
 
 QString PathText::lastComponent(const QString &path)
 {
-    qsizetype end = path.size();
-    while (end > 1 && path[end - 1] == u'/')
-        --end;
+    const qsizetype end = endOf(path);
     if (end == 1 && path[0] == u'/')
         return u"/"_s;
     const qsizetype slash = end > 0 ? path.lastIndexOf(u'/', end - 1) : -1;
@@ -26,9 +36,7 @@ QString PathText::lastComponent(const QString &path)
 
 QString PathText::parent(const QString &path)
 {
-    qsizetype end = path.size();
-    while (end > 1 && path[end - 1] == u'/')
-        --end;
+    const qsizetype end = endOf(path);
     qsizetype slash = end > 0 ? path.lastIndexOf(u'/', end - 1) : -1;
     if (slash < 0)
         return {};
@@ -47,12 +55,12 @@ QString PathText::extension(const QString &path)
 QString PathText::withoutExtension(const QString &path)
 {
     const QString suffix = extension(path);
-    return suffix.isEmpty() ? path : path.chopped(suffix.size() + 1);
+    return path.left(endOf(path) - (suffix.isEmpty() ? 0 : suffix.size() + 1));
 }
 
 QString PathText::withExtension(const QString &path, const QString &extension)
 {
-    return path + u'.' + extension;
+    return path.left(endOf(path)) + u'.' + extension;
 }
 
 QStringList PathText::components(const QString &path)
@@ -79,11 +87,14 @@ bool PathText::isItemName(const QString &name)
 
 QString PathText::homeFolder()
 {
-    const char *home = std::getenv("HOME");
-    if (!home || *home != '/') {
-        const passwd *user = ::getpwuid(::getuid());
-        home = user ? user->pw_dir : "/";
+    QByteArray home = qgetenv("HOME");
+    if (!home.startsWith('/')) {
+        passwd user;
+        passwd *found = nullptr;
+        char texts[16384];
+        ::getpwuid_r(::getuid(), &user, texts, sizeof texts, &found);
+        home = found ? user.pw_dir : "/";
     }
     const QString path = FileName::fromBytes(home);
-    return path.size() > 1 && path.endsWith(u'/') ? path.chopped(1) : path;
+    return path.left(endOf(path));
 }
