@@ -1,7 +1,66 @@
-#include <QApplication>
+#include "app/Application.h"
+#include "app/CommandLine.h"
+#include "util/BundleInfo.h"
 
-int main(int argc, char** argv)
+#include <QApplication>
+#include <QTimer>
+#include <QTranslator>
+
+#include <cstdio>
+#include <memory>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+int answerTask(const CommandLine &line)
 {
-    QApplication application(argc, argv);
-    return 0;
+    switch (line.task) {
+    case CommandLine::Task::Help:
+        std::fputs(usageText().toUtf8().constData(), stdout);
+        return 0;
+    case CommandLine::Task::Version:
+        std::printf("twinleaf %s\n", BundleInfo::version().toUtf8().constData());
+        return 0;
+    default:
+        std::fprintf(stderr, "twinleaf: %s\n", line.complaint.toUtf8().constData());
+        return 2;
+    }
+}
+
+// Help and version need no display.
+std::unique_ptr<QCoreApplication> applicationFor(int &argc, char **argv)
+{
+    for (int i = 1; i < argc; ++i) {
+        const QByteArrayView argument(argv[i]);
+        if (argument == "--help" || argument == "-h" || argument == "--version")
+            return std::make_unique<QCoreApplication>(argc, argv);
+    }
+    return std::make_unique<QApplication>(argc, argv);
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QCoreApplication::setApplicationName(u"Twinleaf"_s);
+    QCoreApplication::setApplicationVersion(BundleInfo::version());
+    QGuiApplication::setDesktopFileName(u"org.twinleaf.Twinleaf"_s);
+    const auto application = applicationFor(argc, argv);
+    QTranslator translator;
+    if (translator.load(QLocale(), u"twinleaf"_s, u"_"_s, u":/i18n"_s))
+        QCoreApplication::installTranslator(&translator);
+
+    const CommandLine line = readCommandLine(argc, argv);
+    if (line.task != CommandLine::Task::Run && line.task != CommandLine::Task::SelfTest)
+        return answerTask(line);
+
+    // Alerts and sheets come and go; the end of the program is the main window's to ask for.
+    QApplication::setQuitOnLastWindowClosed(false);
+    Application twinleaf(line);
+    twinleaf.start();
+    // Opens the window, turns the event loop and quits.
+    if (line.task == CommandLine::Task::SelfTest)
+        QTimer::singleShot(0, &twinleaf, &Application::quit);
+    return QCoreApplication::exec();
 }

@@ -96,7 +96,7 @@ void PathNavigators::useOpositePath(Side side)
     bus.post(DirectoryChanged[side], { .path = path, .item = PathText::lastComponent(path) });
 }
 
-QString PathNavigators::getCurrentPathFromSegmentedControl(Side side) const
+QString PathNavigators::getCurrentNavigatorPath(Side side) const
 {
     const SegmentedControl &navigator = control(side);
     const int end = std::min(navigator.selectedSegment() + 1, navigator.segmentCount());

@@ -29,7 +29,8 @@ public:
     QString navigatorPath(Side side) const { return _navigatorPath[side]; }
     // The longest path whose components the segments still show.
     QString completeNavigatorPath(Side side) const { return _completeNavigatorPath[side]; }
-    QString getCurrentPathFromSegmentedControl(Side side) const;
+    // The path up to the selected segment: what is remembered for the next start.
+    QString getCurrentNavigatorPath(Side side) const;
     int getSelectedSegmentFromSegmentedControl(Side side) const;
     bool isItemInNavigatorPath(const QString &item, Side side) const;
 

@@ -133,8 +133,20 @@ Alert::Answer DesktopAlerts::ask(const Alert &alert)
     return answer;
 }
 
+DesktopAlerts::Silence::Silence(DesktopAlerts &alerts)
+    : _alerts(alerts)
+{
+    _alerts._silent = true;
+    const auto windows = QApplication::topLevelWidgets();
+    for (QWidget *window : windows)
+        if (auto *alert = dynamic_cast<AlertDialog *>(window))
+            alert->reject();
+}
+
 Alert::Answer DesktopAlerts::show(const Alert &alert)
 {
+    if (_silent)
+        return alert.cancel;
     const Questions::Guard guard(_questions);
     QWidget *modal = QApplication::activeModalWidget();
     QPointer<AlertDialog> dialog = new AlertDialog(alert, modal ? modal : _parent.data());

@@ -20,9 +20,23 @@ public:
 
     Alert::Answer ask(const Alert &alert) override;
 
+    // While it lives no alert shows: each answers at once as if it had been cancelled, the open
+    // ones too. Main thread.
+    class Silence {
+    public:
+        explicit Silence(DesktopAlerts &alerts);
+        ~Silence() { _alerts._silent = false; }
+        Silence(const Silence &) = delete;
+        Silence &operator=(const Silence &) = delete;
+
+    private:
+        DesktopAlerts &_alerts;
+    };
+
 private:
     Alert::Answer show(const Alert &alert);
 
     Questions &_questions;
     QPointer<QWidget> _parent;
+    bool _silent = false;
 };

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "app/CommandLine.h"
+#include "model/MainModel.h"
+#include "model/MessageBus.h"
+#include "operations/Twinleaf.h"
+#include "platform/desktop/ColorScheme.h"
+#include "platform/desktop/DesktopAlerts.h"
+#include "platform/desktop/DesktopPrograms.h"
+#include "platform/desktop/DesktopWorkspace.h"
+#include "platform/FileKinds.h"
+#include "platform/Questions.h"
+#include "platform/UserDefaults.h"
+#include "views/TableViewDataSources.h"
+#include "window/MainWindowLayout.h"
+#include "window/WindowController.h"
+
+#include <QObject>
+
+// Owns every long-lived object, in the order of construction, and sees to the program's end.
+class Application final : public QObject {
+    Q_OBJECT
+
+public:
+    explicit Application(const CommandLine &line);
+    ~Application() override;
+
+    void start();
+
+    // Asks when work is under way; then stops it between two items, saves and ends the event loop.
+    void quit();
+
+private:
+    void connectAll(); // Wiring.cpp
+    void awakeAll(); // Wiring.cpp
+    void powerOff();
+    void save();
+    void stopWork();
+
+    ColorScheme _colorScheme;
+    Questions _questions;
+    UserDefaults _defaults;
+    MessageBus _bus;
+    DesktopAlerts _alerts;
+    DesktopPrograms _programs;
+    DesktopWorkspace _workspace;
+    FileKinds _kinds;
+    Twinleaf _twinleaf;
+    MainModel _mainModel;
+    MainWindowLayout _mainWindow;
+    TableViewDataSourceLeft _leftSource;
+    TableViewDataSourceRight _rightSource;
+    WindowController _windowController;
+    bool _quitting = false;
+};

@@ -1,0 +1,122 @@
+#include "window/MainWindowLayout.h"
+
+#include "platform/Localized.h"
+#include "views/TableViews.h"
+#include "window/ActivitySpinner.h"
+#include "window/ClassicButton.h"
+#include "window/ElidedLabel.h"
+#include "window/SegmentedControl.h"
+
+#include <QCloseEvent>
+#include <QMenuBar>
+#include <QSplitter>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int Margin = 8;
+constexpr int ButtonRowHeight = 45;
+constexpr QSize InitialSize { 1120, 700 };
+
+} // namespace
+
+MainWindowLayout::MainWindowLayout(MessageBus &bus, MainModel &mainModel, UserDefaults &defaults)
+    : leftFileList(new TableViewLeft(bus, mainModel, defaults, this))
+    , rightFileList(new TableViewRight(bus, mainModel, defaults, this))
+    , splitView(new QSplitter(Qt::Horizontal))
+    , classicButtons(buttonRow())
+    , progressIndicator(new ActivitySpinner(this))
+{
+    setWindowTitle(u"Twinleaf"_s);
+    splitView->setHandleWidth(Margin);
+    splitView->setChildrenCollapsible(false);
+    splitView->addWidget(pane(Side::Left));
+    splitView->addWidget(pane(Side::Right));
+    // Both panes grow alike.
+    splitView->setStretchFactor(0, 1);
+    splitView->setStretchFactor(1, 1);
+
+    auto *content = new QWidget(this);
+    auto *rows = new QVBoxLayout(content);
+    rows->setContentsMargins(Margin, 0, Margin, 0);
+    rows->setSpacing(0);
+    rows->addWidget(splitView, 1);
+    rows->addWidget(classicButtons);
+    setCentralWidget(content);
+    menuBar()->setCornerWidget(progressIndicator);
+    resize(InitialSize);
+}
+
+PaneTableView &MainWindowLayout::fileList(Side side) const
+{
+    if (side == Side::Left)
+        return *leftFileList;
+    return *rightFileList;
+}
+
+QWidget *MainWindowLayout::pane(Side side)
+{
+    auto *widget = new QWidget(splitView);
+    auto *navigator = new SegmentedControl(widget);
+    navigator->setAccessibleName(localized(side == Side::Left ? "Left path" : "Right path"));
+    segmentedControls[side] = navigator;
+
+    auto *rows = new QVBoxLayout(widget);
+    rows->setContentsMargins(0, Margin, 0, 0);
+    rows->setSpacing(Margin / 2);
+    rows->addWidget(navigator);
+    rows->addWidget(&fileList(side), 1);
+    rows->addWidget(infoBar(side));
+    return widget;
+}
+
+QWidget *MainWindowLayout::infoBar(Side side)
+{
+    auto *bar = new QWidget(splitView);
+    auto *columns = new QHBoxLayout(bar);
+    columns->setContentsMargins(Margin / 2, 0, Margin / 2, Margin / 2);
+    columns->setSpacing(2 * Margin);
+    auto *name = new ElidedLabel(Qt::ElideMiddle, bar);
+    auto *size = new ElidedLabel(Qt::ElideRight, bar);
+    auto *date = new ElidedLabel(Qt::ElideRight, bar);
+    name->setAccessibleName(localized("Name"));
+    size->setAccessibleName(localized("Size"));
+    date->setAccessibleName(localized("Date"));
+    size->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    date->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    columns->addWidget(name, 1);
+    columns->addWidget(size);
+    columns->addWidget(date);
+    infoBars[side] = { name, size, date };
+    return bar;
+}
+
+QWidget *MainWindowLayout::buttonRow()
+{
+    auto *row = new QWidget(this);
+    row->setFixedHeight(ButtonRowHeight);
+    auto *columns = new QHBoxLayout(row);
+    columns->setContentsMargins(0, 0, 0, 0);
+    columns->setSpacing(Margin);
+    const auto add = [&](const char *command, ClassicAction action) {
+        auto *button = new ClassicButton(localized(command),
+                                         leftFileList->classicKeys().menuText(action), row);
+        columns->addWidget(button);
+        return button;
+    };
+    copyButton = add(QT_TRANSLATE_NOOP("Twinleaf", "Copy"), ClassicAction::Copy);
+    moveButton = add(QT_TRANSLATE_NOOP("Twinleaf", "Move"), ClassicAction::Move);
+    newFolderButton = add(QT_TRANSLATE_NOOP("Twinleaf", "New folder"), ClassicAction::NewFolder);
+    deleteButton = add(QT_TRANSLATE_NOOP("Twinleaf", "Delete"), ClassicAction::Delete);
+    renameButton = add(QT_TRANSLATE_NOOP("Twinleaf", "Rename"), ClassicAction::Rename);
+    return row;
+}
+
+void MainWindowLayout::closeEvent(QCloseEvent *event)
+{
+    // Whether the window may go is the application's to say.
+    event->ignore();
+    Q_EMIT closeAsked();
+}

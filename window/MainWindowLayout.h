@@ -1,0 +1,53 @@
+#pragma once
+
+#include "model/Side.h"
+#include "window/InfoBars.h"
+
+#include <QMainWindow>
+
+#include <array>
+
+class ActivitySpinner;
+class ClassicButton;
+class MainModel;
+class MessageBus;
+class PaneTableView;
+class QSplitter;
+class SegmentedControl;
+class TableViewLeft;
+class TableViewRight;
+class UserDefaults;
+
+// The main window: its controls and where they stand, without behaviour.
+class MainWindowLayout final : public QMainWindow {
+    Q_OBJECT
+
+public:
+    MainWindowLayout(MessageBus &bus, MainModel &mainModel, UserDefaults &defaults);
+
+    PaneTableView &fileList(Side side) const;
+
+    TableViewLeft *leftFileList;
+    TableViewRight *rightFileList;
+    PerSide<SegmentedControl *> segmentedControls;
+    PerSide<InfoBarFields> infoBars;
+    QSplitter *splitView;
+    QWidget *classicButtons; // the row that holds the five
+    ClassicButton *copyButton;
+    ClassicButton *moveButton;
+    ClassicButton *newFolderButton;
+    ClassicButton *deleteButton;
+    ClassicButton *renameButton;
+    ActivitySpinner *progressIndicator;
+
+Q_SIGNALS:
+    void closeAsked(); // by the window's close box; the window itself stays
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    QWidget *pane(Side side);
+    QWidget *infoBar(Side side);
+    QWidget *buttonRow();
+};

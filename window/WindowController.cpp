@@ -1,0 +1,245 @@
+#include "window/WindowController.h"
+
+#include "model/MainModel.h"
+#include "operations/Twinleaf.h"
+#include "platform/Localized.h"
+#include "platform/Questions.h"
+#include "platform/UserDefaults.h"
+#include "util/SettingsKeys.h"
+#include "views/TableViews.h"
+#include "window/ActivitySpinner.h"
+#include "window/ClassicButton.h"
+#include "window/InputSheet.h"
+#include "window/MainWindowLayout.h"
+
+#include <QMenu>
+#include <QMenuBar>
+
+using namespace Qt::StringLiterals;
+
+WindowController::WindowController(MainWindowLayout &layout, MessageBus &messages, MainModel &model,
+                                   Twinleaf &twinleaf, UserDefaults &settings,
+                                   Questions &questionsOnScreen)
+    : mainWindow(layout)
+    , bus(messages)
+    , mainModel(model)
+    , defaults(settings)
+    , questions(questionsOnScreen)
+    , _navigators(*layout.segmentedControls.left, *layout.segmentedControls.right, messages, model,
+                  twinleaf, settings)
+    , _infoBars(layout.infoBars, model, twinleaf, settings)
+    , _commands(*this, messages, model, twinleaf, twinleaf)
+    , _menus(*layout.menuBar(), _commands, *this, layout.leftFileList->classicKeys())
+    , _workingSheet(messages, &layout)
+{
+    bus.subscribe(ApplicationWillTerminate, this, &WindowController::applicationWillTerminate);
+    connectControls();
+}
+
+WindowController::~WindowController()
+{
+    bus.unsubscribe(this);
+}
+
+void WindowController::connectControls()
+{
+    const auto click = [this](ClassicButton *button, void (PaneCommands::*command)()) {
+        connect(button, &ClassicButton::clicked, this, [this, command] { (_commands.*command)(); });
+    };
+    click(mainWindow.copyButton, &PaneCommands::copyButtonClicked);
+    click(mainWindow.moveButton, &PaneCommands::moveButtonClicked);
+    click(mainWindow.newFolderButton, &PaneCommands::newFolderButtonClicked);
+    click(mainWindow.deleteButton, &PaneCommands::deleteButtonClicked);
+    click(mainWindow.renameButton, &PaneCommands::renameButtonClicked);
+
+    for (const Side side : { Side::Left, Side::Right }) {
+        PaneTableView &list = mainWindow.fileList(side);
+        PaneTableView &other = mainWindow.fileList(otherSide(side));
+        SegmentedControl &navigator = _navigators.control(side);
+        connect(&list, &PaneTableView::otherPaneRequested, &other, [&other] { other.setFocus(); });
+        connect(&list, &PaneTableView::terminateRequested, this,
+                &WindowController::terminateRequested);
+        connect(&navigator, &SegmentedControl::escaped, &list, [&list] { list.setFocus(); });
+        connect(&navigator, &SegmentedControl::contextMenuAsked, this,
+                [this, side](const QPoint &position) { showNavigatorMenu(side, position); });
+    }
+
+    connect(&_menus, &MenuBar::showHiddenFilesClicked, this,
+            &WindowController::showHiddenFilesClicked);
+    connect(&_menus, &MenuBar::showClassicButtonsClicked, this,
+            &WindowController::showClassicButtonsClicked);
+    connect(&_menus, &MenuBar::pathAsked, this, [this] {
+        if (const auto side = activeSide())
+            _navigators.control(*side).setFocus(Qt::ShortcutFocusReason);
+    });
+    connect(&_menus, &MenuBar::useOpositePathAsked, this, [this] {
+        if (const auto side = activeSide())
+            _navigators.useOpositePath(*side);
+    });
+    connect(&_menus, &MenuBar::terminateAsked, this, &WindowController::terminateRequested);
+    connect(&mainWindow, &MainWindowLayout::closeAsked, this,
+            &WindowController::terminateRequested);
+}
+
+void WindowController::awakeFromNib()
+{
+    const Qt::Alignment dates = mainModel.dateRightAlignment() ? Qt::AlignRight : Qt::AlignLeft;
+    for (const Side side : { Side::Left, Side::Right })
+        mainWindow.fileList(side).tableModel().setDateAlignment(dates);
+
+    if (!defaults.boolean(Settings::ShowClassicButtons).value_or(true))
+        showClassicButtonsClicked();
+    else
+        _menus.menuItemShowClassicButtons()->setText(localized("Hide Classic buttons"));
+
+    _navigators.setupPathNavigators();
+    _infoBars.setInfoBarsColors();
+    setDateFormatters();
+}
+
+void WindowController::setDateFormatters()
+{
+    const Settings::Key key =
+        mainModel.useLongDateFormat() ? Settings::TimeDateFormat : Settings::ShortTimeDateFormat;
+    const QString format = defaults.string(key).value_or(QString());
+    for (const Side side : { Side::Left, Side::Right })
+        mainWindow.fileList(side).tableModel().setDateFormat(format);
+}
+
+void WindowController::setFileInfoBar(Side side)
+{
+    _infoBars.setFileInfoBar(mainWindow.fileList(side));
+}
+
+void WindowController::showClassicButtonsClicked()
+{
+    const bool show = TWClassicButtonsVisible;
+    _menus.menuItemShowClassicButtons()->setText(show ? localized("Hide Classic buttons")
+                                                      : localized("Show Classic buttons"));
+    defaults.setValue(Settings::ShowClassicButtons, show);
+    setClassicButtonsVisible(show);
+    TWClassicButtonsVisible = !TWClassicButtonsVisible;
+}
+
+void WindowController::setClassicButtonsVisible(bool visible)
+{
+    // The split view takes the row's height, 45 points, when it goes.
+    mainWindow.classicButtons->setVisible(visible);
+    updateMainWindow();
+}
+
+void WindowController::showHiddenFilesClicked()
+{
+    defaults.setValue(Settings::ShowHiddenFiles, !mainModel.showHiddenFiles());
+    mainModel.setUserDefaultValues();
+    const QString left = getCurrentPathFromSegmentedControl(Side::Left);
+    const QString right = getCurrentPathFromSegmentedControl(Side::Right);
+    bus.post(DirectoryChanged[Side::Left], { .path = left });
+    bus.post(DirectoryChanged[Side::Right], { .path = right });
+}
+
+void WindowController::showNavigatorMenu(Side side, const QPoint &globalPosition)
+{
+    QMenu menu(&mainWindow);
+    connect(menu.addAction(localized("Folder of Other Pane")), &QAction::triggered, this,
+            [this, side] { _navigators.useOpositePath(side); });
+    menu.exec(globalPosition);
+}
+
+void WindowController::reloadFileListsForVolumes()
+{
+    for (const Side side : { Side::Left, Side::Right })
+        if (_navigators.control(side).label(1) == localized("Volumes"))
+            bus.post(DirectoryChanged[side], { .path = getCurrentPathFromSegmentedControl(side) });
+}
+
+void WindowController::applicationWillTerminate(const NoPayload &)
+{
+    if (defaults.boolean(Settings::SaveLastPaths).value_or(true)) {
+        defaults.setValue(Settings::LeftFileListLastPath,
+                          _navigators.getCurrentNavigatorPath(Side::Left));
+        defaults.setValue(Settings::RightFileListLastPath,
+                          _navigators.getCurrentNavigatorPath(Side::Right));
+    }
+    defaults.setValue(Settings::SelectedItemsLeft,
+                      mainModel.selectedItems(Side::Left).toDictionary());
+    defaults.setValue(Settings::SelectedItemsRight,
+                      mainModel.selectedItems(Side::Right).toDictionary());
+}
+
+std::optional<Side> WindowController::activeSide() const
+{
+    // The window's own focus, which stays while a menu or a sheet has the keyboard.
+    for (const Side side : { Side::Left, Side::Right })
+        if (mainWindow.focusWidget() == &mainWindow.fileList(side))
+            return side;
+    return std::nullopt;
+}
+
+QString WindowController::getCurrentPath() const
+{
+    const auto side = activeSide();
+    return side ? _navigators.navigatorPath(*side) : QString();
+}
+
+PaneTable &WindowController::getTableView(Side side)
+{
+    return mainWindow.fileList(side);
+}
+
+PaneTable *WindowController::getFirstResponderTableView()
+{
+    const auto side = activeSide();
+    return side ? &mainWindow.fileList(*side) : nullptr;
+}
+
+PaneTable *WindowController::getOtherResponderTableView()
+{
+    const auto side = activeSide();
+    return side ? &mainWindow.fileList(otherSide(*side)) : nullptr;
+}
+
+QString WindowController::getCurrentPathFromSegmentedControl(Side side) const
+{
+    return _navigators.navigatorPath(side);
+}
+
+int WindowController::getSelectedSegmentFromSegmentedControl(Side side) const
+{
+    return _navigators.getSelectedSegmentFromSegmentedControl(side);
+}
+
+QString WindowController::completeNavigatorPath(Side side) const
+{
+    return _navigators.completeNavigatorPath(side);
+}
+
+bool WindowController::isItemInNavigatorPath(const QString &item, Side side) const
+{
+    return _navigators.isItemInNavigatorPath(item, side);
+}
+
+void WindowController::setMenuItemShowHiddenItems(const QString &title)
+{
+    _menus.menuItemShowHiddenFiles()->setText(title);
+}
+
+QString WindowController::getStringFromInputSheet(const QString &prompt, const QString &inputText)
+{
+    const Questions::Guard guard(questions);
+    InputSheet sheet(prompt, inputText, &mainWindow);
+    return sheet.run();
+}
+
+void WindowController::setProgressIndicator(bool spinning)
+{
+    if (spinning)
+        mainWindow.progressIndicator->start();
+    else
+        mainWindow.progressIndicator->stop();
+}
+
+void WindowController::updateMainWindow()
+{
+    mainWindow.centralWidget()->repaint();
+}

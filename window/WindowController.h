@@ -1,0 +1,74 @@
+#pragma once
+
+#include "model/Messages.h"
+#include "model/PaneWindow.h"
+#include "window/InfoBars.h"
+#include "window/MenuBar.h"
+#include "window/PaneCommands.h"
+#include "window/PathNavigators.h"
+#include "window/WorkingSheet.h"
+
+#include <QObject>
+
+class MainWindowLayout;
+class Questions;
+class Twinleaf;
+
+// The hub of the main window: its start and what is saved at its end, the button row, and the
+// answers that the pane model and the operations ask of the window. Main thread.
+class WindowController final : public QObject, public PaneWindow {
+    Q_OBJECT
+
+public:
+    WindowController(MainWindowLayout &mainWindow, MessageBus &bus, MainModel &mainModel,
+                     Twinleaf &twinleaf, UserDefaults &defaults, Questions &questions);
+    ~WindowController() override;
+
+    void awakeFromNib();
+
+    void volumeDidMount() { reloadFileListsForVolumes(); }
+    void volumeDidUnmount() { reloadFileListsForVolumes(); }
+    void showClassicButtonsClicked();
+    void setClassicButtonsVisible(bool visible);
+    void showHiddenFilesClicked();
+    QString getCurrentPath() const; // the active pane's; empty without one
+    void setFileInfoBar(Side side);
+    void setDateFormatters();
+
+    ProgressSheet &workingSheet() { return _workingSheet; }
+
+    PaneTable &getTableView(Side side) override;
+    PaneTable *getFirstResponderTableView() override;
+    PaneTable *getOtherResponderTableView() override;
+    QString getCurrentPathFromSegmentedControl(Side side) const override;
+    int getSelectedSegmentFromSegmentedControl(Side side) const override;
+    QString completeNavigatorPath(Side side) const override;
+    bool isItemInNavigatorPath(const QString &item, Side side) const override;
+    void setMenuItemShowHiddenItems(const QString &title) override;
+    QString getStringFromInputSheet(const QString &prompt, const QString &inputText) override;
+    void setProgressIndicator(bool spinning) override;
+    void updateMainWindow() override;
+
+Q_SIGNALS:
+    void terminateRequested();
+
+private:
+    void applicationWillTerminate(const NoPayload &);
+    void reloadFileListsForVolumes();
+    void connectControls();
+    void showNavigatorMenu(Side side, const QPoint &globalPosition);
+    std::optional<Side> activeSide() const;
+
+    MainWindowLayout &mainWindow;
+    MessageBus &bus;
+    MainModel &mainModel;
+    UserDefaults &defaults;
+    Questions &questions;
+    PathNavigators _navigators;
+    InfoBars _infoBars;
+    PaneCommands _commands;
+    MenuBar _menus;
+    WorkingSheet _workingSheet;
+    // Kept: despite its name, true while the button row is hidden.
+    bool TWClassicButtonsVisible = false;
+};
