@@ -6,6 +6,9 @@
 // "%i") stay in the key; fill them afterwards with filled(). Any thread.
 QString localized(const char *english);
 
-// Replaces the placeholders "%@" and "%i" in order. What is filled in is not searched again.
+// Replaces the first placeholder of the argument's sort, "%@" or "%i". What is filled in is not
+// searched again.
 QString filled(const QString &format, const QString &argument);
 QString filled(const QString &format, int argument);
+// Both at once: after the first of two calls, a "%@" in what it filled in would look like a place.
+QString filled(const QString &format, const QString &first, const QString &second);

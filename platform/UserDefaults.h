@@ -46,6 +46,11 @@ public:
 
 private:
     void load();
+    // What the file holds now, or these settings where there is none; nothing when it must stay.
+    std::optional<QVariantMap> readLocked();
+    bool writeLocked();
+    void warn(const QString &reason);
+    void noteChange(const QString &key);
 
     QString _file;
     QVariantMap _global;
@@ -53,4 +58,5 @@ private:
     QStringList _changedKeys; // merged over the file as another process left it, on write
     QTimer _writeSoon;
     std::unique_ptr<QLockFile> _lock;
+    bool _warned = false; // until a write succeeds
 };
