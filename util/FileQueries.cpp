@@ -4,6 +4,7 @@
 #include "platform/FileKinds.h"
 #include "platform/FileName.h"
 #include "platform/Localized.h"
+#include "platform/VolumeLabel.h"
 #include "platform/Workspace.h"
 #include "util/LinkFile.h"
 #include "util/PathText.h"
@@ -144,8 +145,13 @@ QIcon FileQueries::getIconForFile(const QString &path) const
 QString FileQueries::getLocalizedPath(const QString &path) const
 {
     QStringList components = PathText::components(path);
-    if (components.value(0) == u"/"_s)
-        components[0] = localized("File System");
+    const QStringList volumes = PathText::components(workspace.volumesFolder());
+    if (!volumes.isEmpty() && components.mid(0, volumes.size()) == volumes)
+        components[volumes.size() - 1] = localized("Volumes");
+    if (components.value(0) == u"/"_s) {
+        const QString label = startVolumeLabel();
+        components[0] = label.isEmpty() ? localized("File System") : label;
+    }
     return PathText::fromComponents(components);
 }
 
