@@ -2,6 +2,7 @@
 
 #include "model/MainModel.h"
 #include "platform/FileName.h"
+#include "platform/Localized.h"
 #include "platform/UserDefaults.h"
 #include "util/DateText.h"
 #include "util/SettingsKeys.h"

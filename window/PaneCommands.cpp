@@ -3,6 +3,7 @@
 #include "model/MainModel.h"
 #include "model/OperationDesk.h"
 #include "model/PaneWindow.h"
+#include "platform/Localized.h"
 #include "util/FileQueries.h"
 #include "util/PathText.h"
 #include "window/MenuValidation.h"

@@ -1,6 +1,7 @@
 #include "window/PathNavigators.h"
 
 #include "model/MainModel.h"
+#include "platform/Localized.h"
 #include "platform/UserDefaults.h"
 #include "util/FileQueries.h"
 #include "util/PathText.h"

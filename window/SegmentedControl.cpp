@@ -8,6 +8,7 @@
 #include <QHelpEvent>
 #include <QPainter>
 #include <QPainterPath>
+#include <QStyle>
 #include <QToolTip>
 
 #include <algorithm>
