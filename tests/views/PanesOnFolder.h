@@ -36,8 +36,6 @@ public:
 
 // Both real panes side by side over the real pane model, on one folder of files of growing size.
 class PanesOnFolder final : public QWidget, public PaneWindow {
-    Q_OBJECT
-
 public:
     explicit PanesOnFolder(const QStringList &names)
     {
