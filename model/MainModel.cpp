@@ -81,13 +81,15 @@ void MainModel::awakeFromNib()
         const bool ascending = defaults.boolean(pane.sortingDirection).value_or(!column);
         sortRowEntries(column.value_or(Column::Name), pane.side,
                        ascending ? SortDirection::Ascending : SortDirection::Descending);
+        // Sorting moved the rows; the remembered row is counted in the sorted order.
         const auto &start = _startFolders[pane.side];
-        if (start && !start->selectedName.isEmpty()) {
-            PaneTable &table = windowController->getTableView(pane.side);
-            const int row = int(_rows[pane.side].rowOfName(start->selectedName));
-            table.selectRow(qMax(row, 0));
-            table.scrollToRow(qMax(row, 0));
-        }
+        const Listing &listing = _rows[pane.side];
+        const int row = start && !start->selectedName.isEmpty()
+            ? int(listing.rowOfName(start->selectedName))
+            : _selectedItems[pane.side].row(listing.folder());
+        PaneTable &table = windowController->getTableView(pane.side);
+        table.selectRow(qMax(row, 0));
+        table.scrollToRow(qMax(row, 0));
     }
 }
 
