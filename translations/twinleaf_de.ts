@@ -413,5 +413,17 @@ Stelle der zuletzt gezeigten Ordner; eine Datei öffnet ihren Ordner und ist aus
         <source>more than two folders were given; see --help</source>
         <translation>mehr als zwei Ordner angegeben; siehe --help</translation>
     </message>
+    <message>
+        <source>%i of %i</source>
+        <translation>%i von %i</translation>
+    </message>
+    <message>
+        <source>Progress</source>
+        <translation>Fortschritt</translation>
+    </message>
+    <message>
+        <source>Activity</source>
+        <translation>Aktivität</translation>
+    </message>
 </context>
 </TS>

@@ -228,7 +228,7 @@ QString WindowController::getStringFromInputSheet(const QString &prompt, const Q
 {
     const Questions::Guard guard(questions);
     InputSheet sheet(prompt, inputText, &mainWindow);
-    return sheet.run();
+    return sheet.getString();
 }
 
 void WindowController::setProgressIndicator(bool spinning)

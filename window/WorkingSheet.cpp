@@ -1,0 +1,80 @@
+#include "window/WorkingSheet.h"
+
+#include "model/Messages.h"
+#include "platform/Localized.h"
+#include "window/ElidedLabel.h"
+
+#include <QHBoxLayout>
+#include <QProgressBar>
+#include <QPushButton>
+
+WorkingSheet::WorkingSheet(MessageBus &messages, QWidget *mainWindow)
+    : Sheet(mainWindow)
+    , bus(messages)
+    , workingInfoText(new ElidedLabel(Qt::ElideMiddle, this))
+    , _counter(new QLabel(this))
+    , workingProgressIndicator(new QProgressBar(this))
+    , _details(new ElidedLabel(Qt::ElideRight, this))
+{
+    setAccessibleName(localized("Progress"));
+    workingProgressIndicator->setAccessibleName(localized("Progress"));
+    workingProgressIndicator->setTextVisible(false);
+    _counter->setTextFormat(Qt::PlainText);
+
+    auto *texts = new QHBoxLayout;
+    texts->addWidget(workingInfoText, 1);
+    texts->addWidget(_counter);
+    rows().addLayout(texts);
+    rows().addWidget(workingProgressIndicator);
+    rows().addWidget(_details); // keeps its line while empty, so that nothing moves
+    connect(addButton(localized("Cancel")), &QPushButton::clicked, this,
+            &WorkingSheet::cancelWorkingSheet);
+}
+
+void WorkingSheet::showWorkingSheet()
+{
+    setWorkingSheetProgressValue(0);
+    show();
+}
+
+void WorkingSheet::closeWorkingSheet()
+{
+    hide();
+}
+
+void WorkingSheet::cancelWorkingSheet()
+{
+    setWorkingSheetInfoText(localized("Canceling progress..."));
+    bus.post(CancelThread);
+}
+
+void WorkingSheet::setWorkingSheetInfoText(const QString &text)
+{
+    workingInfoText->setText(text);
+    workingInfoText->setAccessibleName(text);
+}
+
+void WorkingSheet::setWorkingSheetDetailText(const QString &text)
+{
+    _details->setText(text);
+    _details->setAccessibleName(text);
+}
+
+void WorkingSheet::setWorkingSheetMaxProgressValue(double value)
+{
+    workingProgressIndicator->setMaximum(int(value));
+    showCounter();
+}
+
+void WorkingSheet::setWorkingSheetProgressValue(double value)
+{
+    workingProgressIndicator->setValue(int(value));
+    showCounter();
+}
+
+void WorkingSheet::showCounter()
+{
+    const int value = std::max(0, workingProgressIndicator->value());
+    _counter->setText(
+        filled(filled(localized("%i of %i"), value), workingProgressIndicator->maximum()));
+}
