@@ -15,15 +15,12 @@ private Q_SLOTS:
     void init() { inZone("UTC"); }
     void conversions_data();
     void conversions();
-    void twelveHourClock_data();
-    void twelveHourClock();
-    void zoneIsTheSystemsWhateverTheDateSays();
-    void offsetWestOfGreenwichCountsItsHalfHour();
+    void hoursAndZone_data();
+    void hoursAndZone();
     void namesComeFromTheLocale();
     void formatThatNamesItselfEnds();
     void noFormatGivesThePlainDescription();
     void longDateIsTwoHalvesAndABlank();
-    void absentDateHasNoText();
     void localeEndsAtTheFirstMissingValue();
 
 private:
@@ -86,34 +83,26 @@ void tst_CalendarFormat::conversions()
     QTEST(CalendarFormat::text(date, format, {}), "text");
 }
 
-void tst_CalendarFormat::twelveHourClock_data()
+void tst_CalendarFormat::hoursAndZone_data()
 {
-    QTest::addColumn<int>("hour");
+    QTest::addColumn<QByteArray>("zone");
+    QTest::addColumn<int>("hour"); // in UTC
     QTest::addColumn<QString>("text");
-    QTest::newRow("midnight") << 0 << "12 AM";
-    QTest::newRow("one") << 1 << "01 AM";
-    QTest::newRow("before noon") << 11 << "11 AM";
-    QTest::newRow("noon") << 12 << "12 PM";
-    QTest::newRow("last") << 23 << "11 PM";
+    QTest::newRow("midnight") << QByteArray("UTC") << 0 << "12 AM +0000 UTC";
+    QTest::newRow("before noon") << QByteArray("UTC") << 11 << "11 AM +0000 UTC";
+    QTest::newRow("noon") << QByteArray("UTC") << 12 << "12 PM +0000 UTC";
+    QTest::newRow("last") << QByteArray("UTC") << 23 << "11 PM +0000 UTC";
+    QTest::newRow("east") << QByteArray("IST-5:30") << 7 << "12 PM +0530 IST";
+    QTest::newRow("west") << QByteArray("NST3:30") << 7 << "03 AM -0330 NST";
 }
 
-void tst_CalendarFormat::twelveHourClock()
+void tst_CalendarFormat::hoursAndZone()
 {
+    QFETCH(QByteArray, zone);
     QFETCH(int, hour);
-    const QDateTime then(date.date(), QTime(hour, 0), Qt::UTC);
-    QTEST(CalendarFormat::text(then, u"%I %p"_s, {}), "text");
-}
-
-void tst_CalendarFormat::zoneIsTheSystemsWhateverTheDateSays()
-{
-    inZone("IST-5:30");
-    QCOMPARE(CalendarFormat::text(date, u"%d %H:%M %z %Z"_s, {}), u"01 12:35 +0530 IST"_s);
-}
-
-void tst_CalendarFormat::offsetWestOfGreenwichCountsItsHalfHour()
-{
-    inZone("NST3:30");
-    QCOMPARE(CalendarFormat::text(date, u"%H:%M %z"_s, {}), u"03:35 -0330"_s);
+    inZone(zone);
+    const QDateTime then(date.date(), QTime(hour, 5), Qt::UTC);
+    QTEST(CalendarFormat::text(then, u"%I %p %z %Z"_s, {}), "text");
 }
 
 void tst_CalendarFormat::namesComeFromTheLocale()
@@ -144,6 +133,7 @@ void tst_CalendarFormat::longDateIsTwoHalvesAndABlank()
 {
     const TestFolder folder;
     UserDefaults defaults(folder.path(u"settings.plist"_s), german);
+    QCOMPARE(DateText(defaults).getLocalizedDateAndTime({}), u" "_s);
     defaults.setValue(Settings::DateFormat, u"%A"_s);
     defaults.setValue(Settings::TimeFormat, u"%I %p"_s);
     // Kept: the time's names need a format that the time does not use.
@@ -152,29 +142,14 @@ void tst_CalendarFormat::longDateIsTwoHalvesAndABlank()
     QCOMPARE(DateText(defaults).getLocalizedDateAndTime(date), u"Sonntag 07 vorm."_s);
 }
 
-void tst_CalendarFormat::absentDateHasNoText()
-{
-    const TestFolder folder;
-    const UserDefaults defaults(folder.path(u"settings.plist"_s));
-    QCOMPARE(DateText(defaults).getLocalizedShortDateAndTime({}), QString());
-    QCOMPARE(DateText(defaults).getLocalizedDateAndTime({}), u" "_s);
-}
-
 void tst_CalendarFormat::localeEndsAtTheFirstMissingValue()
 {
     const TestFolder folder;
-    UserDefaults defaults(folder.path(u"settings.plist"_s), german);
-    const DateText text(defaults);
-    QVERIFY(text.systemDefinedLocale().isEmpty());
-
-    defaults.setValue(Settings::TimeDateFormat, u"%c"_s);
-    QCOMPARE(text.systemDefinedLocale().size(), 6);
-
-    QVariantMap withoutDesignation = german;
-    withoutDesignation.remove(Settings::AmPmDesignation);
-    withoutDesignation.insert(Settings::TimeDateFormat, u"%c"_s);
-    const UserDefaults bare(folder.path(u"other.plist"_s), withoutDesignation);
-    QCOMPARE(DateText(bare).systemDefinedLocale().keys(),
+    QVariantMap values = german;
+    values.remove(Settings::AmPmDesignation);
+    values.insert(Settings::TimeDateFormat, u"%c"_s);
+    const UserDefaults defaults(folder.path(u"settings.plist"_s), values);
+    QCOMPARE(DateText(defaults).systemDefinedLocale().keys(),
              QStringList { QString(Settings::TimeDateFormat) });
 }
 
