@@ -1,5 +1,7 @@
 #include "platform/FileName.h"
 
+#include <QStringDecoder>
+
 namespace {
 
 constexpr char16_t Undecodable = 0xDC00; // plus the byte
@@ -92,9 +94,11 @@ QString FileName::fromBytes(QByteArrayView bytes)
     const auto *data = reinterpret_cast<const unsigned char *>(bytes.data());
     qsizetype from = 0;
     qsizetype i = 0;
+    // QString::fromUtf8 would drop a byte order mark, which is a character of the name here.
+    QStringDecoder decode(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
     const auto appendUpTo = [&](qsizetype end) {
         if (end > from)
-            path += QString::fromUtf8(bytes.sliced(from, end - from));
+            path += QString(decode(bytes.sliced(from, end - from)));
     };
     while (i < bytes.size()) {
         if (const qsizetype length = sequenceLength(data + i, bytes.size() - i)) {
