@@ -73,7 +73,7 @@ quint16 finderFlags(const QByteArray &info)
 
 FileFlags::Marks FileFlags::marks(const char *path)
 {
-    char names[4096];
+    char names[65536]; // the kernel's own limit
     const ssize_t length = ::listxattr(path, names, sizeof names);
     if (length < 0 && errno == ENOTSUP) {
         struct stat status;

@@ -35,6 +35,17 @@ QByteArray folderOf(const QByteArray &path)
     return slash > 0 ? path.left(slash) : QByteArray("/");
 }
 
+// A NUL would end the path early: the call would then reach another item.
+bool isPath(const QByteArray &path)
+{
+    return !path.isEmpty() && !path.contains('\0');
+}
+
+bool isFolderEntry(const QByteArray &name)
+{
+    return name == "." || name == "..";
+}
+
 bool exists(const QByteArray &path)
 {
     struct stat status;
@@ -61,6 +72,8 @@ std::error_code renameChecked(const QByteArray &from, const QByteArray &to)
 
 std::error_code renameNoReplaceBytes(const QByteArray &from, const QByteArray &to)
 {
+    if (!isPath(from) || !isPath(to))
+        return error(std::errc::invalid_argument);
     if (::renameat2(AT_FDCWD, from.constData(), AT_FDCWD, to.constData(), RENAME_NOREPLACE) == 0)
         return {};
     if (errno == EINVAL || errno == ENOSYS || errno == EOPNOTSUPP)
@@ -146,7 +159,9 @@ QList<QByteArray> userAttributes(const QByteArray &path)
 
 std::error_code FileSystem::makeFolder(const QString &path)
 {
-    return errorOf(::mkdir(FileName::toBytes(path).constData(), 0777));
+    const QByteArray bytes = FileName::toBytes(path);
+    return isPath(bytes) ? errorOf(::mkdir(bytes.constData(), 0777))
+                         : error(std::errc::invalid_argument);
 }
 
 std::error_code FileSystem::renameNoReplace(const QString &from, const QString &to)
@@ -159,7 +174,7 @@ std::error_code FileSystem::renameItem(const QString &from, const QString &to)
     const QByteArray source = FileName::toBytes(from);
     const QByteArray target = FileName::toBytes(to);
     const QByteArray name = lastName(target);
-    if (name.isEmpty() || name == "." || name == ".." || target.contains('\0') || source == "/")
+    if (name.isEmpty() || isFolderEntry(name) || isFolderEntry(lastName(source)) || source == "/")
         return error(std::errc::invalid_argument);
     const auto failed = renameNoReplaceBytes(source, target);
     if (failed == std::errc::file_exists && isOneEntry(source, target))
@@ -170,6 +185,8 @@ std::error_code FileSystem::renameItem(const QString &from, const QString &to)
 std::error_code FileSystem::removeTree(const QString &path)
 {
     const QByteArray bytes = FileName::toBytes(path);
+    if (!isPath(bytes) || isFolderEntry(lastName(bytes)))
+        return error(std::errc::invalid_argument);
     struct statx status;
     if (::statx(AT_FDCWD, bytes.constData(), AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT,
                 STATX_BASIC_STATS, &status)
@@ -180,12 +197,14 @@ std::error_code FileSystem::removeTree(const QString &path)
 
 std::error_code FileSystem::removeEmptyFolder(const QString &path)
 {
-    return errorOf(::rmdir(FileName::toBytes(path).constData()));
+    const QByteArray bytes = FileName::toBytes(path);
+    return isPath(bytes) ? errorOf(::rmdir(bytes.constData())) : error(std::errc::invalid_argument);
 }
 
 std::error_code FileSystem::sync(const QString &path)
 {
-    const int descriptor = ::open(FileName::toBytes(path).constData(), O_RDONLY | O_CLOEXEC);
+    const int descriptor =
+        ::open(FileName::toBytes(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
     if (descriptor < 0)
         return errorOf(-1);
     const auto result = errorOf(::syncfs(descriptor));

@@ -84,8 +84,8 @@ bool MountTable::isLocalVolume(const Mount &mount)
     // Disks have a device node; loop devices are mostly packages of installed software.
     const bool disk =
         mount.source.startsWith(u"/dev/"_s) && !mount.source.startsWith(u"/dev/loop"_s);
-    const bool system = mount.point.startsWith(u"/boot"_s) || mount.point.startsWith(u"/snap/"_s)
-        || mount.point.startsWith(u"/var/"_s) || mount.point.startsWith(u"/proc"_s)
-        || mount.point.startsWith(u"/sys"_s);
+    static const QSet<QString> systemFolders { u"boot"_s, u"efi"_s,  u"snap"_s,
+                                               u"var"_s,  u"proc"_s, u"sys"_s };
+    const bool system = systemFolders.contains(mount.point.section(u'/', 1, 1));
     return mount.root == u"/"_s && disk && !system;
 }
