@@ -14,7 +14,7 @@ Application::Application(const CommandLine &line)
     , _mainWindow(_bus, _mainModel, _defaults)
     , _leftSource(*_mainWindow.leftFileList, _mainModel, _bus, _defaults)
     , _rightSource(*_mainWindow.rightFileList, _mainModel, _bus, _defaults)
-    , _windowController(_mainWindow, _bus, _mainModel, _twinleaf, _defaults, _questions)
+    , _windowController(_mainWindow, _bus, _mainModel, _twinleaf, _defaults, _workspace, _questions)
 {
     for (const Side side : { Side::Left, Side::Right })
         if (const auto &folder = line.folders[side])

@@ -8,8 +8,7 @@
 
 // The catalogue of the program's messages: name, payload, who posts, who receives.
 
-// ---- Requests to the pane model
-// --------------------------------------------------------------------
+// Requests to the pane model
 
 // The folder of a pane changed: list it. Posted by the pane model, the navigators, the commands and
 // the operations. Received by MainModel::fillFileList, then WindowController::setPathNavigator.
@@ -84,8 +83,7 @@ inline constexpr Message<OpenWithRequest> OpenFileWithApplication {
     "TWOpenFileWithApplicationNotification"
 };
 
-// ---- Replies and view messages
-// ---------------------------------------------------------------------
+// Replies and view messages
 
 // Select the row before this number: the answer to GetRowCount. Received by
 // PaneTableView::selectRow.
@@ -109,8 +107,7 @@ inline constexpr SidedMessage<RowsOfPane> ShowFolderSize {
     { "TWShowFolderSizeRightNotification" },
 };
 
-// ---- Other windows and workers
-// ---------------------------------------------------------------------
+// Other windows and workers
 
 // Open the metadata search, with a text to search for when there is one.
 struct SearchFor {
@@ -133,8 +130,7 @@ inline constexpr Message<NoPayload> CancelThread { "TWCancelThreadNotification" 
 // Kept: the name is spelt like this. Stop unpacking. Posted by the archive sheet's Cancel.
 inline constexpr Message<NoPayload> CancelArchiving { "TWCancelArchvingNotification" };
 
-// ---- Messages about the platform
-// -------------------------------------------------------------------
+// Messages about the platform
 
 // What depends on a pane's selection is to be shown anew. Posted by the pane model after re-sorting
 // and after "..", although the user selected nothing. Received by the pane's data source.

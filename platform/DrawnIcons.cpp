@@ -61,6 +61,8 @@ constexpr std::array shapes {
     Named { "document-edit"_L1, DrawnShape::Rename },
     Named { "view-refresh"_L1, DrawnShape::Reload },
     Named { "go-up"_L1, DrawnShape::Up },
+    Named { "dialog-information"_L1, DrawnShape::Notice },
+    Named { "dialog-error"_L1, DrawnShape::Fault },
 };
 
 std::optional<DrawnShape> shapeOf(const QString &name)

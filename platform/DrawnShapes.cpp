@@ -198,10 +198,21 @@ void drawAction(QPainter &painter, DrawnShape shape, const QColor &ink)
     }
 }
 
+// The sign of an alert: a dot and a stroke in a disc, upside down for a fault.
+void drawSign(QPainter &painter, bool fault)
+{
+    painter.fillPath(ellipse(1, 1, 14, 14), QColor(fault ? 0xd0453c : 0x3f7fd6));
+    painter.fillPath(ellipse(7, fault ? 10.6 : 3.4, 2, 2), Qt::white);
+    stroke(painter, fault ? line({ { 8, 4.4 }, { 8, 8.8 } }) : line({ { 8, 7.2 }, { 8, 11.6 } }),
+           Qt::white, 1.8);
+}
+
 } // namespace
 
 void drawShape(QPainter &painter, DrawnShape shape, const QColor &ink, bool dark)
 {
+    if (shape >= DrawnShape::Notice)
+        return drawSign(painter, shape == DrawnShape::Fault);
     if (shape >= DrawnShape::Copy)
         return drawAction(painter, shape, ink);
     if (shape == DrawnShape::Folder)

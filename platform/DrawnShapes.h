@@ -24,6 +24,8 @@ enum class DrawnShape {
     Rename,
     Reload,
     Up,
+    Notice,
+    Fault,
 };
 
 // The shapes are drawn on a square of this side, whatever the size on the screen.

@@ -75,6 +75,12 @@ QVariantList names(int count, const std::function<QString(int)> &nameOf)
     return list;
 }
 
+// The lists show minutes; only the C locale's short time has seconds.
+QString withoutSeconds(QString format)
+{
+    return format.remove(":%S"_L1);
+}
+
 } // namespace
 
 QVariantMap localeDefaults(const QLocale &locale)
@@ -93,7 +99,7 @@ QVariantMap localeDefaults(const QLocale &locale)
     };
     return {
         { u"NSShortTimeDateFormatString"_s,
-          date(QLocale::ShortFormat) + u' ' + time(QLocale::ShortFormat) },
+          date(QLocale::ShortFormat) + u' ' + withoutSeconds(time(QLocale::ShortFormat)) },
         { u"NSDateFormatString"_s, date(QLocale::LongFormat) },
         { u"NSTimeFormatString"_s, time(QLocale::LongFormat) },
         { u"NSTimeDateFormatString"_s,

@@ -36,6 +36,12 @@ void PaneTableModel::setDateFormat(const QString &format)
         Q_EMIT dataChanged(index(0, int(Column::Date)), index(count - 1, int(Column::Date)));
 }
 
+QString PaneTableModel::widestDate() const
+{
+    return CalendarFormat::text(QDateTime(QDate(2028, 9, 27), QTime(22, 58, 58)), _dateFormat,
+                                _dateLocale);
+}
+
 void PaneTableModel::setDateAlignment(Qt::Alignment alignment)
 {
     _dateAlignment = alignment;

@@ -22,6 +22,8 @@ public:
 
     // A calendar format; empty shows the plain description.
     void setDateFormat(const QString &format);
+    // The text of a date that needs about as much room as any.
+    QString widestDate() const;
     void setDateAlignment(Qt::Alignment alignment); // Qt::AlignLeft or Qt::AlignRight
 
     int rowCount(const QModelIndex &parent = {}) const override;

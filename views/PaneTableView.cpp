@@ -6,12 +6,12 @@
 
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QSignalBlocker>
 
 namespace {
 
 constexpr int IconColumnWidth = 20;
 constexpr int LeastNameWidth = 120;
+constexpr int CellMargin = 8; // on either side of a date
 
 // The keys of letters and digits, and those that carry umlauts on some layouts.
 bool isTypeAheadKey(int code)
@@ -76,10 +76,9 @@ void PaneTableView::setUpColumns()
     header->setSectionResizeMode(int(Column::Icon), QHeaderView::Fixed);
     header->resizeSection(int(Column::Icon), IconColumnWidth);
     const int digits = fontMetrics().horizontalAdvance(u'0');
-    header->resizeSection(int(Column::Name), 26 * digits);
     header->resizeSection(int(Column::Size), 11 * digits);
     header->resizeSection(int(Column::Date), 17 * digits);
-    header->resizeSection(int(Column::Type), 16 * digits);
+    header->resizeSection(int(Column::Type), 19 * digits);
     connect(header, &QHeaderView::sectionClicked, this, &PaneTableView::sectionClicked);
 }
 
@@ -117,9 +116,6 @@ void PaneTableView::showSortIndicator()
                                  _sortDirection == SortDirection::Ascending ? Qt::AscendingOrder
                                                                             : Qt::DescendingOrder);
 }
-
-// ---- Requests
-// --------------------------------------------------------------------------------------
 
 RowsOfPane PaneTableView::rowsOfPane(const RowSet &rows) const
 {
@@ -178,9 +174,6 @@ void PaneTableView::selectRowBefore(const RowCount &answer)
     selectRow(answer.count - 1);
     scrollToRow(answer.count - 1);
 }
-
-// ---- Keys and mouse
-// --------------------------------------------------------------------------------
 
 void PaneTableView::keyDown(QKeyEvent *event)
 {
@@ -302,6 +295,12 @@ void PaneTableView::changeEvent(QEvent *event)
 void PaneTableView::resizeEvent(QResizeEvent *event)
 {
     QTableView::resizeEvent(event);
+    if (event->size().width() != event->oldSize().width())
+        giveRoomToNames();
+}
+
+void PaneTableView::giveRoomToNames()
+{
     // The names take what the other columns leave.
     QHeaderView *header = horizontalHeader();
     const int others = header->length() - header->sectionSize(int(Column::Name));
@@ -309,124 +308,11 @@ void PaneTableView::resizeEvent(QResizeEvent *event)
                           std::max(LeastNameWidth, viewport()->width() - others));
 }
 
-// ---- Selection
-// -------------------------------------------------------------------------------------
-
-int PaneTableView::selectedRow() const
+void PaneTableView::setDateFormat(const QString &format)
 {
-    if (isRowSelected(_newestRow))
-        return _newestRow;
-    if (isRowSelected(currentIndex().row()))
-        return currentIndex().row();
-    for (int row = int(_selected.size()) - 1; row >= 0; --row)
-        if (_selected[row])
-            return row;
-    return -1;
-}
-
-RowSet PaneTableView::selectedRows() const
-{
-    RowSet rows;
-    rows.reserve(_selected.count(true));
-    for (int row = 0; row < _selected.size(); ++row)
-        if (_selected[row])
-            rows.append(row);
-    return rows;
-}
-
-void PaneTableView::selectRow(int row)
-{
-    selectRows({ row });
-}
-
-void PaneTableView::selectRows(const RowSet &rows)
-{
-    const QItemSelection selection = ranges(rows);
-    if (selection.isEmpty()) {
-        clearSelection();
-        return;
-    }
-    setCurrentRow(selection.last().bottom());
-    {
-        // The selection model compares each old range with each new one; with none there is nothing
-        // to compare. Receivers hear of the change once, from the selection that follows.
-        const QSignalBlocker quiet(selectionModel());
-        selectionModel()->clearSelection();
-    }
-    selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
-    redraw();
-}
-
-void PaneTableView::deselectRow(int row)
-{
-    RowSet rows = selectedRows();
-    rows.removeOne(row);
-    // One selection, not a deselection on top: so Shift with the arrows can still take rows back.
-    selectionModel()->select(ranges(rows), QItemSelectionModel::ClearAndSelect);
-}
-
-void PaneTableView::scrollToRow(int row)
-{
-    if (row >= 0 && row < rowCount())
-        scrollTo(_tableModel->index(row, int(Column::Icon)));
-}
-
-void PaneTableView::redraw()
-{
-    viewport()->update();
-}
-
-QItemSelection PaneTableView::ranges(const RowSet &rows) const
-{
-    QItemSelection selection;
-    const int count = rowCount();
-    const auto outside = [count](int row) { return row < 0 || row >= count; };
-    for (qsizetype first = 0; first < rows.size();) {
-        qsizetype last = first;
-        while (last + 1 < rows.size() && rows[last + 1] == rows[last] + 1)
-            ++last;
-        const int top = std::max(rows[first], 0);
-        const int bottom = std::min(rows[last], count - 1);
-        if (!outside(top) && top <= bottom)
-            selection.append(QItemSelectionRange(_tableModel->index(top, 0),
-                                                 _tableModel->index(bottom, ColumnCount - 1)));
-        first = last + 1;
-    }
-    return selection;
-}
-
-void PaneTableView::setCurrentRow(int row)
-{
-    // A new current row alone must not move what is in view.
-    const bool scrolls = hasAutoScroll();
-    setAutoScroll(false);
-    selectionModel()->setCurrentIndex(_tableModel->index(row, int(Column::Name)),
-                                      QItemSelectionModel::NoUpdate);
-    setAutoScroll(scrolls);
-}
-
-void PaneTableView::selectionChanged(const QItemSelection &selected,
-                                     const QItemSelection &deselected)
-{
-    rememberSelection();
-    if (!selected.isEmpty())
-        _newestRow =
-            selected.contains(currentIndex()) ? currentIndex().row() : selected.last().bottom();
-    QTableView::selectionChanged(selected, deselected);
-    Q_EMIT selectedRowsChanged();
-}
-
-void PaneTableView::rememberSelection()
-{
-    _selected.fill(false, rowCount());
-    const QItemSelection selection = selectionModel()->selection();
-    for (const QItemSelectionRange &range : selection)
-        _selected.fill(true, range.top(), range.bottom() + 1);
-}
-
-void PaneTableView::reset()
-{
-    QTableView::reset();
-    _newestRow = -1;
-    rememberSelection();
+    _tableModel->setDateFormat(format);
+    horizontalHeader()->resizeSection(int(Column::Date),
+                                      fontMetrics().horizontalAdvance(_tableModel->widestDate())
+                                          + 2 * CellMargin);
+    giveRoomToNames();
 }

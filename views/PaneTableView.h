@@ -22,6 +22,7 @@ public:
     ~PaneTableView() override;
 
     PaneTableModel &tableModel() const { return *_tableModel; }
+    void setDateFormat(const QString &format); // and the width of its column
     const ClassicKeys &classicKeys() const { return _classicKeys; }
 
     Side side() const override { return _side; }
@@ -77,6 +78,7 @@ protected:
 
 private:
     void setUpColumns();
+    void giveRoomToNames();
     void setUpRowHeight();
     void sectionClicked(int section);
     void showSortIndicator();
@@ -85,6 +87,7 @@ private:
     bool performFixedKey(int keyCode);
     RowsOfPane rowsOfPane(const RowSet &rows) const;
 
+    // PaneTableViewSelection.cpp, with the public functions on rows
     void rememberSelection();
     QItemSelection ranges(const RowSet &rows) const;
     void setCurrentRow(int row);

@@ -86,8 +86,7 @@ void MenuBar::addFileMenu(PaneCommands &commands, const ClassicKeys &keys)
               CommandItem::Delete);
     file.addSeparator();
     const auto quit = [this] { Q_EMIT terminateAsked(); };
-    add(file, localized("Quit"),
-        { .icon = u"application-exit"_s, .key = keys.menuText(ClassicAction::Exit) }, quit);
+    add(file, localized("Quit"), { .key = keys.menuText(ClassicAction::Exit) }, quit);
     // Beside the key shown: the one that quits every other program of the desktop.
     connect(new QShortcut(QKeySequence::Quit, &menus), &QShortcut::activated, this, quit);
 }

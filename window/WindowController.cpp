@@ -5,6 +5,8 @@
 #include "platform/Localized.h"
 #include "platform/Questions.h"
 #include "platform/UserDefaults.h"
+#include "platform/Workspace.h"
+#include "util/PathText.h"
 #include "util/SettingsKeys.h"
 #include "views/TableViews.h"
 #include "window/ActivitySpinner.h"
@@ -19,11 +21,12 @@ using namespace Qt::StringLiterals;
 
 WindowController::WindowController(MainWindowLayout &layout, MessageBus &messages, MainModel &model,
                                    Twinleaf &twinleaf, UserDefaults &settings,
-                                   Questions &questionsOnScreen)
+                                   const Workspace &desktop, Questions &questionsOnScreen)
     : mainWindow(layout)
     , bus(messages)
     , mainModel(model)
     , defaults(settings)
+    , workspace(desktop)
     , questions(questionsOnScreen)
     , _navigators(*layout.segmentedControls.left, *layout.segmentedControls.right, messages, model,
                   twinleaf, settings)
@@ -103,7 +106,7 @@ void WindowController::setDateFormatters()
         mainModel.useLongDateFormat() ? Settings::TimeDateFormat : Settings::ShortTimeDateFormat;
     const QString format = defaults.string(key).value_or(QString());
     for (const Side side : { Side::Left, Side::Right })
-        mainWindow.fileList(side).tableModel().setDateFormat(format);
+        mainWindow.fileList(side).setDateFormat(format);
 }
 
 void WindowController::setFileInfoBar(Side side)
@@ -148,8 +151,10 @@ void WindowController::showNavigatorMenu(Side side, const QPoint &globalPosition
 
 void WindowController::reloadFileListsForVolumes()
 {
+    // The segment under which the desktop mounts volumes; a pane elsewhere has nothing to show.
+    const int segment = int(PathText::components(workspace.volumesFolder()).size()) - 1;
     for (const Side side : { Side::Left, Side::Right })
-        if (_navigators.control(side).label(1) == localized("Volumes"))
+        if (_navigators.control(side).label(segment) == localized("Volumes"))
             bus.post(DirectoryChanged[side], { .path = getCurrentPathFromSegmentedControl(side) });
 }
 

@@ -13,6 +13,7 @@
 class MainWindowLayout;
 class Questions;
 class Twinleaf;
+class Workspace;
 
 // The hub of the main window: its start and what is saved at its end, the button row, and the
 // answers that the pane model and the operations ask of the window. Main thread.
@@ -21,7 +22,8 @@ class WindowController final : public QObject, public PaneWindow {
 
 public:
     WindowController(MainWindowLayout &mainWindow, MessageBus &bus, MainModel &mainModel,
-                     Twinleaf &twinleaf, UserDefaults &defaults, Questions &questions);
+                     Twinleaf &twinleaf, UserDefaults &defaults, const Workspace &workspace,
+                     Questions &questions);
     ~WindowController() override;
 
     void awakeFromNib();
@@ -63,6 +65,7 @@ private:
     MessageBus &bus;
     MainModel &mainModel;
     UserDefaults &defaults;
+    const Workspace &workspace;
     Questions &questions;
     PathNavigators _navigators;
     InfoBars _infoBars;

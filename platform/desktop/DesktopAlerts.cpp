@@ -1,5 +1,6 @@
 #include "platform/desktop/DesktopAlerts.h"
 
+#include "platform/Icons.h"
 #include "platform/MainThread.h"
 #include "platform/Questions.h"
 
@@ -75,13 +76,11 @@ public:
 private:
     QLabel *iconLabel(Alert::Style alertStyle)
     {
-        const auto pixmap = alertStyle == Alert::Style::Critical ? QStyle::SP_MessageBoxCritical
-                                                                 : QStyle::SP_MessageBoxInformation;
+        const QIcon icon = themedIcon(
+            alertStyle == Alert::Style::Critical ? u"dialog-error"_s : u"dialog-information"_s);
         const int size = style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, this);
         auto *label = new QLabel(this);
-        label->setPixmap(style()
-                             ->standardIcon(pixmap, nullptr, this)
-                             .pixmap(QSize(size, size), devicePixelRatioF()));
+        label->setPixmap(icon.pixmap(QSize(size, size), devicePixelRatioF()));
         label->setAccessibleName(windowTitle());
         return label;
     }
