@@ -64,6 +64,7 @@ QString calendarFormat(const QString &format)
     }
     if (!halfDays)
         result.replace("%1I"_L1, "%1H"_L1).replace("%I"_L1, "%H"_L1);
+    result.remove("()"_L1); // around the zone
     return plainBlanks(result).trimmed();
 }
 

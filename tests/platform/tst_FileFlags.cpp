@@ -48,8 +48,6 @@ private Q_SLOTS:
     void marksComeFromTheFirstThatAnswers_data();
     void marksComeFromTheFirstThatAnswers();
     void marksFollowLinksAndLocksDoNot();
-    void lockedUnlessZero_data();
-    void lockedUnlessZero();
     void hiddenNamesAreBytes();
     void hiddenFileThatIsNoFileIsNotRead();
 
@@ -120,26 +118,6 @@ void tst_FileFlags::marksFollowLinksAndLocksDoNot()
     QVERIFY(FileFlags::isLocked(folder.path(u"marked"_s)));
     QVERIFY(!FileFlags::isLocked(folder.path(u"link"_s)));
     QVERIFY(!FileFlags::isLocked(folder.path(u"missing"_s)));
-}
-
-void tst_FileFlags::lockedUnlessZero_data()
-{
-    QTest::addColumn<QByteArray>("value");
-    QTest::addColumn<bool>("locked");
-    QTest::newRow("one") << QByteArray("1") << true;
-    QTest::newRow("zero") << QByteArray("0") << false;
-    QTest::newRow("long") << QByteArray("yes") << true;
-    QTest::newRow("empty") << QByteArray("") << false;
-}
-
-void tst_FileFlags::lockedUnlessZero()
-{
-    QFETCH(QByteArray, value);
-    const QString name = u"lock "_s + QString::fromLatin1(value);
-    folder.write(name);
-    if (!folder.setAttribute(name, "user.twinleaf.locked", value))
-        QSKIP("no attributes on this file system");
-    QTEST(FileFlags::isLocked(folder.path(name)), "locked");
 }
 
 void tst_FileFlags::hiddenNamesAreBytes()

@@ -29,7 +29,6 @@ private Q_SLOTS:
     void removingADeepTreeEnds();
     void nothingHappensToAShortenedPath();
     void removingGoesOnAfterAFailure();
-    void onlyEmptyFoldersAreRemovedAsSuch();
     void attributesOfTheTargetAreKept();
     void sameFileByAnyName_data();
     void sameFileByAnyName();
@@ -226,16 +225,6 @@ void tst_FileSystem::removingGoesOnAfterAFailure()
     QCOMPARE(folder->names(u"tree"_s), QStringList { u"kept"_s });
     QCOMPARE(folder->names(u"tree/kept"_s), QStringList { u"file"_s });
     chmod(FileName::toBytes(path(u"tree/kept"_s)), 0755);
-}
-
-void tst_FileSystem::onlyEmptyFoldersAreRemovedAsSuch()
-{
-    makeThings();
-    QVERIFY(!FileSystem::removeEmptyFolder(path(u"empty folder"_s)));
-    for (const QString &name : { u"folder"_s, u"file"_s, u"folder link"_s }) {
-        QVERIFY(FileSystem::removeEmptyFolder(path(name)));
-        QVERIFY(exists(path(name)));
-    }
 }
 
 void tst_FileSystem::attributesOfTheTargetAreKept()

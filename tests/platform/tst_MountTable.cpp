@@ -32,7 +32,6 @@ private Q_SLOTS:
     void mountOfIsTheDeepestAndLatest_data();
     void mountOfIsTheDeepestAndLatest();
     void volumesAreLocalDisks();
-    void rootIsAlwaysThere();
     void folderIsReadWhole();
 };
 
@@ -73,13 +72,6 @@ void tst_MountTable::volumesAreLocalDisks()
              (QStringList { u"/"_s, u"/home"_s, u"/media/me/My Disk\t\\"_s, u"/system"_s,
                             FileName::fromBytes("/media/me/\xFF") }));
     QCOMPARE(network, (QStringList { u"nfs4"_s, u"fuse.sshfs"_s }));
-}
-
-void tst_MountTable::rootIsAlwaysThere()
-{
-    const auto table = MountTable::current();
-    QVERIFY(table.mountOf(u"/"_s));
-    QVERIFY(!MountTable().mountOf(u"/"_s));
 }
 
 void tst_MountTable::folderIsReadWhole()

@@ -13,7 +13,6 @@ private Q_SLOTS:
     void codeIsThePhysicalKeys();
     void flagsTellFunctionKeysFromOthers_data();
     void flagsTellFunctionKeysFromOthers();
-    void everyKeyHasAnotherName();
 };
 
 void tst_VirtualKeys::codeIsThePhysicalKeys_data()
@@ -74,18 +73,6 @@ void tst_VirtualKeys::flagsTellFunctionKeysFromOthers()
     QFETCH(int, key);
     QFETCH(Qt::KeyboardModifiers, modifiers);
     QTEST(VirtualKeys::modifierFlags(QKeyEvent(QEvent::KeyPress, key, modifiers)), "flags");
-}
-
-void tst_VirtualKeys::everyKeyHasAnotherName()
-{
-    QStringList names;
-    for (int code = 0; code < 128; ++code) {
-        if (const QString name = VirtualKeys::name(code); !name.isEmpty())
-            names.append(name);
-    }
-    QVERIFY(names.size() > 70);
-    QCOMPARE(names.removeDuplicates(), 0);
-    QVERIFY(VirtualKeys::name(-1).isEmpty());
 }
 
 QTEST_GUILESS_MAIN(tst_VirtualKeys)
