@@ -95,7 +95,8 @@ QVariant PaneTableModel::headerData(int section, Qt::Orientation orientation, in
     case Column::Name:
         return localized("Name");
     case Column::Size:
-        return localized("Size");
+        // The blank holds the title over its numbers, which keep clear of the dates.
+        return role == Qt::DisplayRole ? localized("Size") + QChar(0x2002) : localized("Size");
     case Column::Date:
         return localized("Date");
     case Column::Type:

@@ -7,6 +7,7 @@
 
 namespace {
 
+constexpr int SizeGap = 6;
 constexpr double LabelInset = 1.0;
 constexpr double LabelRadius = 10.0;
 
@@ -80,6 +81,8 @@ void PaneTableView::paintRow(QPainter &painter, int row)
     for (int column = 0; column < ColumnCount; ++column) {
         const QModelIndex index = _tableModel->index(row, column);
         option.rect = visualRect(index);
+        if (column == int(Column::Size)) // the numbers keep clear of the dates
+            option.rect.adjust(0, 0, -SizeGap, 0);
         if (option.rect.right() >= 0 && option.rect.left() < area.width())
             itemDelegateForIndex(index)->paint(&painter, option, index);
     }

@@ -20,6 +20,8 @@ WorkingSheet::WorkingSheet(MessageBus &messages, QWidget *mainWindow)
     workingProgressIndicator->setAccessibleName(localized("Progress"));
     workingProgressIndicator->setTextVisible(false);
     _counter->setTextFormat(Qt::PlainText);
+    for (ElidedLabel *label : { workingInfoText, _details })
+        label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
 
     auto *texts = new QHBoxLayout;
     texts->addWidget(workingInfoText, 1);
