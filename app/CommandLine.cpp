@@ -42,10 +42,8 @@ MainModel::StartFolder startFolder(const char *argument)
     }
     DirectoryReader reader;
     if (const auto error = reader.open(path)) {
-        complain(
-            filled(filled(localized("'%@' cannot be read (%@); the home folder is shown instead"),
-                          FileName::shown(path)),
-                   QString::fromStdString(error.message())));
+        complain(filled(localized("'%@' cannot be read (%@); the home folder is shown instead"),
+                        FileName::shown(path), QString::fromStdString(error.message())));
         return { PathText::homeFolder() };
     }
     return { path };
