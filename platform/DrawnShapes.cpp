@@ -37,24 +37,24 @@ void drawFolder(QPainter &painter, bool dark)
     QPainterPath tab = rounded(1, 2.5, 6.5, 4, 1.2);
     tab.addPath(rounded(1, 4, 14, 9.5, 1.2));
     tab.setFillRule(Qt::WindingFill);
-    painter.fillPath(tab, QColor(dark ? 0x3d6fae : 0x4a86c8));
-    painter.fillPath(rounded(1, 5.5, 14, 8, 1.2), QColor(dark ? 0x5a94d6 : 0x6fabe8));
+    painter.fillPath(tab, QColor(dark ? 0x5f97d8 : 0x5b98da));
+    painter.fillPath(rounded(1, 5.5, 14, 8, 1.2), QColor(dark ? 0x8fc1f4 : 0x86bcf1));
 }
 
 // A sheet of paper with a folded corner.
 void drawPage(QPainter &painter, bool dark)
 {
-    const QColor edge(dark ? 0x8b929c : 0x98a1ac);
+    const QColor edge(dark ? 0xb4bac3 : 0x98a1ac);
     QPainterPath page = line({ { 3, 1.5 }, { 9.5, 1.5 }, { 13, 5 }, { 13, 14.5 }, { 3, 14.5 } });
     page.closeSubpath();
-    painter.fillPath(page, QColor(dark ? 0x454a52 : 0xfdfdfe));
+    painter.fillPath(page, QColor(dark ? 0x5c626b : 0xfdfdfe));
     stroke(painter, page, edge, 1);
     stroke(painter, line({ { 9.5, 1.5 }, { 9.5, 5 }, { 13, 5 } }), edge, 1);
 }
 
 void drawText(QPainter &painter, bool dark)
 {
-    const QColor colour(dark ? 0xb4bac2 : 0x7d8792);
+    const QColor colour(dark ? 0xdfe3e8 : 0x7d8792);
     for (const qreal y : { 7.5, 9.5, 11.5 })
         stroke(painter, line({ { 5, y }, { y > 11 ? 9.0 : 11.0, y } }), colour, 0.9);
 }
