@@ -51,6 +51,7 @@ struct CopyMove::Run {
     QString first; // decides for every item whether the sheet comes up at once
     QElapsedTimer since {};
     int counter = 1;
+    bool allOverride = false; // "All" was answered
     std::optional<bool> firstIsLong {};
     QSet<std::pair<quint64, quint64>> made {}; // by this run; never written over by it
 
@@ -100,21 +101,6 @@ CopyMove::CopyMove(Alerts &alertsToAsk, Programs &programsToRun, Workspace &work
 {
 }
 
-void CopyMove::cancelThread()
-{
-    // A late cancel must not reach the next run.
-    if (!_turns.anyActive())
-        return;
-    if (_cancelThread.exchange(true))
-        _turns.cancelWaiting();
-}
-
-void CopyMove::cancelAll()
-{
-    cancelThread();
-    _turns.cancelWaiting();
-}
-
 void CopyMove::performCopyMoveProgress(const AcceptedRequest &request, Operation operation,
                                        RunTurns::Ticket ticket) // worker thread
 {
@@ -123,7 +109,6 @@ void CopyMove::performCopyMoveProgress(const AcceptedRequest &request, Operation
     const QStringList &items = request.items;
     Run run { request, operation, PathText::joined(request.source, items.value(0)) };
     run.since.start();
-    _allOverride = false;
     onMainThread([&] { sheet->setWorkingSheetMaxProgressValue(double(items.size())); });
 
     auto next = Next::GoOn;
@@ -138,8 +123,6 @@ void CopyMove::performCopyMoveProgress(const AcceptedRequest &request, Operation
         });
     }
     onMainThread([&] { sheet->closeWorkingSheet(); });
-    _cancelThread = false;
-    _allOverride = false;
     _turns.end(ticket);
 }
 
@@ -154,11 +137,11 @@ CopyMove::Next CopyMove::performItem(Run &run, qsizetype &index) // worker threa
     };
     if (name == u".."_s)
         return refuseParent();
-    if (_cancelThread)
+    if (_turns.isCancelled())
         return Next::EndThread;
 
     bool copyOver = false;
-    bool replace = _allOverride;
+    bool replace = run.allOverride;
     if (!isAdmissible(run, name)) {
         reportFailure(run, name);
         return Next::GoOn;
@@ -168,8 +151,9 @@ CopyMove::Next CopyMove::performItem(Run &run, qsizetype &index) // worker threa
             filled(localized("Target '%@' already exists! Overwrite?"), FileName::shown(name)),
             overwriteDetails(run.source(name), run.target(name))));
         if (answer == Alert::All)
-            _allOverride = true;
+            run.allOverride = true;
         replace = answer == Alert::Yes || answer == Alert::All;
+        copyOver = !replace; // agreed to nothing
         if (answer == Alert::No) {
             if (++index == items.size()) {
                 onMainThread([&] {
@@ -182,7 +166,6 @@ CopyMove::Next CopyMove::performItem(Run &run, qsizetype &index) // worker threa
             name = items[index];
             if (name == u".."_s)
                 return refuseParent();
-            copyOver = true;
         }
     }
     const QString source = run.source(name);
@@ -258,9 +241,8 @@ bool CopyMove::clearForCopyOver(const QString &source, const QString &target)
         return !exists(target) || workspace.moveToTrash(target);
     // The command puts the item into an existing folder, under its own name.
     const QString inside = PathText::joined(target, PathText::lastComponent(source));
-    if (!exists(inside))
-        return true;
-    return mayReplace(source, inside, Operation::Copy) && workspace.moveToTrash(inside);
+    return mayReplace(source, inside, Operation::Copy)
+        && (!exists(inside) || workspace.moveToTrash(inside));
 }
 
 bool CopyMove::replaceItem(Run &run, const QString &source, const QString &target, QString &details)

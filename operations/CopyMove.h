@@ -8,8 +8,6 @@
 
 #include <QSet>
 
-#include <atomic>
-
 class Alerts;
 class FileQueries;
 class DateText;
@@ -33,14 +31,17 @@ public:
 
     // Stops the active run between two items; asked again, it cancels the runs that wait. A call
     // when nothing runs has no effect. Any thread.
-    void cancelThread();
+    void cancelThread() { _turns.cancel(); }
     // Stops the active run and the waiting ones. Any thread.
-    void cancelAll();
+    void cancelAll() { _turns.cancelAll(); }
 
     // One item by the system's command, with its extended attributes. Any worker thread.
     bool copyFile(const QString &source, const QString &destination);
     bool moveFile(const QString &source, const QString &destination);
 
+    // Whether the item may be put at the target at all: not onto itself, not into itself, not over
+    // what holds it, not over what is locked. Any worker thread.
+    bool mayReplace(const QString &source, const QString &target, Operation operation) const;
     // Makes sure that copying onto `target` unasked loses nothing: what the command would write
     // over goes to the Trash. False when it must not be done at all. Any worker thread.
     bool clearForCopyOver(const QString &source, const QString &target);
@@ -53,7 +54,6 @@ private:
 
     Next performItem(Run &run, qsizetype &index);
     bool isAdmissible(const Run &run, const QString &name) const;
-    bool mayReplace(const QString &source, const QString &target, Operation operation) const;
     void showSheetIfLong(Run &run);
     void reportFailure(const Run &run, const QString &name, const QString &details = {});
     bool replaceItem(Run &run, const QString &source, const QString &target, QString &details);
@@ -68,8 +68,4 @@ private:
 
     RunTurns _turns;
     Journal _journal;
-    std::atomic<bool> _cancelThread {
-        false
-    }; // set by the main thread, read and cleared by the worker
-    std::atomic<bool> _allOverride { false }; // "All" was answered in this run
 };

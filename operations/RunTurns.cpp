@@ -25,23 +25,39 @@ bool RunTurns::wait(Ticket ticket)
 
 void RunTurns::end(Ticket ticket)
 {
+    // One step with the clearing: a late cancel must not reach the next run.
     const std::lock_guard lock(_mutex);
     std::erase(_queue, ticket);
+    _stopActive = false;
     _changed.notify_all();
+}
+
+void RunTurns::cancel()
+{
+    const std::lock_guard lock(_mutex);
+    if (_stopActive)
+        cancelWaiting();
+    _stopActive = !_queue.empty();
+}
+
+void RunTurns::cancelAll()
+{
+    const std::lock_guard lock(_mutex);
+    _stopActive = !_queue.empty();
+    cancelWaiting();
+}
+
+bool RunTurns::isCancelled() const
+{
+    const std::lock_guard lock(_mutex);
+    return _stopActive;
 }
 
 void RunTurns::cancelWaiting()
 {
-    const std::lock_guard lock(_mutex);
     while (_queue.size() > 1) {
         _cancelled.push_back(_queue.back());
         _queue.pop_back();
     }
     _changed.notify_all();
-}
-
-bool RunTurns::anyActive() const
-{
-    const std::lock_guard lock(_mutex);
-    return !_queue.empty();
 }

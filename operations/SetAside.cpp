@@ -19,6 +19,13 @@ QString hiddenSibling(const QString &path)
                             u".twinleaf-"_s + QUuid::createUuid().toString(QUuid::WithoutBraces));
 }
 
+// Tells whether a folder is the one it was, or just the place where its volume is not mounted now.
+QString folderNumber(const QString &folder)
+{
+    const auto status = fileStatus(folder, Links::Follow);
+    return status ? QString::number(status->identity.inode) : QString();
+}
+
 } // namespace
 
 SetAside::SetAside(QString target, QString sibling, Work work)
@@ -31,7 +38,8 @@ SetAside::SetAside(QString target, QString sibling, Work work)
 std::optional<SetAside> SetAside::take(const QString &target, Work work, const Journal &journal)
 {
     SetAside taken(target, hiddenSibling(target), work);
-    taken._note = journal.write({ taken._target, taken._sibling });
+    taken._note =
+        journal.write({ taken._target, taken._sibling, folderNumber(PathText::parent(target)) });
     if (!taken._note) {
         qCWarning(log, "The journal cannot be written; nothing was replaced.");
         return std::nullopt;
@@ -45,9 +53,12 @@ std::optional<SetAside> SetAside::take(const QString &target, Work work, const J
 
 void SetAside::discard()
 {
-    // A mount point inside, say, or no rights: what is left of it stays.
-    if (FileSystem::removeTree(_sibling) && exists(_sibling))
+    // A mount point inside, say, or no rights: what is left of it stays, and can be seen.
+    if (FileSystem::removeTree(_sibling) && exists(_sibling)) {
         qCWarning(log) << "A replaced item could not be removed:" << _sibling;
+        if (!keepBeside())
+            return;
+    }
     _note->remove();
 }
 
@@ -56,34 +67,61 @@ bool SetAside::comeBack() const
     return !FileSystem::renameNoReplace(_sibling, _target);
 }
 
-Settled SetAside::save(Workspace &workspace) const
+// In the Trash it is to carry its own name, so it goes there from a folder made for the purpose.
+QString SetAside::holder() const
 {
-    // In the Trash it is to carry its own name, so it goes there from a folder made for the
-    // purpose.
-    const QString holder = hiddenSibling(_target);
-    const QString held = PathText::joined(holder, PathText::lastComponent(_target));
-    if (!FileSystem::makeFolder(holder)) {
-        if (!FileSystem::renameNoReplace(_sibling, held)) {
-            const bool trashed = workspace.moveToTrash(held);
-            if (!trashed)
-                FileSystem::renameNoReplace(held, _sibling);
-            FileSystem::removeEmptyFolder(holder);
-            if (trashed)
-                return Settled::WentToTrash;
-        } else {
-            FileSystem::removeEmptyFolder(holder);
-        }
+    return _sibling + u"-held"_s;
+}
+
+QString SetAside::held() const
+{
+    return PathText::joined(holder(), PathText::lastComponent(_target));
+}
+
+bool SetAside::trash(Workspace &workspace) const
+{
+    FileSystem::makeFolder(holder());
+    bool trashed = false;
+    if (!FileSystem::renameNoReplace(_sibling, held())) {
+        trashed = workspace.moveToTrash(held());
+        if (!trashed)
+            FileSystem::renameNoReplace(held(), _sibling);
     }
+    FileSystem::removeEmptyFolder(holder());
+    return trashed;
+}
+
+bool SetAside::keepBeside() const
+{
+    QString name = PathText::lastComponent(_target);
     for (int number = 1; number < 1000; ++number) {
-        if (!FileSystem::renameNoReplace(_sibling, u"%1 (%2)"_s.arg(_target).arg(number)))
-            break;
+        const auto failed = FileSystem::renameNoReplace(
+            _sibling, PathText::joined(PathText::parent(_target), name + u" (%1)"_s.arg(number)));
+        if (!failed)
+            return true;
+        if (failed == std::errc::filename_too_long)
+            name.chop(name.size() > 1 && name.back().isLowSurrogate()
+                              && name[name.size() - 2].isHighSurrogate()
+                          ? 2
+                          : 1);
+        else if (failed != std::errc::file_exists)
+            return false;
     }
-    return Settled::KeptBeside;
+    return false;
+}
+
+std::optional<Settled> SetAside::save(Workspace &workspace) const
+{
+    if (trash(workspace))
+        return Settled::WentToTrash;
+    if (keepBeside())
+        return Settled::KeptBeside;
+    return std::nullopt;
 }
 
 Settled SetAside::settleFailure(Workspace &workspace)
 {
-    auto settled = Settled::CameBack;
+    std::optional<Settled> settled = Settled::CameBack;
     const auto left = fileStatus(_target, Links::NoFollow);
     if (!left) {
         if (!comeBack())
@@ -95,8 +133,27 @@ Settled SetAside::settleFailure(Workspace &workspace)
         if (!partial || FileSystem::removeTree(_target) || !comeBack())
             settled = save(workspace);
     }
-    _note->remove();
-    return settled;
+    // What could not even be renamed keeps its note: the next start tries again.
+    if (settled)
+        _note->remove();
+    return settled.value_or(Settled::KeptBeside);
+}
+
+bool SetAside::settleInterrupted(Workspace &workspace, const QString &folder) const
+{
+    // Killed on the way to the Trash.
+    if (exists(held()))
+        FileSystem::renameNoReplace(held(), _sibling);
+    FileSystem::removeEmptyFolder(holder());
+    // Gone with its volume is not gone: then it is for a later start.
+    if (!exists(_sibling))
+        return folderNumber(PathText::parent(_target)) == folder;
+    const auto settled =
+        !exists(_target) && comeBack() ? std::optional(Settled::CameBack) : save(workspace);
+    qCWarning(log) << "An interrupted replacement was settled:" << _target
+                   << (settled == Settled::WentToTrash ? "the old item is in the Trash"
+                                                       : "the old item was kept");
+    return settled.has_value();
 }
 
 void SetAside::replay(const Journal &journal, Workspace &workspace)
@@ -104,14 +161,9 @@ void SetAside::replay(const Journal &journal, Workspace &workspace)
     const auto notes = journal.abandoned();
     for (const auto &note : notes) {
         const QStringList &fields = note->fields();
-        if (fields.size() == 2 && exists(fields[1])) {
-            const SetAside open(fields[0], fields[1], Work::Move);
-            const bool back = !exists(fields[0]) && open.comeBack();
-            qCWarning(log) << "An interrupted replacement was settled:" << fields[0]
-                           << (back || open.save(workspace) != Settled::WentToTrash
-                                   ? "the old item was kept"
-                                   : "the old item is in the Trash");
-        }
-        note->remove();
+        // A note cut short was never acted on.
+        if (fields.size() != 3
+            || SetAside(fields[0], fields[1], Work::Move).settleInterrupted(workspace, fields[2]))
+            note->remove();
     }
 }

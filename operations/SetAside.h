@@ -33,8 +33,13 @@ public:
 
 private:
     SetAside(QString target, QString sibling, Work work);
+    QString holder() const;
+    QString held() const;
     bool comeBack() const;
-    Settled save(Workspace &workspace) const;
+    bool trash(Workspace &workspace) const;
+    bool keepBeside() const;
+    std::optional<Settled> save(Workspace &workspace) const;
+    bool settleInterrupted(Workspace &workspace, const QString &folder) const;
 
     QString _target;
     QString _sibling;

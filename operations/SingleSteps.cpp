@@ -79,9 +79,8 @@ void SingleSteps::duplicateItem(const QString &source, const QString &destinatio
 {
     // Kept: an existing folder is copied into, not replaced. What the copy would write over there,
     // or an existing file, goes to the Trash first.
-    const bool same = exists(destination) && SameFile::isSame(source, destination);
-    if (same || !PathText::isItemName(PathText::lastComponent(destination))
-        || (exists(destination) && FileFlags::isLocked(destination))
+    if (!PathText::isItemName(PathText::lastComponent(destination))
+        || !copyMove.mayReplace(source, destination, Operation::Copy)
         || !copyMove.clearForCopyOver(source, destination)
         || !copyMove.copyFile(source, destination))
         alerts.ask(Alert::error(localized("Duplicate failed!")));

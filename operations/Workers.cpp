@@ -3,8 +3,12 @@
 #include "platform/MainThread.h"
 #include "platform/Questions.h"
 
+#include <QCoreApplication>
 #include <QEventLoop>
 #include <QThread>
+
+#include <memory>
+#include <utility>
 
 Workers::Workers(Questions &questionsOnScreen)
     : questions(questionsOnScreen)
@@ -42,12 +46,21 @@ void Workers::detach(Operation operation, std::function<void(OperationRecord &)>
 void Workers::runAndWait(const std::function<void()> &body)
 {
     QEventLoop loop;
-    QThread *thread = QThread::create(body);
-    connect(thread, &QThread::finished, &loop, &QEventLoop::quit);
+    const std::unique_ptr<QThread> thread(QThread::create(body));
+    bool counted = true;
+    const auto end = [&] {
+        if (std::exchange(counted, false) && --_running == 0)
+            Q_EMIT lastEnded();
+        loop.quit();
+    };
+    connect(thread.get(), &QThread::finished, &loop, end);
+    ++_running;
     thread->start();
     loop.exec(QEventLoop::ExcludeUserInputEvents);
-    thread->wait();
-    delete thread;
+    // The end of the session can end the loop before the thread, which must still be served.
+    while (!thread->wait(10))
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    end();
 }
 
 void Workers::drain()

@@ -9,6 +9,7 @@ class tst_RunTurns : public QObject {
 
 private Q_SLOTS:
     void runsComeInTheOrderOfTheirRequests();
+    void aCancelEndsWithItsRun();
     void aWaitingRunIsCancelledAtOnceAndTheActiveOneGoesOn();
 };
 
@@ -28,7 +29,22 @@ void tst_RunTurns::runsComeInTheOrderOfTheirRequests()
     turns.end(first);
     late.join();
     QCOMPARE(order, QList<unsigned>({ first, second }));
-    QVERIFY(!turns.anyActive());
+}
+
+void tst_RunTurns::aCancelEndsWithItsRun()
+{
+    RunTurns turns;
+    turns.cancel(); // nothing runs
+    QVERIFY(!turns.isCancelled());
+    const auto first = turns.enqueue();
+    const auto second = turns.enqueue();
+    QVERIFY(turns.wait(first));
+    turns.cancel();
+    QVERIFY(turns.isCancelled());
+    turns.end(first);
+    QVERIFY(turns.wait(second));
+    QVERIFY(!turns.isCancelled());
+    turns.end(second);
 }
 
 void tst_RunTurns::aWaitingRunIsCancelledAtOnceAndTheActiveOneGoesOn()
@@ -39,12 +55,11 @@ void tst_RunTurns::aWaitingRunIsCancelledAtOnceAndTheActiveOneGoesOn()
     const auto waiting = turns.enqueue();
     bool granted = true;
     std::thread other([&] { granted = turns.wait(waiting); });
-    turns.cancelWaiting();
+    turns.cancel();
+    turns.cancel();
     other.join();
     QVERIFY(!granted);
-    QVERIFY(turns.anyActive());
     turns.end(active);
-    QVERIFY(!turns.anyActive());
 }
 
 QTEST_GUILESS_MAIN(tst_RunTurns)
