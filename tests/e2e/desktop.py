@@ -140,6 +140,9 @@ class Program:
     def wait_for(self, condition, what):
         return self._wait(condition, what)
 
+    def terminate(self):
+        self._process.send_signal(signal.SIGTERM)
+
     def wait_for_end(self):
         wait_for(lambda: self._process.poll() is not None, "the program to end")
         return self._process.returncode

@@ -70,6 +70,11 @@ def holds(path, content=CONTENT):
     return path.is_file() and path.read_bytes() == content
 
 
+def stored_left_path(app):
+    with open(app.settings, "rb") as file:
+        return plistlib.load(file).get("TWLeftFileListLastPath")
+
+
 def copies_with_f5(scene):
     for name in NAMES:
         source = scene.file(scene.left, name)
@@ -186,13 +191,50 @@ def falls_back_from_a_missing_folder(scene):
     scene.quit()
     lines = [line for line in app.log().splitlines() if "is not there" in line]
     expect(len(lines) == 1, f"one line names the missing folder: {app.log()!r}")
-    with open(app.settings, "rb") as file:
-        expect(plistlib.load(file).get("TWLeftFileListLastPath") == str(app.home), "home instead")
+    expect(stored_left_path(app) == str(app.home), "home instead")
+
+
+def duplicates_from_the_menu(scene):
+    source = scene.file(scene.left, "Report.txt")
+    app = scene.start(left=source)
+    app.key("ctrl+d")
+    app.wait_for(lambda: holds(scene.left / "Report Copy.txt"), "the duplicate")
+    scene.quit()
+    expect(holds(source), "the original stays")
+
+
+def walks_along_the_path(scene):
+    inner = scene.left / "one" / "two"
+    inner.mkdir(parents=True)
+    app = scene.start(left=inner)
+    app.key("BackSpace", "BackSpace")  # up to `left`; the path still shows the way back
+    app.key("Right", "Right")
+    scene.quit()
+    app.close()
+    expect(stored_left_path(app) == str(inner), f"back down: {stored_left_path(app)!r}")
+    app = scene.start(left=inner)
+    app.key("ctrl+l", "Home", "Return")  # the first segment
+    scene.quit()
+    app.close()
+    expect(stored_left_path(app) == "/", f"to the root: {stored_left_path(app)!r}")
+
+
+def ends_when_the_session_ends(scene):
+    source = scene.file(scene.left, "same name")
+    target = scene.file(scene.right, "same name", b"the older text")
+    app = scene.start(left=source)
+    scene.confirm("F5")
+    app.wait_for_question("the overwrite question")
+    app.terminate()
+    expect(app.wait_for_end() == 0, "the end is an orderly one")
+    expect(holds(target, b"the older text") and holds(source), "nothing was replaced unasked")
+    expect(app.settings.is_file(), "the settings were saved")
 
 
 SCENES = [copies_with_f5, copies_a_folder_tree, asks_before_overwriting, makes_a_folder_with_f7,
           renames_with_f9, moves_from_the_right_after_tab, deletes_to_the_trash_with_f8,
-          refuses_the_parent_row, remembers_its_folders, falls_back_from_a_missing_folder]
+          refuses_the_parent_row, remembers_its_folders, falls_back_from_a_missing_folder,
+          duplicates_from_the_menu, walks_along_the_path, ends_when_the_session_ends]
 
 
 def main():
