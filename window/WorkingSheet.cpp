@@ -53,13 +53,11 @@ void WorkingSheet::cancelWorkingSheet()
 void WorkingSheet::setWorkingSheetInfoText(const QString &text)
 {
     workingInfoText->setText(text);
-    workingInfoText->setAccessibleName(text);
 }
 
 void WorkingSheet::setWorkingSheetDetailText(const QString &text)
 {
     _details->setText(text);
-    _details->setAccessibleName(text);
 }
 
 void WorkingSheet::setWorkingSheetMaxProgressValue(double value)

@@ -16,6 +16,7 @@
 #include "window/ElidedLabel.h"
 #include "window/MainWindowLayout.h"
 
+#include <QAccessible>
 #include <QAction>
 #include <QLabel>
 #include <QLineEdit>
@@ -110,6 +111,7 @@ private Q_SLOTS:
     void theInfoBarTellsOfTheSelection();
     void hiddenFilesComeAndGoInBothPanes();
     void onlyAPaneAmongTheVolumesFollowsAMount();
+    void screenReadersFindANameOnEverything();
     void whatIsSavedAtTheEnd_data();
     void whatIsSavedAtTheEnd();
 };
@@ -261,6 +263,30 @@ void tst_WindowController::onlyAPaneAmongTheVolumesFollowsAMount()
     world.controller.volumeDidMount();
     QCOMPARE(world.model.rowsLeft().rowOfName(u"new"_s), -1);
     QVERIFY(world.model.rowsRight().rowOfName(u"new"_s) > 0);
+}
+
+void tst_WindowController::screenReadersFindANameOnEverything()
+{
+    World world;
+    world.start();
+    QList<QWidget *> controls;
+    for (const char *type : { "PaneTableView", "SegmentedControl", "QAbstractButton", "ElidedLabel",
+                              "ActivitySpinner" }) {
+        const auto all = world.window.findChildren<QWidget *>();
+        for (QWidget *widget : all)
+            if (widget->inherits(type) && widget->window() == &world.window
+                && !widget->objectName().startsWith(u"qt_"_s)
+                && !widget->inherits("QTableCornerButton"))
+                controls.append(widget);
+    }
+    QVERIFY(controls.size() >= 15);
+    for (QWidget *control : std::as_const(controls)) {
+        QAccessibleInterface *interface = QAccessible::queryAccessibleInterface(control);
+        QVERIFY(interface);
+        if (interface->text(QAccessible::Name).isEmpty())
+            qWarning() << control;
+        QVERIFY(!interface->text(QAccessible::Name).isEmpty());
+    }
 }
 
 void tst_WindowController::whatIsSavedAtTheEnd_data()
