@@ -1,89 +1,13 @@
-#include "operations/CopyMove.h"
-
-#include "model/MessageBus.h"
-#include "operations/Workers.h"
-#include "platform/FileKinds.h"
-#include "platform/FileName.h"
-#include "platform/Questions.h"
-#include "platform/UserDefaults.h"
-#include "tests/support/AlertScript.h"
-#include "tests/support/ProgressSheetStub.h"
-#include "tests/support/RecordedPrograms.h"
-#include "tests/support/RecordedWorkspace.h"
-#include "tests/support/TestFolder.h"
-#include "util/DateText.h"
-#include "util/FileQueries.h"
-#include "util/PathText.h"
+#include "tests/operations/OperationWorld.h"
 
 #include <QTest>
 
-#include <memory>
-
 using namespace Qt::StringLiterals;
-
-namespace {
-
-// Two folders, the engine over the real programs, and a person who answers by script.
-struct World {
-    TestFolder folder;
-    QString source = PathText::joined(folder.path(), u"from"_s);
-    QString destination = PathText::joined(folder.path(), u"to"_s);
-    QString trash = PathText::joined(folder.path(), u"trash"_s);
-    AlertScript alerts;
-    RecordedPrograms programs;
-    RecordedWorkspace workspace;
-    FileKinds kinds;
-    FileQueries queries { workspace, kinds };
-    UserDefaults defaults { PathText::joined(folder.path(), u"settings.plist"_s) };
-    DateText dates { defaults };
-    ProgressSheetStub sheet;
-    Questions questions;
-    CopyMove engine { alerts, programs, workspace, queries, dates };
-    Workers workers { questions };
-
-    World()
-    {
-        folder.makeFolder(u"from"_s);
-        folder.makeFolder(u"to"_s);
-        folder.makeFolder(u"trash"_s);
-        workspace.trashFolder = trash;
-        engine.setProgressSheet(&sheet);
-    }
-
-    void start(Operation operation, const QStringList &items)
-    {
-        const AcceptedRequest run { source, destination, items, Side::Left, UpdateBoth::Yes };
-        const auto ticket = engine.enqueue();
-        workers.detach(operation, [this, run, operation, ticket](OperationRecord &) {
-            engine.performCopyMoveProgress(run, operation, ticket);
-        });
-    }
-    void run(Operation operation, const QStringList &items)
-    {
-        start(operation, items);
-        workers.drain();
-    }
-    QByteArray from(const QString &name) { return folder.read(u"from/"_s + name); }
-    QByteArray to(const QString &name) { return folder.read(u"to/"_s + name); }
-    bool inTrash(const QString &name) { return exists(PathText::joined(trash, name)); }
-    // Hidden siblings that were left behind.
-    int leftovers()
-    {
-        int count = 0;
-        for (const QString &name : folder.names(u"to"_s))
-            count += name.startsWith(u".twinleaf-"_s);
-        return count;
-    }
-};
-
-} // namespace
 
 class tst_CopyMove : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void everyNameIsCopiedAndMovedByItsBytes_data();
-    void everyNameIsCopiedAndMovedByItsBytes();
     void aShortCopyShowsNoSheetButSetsItsTexts();
     void aFolderBringsUpTheSheetAndAMoveNever();
     void allAsksOnceAndOnlyInItsRun();
@@ -98,33 +22,6 @@ private Q_SLOTS:
     void theParentNameAbortsTheRun();
     void attributesOfAFolderTreeAreCopied();
 };
-
-void tst_CopyMove::everyNameIsCopiedAndMovedByItsBytes_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::newRow("blank and quotes") << u"a 'b' \"c\" $(x) `y`"_s;
-    QTest::newRow("leading dash") << u"-m"_s;
-    QTest::newRow("newline and markup") << u"<b>\nx"_s;
-    QTest::newRow("no UTF-8") << FileName::fromBytes("\xff\xfe.txt");
-    QTest::newRow("255 bytes") << QString(255, u'n');
-}
-
-void tst_CopyMove::everyNameIsCopiedAndMovedByItsBytes()
-{
-    QFETCH(QString, name);
-    World world;
-    world.folder.write(u"from/"_s + name, "kept");
-    world.run(Operation::Copy, { name });
-    QCOMPARE(world.to(name), "kept");
-    QCOMPARE(world.from(name), "kept");
-
-    world.folder.write(u"from/"_s + name, "newer");
-    world.alerts.answer(Alert::Yes);
-    world.run(Operation::Move, { name });
-    QCOMPARE(world.to(name), "newer");
-    QVERIFY(!exists(PathText::joined(world.source, name)));
-    QCOMPARE(world.leftovers(), 0);
-}
 
 void tst_CopyMove::aShortCopyShowsNoSheetButSetsItsTexts()
 {

@@ -18,11 +18,17 @@ public:
             if (const auto status = before(arguments))
                 return { true, *status };
         }
-        return _real.run(arguments, started);
+        return _real.run(arguments, [&](pid_t process) {
+            if (started)
+                started(process);
+            if (onStart)
+                onStart(process);
+        });
     }
 
     QList<QStringList> runs;
     std::function<std::optional<int>(const QStringList &)> before;
+    std::function<void(pid_t)> onStart;
 
 private:
     QMutex _mutex;

@@ -6,6 +6,8 @@
 
 #include <QMutex>
 
+#include <functional>
+
 // Keeps what was asked of the desktop. Its Trash is a folder of the test's.
 class RecordedWorkspace final : public Workspace {
 public:
@@ -29,6 +31,8 @@ public:
     bool moveToTrash(const QString &path) override // any thread
     {
         const QMutexLocker lock(&_mutex);
+        if (beforeTrash)
+            beforeTrash();
         if (!trashWorks)
             return false;
         const QString place = PathText::joined(trashFolder, PathText::lastComponent(path));
@@ -50,6 +54,7 @@ public:
     QString application;
     QString trashFolder;
     bool trashWorks = true;
+    std::function<void()> beforeTrash;
     QStringList volumes { QStringLiteral("/") };
 
 private:

@@ -1,0 +1,111 @@
+#pragma once
+
+#include "operations/CopyMove.h"
+#include "operations/SingleSteps.h"
+#include "operations/Workers.h"
+#include "platform/FileKinds.h"
+#include "platform/FileName.h"
+#include "platform/Questions.h"
+#include "platform/UserDefaults.h"
+#include "tests/support/AlertScript.h"
+#include "tests/support/ProgressSheetStub.h"
+#include "tests/support/RecordedPrograms.h"
+#include "tests/support/RecordedWorkspace.h"
+#include "tests/support/TestFolder.h"
+#include "util/DateText.h"
+#include "util/FileQueries.h"
+#include "util/PathText.h"
+
+#include <QSet>
+
+#include <filesystem>
+#include <fstream>
+
+using namespace Qt::StringLiterals;
+
+// Every byte string below a folder: what its files hold, where its links point. What lies in the
+// hidden siblings of an unfinished replacement does not count.
+inline QSet<QByteArray> contentsBelow(const QString &folder)
+{
+    namespace fs = std::filesystem;
+    QSet<QByteArray> found;
+    std::error_code ignored;
+    for (auto at = fs::recursive_directory_iterator(FileName::toBytes(folder).constData(), ignored);
+         at != fs::end(at); at.increment(ignored)) {
+        const fs::path &path = at->path();
+        if (path.filename().native().starts_with(".twinleaf-"))
+            at.disable_recursion_pending();
+        else if (at->is_symlink(ignored))
+            found.insert("-> " + QByteArray(fs::read_symlink(path, ignored).c_str()));
+        else if (at->is_regular_file(ignored)) {
+            std::ifstream file(path, std::ios::binary);
+            const std::string text { std::istreambuf_iterator<char>(file), {} };
+            found.insert(QByteArray::fromStdString(text));
+        }
+    }
+    return found;
+}
+
+// Two folders, the operations over the real programs, and a person who answers by script.
+struct World {
+    TestFolder folder;
+    QString source = PathText::joined(folder.path(), u"from"_s);
+    QString destination = PathText::joined(folder.path(), u"to"_s);
+    QString trash = PathText::joined(folder.path(), u"trash"_s);
+    AlertScript alerts;
+    RecordedPrograms programs;
+    RecordedWorkspace workspace;
+    FileKinds kinds;
+    FileQueries queries { workspace, kinds };
+    UserDefaults defaults { PathText::joined(folder.path(), u"settings.plist"_s) };
+    DateText dates { defaults };
+    ProgressSheetStub sheet;
+    Questions questions;
+    CopyMove engine { alerts, programs, workspace, queries, dates };
+    SingleSteps steps { alerts, programs, workspace, engine };
+    OperationRecord record;
+    Workers workers { questions };
+
+    World()
+    {
+        folder.makeFolder(u"from"_s);
+        folder.makeFolder(u"to"_s);
+        folder.makeFolder(u"trash"_s);
+        workspace.trashFolder = trash;
+        engine.setProgressSheet(&sheet);
+    }
+
+    void start(Operation operation, const QStringList &items)
+    {
+        const AcceptedRequest run = request(items);
+        const auto ticket = engine.enqueue();
+        workers.detach(operation, [this, run, operation, ticket](OperationRecord &) {
+            engine.performCopyMoveProgress(run, operation, ticket);
+        });
+    }
+    void run(Operation operation, const QStringList &items)
+    {
+        start(operation, items);
+        workers.drain();
+    }
+    // Without a thread.
+    void runHere(Operation operation, const QStringList &items)
+    {
+        engine.performCopyMoveProgress(request(items), operation, engine.enqueue());
+    }
+    AcceptedRequest request(const QStringList &items) const
+    {
+        return { source, destination, items, Side::Left, UpdateBoth::Yes };
+    }
+    QByteArray from(const QString &name) { return folder.read(u"from/"_s + name); }
+    QByteArray to(const QString &name) { return folder.read(u"to/"_s + name); }
+    bool inTrash(const QString &name) { return exists(PathText::joined(trash, name)); }
+    // Hidden siblings that were left behind.
+    int leftovers()
+    {
+        int count = 0;
+        for (const QString &name : folder.names(u"to"_s))
+            count += name.startsWith(u".twinleaf-"_s);
+        return count;
+    }
+};
