@@ -1,7 +1,20 @@
 #pragma once
 
+#include <QIcon>
 #include <QObject>
 #include <QStringList>
+
+// The programs of the Tools menu.
+enum class Tool {
+    Terminal,
+    Console,
+    ActivityMonitor,
+    DiskUtility,
+    Keychain,
+    NetworkUtility,
+    NetInfoManager,
+    SystemProfiler
+};
 
 // The desktop's services: applications, Trash, volumes, and the end of the session.
 class Workspace : public QObject {
@@ -18,6 +31,12 @@ public:
     virtual bool openInstallerPackage(const QString &path) = 0;
     // The full path of the application that opens the file; empty when there is none.
     virtual QString applicationForFile(const QString &path) const = 0;
+
+    // The installed application for a tool; empty when there is none.
+    virtual QString applicationForTool(Tool tool) const = 0;
+    virtual QIcon iconOfApplication(const QString &path) const = 0;
+    // Opens a web or mail address in the person's browser or mail program.
+    virtual bool openAddress(const QString &address) = 0;
 
     // Moves one item to the Trash. "/", the home folder, a mount point and the Trash itself are
     // refused. Never removes for good. Any thread.

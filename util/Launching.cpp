@@ -34,3 +34,8 @@ void Launching::launchFileURLs(const QStringList &paths)
 {
     openFiles(paths, {});
 }
+
+void Launching::launchTool(Tool tool)
+{
+    launchFileURLs({ workspace.applicationForTool(tool) });
+}

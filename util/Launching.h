@@ -4,6 +4,7 @@
 
 class Alerts;
 class Workspace;
+enum class Tool;
 
 // Opens applications and files, with the stated alert for each that cannot be opened. Main thread.
 class Launching {
@@ -14,6 +15,8 @@ public:
     void launchInstallerPackage(const QString &path);
     void openFiles(const QStringList &paths, const QString &application); // "": the default one
     void launchFileURLs(const QStringList &paths);
+    // The Tools menu: starts the program that does this on the desktop at hand.
+    void launchTool(Tool tool);
 
 private:
     Workspace &workspace;

@@ -7,8 +7,10 @@
 #include "platform/FileStatus.h"
 #include "platform/MainThread.h"
 
+#include <QDesktopServices>
 #include <QEventLoop>
 #include <QThread>
+#include <QUrl>
 
 #include <glib.h>
 
@@ -58,6 +60,51 @@ bool DesktopWorkspace::openInstallerPackage(const QString &path)
 QString DesktopWorkspace::applicationForFile(const QString &path) const
 {
     return InstalledApplications::defaultFor(path);
+}
+
+QString DesktopWorkspace::applicationForTool(Tool tool) const
+{
+    // The first that is installed, desktop by desktop.
+    switch (tool) {
+    case Tool::Terminal:
+        return InstalledApplications::terminal();
+    case Tool::Console:
+        return InstalledApplications::firstOf(
+            { u"org.gnome.Logs"_s, u"org.kde.ksystemlog"_s, u"mate-system-log"_s });
+    case Tool::ActivityMonitor:
+        return InstalledApplications::firstOf(
+            { u"gnome-system-monitor"_s, u"org.gnome.SystemMonitor"_s,
+              u"org.kde.plasma-systemmonitor"_s, u"org.kde.ksysguard"_s, u"xfce4-taskmanager"_s,
+              u"mate-system-monitor"_s, u"lxtask"_s });
+    case Tool::DiskUtility:
+        return InstalledApplications::firstOf(
+            { u"org.gnome.DiskUtility"_s, u"org.kde.partitionmanager"_s, u"gparted"_s });
+    case Tool::Keychain:
+        return InstalledApplications::firstOf({ u"org.gnome.seahorse.Application"_s,
+                                                u"org.kde.kwalletmanager5"_s,
+                                                u"org.kde.kwalletmanager"_s });
+    case Tool::NetworkUtility:
+        return InstalledApplications::firstOf({ u"nm-connection-editor"_s });
+    case Tool::NetInfoManager:
+        return InstalledApplications::firstOf({ u"users"_s, u"users-admin"_s,
+                                                u"gnome-users-panel"_s, u"kcm_users"_s,
+                                                u"mate-users-admin"_s });
+    case Tool::SystemProfiler:
+        return InstalledApplications::firstOf({ u"hardinfo"_s, u"org.kde.kinfocenter"_s,
+                                                u"gnome-info-overview-panel"_s,
+                                                u"gnome-about-panel"_s });
+    }
+    return {};
+}
+
+QIcon DesktopWorkspace::iconOfApplication(const QString &path) const
+{
+    return InstalledApplications::iconOf(path);
+}
+
+bool DesktopWorkspace::openAddress(const QString &address)
+{
+    return QDesktopServices::openUrl(QUrl(address));
 }
 
 bool DesktopWorkspace::moveToTrash(const QString &path)

@@ -15,6 +15,9 @@ public:
     bool openFile(const QString &path, const QString &application = {}) override;
     bool openInstallerPackage(const QString &path) override;
     QString applicationForFile(const QString &path) const override;
+    QString applicationForTool(Tool tool) const override;
+    QIcon iconOfApplication(const QString &path) const override;
+    bool openAddress(const QString &address) override;
 
     bool moveToTrash(const QString &path) override;
 

@@ -104,7 +104,7 @@ OwnedText contentType(const QString &path)
     return OwnedText(g_strdup(g_file_info_get_content_type(info.get())));
 }
 
-QIcon iconOf(GAppInfo *info)
+QIcon iconOfEntry(GAppInfo *info)
 {
     GIcon *icon = g_app_info_get_icon(info);
     if (icon && G_IS_THEMED_ICON(icon)) {
@@ -136,7 +136,7 @@ QList<InstalledApplications::Application> InstalledApplications::all()
         const QString path = pathOf(info);
         if (!path.isEmpty() && g_app_info_should_show(info))
             applications.append(
-                { path, QString::fromUtf8(g_app_info_get_display_name(info)), iconOf(info) });
+                { path, QString::fromUtf8(g_app_info_get_display_name(info)), iconOfEntry(info) });
     }
     g_list_free_full(infos, g_object_unref);
     std::sort(applications.begin(), applications.end(),
@@ -144,6 +144,42 @@ QList<InstalledApplications::Application> InstalledApplications::all()
                   return a.name.localeAwareCompare(b.name) < 0;
               });
     return applications;
+}
+
+QString InstalledApplications::firstOf(const QStringList &ids)
+{
+    for (const QString &id : ids) {
+        const Owned<GDesktopAppInfo> info(
+            g_desktop_app_info_new((id + entrySuffix).toUtf8().constData()));
+        if (info)
+            return pathOf(G_APP_INFO(info.get()));
+    }
+    return {};
+}
+
+QString InstalledApplications::terminal()
+{
+    const QString chosen = u"/usr/bin/x-terminal-emulator"_s;
+    if (isExecutableFile(chosen))
+        return chosen;
+    QString found;
+    GList *infos = g_app_info_get_all();
+    for (GList *each = infos; each && found.isEmpty(); each = each->next) {
+        if (!G_IS_DESKTOP_APP_INFO(each->data))
+            continue;
+        const char *categories = g_desktop_app_info_get_categories(G_DESKTOP_APP_INFO(each->data));
+        if (categories && QByteArrayView(categories).contains("TerminalEmulator"))
+            found = pathOf(G_APP_INFO(each->data));
+    }
+    g_list_free_full(infos, g_object_unref);
+    return found;
+}
+
+QIcon InstalledApplications::iconOf(const QString &application)
+{
+    const Owned<GDesktopAppInfo> info(
+        g_desktop_app_info_new_from_filename(FileName::toBytes(application).constData()));
+    return info ? iconOfEntry(G_APP_INFO(info.get())) : themedIcon(u"application-x-executable"_s);
 }
 
 bool InstalledApplications::isInstalledEntry(const QString &path)

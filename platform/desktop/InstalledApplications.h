@@ -18,6 +18,16 @@ struct Application {
 // Those that a person would look for, by name.
 QList<Application> all();
 
+// The entry of the first of these desktop ids (without ".desktop") that is installed; empty when
+// none is.
+QString firstOf(const QStringList &ids);
+// The person's terminal: the system's choice, else any entry of that category; empty when there is
+// none.
+QString terminal();
+
+// The icon of an entry, an AppDir or a program.
+QIcon iconOf(const QString &application);
+
 // Whether the path is a desktop entry in one of the XDG application folders. Entries from elsewhere
 // (a download) can run anything under any name and picture: they are files like any other.
 bool isInstalledEntry(const QString &path);

@@ -27,6 +27,13 @@ public:
         return succeeds;
     }
     QString applicationForFile(const QString &) const override { return application; }
+    QString applicationForTool(Tool) const override { return application; }
+    QIcon iconOfApplication(const QString &) const override { return {}; }
+    bool openAddress(const QString &address) override
+    {
+        calls.append({ QStringLiteral("address"), address });
+        return succeeds;
+    }
 
     bool moveToTrash(const QString &path) override // any thread
     {

@@ -5,7 +5,7 @@
 #include "platform/Alerts.h"
 #include "platform/FileKinds.h"
 #include "platform/UserDefaults.h"
-#include "platform/Workspace.h"
+#include "tests/support/RecordedWorkspace.h"
 #include "util/FileQueries.h"
 #include "util/Launching.h"
 #include "views/TableViewDataSources.h"
@@ -19,19 +19,6 @@
 class RefusingAlerts final : public Alerts {
 public:
     Alert::Answer ask(const Alert &) override { return Alert::No; }
-};
-
-// Opens nothing.
-class IdleWorkspace final : public Workspace {
-public:
-    bool launchApplication(const QString &) override { return true; }
-    bool openFile(const QString &, const QString &) override { return true; }
-    bool openInstallerPackage(const QString &) override { return true; }
-    QString applicationForFile(const QString &) const override { return {}; }
-    bool moveToTrash(const QString &) override { return false; }
-    QStringList mountedLocalVolumePaths() const override { return { QStringLiteral("/") }; }
-    bool eject(const QString &) override { return false; }
-    QString volumesFolder() const override { return {}; }
 };
 
 // Both real panes side by side over the real pane model, on one folder of files of growing size.
@@ -100,7 +87,7 @@ public:
     UserDefaults defaults { settings.filePath(QStringLiteral("settings.plist")) };
     MessageBus bus;
     RefusingAlerts alerts;
-    IdleWorkspace workspace;
+    RecordedWorkspace workspace;
     FileKinds kinds;
     FileQueries queries { workspace, kinds };
     Launching launching { workspace, alerts };
