@@ -2,6 +2,7 @@
 
 #include "platform/LocaleDefaults.h"
 #include "platform/Localized.h"
+#include "tools/About.h"
 #include "util/BundleInfo.h"
 
 #include <QCoreApplication>
@@ -9,12 +10,17 @@
 Application::Application(const CommandLine &line)
     : _defaults(BundleInfo::getBundleIdentifier(), localeDefaults())
     , _alerts(_questions)
+    , _openPanel(_questions)
     , _twinleaf(_bus, _defaults, _alerts, _programs, _workspace, _kinds, _questions)
     , _mainModel(_bus, _defaults, _alerts, _twinleaf, _twinleaf, _kinds)
     , _mainWindow(_bus, _mainModel, _defaults)
     , _leftSource(*_mainWindow.leftFileList, _mainModel, _bus, _defaults)
     , _rightSource(*_mainWindow.rightFileList, _mainModel, _bus, _defaults)
-    , _windowController(_mainWindow, _bus, _mainModel, _twinleaf, _defaults, _workspace, _questions)
+    , _windowController(_mainWindow, _bus, _mainModel, _twinleaf,
+                        { _defaults, _workspace, _openPanel, _alerts, _questions })
+    , _updateCheck(_versionServer, _workspace, _alerts,
+                   { BundleInfo::versionFileAddress(), BundleInfo::downloadAddress() },
+                   BundleInfo::version())
 {
     for (const Side side : { Side::Left, Side::Right })
         if (const auto &folder = line.folders[side])
@@ -65,6 +71,19 @@ void Application::powerOff()
     // A worker behind a question ends when the question's own event loop has; see ~Application.
     if (!_questions.anyOpen())
         _twinleaf.drain();
+}
+
+void Application::showAbout()
+{
+    const Questions::Guard guard(_questions);
+    About about({ .name = BundleInfo::name(),
+                  .version = BundleInfo::versionLine(),
+                  .copyright = BundleInfo::copyright(),
+                  .donationAddress = BundleInfo::donationAddress(),
+                  .webAddress = BundleInfo::webAddress(),
+                  .mailAddress = BundleInfo::mailAddress() },
+                _workspace, &_mainWindow);
+    about.run();
 }
 
 void Application::save()

@@ -6,11 +6,14 @@
 #include "operations/Twinleaf.h"
 #include "platform/desktop/ColorScheme.h"
 #include "platform/desktop/DesktopAlerts.h"
+#include "platform/desktop/DesktopOpenPanel.h"
 #include "platform/desktop/DesktopPrograms.h"
 #include "platform/desktop/DesktopWorkspace.h"
+#include "platform/desktop/HttpVersionServer.h"
 #include "platform/FileKinds.h"
 #include "platform/Questions.h"
 #include "platform/UserDefaults.h"
+#include "util/UpdateCheck.h"
 #include "views/TableViewDataSources.h"
 #include "window/MainWindowLayout.h"
 #include "window/WindowController.h"
@@ -33,6 +36,8 @@ public:
 private:
     void connectAll(); // Wiring.cpp
     void awakeAll(); // Wiring.cpp
+    void addHelpItems(); // Wiring.cpp
+    void showAbout();
     void powerOff();
     void save();
     void stopWork();
@@ -42,6 +47,7 @@ private:
     UserDefaults _defaults;
     MessageBus _bus;
     DesktopAlerts _alerts;
+    DesktopOpenPanel _openPanel;
     DesktopPrograms _programs;
     DesktopWorkspace _workspace;
     FileKinds _kinds;
@@ -51,5 +57,7 @@ private:
     TableViewDataSourceLeft _leftSource;
     TableViewDataSourceRight _rightSource;
     WindowController _windowController;
+    HttpVersionServer _versionServer;
+    UpdateCheck _updateCheck;
     bool _quitting = false;
 };

@@ -1,10 +1,13 @@
 #include "app/Application.h"
 
+#include "platform/Localized.h"
+
 // Who is connected to whom, and in which order the objects wake up.
 
 void Application::connectAll()
 {
     _alerts.setParent(&_mainWindow);
+    _openPanel.setParent(&_mainWindow);
     _mainModel.setWindowController(&_windowController);
     _mainModel.setTwinleaf(&_twinleaf);
     _twinleaf.setMainModel(&_mainModel);
@@ -21,6 +24,16 @@ void Application::connectAll()
             &WindowController::volumeDidUnmount);
     connect(&_workspace, &Workspace::willPowerOff, this, &Application::powerOff);
     connect(&_windowController, &WindowController::terminateRequested, this, &Application::quit);
+    addHelpItems();
+}
+
+void Application::addHelpItems()
+{
+    MenuBar &menus = _windowController.menus();
+    if (_updateCheck.isOffered())
+        menus.addHelp(localized("Check for newer version..."),
+                      [this] { _updateCheck.checkForNewerVersion(); });
+    menus.addHelp(localized("About Twinleaf"), [this] { showAbout(); });
 }
 
 void Application::awakeAll()

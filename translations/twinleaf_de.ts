@@ -425,5 +425,185 @@ Stelle der zuletzt gezeigten Ordner; eine Datei öffnet ihren Ordner und ist aus
         <source>Activity</source>
         <translation>Aktivität</translation>
     </message>
+    <message>
+        <source>Cannot download version informations! Is the computer connected to the internet?</source>
+        <translation>Die Versionsinformationen können nicht geladen werden! Ist der Computer mit dem Internet verbunden?</translation>
+    </message>
+    <message>
+        <source>Your version of Twinleaf is up to date, you have the newest version!</source>
+        <translation>Ihre Version von Twinleaf ist aktuell, Sie haben die neueste Version!</translation>
+    </message>
+    <message>
+        <source>Cannot calculate version informations. Please try again!</source>
+        <translation>Die Versionsinformationen sind nicht zu berechnen. Bitte versuchen Sie es noch einmal!</translation>
+    </message>
+    <message>
+        <source>A newer version is available! Do you want to download it?</source>
+        <translation>Es gibt eine neuere Version! Möchten Sie sie herunterladen?</translation>
+    </message>
+    <message>
+        <source>Add bookmark...</source>
+        <translation>Lesezeichen hinzufügen ...</translation>
+    </message>
+    <message>
+        <source>Enter path for bookmark:</source>
+        <translation>Pfad für das Lesezeichen eingeben:</translation>
+    </message>
+    <message>
+        <source>Folder doesn&apos;t exists or it&apos;s not a folder!</source>
+        <translation>Der Ordner existiert nicht oder ist kein Ordner!</translation>
+    </message>
+    <message>
+        <source>&apos;%@&apos; could not be ejected!</source>
+        <translation>&apos;%@&apos; konnte nicht ausgeworfen werden!</translation>
+    </message>
+    <message>
+        <source>Open with</source>
+        <translation>Öffnen mit</translation>
+    </message>
+    <message>
+        <source>Show package contents</source>
+        <translation>Paketinhalt zeigen</translation>
+    </message>
+    <message>
+        <source>Create archive...</source>
+        <translation>Archiv erstellen ...</translation>
+    </message>
+    <message>
+        <source>Unpack</source>
+        <translation>Entpacken</translation>
+    </message>
+    <message>
+        <source>Eject</source>
+        <translation>Auswerfen</translation>
+    </message>
+    <message>
+        <source>Home folder</source>
+        <translation>Benutzerordner</translation>
+    </message>
+    <message>
+        <source>Other folder...</source>
+        <translation>Anderer Ordner ...</translation>
+    </message>
+    <message>
+        <source>Folder of other pane</source>
+        <translation>Ordner der anderen Seite</translation>
+    </message>
+    <message>
+        <source>Copy path</source>
+        <translation>Pfad kopieren</translation>
+    </message>
+    <message>
+        <source>Copy path as shown</source>
+        <translation>Pfad wie gezeigt kopieren</translation>
+    </message>
+    <message>
+        <source>Left pane</source>
+        <translation>Linke Seite</translation>
+    </message>
+    <message>
+        <source>Right pane</source>
+        <translation>Rechte Seite</translation>
+    </message>
+    <message>
+        <source>&amp;Select</source>
+        <translation>Aus&amp;wahl</translation>
+    </message>
+    <message>
+        <source>&amp;Bookmarks</source>
+        <translation>&amp;Lesezeichen</translation>
+    </message>
+    <message>
+        <source>&amp;Tools</source>
+        <translation>&amp;Werkzeuge</translation>
+    </message>
+    <message>
+        <source>&amp;Help</source>
+        <translation>&amp;Hilfe</translation>
+    </message>
+    <message>
+        <source>Terminal</source>
+        <translation>Terminal</translation>
+    </message>
+    <message>
+        <source>Console</source>
+        <translation>Systemprotokoll</translation>
+    </message>
+    <message>
+        <source>Activity monitor</source>
+        <translation>Systemüberwachung</translation>
+    </message>
+    <message>
+        <source>Disk utility</source>
+        <translation>Laufwerke</translation>
+    </message>
+    <message>
+        <source>Keychain</source>
+        <translation>Schlüsselbund</translation>
+    </message>
+    <message>
+        <source>Network</source>
+        <translation>Netzwerk</translation>
+    </message>
+    <message>
+        <source>Users</source>
+        <translation>Benutzer</translation>
+    </message>
+    <message>
+        <source>System information</source>
+        <translation>Systeminformationen</translation>
+    </message>
+    <message>
+        <source>Check for newer version...</source>
+        <translation>Nach neuerer Version suchen ...</translation>
+    </message>
+    <message>
+        <source>About Twinleaf</source>
+        <translation>Über Twinleaf</translation>
+    </message>
+    <message>
+        <source>Choose in path</source>
+        <translation>Im Pfad wählen</translation>
+    </message>
+    <message>
+        <source>Select all</source>
+        <translation>Alles auswählen</translation>
+    </message>
+    <message>
+        <source>Select same</source>
+        <translation>Gleiche auswählen</translation>
+    </message>
+    <message>
+        <source>Group selection...</source>
+        <translation>Gruppe auswählen ...</translation>
+    </message>
+    <message>
+        <source>Group deselection...</source>
+        <translation>Gruppe abwählen ...</translation>
+    </message>
+    <message>
+        <source>Compare folders</source>
+        <translation>Ordner vergleichen</translation>
+    </message>
+    <message>
+        <source>Find...</source>
+        <translation>Suchen ...</translation>
+    </message>
+    <message>
+        <source>Find next</source>
+        <translation>Weitersuchen</translation>
+    </message>
+    <message>
+        <source>The makers of Twinleaf</source>
+        <translation>Die Macher von Twinleaf</translation>
+    </message>
+    <message>
+        <source>Version</source>
+        <translation>Version</translation>
+    </message>
+    <message>
+        <source>Donate...</source>
+        <translation>Spenden ...</translation>
+    </message>
 </context>
 </TS>

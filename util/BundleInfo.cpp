@@ -2,6 +2,7 @@
 
 #include "platform/FileName.h"
 #include "platform/FileStatus.h"
+#include "platform/Localized.h"
 #include "util/PathText.h"
 
 using namespace Qt::StringLiterals;
@@ -14,6 +15,46 @@ QString BundleInfo::bundleIdentifier()
 QString BundleInfo::version()
 {
     return QStringLiteral(TWINLEAF_VERSION); // from CMakeLists.txt
+}
+
+QString BundleInfo::name()
+{
+    return u"Twinleaf"_s;
+}
+
+QString BundleInfo::copyright()
+{
+    return u"\u00A9 2026 "_s + localized("The makers of Twinleaf");
+}
+
+QString BundleInfo::versionLine()
+{
+    return localized("Version") + u' ' + version() + u" ("_s + version() + u')';
+}
+
+QString BundleInfo::versionFileAddress()
+{
+    return QStringLiteral(TWINLEAF_VERSION_ADDRESS);
+}
+
+QString BundleInfo::downloadAddress()
+{
+    return QStringLiteral(TWINLEAF_DOWNLOAD_ADDRESS);
+}
+
+QString BundleInfo::donationAddress()
+{
+    return QStringLiteral(TWINLEAF_DONATION_ADDRESS);
+}
+
+QString BundleInfo::webAddress()
+{
+    return QStringLiteral(TWINLEAF_WEB_ADDRESS);
+}
+
+QString BundleInfo::mailAddress()
+{
+    return QStringLiteral(TWINLEAF_MAIL_ADDRESS);
 }
 
 QString BundleInfo::getBundleIdentifier()

@@ -4,6 +4,7 @@
 #include "platform/Localized.h"
 #include "platform/VirtualKeys.h"
 
+#include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
 
@@ -264,6 +265,22 @@ void PaneTableView::mouseDoubleClickEvent(QMouseEvent *event)
     QTableView::mouseDoubleClickEvent(event);
     if (event->button() == Qt::LeftButton && numberOfSelectedRows() > 0)
         bus.post(GetRows[_side], rowsOfPane(selectedRows()));
+}
+
+void PaneTableView::contextMenuEvent(QContextMenuEvent *event)
+{
+    QPoint position = event->globalPos();
+    if (event->reason() == QContextMenuEvent::Mouse) {
+        // What is clicked is meant, unless it is one of several that are selected.
+        const int row = rowAt(event->pos().y());
+        if (row >= 0 && !isRowSelected(row))
+            selectRow(row);
+    } else if (const int row = selectedRow(); row >= 0) {
+        scrollToRow(row);
+        position = viewport()->mapToGlobal(
+            visualRect(_tableModel->index(row, int(Column::Name))).bottomLeft());
+    }
+    Q_EMIT contextMenuRequested(position);
 }
 
 bool PaneTableView::focusNextPrevChild(bool)

@@ -57,6 +57,7 @@ public:
 Q_SIGNALS:
     void terminateRequested(); // the exit key
     void otherPaneRequested(); // Tab or Shift+Tab
+    void contextMenuRequested(const QPoint &globalPosition); // for the selected rows
     void columnClicked(Column column);
     void selectedRowsChanged();
 
@@ -67,6 +68,7 @@ protected:
     bool event(QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override { keyDown(event); }
     void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
     bool focusNextPrevChild(bool next) override;
     void focusInEvent(QFocusEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;

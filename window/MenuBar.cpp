@@ -4,6 +4,7 @@
 #include "platform/Icons.h"
 #include "platform/Localized.h"
 #include "views/ClassicKeys.h"
+#include "window/FolderCommands.h"
 #include "window/PaneCommands.h"
 
 #include <QMenu>
@@ -12,25 +13,38 @@
 
 using namespace Qt::StringLiterals;
 
-MenuBar::MenuBar(QMenuBar &menuBar, PaneCommands &commands, PaneWindow &paneWindow,
-                 const ClassicKeys &keys)
+MenuBar::MenuBar(QMenuBar &menuBar, PaneCommands &paneCommands, FolderCommands &folderCommands,
+                 PaneWindow &paneWindow, const FileQueries &fileQueries, const ClassicKeys &keys)
     : QObject(&menuBar)
     , menus(menuBar)
+    , commands(paneCommands)
+    , folders(folderCommands)
     , window(paneWindow)
+    , queries(fileQueries)
 {
-    addFileMenu(commands, keys);
-    addViewMenu(commands);
+    addFileMenu(keys);
+    addViewMenu();
     addGoMenu();
+    _bookmarksMenu = &addMenu(localized("&Bookmarks"));
+    _toolsMenu = &addMenu(localized("&Tools"));
+    _toolsMenu->menuAction()->setVisible(false); // until a tool is found
+    _helpMenu = &addMenu(localized("&Help"));
+    setUpPopUpMenu();
 }
 
 QMenu &MenuBar::addMenu(const QString &title)
 {
     QMenu *menu = menus.addMenu(title);
-    connect(menu, &QMenu::aboutToShow, this, &MenuBar::validate);
+    validateWhileOpen(*menu);
+    return *menu;
+}
+
+void MenuBar::validateWhileOpen(QMenu &menu)
+{
+    connect(&menu, &QMenu::aboutToShow, this, &MenuBar::validate);
     // A disabled item's key would be dead until the menu is opened again; the commands look at the
     // selection themselves.
-    connect(menu, &QMenu::aboutToHide, this, &MenuBar::enableAll);
-    return *menu;
+    connect(&menu, &QMenu::aboutToHide, this, &MenuBar::enableAll);
 }
 
 QAction *MenuBar::add(QMenu &menu, const QString &text, const Look &look,
@@ -47,43 +61,45 @@ QAction *MenuBar::add(QMenu &menu, const QString &text, const Look &look,
     return item;
 }
 
-void MenuBar::validated(QAction *item, CommandItem command)
+QAction *MenuBar::addValidated(QMenu &menu, CommandItem item, const QString &text, const Look &look,
+                               void (PaneCommands::*command)())
 {
-    _validated.append({ item, command });
+    QAction *action = add(menu, text, look, [this, command] { (commands.*command)(); });
+    _validated.append({ action, item });
+    return action;
 }
 
-void MenuBar::addFileMenu(PaneCommands &commands, const ClassicKeys &keys)
+void MenuBar::addFileMenu(const ClassicKeys &keys)
 {
     QMenu &file = addMenu(localized("&File"));
-    validated(add(file, localized("Open"),
-                  { .icon = u"document-open"_s, .key = localized("Return") },
-                  [&commands] { commands.openClicked(); }),
-              CommandItem::Open);
+    addValidated(file, CommandItem::Open, localized("Open"),
+                 { .icon = u"document-open"_s, .key = localized("Return") },
+                 &PaneCommands::openClicked);
+    _openWithMenu = file.addMenu(localized("Open with"));
+    _validated.append({ _openWithMenu->menuAction(), CommandItem::OpenWith });
+    addValidated(file, CommandItem::PackageContent, localized("Show package contents"), {},
+                 &PaneCommands::packageContentClicked);
     file.addSeparator();
-    validated(add(file, localized("New folder"),
-                  { .icon = u"folder-new"_s, .key = keys.menuText(ClassicAction::NewFolder) },
-                  [&commands] { commands.newFolderButtonClicked(); }),
-              CommandItem::NewFolder);
-    validated(add(file, localized("Duplicate"), { .key = u"Ctrl+D"_s, .isShortcut = true },
-                  [&commands] { commands.duplicateClicked(); }),
-              CommandItem::Duplicate);
-    validated(add(file, localized("Rename"),
-                  { .icon = u"edit-rename"_s, .key = keys.menuText(ClassicAction::Rename) },
-                  [&commands] { commands.renameButtonClicked(); }),
-              CommandItem::Rename);
+    addValidated(file, CommandItem::NewFolder, localized("New folder"),
+                 { .icon = u"folder-new"_s, .key = keys.menuText(ClassicAction::NewFolder) },
+                 &PaneCommands::newFolderButtonClicked);
+    addValidated(file, CommandItem::Duplicate, localized("Duplicate"),
+                 { .key = u"Ctrl+D"_s, .isShortcut = true }, &PaneCommands::duplicateClicked);
+    addValidated(file, CommandItem::Rename, localized("Rename"),
+                 { .icon = u"edit-rename"_s, .key = keys.menuText(ClassicAction::Rename) },
+                 &PaneCommands::renameButtonClicked);
     file.addSeparator();
-    validated(add(file, localized("Copy"),
-                  { .icon = u"edit-copy"_s, .key = keys.menuText(ClassicAction::Copy) },
-                  [&commands] { commands.copyButtonClicked(); }),
-              CommandItem::Copy);
-    validated(add(file, localized("Move"),
-                  { .icon = u"edit-move"_s, .key = keys.menuText(ClassicAction::Move) },
-                  [&commands] { commands.moveButtonClicked(); }),
-              CommandItem::Move);
-    validated(add(file, localized("Delete"),
-                  { .icon = u"edit-delete"_s, .key = keys.menuText(ClassicAction::Delete) },
-                  [&commands] { commands.deleteButtonClicked(); }),
-              CommandItem::Delete);
+    addValidated(file, CommandItem::Copy, localized("Copy"),
+                 { .icon = u"edit-copy"_s, .key = keys.menuText(ClassicAction::Copy) },
+                 &PaneCommands::copyButtonClicked);
+    addValidated(file, CommandItem::Move, localized("Move"),
+                 { .icon = u"edit-move"_s, .key = keys.menuText(ClassicAction::Move) },
+                 &PaneCommands::moveButtonClicked);
+    addValidated(file, CommandItem::Delete, localized("Delete"),
+                 { .icon = u"edit-delete"_s, .key = keys.menuText(ClassicAction::Delete) },
+                 &PaneCommands::deleteButtonClicked);
+    file.addSeparator();
+    addValidated(file, CommandItem::Eject, localized("Eject"), {}, &PaneCommands::ejectClicked);
     file.addSeparator();
     const auto quit = [this] { Q_EMIT terminateAsked(); };
     add(file, localized("Quit"), { .key = keys.menuText(ClassicAction::Exit) }, quit);
@@ -91,37 +107,79 @@ void MenuBar::addFileMenu(PaneCommands &commands, const ClassicKeys &keys)
     connect(new QShortcut(QKeySequence::Quit, &menus), &QShortcut::activated, this, quit);
 }
 
-void MenuBar::addViewMenu(PaneCommands &commands)
+void MenuBar::addViewMenu()
 {
     QMenu &view = addMenu(localized("&View"));
-    validated(add(view, localized("Reload"),
-                  { .icon = u"view-refresh"_s, .key = u"Ctrl+R"_s, .isShortcut = true },
-                  [&commands] { commands.reloadClicked(); }),
-              CommandItem::Reload);
+    addValidated(view, CommandItem::Reload, localized("Reload"),
+                 { .icon = u"view-refresh"_s, .key = u"Ctrl+R"_s, .isShortcut = true },
+                 &PaneCommands::reloadClicked);
     view.addSeparator();
     _showHiddenFiles =
         add(view, localized("Show system files"), { .key = u"Ctrl+H"_s, .isShortcut = true },
             [this] { Q_EMIT showHiddenFilesClicked(); });
     _showClassicButtons = add(view, localized("Hide Classic buttons"), {},
                               [this] { Q_EMIT showClassicButtonsClicked(); });
-    validated(_showClassicButtons, CommandItem::ShowClassicButtons);
+    _validated.append({ _showClassicButtons, CommandItem::ShowClassicButtons });
 }
 
 void MenuBar::addGoMenu()
 {
     QMenu &go = addMenu(localized("&Go"));
-    add(go, localized("Choose in Path"), { .key = u"Ctrl+L"_s, .isShortcut = true },
+    add(go, localized("Choose in path"), { .key = u"Ctrl+L"_s, .isShortcut = true },
         [this] { Q_EMIT pathAsked(); });
-    add(go, localized("Folder of Other Pane"), { .key = u"Ctrl+E"_s, .isShortcut = true },
-        [this] { Q_EMIT useOpositePathAsked(); });
+    go.addSeparator();
+    for (const Side side : { Side::Left, Side::Right }) {
+        QMenu *menu = go.addMenu(localized(side == Side::Left ? "Left pane" : "Right pane"));
+        _pathMenus[side] = menu;
+        add(*menu, localized("Home folder"), { .icon = u"user-home"_s },
+            [this, side] { folders.homeFolderClicked(side); });
+        add(*menu, localized("Volumes"), { .icon = u"drive-harddisk"_s },
+            [this, side] { folders.volumesClicked(side); });
+        add(*menu, localized("Other folder..."), { .icon = u"folder"_s },
+            [this, side] { folders.otherFolderClicked(side); });
+        add(*menu, localized("Folder of other pane"), {},
+            [this, side] { folders.useOpositePath(side); });
+        menu->addSeparator();
+        add(*menu, localized("Copy path"), { .icon = u"edit-copy"_s },
+            [this, side] { folders.copyPathClicked(side, FolderCommands::PathForm::Plain); });
+        add(*menu, localized("Copy path as shown"), {},
+            [this, side] { folders.copyPathClicked(side, FolderCommands::PathForm::Localized); });
+    }
+}
+
+void MenuBar::setUpPopUpMenu()
+{
+    _popUpMenu = new QMenu(&menus);
+    validateWhileOpen(*_popUpMenu);
+    for (const auto &[item, command] : std::as_const(_validated)) {
+        if (command == CommandItem::Reload)
+            break; // what follows is about the pane, not about its items
+        if (command == CommandItem::NewFolder || command == CommandItem::Copy
+            || command == CommandItem::Eject)
+            _popUpMenu->addSeparator();
+        _popUpMenu->addAction(item);
+    }
+}
+
+void MenuBar::addTool(const QString &text, const QIcon &icon, const std::function<void()> &launch)
+{
+    QAction *item = _toolsMenu->addAction(icon, text);
+    connect(item, &QAction::triggered, this, launch);
+    _toolsMenu->menuAction()->setVisible(true);
+}
+
+void MenuBar::addHelp(const QString &text, const std::function<void()> &command)
+{
+    connect(_helpMenu->addAction(text), &QAction::triggered, this, command);
 }
 
 void MenuBar::validate() const
 {
-    const PaneTable *list = window.getFirstResponderTableView();
-    const auto row = list ? std::optional(list->selectedRow()) : std::nullopt;
+    MenuState state;
+    if (const PaneTable *list = window.getFirstResponderTableView())
+        state = { list->selectedRow(), commands.selectedPath() };
     for (const auto &[item, command] : _validated)
-        item->setEnabled(validateMenuItem(command, row));
+        item->setEnabled(validateMenuItem(command, state, queries));
 }
 
 void MenuBar::enableAll() const

@@ -3,7 +3,9 @@
 #include "model/MainModel.h"
 #include "model/OperationDesk.h"
 #include "model/PaneWindow.h"
-#include "platform/Localized.h"
+#include "platform/Alerts.h"
+#include "platform/FileName.h"
+#include "platform/OpenPanel.h"
 #include "util/FileQueries.h"
 #include "util/PathText.h"
 #include "window/MenuValidation.h"
@@ -17,13 +19,16 @@ QString nameOfDuplicate(const QString &name, bool isFolder)
     return extension.isEmpty() ? copy : PathText::withExtension(copy, extension);
 }
 
-PaneCommands::PaneCommands(PaneWindow &paneWindow, MessageBus &messages, const MainModel &model,
-                           OperationDesk &desk, const FileQueries &fileQueries)
+PaneCommands::PaneCommands(PaneWindow &paneWindow, MessageBus &messages, MainModel &model,
+                           OperationDesk &desk, const FileQueries &fileQueries, OpenPanel &panel,
+                           Alerts &alertsToAsk)
     : window(paneWindow)
     , bus(messages)
     , mainModel(model)
     , twinleaf(desk)
     , queries(fileQueries)
+    , openPanel(panel)
+    , alerts(alertsToAsk)
 {
 }
 
@@ -88,11 +93,53 @@ void PaneCommands::reloadClicked()
 
 void PaneCommands::duplicateClicked()
 {
-    const PaneTable *list = listOnItem();
-    if (!list || !mainModel.rows(list->side()).holds(list->selectedRow()))
+    const QString path = listOnItem() ? selectedPath() : QString();
+    if (path.isEmpty())
         return;
-    const Entry entry = mainModel.rows(list->side())[list->selectedRow()];
-    const QString path = entry.path();
-    const QString name = nameOfDuplicate(entry.name(), queries.isDirectory(path));
+    const QString name = nameOfDuplicate(PathText::lastComponent(path), queries.isDirectory(path));
     twinleaf.duplicateItem(path, PathText::joined(PathText::parent(path), name));
+}
+
+void PaneCommands::openWithClicked()
+{
+    if (const auto application = openPanel.chooseApplication())
+        openWith(*application);
+}
+
+void PaneCommands::openWith(const QString &application)
+{
+    OpenWithRequest request { .appPath = application };
+    if (const PaneTable *list = window.getFirstResponderTableView()) {
+        request.items = list->selectedRows();
+        request.side = list->side();
+        request.seen = mainModel.rows(list->side());
+    }
+    bus.post(OpenFileWithApplication, request);
+}
+
+void PaneCommands::packageContentClicked()
+{
+    mainModel.setInsideBundle(true);
+    if (const PaneTable *list = window.getFirstResponderTableView())
+        if (const QString path = selectedPath(); !path.isEmpty())
+            bus.post(DirectoryChanged[list->side()], { .path = path });
+}
+
+void PaneCommands::ejectClicked()
+{
+    const QString path = selectedPath();
+    if (path.isEmpty() || queries.unmountVolume(path))
+        return;
+    alerts.ask(Alert::error(filled(localized("'%@' could not be ejected!"),
+                                   FileName::shown(PathText::lastComponent(path)))));
+}
+
+QString PaneCommands::selectedPath(bool orFirst) const
+{
+    const PaneTable *list = window.getFirstResponderTableView();
+    if (!list)
+        return {};
+    const int row = orFirst ? std::max(list->selectedRow(), 0) : list->selectedRow();
+    const Listing &rows = mainModel.rows(list->side());
+    return rows.holds(row) ? rows[row].path() : QString();
 }

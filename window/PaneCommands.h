@@ -2,8 +2,10 @@
 
 #include "model/Messages.h"
 
+class Alerts;
 class FileQueries;
 class MainModel;
+class OpenPanel;
 class OperationDesk;
 class PaneTable;
 class PaneWindow;
@@ -12,8 +14,8 @@ class PaneWindow;
 // it or hands it to the operations.
 class PaneCommands final {
 public:
-    PaneCommands(PaneWindow &window, MessageBus &bus, const MainModel &mainModel,
-                 OperationDesk &twinleaf, const FileQueries &queries);
+    PaneCommands(PaneWindow &window, MessageBus &bus, MainModel &mainModel, OperationDesk &twinleaf,
+                 const FileQueries &queries, OpenPanel &openPanel, Alerts &alerts);
 
     void copyButtonClicked();
     void moveButtonClicked();
@@ -23,6 +25,14 @@ public:
     void openClicked();
     void reloadClicked();
     void duplicateClicked();
+    void openWithClicked();
+    void openWith(const QString &application);
+    void packageContentClicked();
+    void ejectClicked();
+
+    // The path at the selected row of the active pane, with nothing selected at row 0 when
+    // `orFirst`; empty when there is none.
+    QString selectedPath(bool orFirst = false) const;
 
 private:
     PaneTable *listOnItem() const; // the active pane when commands may act on its selection
@@ -30,9 +40,11 @@ private:
 
     PaneWindow &window;
     MessageBus &bus;
-    const MainModel &mainModel;
+    MainModel &mainModel;
     OperationDesk &twinleaf;
     const FileQueries &queries;
+    OpenPanel &openPanel;
+    Alerts &alerts;
 };
 
 // "Report.txt" becomes "Report Copy.txt", the folder "Photos" becomes "Photos Copy".

@@ -20,19 +20,25 @@
 using namespace Qt::StringLiterals;
 
 WindowController::WindowController(MainWindowLayout &layout, MessageBus &messages, MainModel &model,
-                                   Twinleaf &twinleaf, UserDefaults &settings,
-                                   const Workspace &desktop, Questions &questionsOnScreen)
+                                   Twinleaf &operations, const WindowServices &services)
     : mainWindow(layout)
     , bus(messages)
     , mainModel(model)
-    , defaults(settings)
-    , workspace(desktop)
-    , questions(questionsOnScreen)
+    , twinleaf(operations)
+    , defaults(services.defaults)
+    , workspace(services.workspace)
+    , questions(services.questions)
+    , _bookmarkStore(services.defaults)
     , _navigators(*layout.segmentedControls.left, *layout.segmentedControls.right, messages, model,
-                  twinleaf, settings)
-    , _infoBars(layout.infoBars, model, twinleaf, settings)
-    , _commands(*this, messages, model, twinleaf, twinleaf)
-    , _menus(*layout.menuBar(), _commands, *this, layout.leftFileList->classicKeys())
+                  operations, services.defaults)
+    , _infoBars(layout.infoBars, model, operations, services.defaults)
+    , _commands(*this, messages, model, operations, operations, services.openPanel, services.alerts)
+    , _folderCommands(*this, _navigators, messages, operations, services.workspace, services.alerts)
+    , _menus(*layout.menuBar(), _commands, _folderCommands, *this, operations,
+             layout.leftFileList->classicKeys())
+    , _bookmarksMenu(_menus.bookmarksMenu(), _bookmarkStore, _commands, *this, messages, operations,
+                     services.alerts)
+    , _openWithMenu(_menus.menuOpenWithFavorite(), _bookmarkStore, _commands, services.workspace)
     , _workingSheet(messages, &layout)
 {
     bus.subscribe(ApplicationWillTerminate, this, &WindowController::applicationWillTerminate);
@@ -64,7 +70,9 @@ void WindowController::connectControls()
                 &WindowController::terminateRequested);
         connect(&navigator, &SegmentedControl::escaped, &list, [&list] { list.setFocus(); });
         connect(&navigator, &SegmentedControl::contextMenuAsked, this,
-                [this, side](const QPoint &position) { showNavigatorMenu(side, position); });
+                [this, side](const QPoint &position) { _menus.pathMenu(side).popup(position); });
+        connect(&list, &PaneTableView::contextMenuRequested, this,
+                [this](const QPoint &position) { _menus.popUpMenu().popup(position); });
     }
 
     connect(&_menus, &MenuBar::showHiddenFilesClicked, this,
@@ -74,10 +82,6 @@ void WindowController::connectControls()
     connect(&_menus, &MenuBar::pathAsked, this, [this] {
         if (const auto side = activeSide())
             _navigators.control(*side).setFocus(Qt::ShortcutFocusReason);
-    });
-    connect(&_menus, &MenuBar::useOpositePathAsked, this, [this] {
-        if (const auto side = activeSide())
-            _navigators.useOpositePath(*side);
     });
     connect(&_menus, &MenuBar::terminateAsked, this, &WindowController::terminateRequested);
     connect(&mainWindow, &MainWindowLayout::closeAsked, this,
@@ -97,7 +101,10 @@ void WindowController::awakeFromNib()
 
     _navigators.setupPathNavigators();
     _infoBars.setInfoBarsColors();
+    setupToolsMenu();
     setDateFormatters();
+    _openWithMenu.setOpenWithFavoriteApplications();
+    _bookmarksMenu.setBookmarksMenu();
 }
 
 void WindowController::setDateFormatters()
@@ -141,12 +148,22 @@ void WindowController::showHiddenFilesClicked()
     bus.post(DirectoryChanged[Side::Right], { .path = right });
 }
 
-void WindowController::showNavigatorMenu(Side side, const QPoint &globalPosition)
+void WindowController::setupToolsMenu()
 {
-    QMenu menu(&mainWindow);
-    connect(menu.addAction(localized("Folder of Other Pane")), &QAction::triggered, this,
-            [this, side] { _navigators.useOpositePath(side); });
-    menu.exec(globalPosition);
+    const auto add = [this](const char *text, Tool tool) {
+        const QString application = workspace.applicationForTool(tool);
+        if (!application.isEmpty()) // what is not installed is not offered
+            _menus.addTool(localized(text), workspace.iconOfApplication(application),
+                           [this, tool] { twinleaf.launchTool(tool); });
+    };
+    add(QT_TRANSLATE_NOOP("Twinleaf", "Terminal"), Tool::Terminal);
+    add(QT_TRANSLATE_NOOP("Twinleaf", "Console"), Tool::Console);
+    add(QT_TRANSLATE_NOOP("Twinleaf", "Activity monitor"), Tool::ActivityMonitor);
+    add(QT_TRANSLATE_NOOP("Twinleaf", "Disk utility"), Tool::DiskUtility);
+    add(QT_TRANSLATE_NOOP("Twinleaf", "Keychain"), Tool::Keychain);
+    add(QT_TRANSLATE_NOOP("Twinleaf", "Network"), Tool::NetworkUtility);
+    add(QT_TRANSLATE_NOOP("Twinleaf", "Users"), Tool::NetInfoManager);
+    add(QT_TRANSLATE_NOOP("Twinleaf", "System information"), Tool::SystemProfiler);
 }
 
 void WindowController::reloadFileListsForVolumes()

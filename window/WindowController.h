@@ -2,18 +2,33 @@
 
 #include "model/Messages.h"
 #include "model/PaneWindow.h"
+#include "util/BookmarkStore.h"
+#include "window/BookmarksMenu.h"
+#include "window/FolderCommands.h"
 #include "window/InfoBars.h"
 #include "window/MenuBar.h"
+#include "window/OpenWithMenu.h"
 #include "window/PaneCommands.h"
 #include "window/PathNavigators.h"
 #include "window/WorkingSheet.h"
 
 #include <QObject>
 
+class Alerts;
 class MainWindowLayout;
+class OpenPanel;
 class Questions;
 class Twinleaf;
 class Workspace;
+
+// What lies outside the window and its panes.
+struct WindowServices {
+    UserDefaults &defaults;
+    Workspace &workspace;
+    OpenPanel &openPanel;
+    Alerts &alerts;
+    Questions &questions;
+};
 
 // The hub of the main window: its start and what is saved at its end, the button row, and the
 // answers that the pane model and the operations ask of the window. Main thread.
@@ -22,8 +37,7 @@ class WindowController final : public QObject, public PaneWindow {
 
 public:
     WindowController(MainWindowLayout &mainWindow, MessageBus &bus, MainModel &mainModel,
-                     Twinleaf &twinleaf, UserDefaults &defaults, const Workspace &workspace,
-                     Questions &questions);
+                     Twinleaf &twinleaf, const WindowServices &services);
     ~WindowController() override;
 
     void awakeFromNib();
@@ -36,7 +50,9 @@ public:
     QString getCurrentPath() const; // the active pane's; empty without one
     void setFileInfoBar(Side side);
     void setDateFormatters();
+    void setupToolsMenu();
 
+    MenuBar &menus() { return _menus; }
     ProgressSheet &workingSheet() { return _workingSheet; }
 
     PaneTable &getTableView(Side side) override;
@@ -58,19 +74,23 @@ private:
     void applicationWillTerminate(const NoPayload &);
     void reloadFileListsForVolumes();
     void connectControls();
-    void showNavigatorMenu(Side side, const QPoint &globalPosition);
     std::optional<Side> activeSide() const;
 
     MainWindowLayout &mainWindow;
     MessageBus &bus;
     MainModel &mainModel;
+    Twinleaf &twinleaf;
     UserDefaults &defaults;
     const Workspace &workspace;
     Questions &questions;
+    BookmarkStore _bookmarkStore;
     PathNavigators _navigators;
     InfoBars _infoBars;
     PaneCommands _commands;
+    FolderCommands _folderCommands;
     MenuBar _menus;
+    BookmarksMenu _bookmarksMenu;
+    OpenWithMenu _openWithMenu;
     WorkingSheet _workingSheet;
     // Kept: despite its name, true while the button row is hidden.
     bool TWClassicButtonsVisible = false;

@@ -7,6 +7,7 @@
 #include "platform/Questions.h"
 #include "platform/UserDefaults.h"
 #include "tests/support/AlertScript.h"
+#include "tests/support/RecordedOpenPanel.h"
 #include "tests/support/RecordedPrograms.h"
 #include "tests/support/RecordedWorkspace.h"
 #include "tests/support/TestFolder.h"
@@ -46,7 +47,10 @@ struct World {
     MainWindowLayout window { bus, model, defaults };
     TableViewDataSourceLeft leftSource { *window.leftFileList, model, bus, defaults };
     TableViewDataSourceRight rightSource { *window.rightFileList, model, bus, defaults };
-    WindowController controller { window, bus, model, twinleaf, defaults, workspace, questions };
+    RecordedOpenPanel openPanel;
+    WindowController controller {
+        window, bus, model, twinleaf, { defaults, workspace, openPanel, alerts, questions }
+    };
 
     World()
     {

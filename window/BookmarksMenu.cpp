@@ -1,0 +1,74 @@
+#include "window/BookmarksMenu.h"
+
+#include "model/Messages.h"
+#include "model/PaneWindow.h"
+#include "platform/Alerts.h"
+#include "platform/FileName.h"
+#include "platform/FileStatus.h"
+#include "util/FileQueries.h"
+#include "util/PathText.h"
+#include "window/MenuText.h"
+#include "window/PaneCommands.h"
+
+#include <QMenu>
+
+BookmarksMenu::BookmarksMenu(QMenu &menu, BookmarkStore &bookmarks,
+                             const PaneCommands &paneCommands, PaneWindow &paneWindow,
+                             MessageBus &messages, const FileQueries &fileQueries,
+                             Alerts &alertsToAsk)
+    : bookmarksMenu(menu)
+    , store(bookmarks)
+    , commands(paneCommands)
+    , window(paneWindow)
+    , bus(messages)
+    , queries(fileQueries)
+    , alerts(alertsToAsk)
+{
+}
+
+void BookmarksMenu::setBookmarksMenu()
+{
+    bookmarksMenu.clear();
+    QAction *add = bookmarksMenu.addAction(localized("Add bookmark..."));
+    add->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_A));
+    connect(add, &QAction::triggered, this, &BookmarksMenu::addBookmark);
+    bookmarksMenu.addSeparator();
+    const auto bookmarks = store.getBookmarksFromUserDefaults();
+    for (const Bookmark &bookmark : bookmarks) {
+        QAction *item = bookmarksMenu.addAction(queries.getIconForFile(bookmark.realPath),
+                                                menuText(bookmark.localizedPath));
+        connect(item, &QAction::triggered, this,
+                [this, title = bookmark.localizedPath] { clickedBookmark(title); });
+    }
+}
+
+void BookmarksMenu::addBookmark()
+{
+    const QString path = commands.selectedPath(true);
+    if (path.isEmpty() || !queries.isDirectory(path))
+        return;
+    const QString shown = queries.getLocalizedPath(path);
+    // Kept: what is typed there only confirms; the bookmark is named by the folder's own path.
+    if (window.getStringFromInputSheet(localized("Enter path for bookmark:"), shown).isEmpty())
+        return;
+    store.addBookmarkEntry(shown, path);
+    setBookmarksMenu();
+}
+
+void BookmarksMenu::clickedBookmark(const QString &title)
+{
+    // Of several with one title the last counts.
+    QString path;
+    const auto bookmarks = store.getBookmarksFromUserDefaults();
+    for (const Bookmark &bookmark : bookmarks)
+        if (bookmark.localizedPath == title)
+            path = bookmark.realPath;
+    if (!fileStatus(path, Links::Follow)) {
+        alerts.ask(Alert::error(localized("Folder doesn't exists or it's not a folder!"),
+                                localized("Ok")));
+        return;
+    }
+    if (const PaneTable *list = window.getFirstResponderTableView())
+        bus.post(DirectoryChanged[list->side()],
+                 { .path = path, .item = PathText::lastComponent(path) });
+}

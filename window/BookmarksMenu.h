@@ -1,0 +1,34 @@
+#pragma once
+
+#include "util/BookmarkStore.h"
+
+#include <QObject>
+
+class Alerts;
+class FileQueries;
+class MessageBus;
+class PaneCommands;
+class PaneWindow;
+class QMenu;
+
+// The menu of the bookmarked folders, and adding to it.
+class BookmarksMenu final : public QObject {
+    Q_OBJECT
+
+public:
+    BookmarksMenu(QMenu &menu, BookmarkStore &store, const PaneCommands &commands,
+                  PaneWindow &window, MessageBus &bus, const FileQueries &queries, Alerts &alerts);
+
+    void setBookmarksMenu(); // builds it anew
+    void addBookmark();
+    void clickedBookmark(const QString &title);
+
+private:
+    QMenu &bookmarksMenu;
+    BookmarkStore &store;
+    const PaneCommands &commands;
+    PaneWindow &window;
+    MessageBus &bus;
+    const FileQueries &queries;
+    Alerts &alerts;
+};

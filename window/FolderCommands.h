@@ -1,0 +1,37 @@
+#pragma once
+
+#include "model/MessageBus.h"
+#include "model/Side.h"
+
+#include <QString>
+
+class Alerts;
+class FileQueries;
+class PaneWindow;
+class PathNavigators;
+class Workspace;
+
+// The commands of the navigators' menus: each acts on the pane whose menu it was chosen from.
+class FolderCommands final {
+public:
+    FolderCommands(PaneWindow &window, PathNavigators &navigators, MessageBus &bus,
+                   const FileQueries &queries, const Workspace &workspace, Alerts &alerts);
+
+    void homeFolderClicked(Side menu);
+    void volumesClicked(Side menu);
+    void otherFolderClicked(Side menu);
+    void useOpositePath(Side menu);
+
+    enum class PathForm { Plain, Localized };
+    void copyPathClicked(Side menu, PathForm form);
+
+private:
+    void go(Side side, const QString &path);
+
+    PaneWindow &window;
+    PathNavigators &navigators;
+    MessageBus &bus;
+    const FileQueries &queries;
+    const Workspace &workspace;
+    Alerts &alerts;
+};

@@ -1,0 +1,46 @@
+#include "window/OpenWithMenu.h"
+
+#include "platform/Localized.h"
+#include "platform/Workspace.h"
+#include "util/BookmarkStore.h"
+#include "window/MenuText.h"
+#include "window/PaneCommands.h"
+
+#include <QMenu>
+
+OpenWithMenu::OpenWithMenu(QMenu &menu, const BookmarkStore &favorites, PaneCommands &paneCommands,
+                           const Workspace &desktop)
+    : menuOpenWithFavorite(menu)
+    , store(favorites)
+    , commands(paneCommands)
+    , workspace(desktop)
+{
+}
+
+void OpenWithMenu::setOpenWithFavoriteApplications()
+{
+    menuOpenWithFavorite.clear();
+    const auto favorites = store.getFavoriteApplicationsFromUserDefaults();
+    for (const FavoriteApplication &favorite : favorites) {
+        QAction *item = menuOpenWithFavorite.addAction(
+            workspace.iconOfApplication(favorite.realPath), menuText(favorite.name));
+        connect(item, &QAction::triggered, this,
+                [this, name = favorite.name] { clickedOpenWithFavoriteApplications(name); });
+    }
+    if (!favorites.isEmpty())
+        menuOpenWithFavorite.addSeparator();
+    connect(menuOpenWithFavorite.addAction(localized("Other...")), &QAction::triggered, this,
+            [this] { commands.openWithClicked(); });
+}
+
+void OpenWithMenu::clickedOpenWithFavoriteApplications(const QString &name)
+{
+    // Of several with one name the last counts.
+    QString path;
+    const auto favorites = store.getFavoriteApplicationsFromUserDefaults();
+    for (const FavoriteApplication &favorite : favorites)
+        if (favorite.name == name)
+            path = favorite.realPath;
+    if (!path.isEmpty())
+        commands.openWith(path);
+}

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QObject>
+
+class BookmarkStore;
+class PaneCommands;
+class QMenu;
+class Workspace;
+
+// The menu of the applications to open the selected files with: the favourites, then any other.
+class OpenWithMenu final : public QObject {
+    Q_OBJECT
+
+public:
+    OpenWithMenu(QMenu &menu, const BookmarkStore &store, PaneCommands &commands,
+                 const Workspace &workspace);
+
+    void setOpenWithFavoriteApplications(); // builds it anew
+    void clickedOpenWithFavoriteApplications(const QString &name);
+
+private:
+    QMenu &menuOpenWithFavorite;
+    const BookmarkStore &store;
+    PaneCommands &commands;
+    const Workspace &workspace;
+};
