@@ -76,17 +76,18 @@ void MainModel::awakeFromNib()
                  { .path = path.isEmpty() ? PathText::homeFolder() : path });
     }
     for (const PaneKeys &pane : panes) {
-        const auto column =
-            columnFromIdentifier(defaults.string(pane.sortedColumn).value_or(QString()));
-        const bool ascending = defaults.boolean(pane.sortingDirection).value_or(!column);
-        sortRowEntries(column.value_or(Column::Name), pane.side,
+        Column column = columnFromIdentifier(defaults.string(pane.sortedColumn).value_or(QString()))
+                            .value_or(Column::Name);
+        if (column == Column::Icon)
+            column = Column::Name; // nothing is sorted by icons
+        const bool ascending = defaults.boolean(pane.sortingDirection).value_or(false);
+        sortRowEntries(column, pane.side,
                        ascending ? SortDirection::Ascending : SortDirection::Descending);
-        // Sorting moved the rows; the remembered row is counted in the sorted order.
+        // Sorting moved the rows.
         const auto &start = _startFolders[pane.side];
-        const Listing &listing = _rows[pane.side];
         const int row = start && !start->selectedName.isEmpty()
-            ? int(listing.rowOfName(start->selectedName))
-            : _selectedItems[pane.side].row(listing.folder());
+            ? int(_rows[pane.side].rowOfName(start->selectedName))
+            : 0;
         PaneTable &table = windowController->getTableView(pane.side);
         table.selectRow(qMax(row, 0));
         table.scrollToRow(qMax(row, 0));

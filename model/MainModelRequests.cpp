@@ -50,6 +50,19 @@ std::optional<int> singleRow(const RowSet &rows)
     return rows.size() == 1 && rows.first() > 0 ? std::optional(rows.first()) : std::nullopt;
 }
 
+// Says so when ".." is among the rows: its path is the listed folder's own, in which none of the
+// other names lie.
+bool refusesParent(Alerts &alerts, const RowSet &rows)
+{
+    if (!rows.contains(0))
+        return false;
+    Alert alert = Alert::error(localized(
+        "The previous folder ('..') cannot be worked on with! Operation will be aborted!"));
+    alert.style = Alert::Style::Informational;
+    alerts.ask(alert);
+    return true;
+}
+
 } // namespace
 
 void MainModel::showItemInfo(const ItemRequest &request)
@@ -90,6 +103,8 @@ void MainModel::requestCopyMove(const ItemRequest &request, Operation operation)
                                 localized("Ok")));
         return;
     }
+    if (refusesParent(alerts, rows))
+        return;
     if (confirmationForFileOperations()
         && alerts.ask(Alert::question(
                copies ? localized("Are you sure that you want to copy the item(s)?")
@@ -132,13 +147,8 @@ void MainModel::deleteItem(const ItemRequest &request)
     const RowSet rows = rowsNow(request.item, request.seen, listing);
     if (rows.isEmpty())
         return;
-    if (rows.first() == 0) {
-        Alert alert = Alert::error(localized(
-            "The previous folder ('..') cannot be worked on with! Operation will be aborted!"));
-        alert.style = Alert::Style::Informational;
-        alerts.ask(alert);
+    if (refusesParent(alerts, rows))
         return;
-    }
     const auto dictionary =
         operationRequest(request.side, PathText::parent(listing[rows.first()].path()), u""_s,
                          names(listing, rows), updateFor(*windowController));

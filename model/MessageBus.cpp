@@ -2,6 +2,8 @@
 
 #include <QLoggingCategory>
 
+#include <algorithm>
+
 namespace {
 Q_LOGGING_CATEGORY(log, "twinleaf.bus", QtInfoMsg)
 }
@@ -11,7 +13,7 @@ void MessageBus::add(const char *name, const void *receiver,
 {
     QList<Subscription> &subscriptions = _subscriptions[QByteArrayView(name)];
     subscriptions.removeIf([&](const Subscription &s) { return s.receiver == receiver; });
-    subscriptions.append({ receiver, std::move(handler) });
+    subscriptions.append({ ++_lastNumber, receiver, std::move(handler) });
 }
 
 void MessageBus::unsubscribe(const void *receiver)
@@ -23,8 +25,11 @@ void MessageBus::unsubscribe(const void *receiver)
 void MessageBus::deliver(const char *name, const void *payload) const
 {
     qCDebug(log, "%s", name);
-    // A copy: handlers may subscribe.
+    // A copy, as handlers may subscribe; and a receiver that a handler before it took away is gone.
     const QList<Subscription> subscriptions = _subscriptions.value(QByteArrayView(name));
-    for (const Subscription &subscription : subscriptions)
-        subscription.deliver(payload);
+    for (const Subscription &subscription : subscriptions) {
+        const QList<Subscription> now = _subscriptions.value(QByteArrayView(name));
+        if (std::ranges::find(now, subscription.number, &Subscription::number) != now.end())
+            subscription.deliver(payload);
+    }
 }

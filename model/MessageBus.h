@@ -34,7 +34,8 @@ struct NoPayload { };
 class MessageBus final {
 public:
     // A second subscription of the same receiver to the same name takes the place of the first and
-    // moves to the end, as if it had been removed and added. Handlers may subscribe and post.
+    // moves to the end, as if it had been removed and added. Handlers may subscribe, unsubscribe
+    // and post: who is added during a delivery gets the next message, who is removed gets no more.
     template <class Payload, class Receiver>
     void subscribe(const Message<Payload> &message, Receiver *receiver,
                    void (Receiver::*handler)(const Payload &))
@@ -65,6 +66,7 @@ public:
 
 private:
     struct Subscription {
+        quint64 number; // no other ever has it
         const void *receiver;
         std::function<void(const void *)> deliver;
     };
@@ -72,4 +74,5 @@ private:
     void deliver(const char *name, const void *payload) const;
 
     QHash<QByteArrayView, QList<Subscription>> _subscriptions;
+    quint64 _lastNumber = 0;
 };

@@ -14,13 +14,20 @@ RowSet rowsNow(const RowSet &rows, const Listing &seen, const Listing &now)
         }
         return found;
     }
+    // ".." carries the path of the listed folder, which is also an item's in the folder above: the
+    // one must never become the other.
     QHash<QString, int> rowOfPath;
-    for (int row = 0; row < now.size(); ++row)
+    for (int row = 1; row < now.size(); ++row)
         rowOfPath.insert(now[row].path(), row);
     for (const int row : rows) {
-        if (const int again = seen.holds(row) ? rowOfPath.value(seen[row].path(), -1) : -1;
-            again >= 0)
+        if (!seen.holds(row))
+            continue;
+        if (row == 0) {
+            if (!now.isEmpty() && seen.folder() == now.folder())
+                found.append(0);
+        } else if (const int again = rowOfPath.value(seen[row].path(), -1); again > 0) {
             found.append(again);
+        }
     }
     std::ranges::sort(found);
     return found;
