@@ -40,7 +40,11 @@ std::vector<quint64> kindRanks(const ListingData &data)
     for (const ListingRecord &record : data.records) {
         const QString text = data.kinds->kindText(FileName::fromBytes(data.name(record)),
                                                   record.kind, record.isDangling);
-        indexOfRecord.push_back(indexes.emplace(text, int(indexes.size())).value());
+        // Not emplace: that would give a known text another index.
+        auto known = indexes.constFind(text);
+        if (known == indexes.constEnd())
+            known = indexes.insert(text, int(indexes.size()));
+        indexOfRecord.push_back(*known);
     }
     QStringList texts = indexes.keys();
     std::ranges::sort(texts, [](const QString &a, const QString &b) {
