@@ -4,6 +4,7 @@
 #include "platform/Localized.h"
 #include "tools/About.h"
 #include "util/BundleInfo.h"
+#include "views/TableViews.h"
 
 #include <QCoreApplication>
 
@@ -18,6 +19,8 @@ Application::Application(const CommandLine &line)
     , _rightSource(*_mainWindow.rightFileList, _mainModel, _bus, _defaults)
     , _windowController(_mainWindow, _bus, _mainModel, _twinleaf,
                         { _defaults, _workspace, _openPanel, _alerts, _questions })
+    , _leftDrops(*_mainWindow.leftFileList, _mainModel, _windowController, _twinleaf, _alerts)
+    , _rightDrops(*_mainWindow.rightFileList, _mainModel, _windowController, _twinleaf, _alerts)
     , _updateCheck(_versionServer, _workspace, _alerts,
                    { BundleInfo::versionFileAddress(), BundleInfo::downloadAddress() },
                    BundleInfo::version())

@@ -14,6 +14,7 @@
 #include "platform/Questions.h"
 #include "platform/UserDefaults.h"
 #include "util/UpdateCheck.h"
+#include "views/PaneDragAndDrop.h"
 #include "views/TableViewDataSources.h"
 #include "window/MainWindowLayout.h"
 #include "window/WindowController.h"
@@ -57,6 +58,8 @@ private:
     TableViewDataSourceLeft _leftSource;
     TableViewDataSourceRight _rightSource;
     WindowController _windowController;
+    PaneDragAndDrop _leftDrops;
+    PaneDragAndDrop _rightDrops;
     HttpVersionServer _versionServer;
     UpdateCheck _updateCheck;
     bool _quitting = false;

@@ -1,5 +1,9 @@
 #include "views/DropDecision.h"
 
+#include "util/PathText.h"
+
+#include <QHash>
+
 namespace {
 
 constexpr Qt::KeyboardModifiers CommandAndOption = Qt::ControlModifier | Qt::AltModifier;
@@ -26,4 +30,31 @@ int DropDecision::draggingSourceOperationMask(Qt::KeyboardModifiers held)
 int DropDecision::draggingUpdated(Qt::KeyboardModifiers held)
 {
     return operationForHeldKeys(held, DragOperation::Link);
+}
+
+std::optional<DropDecision::Work> DropDecision::workOfMask(int mask)
+{
+    if (mask & DragOperation::Generic)
+        return Work::Alias;
+    if (mask & DragOperation::Copy)
+        return Work::Copy;
+    if (mask & DragOperation::Move)
+        return Work::Move;
+    return std::nullopt;
+}
+
+QList<DroppedItems> DropDecision::byFolder(const QStringList &paths)
+{
+    QList<DroppedItems> folders;
+    QHash<QString, qsizetype> places;
+    for (const QString &path : paths) {
+        const QString folder = PathText::parent(path);
+        auto place = places.constFind(folder);
+        if (place == places.constEnd()) {
+            place = places.insert(folder, folders.size());
+            folders.append({ folder, {} });
+        }
+        folders[*place].names.append(PathText::lastComponent(path));
+    }
+    return folders;
 }

@@ -80,6 +80,11 @@ QVariant PaneTableModel::data(const QModelIndex &index, int role) const
     }
 }
 
+Qt::ItemFlags PaneTableModel::flags(const QModelIndex &index) const
+{
+    return QAbstractTableModel::flags(index) | Qt::ItemIsDragEnabled;
+}
+
 QVariant PaneTableModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
     if (orientation != Qt::Horizontal || section < 0 || section >= ColumnCount)

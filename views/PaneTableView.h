@@ -50,6 +50,11 @@ public:
     void renameItemClicked();
     virtual void showInfoClicked();
 
+    // Marks the row that a drop would go into; with one that is none the pane as a whole.
+    void showDropTarget(int row);
+    void hideDropTarget();
+    QPixmap dragPixmap() const; // the visible ones of the selected rows, as far as is readable
+
     void keyDown(QKeyEvent *event);
     void keyboardSearch(const QString &) override { } // type-ahead goes by the bus
     void reset() override;
@@ -57,6 +62,7 @@ public:
 Q_SIGNALS:
     void terminateRequested(); // the exit key
     void otherPaneRequested(); // Tab or Shift+Tab
+    void dragRequested(); // of the selected rows
     void contextMenuRequested(const QPoint &globalPosition); // for the selected rows
     void columnClicked(Column column);
     void selectedRowsChanged();
@@ -68,6 +74,7 @@ protected:
     bool event(QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override { keyDown(event); }
     void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void startDrag(Qt::DropActions) override { Q_EMIT dragRequested(); }
     void contextMenuEvent(QContextMenuEvent *event) override;
     bool focusNextPrevChild(bool next) override;
     void focusInEvent(QFocusEvent *event) override;
@@ -98,6 +105,7 @@ private:
     bool isActivePane() const;
     QColor mutedHighlight() const;
     void paintFrame();
+    void paintDropTarget(QPainter &painter);
     void paintRow(QPainter &painter, int row);
     QColor paintRowBackground(QPainter &painter, int row, const QRect &area); // answers the text's
 
@@ -109,4 +117,5 @@ private:
     SortDirection _sortDirection = SortDirection::Ascending;
     QBitArray _selected;
     int _newestRow = -1;
+    std::optional<int> _dropRow; // -1: the pane
 };

@@ -1,3 +1,4 @@
+#include "platform/Localized.h"
 #include "util/FileQueries.h"
 #include "util/RoundRect.h"
 #include "views/PaneTableView.h"
@@ -58,12 +59,61 @@ void PaneTableView::paintEvent(QPaintEvent *event)
 {
     QPainter painter(viewport());
     const int first = rowAt(event->rect().top());
-    if (first < 0)
-        return;
     const int below = rowAt(event->rect().bottom());
     const int last = below < 0 ? rowCount() - 1 : below;
-    for (int row = first; row <= last; ++row)
+    for (int row = first; row >= 0 && row <= last; ++row)
         paintRow(painter, row);
+    if (_dropRow)
+        paintDropTarget(painter);
+}
+
+void PaneTableView::paintDropTarget(QPainter &painter)
+{
+    const QRectF area = *_dropRow < 0
+        ? QRectF(viewport()->rect())
+        : QRectF(0, rowViewportPosition(*_dropRow), viewport()->width(), rowHeight(*_dropRow));
+    painter.setPen(QPen(palette().color(QPalette::Active, QPalette::Highlight), 2));
+    painter.drawRect(area.adjusted(1, 1, -1, -1));
+}
+
+void PaneTableView::showDropTarget(int row)
+{
+    if (_dropRow == row)
+        return;
+    _dropRow = row;
+    viewport()->update();
+}
+
+void PaneTableView::hideDropTarget()
+{
+    _dropRow.reset();
+    viewport()->update();
+}
+
+QPixmap PaneTableView::dragPixmap() const
+{
+    constexpr int MostRows = 6;
+    QStringList names;
+    const RowSet rows = selectedRows();
+    for (const int row : rows.mid(0, MostRows))
+        names.append(_tableModel->index(row, int(Column::Name)).data().toString());
+    if (rows.size() > MostRows)
+        names.append(filled(localized("%i item(s)"), int(rows.size())));
+
+    const int lineHeight = fontMetrics().height() + 4;
+    const int width = 200;
+    const double scale = devicePixelRatioF();
+    QPixmap pixmap(QSize(width, lineHeight * int(names.size())) * scale);
+    pixmap.setDevicePixelRatio(scale);
+    pixmap.fill(mutedHighlight());
+    QPainter painter(&pixmap);
+    painter.setFont(font());
+    painter.setPen(palette().color(QPalette::Text));
+    for (int line = 0; line < names.size(); ++line)
+        painter.drawText(QRect(6, line * lineHeight, width - 12, lineHeight),
+                         Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+                         fontMetrics().elidedText(names[line], Qt::ElideMiddle, width - 12));
+    return pixmap;
 }
 
 void PaneTableView::paintRow(QPainter &painter, int row)

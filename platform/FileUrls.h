@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QByteArray>
+#include <QStringList>
+
+#include <optional>
+
+// Paths as file: URLs with every byte kept, which QUrl does not (RFC 8089, RFC 3986). Any thread.
+namespace FileUrls {
+
+// A "text/uri-list" (RFC 2483): one URL a line.
+QByteArray uriList(const QStringList &paths);
+
+// The paths of such a list; nothing when it holds none, or anything that is no file of this
+// machine.
+std::optional<QStringList> pathsOf(const QByteArray &uriList);
+
+} // namespace FileUrls

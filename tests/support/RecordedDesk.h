@@ -1,0 +1,31 @@
+#pragma once
+
+#include "model/OperationDesk.h"
+
+// Keeps what the operations were asked for, and does none of it.
+class RecordedDesk final : public OperationDesk {
+public:
+    void copyItems(const OperationRequest &request) override { keep("copy", request); }
+    void moveItems(const OperationRequest &request) override { keep("move", request); }
+    void deleteItems(const OperationRequest &request) override { keep("delete", request); }
+    void newFolder(const OperationRequest &request) override { keep("new folder", request); }
+    void renameItem(const OperationRequest &request) override { keep("rename", request); }
+    void createAlias(const OperationRequest &request) override { keep("alias", request); }
+    void duplicateItem(const QString &source, const QString &destination) override
+    {
+        keep("duplicate",
+             { { RequestKey::Source, source }, { RequestKey::Destination, destination } });
+    }
+    void updateFileLists(const OperationRecord &record) override { records.append(record); }
+
+    QStringList verbs;
+    QList<OperationRequest> requests;
+    QList<OperationRecord> records;
+
+private:
+    void keep(const char *verb, const OperationRequest &request)
+    {
+        verbs.append(QString::fromLatin1(verb));
+        requests.append(request);
+    }
+};

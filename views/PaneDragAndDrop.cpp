@@ -1,0 +1,204 @@
+#include "views/PaneDragAndDrop.h"
+
+#include "model/MainModel.h"
+#include "model/OperationDesk.h"
+#include "model/PaneWindow.h"
+#include "platform/Alerts.h"
+#include "platform/FileSystem.h"
+#include "platform/FileUrls.h"
+#include "util/PathText.h"
+#include "views/DropDecision.h"
+#include "views/PaneTableView.h"
+
+#include <QDrag>
+#include <QDropEvent>
+#include <QMimeData>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString UriList = u"text/uri-list"_s;
+
+// What another program offers. Its drags carry no "generic" bit, so they never make aliases.
+int maskOfActions(Qt::DropActions actions)
+{
+    int mask = 0;
+    if (actions & Qt::CopyAction)
+        mask |= DragOperation::Copy;
+    if (actions & Qt::MoveAction)
+        mask |= DragOperation::Move;
+    return mask;
+}
+
+// In a drag of our own the held keys decide, in one from outside what the other program offers.
+int sourceMask(const QDropEvent &event)
+{
+    return event.source() ? DropDecision::draggingSourceOperationMask(event.modifiers())
+                          : maskOfActions(event.possibleActions());
+}
+
+Qt::DropAction shownAction(const QDropEvent &event)
+{
+    const int shown = event.source() ? DropDecision::draggingUpdated(event.modifiers())
+                                     : maskOfActions(event.possibleActions());
+    if (shown & DragOperation::Copy)
+        return Qt::CopyAction;
+    if (shown & DragOperation::Link)
+        return Qt::LinkAction;
+    return shown & DragOperation::Move ? Qt::MoveAction : Qt::IgnoreAction;
+}
+
+QString confirmationText(DropDecision::Work work)
+{
+    switch (work) {
+    case DropDecision::Work::Alias:
+        return localized("Are you sure that you want to create an alias from this item(s)?");
+    case DropDecision::Work::Copy:
+        return localized("Are you sure that you want to copy the item(s)?");
+    case DropDecision::Work::Move:
+        break;
+    }
+    return localized("Are you sure that you want to move the item(s)?");
+}
+
+} // namespace
+
+PaneDragAndDrop::PaneDragAndDrop(PaneTableView &table, const MainModel &model, PaneWindow &window,
+                                 OperationDesk &desk, Alerts &alertsToAsk)
+    : fileList(table)
+    , mainModel(model)
+    , windowController(window)
+    , twinleaf(desk)
+    , alerts(alertsToAsk)
+{
+    fileList.setDragEnabled(true);
+    fileList.viewport()->setAcceptDrops(true);
+    fileList.viewport()->installEventFilter(this);
+    connect(&fileList, &PaneTableView::dragRequested, this, &PaneDragAndDrop::startDrag);
+}
+
+QMimeData *PaneDragAndDrop::writeRows(const QList<int> &rows) const
+{
+    const Listing &listing = mainModel.rows(fileList.side());
+    QStringList paths;
+    for (const int row : rows)
+        if (listing.holds(row))
+            paths.append(listing[row].path());
+    auto *data = new QMimeData;
+    data->setData(UriList, FileUrls::uriList(paths));
+    return data;
+}
+
+void PaneDragAndDrop::startDrag()
+{
+    auto *drag = new QDrag(&fileList);
+    drag->setMimeData(writeRows(fileList.selectedRows()));
+    drag->setPixmap(fileList.dragPixmap());
+    // What the other side makes of it is its own to do: nothing is ever deleted here afterwards.
+    drag->exec(Qt::CopyAction | Qt::MoveAction | Qt::LinkAction, Qt::MoveAction);
+}
+
+QString PaneDragAndDrop::destinationOf(int row) const
+{
+    const Listing &listing = mainModel.rows(fileList.side());
+    if (listing.isEmpty())
+        return windowController.getCurrentPathFromSegmentedControl(fileList.side());
+    return listing[listing.holds(row) ? row : 0].path();
+}
+
+bool PaneDragAndDrop::acceptDrop(const QStringList &paths, int row, int mask, bool fromOutside)
+{
+    const QString destination = destinationOf(row);
+    const QList<DroppedItems> folders = DropDecision::byFolder(paths);
+    const bool isOwnFolder =
+        std::any_of(folders.begin(), folders.end(), [&](const DroppedItems &items) {
+            return items.source == destination || SameFile::isSame(items.source, destination);
+        });
+    if (isOwnFolder) {
+        if (mask & DragOperation::Copy)
+            alerts.ask(
+                Alert::error(localized("Item(s) cannot copied in itself!"), localized("Ok")));
+        if (mask & DragOperation::Move)
+            alerts.ask(Alert::error(localized("Item(s) cannot moved in itself!"), localized("Ok")));
+        return false;
+    }
+    const auto work = DropDecision::workOfMask(mask);
+    if (!work)
+        return false;
+    if (mainModel.confirmationForFileOperations()
+        && alerts.ask(Alert::question(confirmationText(*work))) != Alert::Yes)
+        return false;
+
+    const auto update = fromOutside         ? UpdateBoth::DragDropFinder
+        : *work == DropDecision::Work::Move ? UpdateBoth::DragDropMove
+                                            : UpdateBoth::DragDropCopy;
+    for (const DroppedItems &items : folders) {
+        const OperationRequest request =
+            operationRequest(fileList.side(), items.source, destination, items.names, update);
+        windowController.setProgressIndicator(true);
+        switch (*work) {
+        case DropDecision::Work::Alias:
+            twinleaf.createAlias(request);
+            break;
+        case DropDecision::Work::Copy:
+            twinleaf.copyItems(request);
+            break;
+        case DropDecision::Work::Move:
+            twinleaf.moveItems(request);
+            break;
+        }
+    }
+    return true;
+}
+
+void PaneDragAndDrop::dragMove(QDragMoveEvent &event)
+{
+    const Qt::DropAction action = shownAction(event);
+    if (action == Qt::IgnoreAction || !FileUrls::pathsOf(event.mimeData()->data(UriList))) {
+        fileList.hideDropTarget();
+        event.ignore();
+        return;
+    }
+    event.setDropAction(action);
+    event.accept();
+    fileList.showDropTarget(fileList.rowAt(event.position().toPoint().y()));
+}
+
+void PaneDragAndDrop::drop(QDropEvent &event)
+{
+    fileList.hideDropTarget();
+    const auto paths = FileUrls::pathsOf(event.mimeData()->data(UriList));
+    const int mask = sourceMask(event);
+    if (!paths || mask == 0) {
+        event.ignore();
+        return;
+    }
+    // A source that hears of a move might delete what it dragged; here the target moves by itself.
+    event.setDropAction(event.possibleActions() & Qt::CopyAction ? Qt::CopyAction
+                                                                 : Qt::TargetMoveAction);
+    event.accept();
+    // The other program waits until this event is answered: what is to be asked comes after it.
+    const int row = fileList.rowAt(event.position().toPoint().y());
+    const bool fromOutside = !event.source();
+    QMetaObject::invokeMethod(
+        this, [=, this] { acceptDrop(*paths, row, mask, fromOutside); }, Qt::QueuedConnection);
+}
+
+bool PaneDragAndDrop::eventFilter(QObject *watched, QEvent *event)
+{
+    switch (event->type()) {
+    case QEvent::DragEnter:
+    case QEvent::DragMove:
+        dragMove(*static_cast<QDragMoveEvent *>(event));
+        return true;
+    case QEvent::DragLeave:
+        fileList.hideDropTarget();
+        return true;
+    case QEvent::Drop:
+        drop(*static_cast<QDropEvent *>(event));
+        return true;
+    default:
+        return QObject::eventFilter(watched, event);
+    }
+}

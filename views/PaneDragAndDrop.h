@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QObject>
+#include <QStringList>
+
+class Alerts;
+class MainModel;
+class OperationDesk;
+class PaneTableView;
+class PaneWindow;
+class QDragMoveEvent;
+class QDropEvent;
+class QMimeData;
+
+// Rows dragged out of a pane as file: URLs, and files dropped into it from the other pane or from
+// another program, to be copied, moved or aliased there. Main thread.
+class PaneDragAndDrop final : public QObject {
+    Q_OBJECT
+
+public:
+    PaneDragAndDrop(PaneTableView &fileList, const MainModel &mainModel, PaneWindow &window,
+                    OperationDesk &twinleaf, Alerts &alerts);
+
+    // Kept: ".." is not left out; dragging it drags the listed folder itself.
+    QMimeData *writeRows(const QList<int> &rows) const;
+
+    // Files dropped on a row (any number outside the listing: into the listed folder), with the
+    // source's mask of DragOperation bits. Asks first where the person wants it so; false when the
+    // drop is refused.
+    bool acceptDrop(const QStringList &paths, int row, int mask, bool fromOutside);
+
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void startDrag();
+    void dragMove(QDragMoveEvent &event);
+    void drop(QDropEvent &event);
+    QString destinationOf(int row) const;
+
+    PaneTableView &fileList;
+    const MainModel &mainModel;
+    PaneWindow &windowController;
+    OperationDesk &twinleaf;
+    Alerts &alerts;
+};
