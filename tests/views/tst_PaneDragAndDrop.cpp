@@ -59,12 +59,11 @@ void tst_PaneDragAndDrop::theMaskDecidesTheWork_data()
     QTest::addColumn<bool>("fromOutside");
     QTest::addColumn<QString>("verb");
     QTest::addColumn<QString>("update");
-    QTest::newRow("move") << Move << false << u"moveItems"_s << u"DragDropMove"_s;
-    QTest::newRow("copy before move")
-        << (Move | Copy) << false << u"copyItems"_s << u"DragDropCopy"_s;
+    QTest::newRow("move") << Move << false << u"move"_s << u"DragDropMove"_s;
+    QTest::newRow("copy before move") << (Move | Copy) << false << u"copy"_s << u"DragDropCopy"_s;
     QTest::newRow("generic before all")
-        << (Move | Copy | Generic | Link) << false << u"createAlias"_s << u"DragDropCopy"_s;
-    QTest::newRow("from outside") << Move << true << u"moveItems"_s << u"DragDropFinder"_s;
+        << (Move | Copy | Generic | Link) << false << u"alias"_s << u"DragDropCopy"_s;
+    QTest::newRow("from outside") << Move << true << u"move"_s << u"DragDropFinder"_s;
     QTest::newRow("a link alone is refused") << Link << true << QString() << QString();
 }
 
@@ -78,11 +77,11 @@ void tst_PaneDragAndDrop::theMaskDecidesTheWork()
         world.drops.acceptDrop({ u"/elsewhere/x"_s, u"/elsewhere/y"_s }, -1, mask, fromOutside),
         !verb.isEmpty());
     if (verb.isEmpty()) {
-        QVERIFY(world.desk.calls.isEmpty());
+        QVERIFY(world.desk.requests.isEmpty());
         return;
     }
-    const OperationRequest request = world.desk.calls.value(0).request;
-    QCOMPARE(world.desk.calls.value(0).verb, verb);
+    const OperationRequest request = world.desk.requests.value(0);
+    QCOMPARE(world.desk.verbs.value(0), verb);
     QCOMPARE(request[RequestKey::Source], u"/elsewhere"_s);
     QCOMPARE(request[RequestKey::Destination], world.path());
     QCOMPARE(request[RequestKey::Items].toStringList(), QStringList({ u"x"_s, u"y"_s }));
@@ -98,8 +97,8 @@ void tst_PaneDragAndDrop::theRowDecidesTheDestination()
     for (const int row : rows)
         world.drops.acceptDrop(dropped, row, DragOperation::Copy, false);
     QStringList destinations;
-    for (const auto &call : std::as_const(world.desk.calls))
-        destinations.append(call.request[RequestKey::Destination].toString());
+    for (const auto &request : std::as_const(world.desk.requests))
+        destinations.append(request[RequestKey::Destination].toString());
     QCOMPARE(destinations,
              QStringList({ world.path(u"a folder"_s), world.path(u"a file"_s), world.path(),
                            world.path(), world.path() }));
@@ -136,18 +135,18 @@ void tst_PaneDragAndDrop::aDropIntoItsOwnFolderIsRefused()
     for (const Alert &alert : alerts)
         shown.append(alert.text);
     QCOMPARE(shown, texts + texts);
-    QVERIFY(world.desk.calls.isEmpty());
+    QVERIFY(world.desk.requests.isEmpty());
 }
 
 void tst_PaneDragAndDrop::itemsOfSeveralFoldersAreSeveralRequests()
 {
     World world;
     world.drops.acceptDrop({ u"/b/1"_s, u"/a/2"_s, u"/b/3"_s }, -1, DragOperation::Copy, true);
-    QCOMPARE(world.desk.calls.size(), 2);
-    QCOMPARE(world.desk.calls[0].request[RequestKey::Source], u"/b"_s);
-    QCOMPARE(world.desk.calls[0].request[RequestKey::Items].toStringList(),
+    QCOMPARE(world.desk.requests.size(), 2);
+    QCOMPARE(world.desk.requests[0][RequestKey::Source], u"/b"_s);
+    QCOMPARE(world.desk.requests[0][RequestKey::Items].toStringList(),
              QStringList({ u"1"_s, u"3"_s }));
-    QCOMPARE(world.desk.calls[1].request[RequestKey::Source], u"/a"_s);
+    QCOMPARE(world.desk.requests[1][RequestKey::Source], u"/a"_s);
 }
 
 void tst_PaneDragAndDrop::onlyYesGoesOn()
@@ -161,7 +160,7 @@ void tst_PaneDragAndDrop::onlyYesGoesOn()
     };
     QVERIFY(!drop(Alert::No));
     QVERIFY(drop(Alert::Yes));
-    QCOMPARE(world.desk.calls.size(), 1);
+    QCOMPARE(world.desk.requests.size(), 1);
     QCOMPARE(world.alerts.shown().last().text,
              u"Are you sure that you want to create an alias from this item(s)?"_s);
 }
@@ -185,9 +184,9 @@ void tst_PaneDragAndDrop::eventsFromOutsideAreCopiedBeforeTheyAreMoved_data()
     const QByteArray file = "file:///elsewhere/x\r\n";
     QTest::newRow("anything offered")
         << file << Qt::DropActions(Qt::CopyAction | Qt::MoveAction | Qt::LinkAction)
-        << Qt::CopyAction << u"copyItems"_s;
+        << Qt::CopyAction << u"copy"_s;
     QTest::newRow("a move alone: nobody else deletes")
-        << file << Qt::DropActions(Qt::MoveAction) << Qt::TargetMoveAction << u"moveItems"_s;
+        << file << Qt::DropActions(Qt::MoveAction) << Qt::TargetMoveAction << u"move"_s;
     QTest::newRow("a link alone") << file << Qt::DropActions(Qt::LinkAction) << Qt::IgnoreAction
                                   << QString();
     QTest::newRow("remote") << QByteArray("https://a/b\r\n") << Qt::DropActions(Qt::CopyAction)
@@ -212,8 +211,8 @@ void tst_PaneDragAndDrop::eventsFromOutsideAreCopiedBeforeTheyAreMoved()
     QCOMPARE(event.dropAction(), answered);
     if (verb.isEmpty())
         return;
-    QTRY_COMPARE(world.desk.calls.size(), 1);
-    QCOMPARE(world.desk.calls[0].verb, verb);
+    QTRY_COMPARE(world.desk.requests.size(), 1);
+    QCOMPARE(world.desk.verbs[0], verb);
 }
 
 QTEST_MAIN(tst_PaneDragAndDrop)
