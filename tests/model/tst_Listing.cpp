@@ -7,6 +7,7 @@
 
 #include <QTest>
 
+#include <fcntl.h>
 #include <memory>
 #include <sys/fsuid.h>
 #include <sys/stat.h>
@@ -37,6 +38,7 @@ private Q_SLOTS:
     void parentFirstThenFoldersThenFiles();
     void parentRowStandsForTheFolderItself_data();
     void parentRowStandsForTheFolderItself();
+    void parentRowOfALinkHasTheDateAsSet();
     void whatCannotBeReadHasOnlyTheParentRow_data();
     void whatCannotBeReadHasOnlyTheParentRow();
     void oddItems_data();
@@ -106,6 +108,19 @@ void tst_Listing::parentRowStandsForTheFolderItself()
              fileStatus(path, Links::Follow)->modified / 1'000'000);
     QVERIFY(!listing[1].path().contains(u"//"_s));
     QCOMPARE(PathText::parent(listing[1].path()), path);
+}
+
+void tst_Listing::parentRowOfALinkHasTheDateAsSet()
+{
+    folder->makeFolder(u"folder"_s);
+    folder->link(u"folder"_s, u"link"_s);
+    const timespec times[] = { { 1000, 0 }, { 1000, 0 } };
+    utimensat(AT_FDCWD, FileName::toBytes(folder->path(u"folder"_s)), times, 0);
+    const auto seconds = [&](const ListingOptions &options) {
+        return Listing::read(folder->path(u"link"_s), options, kinds)[0].date().toSecsSinceEpoch();
+    };
+    QCOMPARE(seconds(Following), 1000);
+    QVERIFY(seconds(NotFollowing) > 1000);
 }
 
 void tst_Listing::whatCannotBeReadHasOnlyTheParentRow_data()
