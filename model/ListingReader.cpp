@@ -9,6 +9,7 @@
 
 #include <QSet>
 
+#include <atomic>
 #include <dirent.h>
 #include <future>
 #include <thread>
@@ -18,7 +19,8 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr size_t LeastChunk = 1000; // records; below that a thread costs more than it saves
+constexpr size_t ChunkSize = 1000; // records; a thread for fewer costs more than it saves
+constexpr size_t MostThreads = 4;
 constexpr auto ServerPatience = 3s;
 
 // A server that is gone keeps every call waiting; the window must not wait with it.
@@ -54,7 +56,7 @@ struct Reading {
             || (!hiddenNames.isEmpty() && hiddenNames.contains(name.toByteArray()));
     }
     void readNames();
-    void look(size_t first, size_t last);
+    void look(size_t first, size_t last, const QByteArray &folderOfNames);
     void lookAtAll();
 };
 
@@ -73,10 +75,11 @@ void Reading::readNames()
     });
 }
 
-// Looks at the items of one chunk; the threads share nothing that they write.
-void Reading::look(size_t first, size_t last)
+// Looks at the items of one chunk; the threads share nothing that they write. What stands before
+// the names for calls that take a path: nothing in the folder itself.
+void Reading::look(size_t first, size_t last, const QByteArray &folderOfNames)
 {
-    QByteArray path = folder;
+    QByteArray path = folderOfNames;
     const Links links = options.traverseLinks ? Links::Follow : Links::NoFollow;
     for (size_t i = first; i < last; ++i) {
         ListingRecord &record = records[i];
@@ -103,7 +106,7 @@ void Reading::look(size_t first, size_t last)
                               FileName::fromBytes({ name, qsizetype(record.nameLength) }));
         if (!marks || !status)
             continue;
-        path.resize(folder.size());
+        path.resize(folderOfNames.size());
         path.append(name, record.nameLength);
         const FileFlags::Marks found = FileFlags::marks(path.constData());
         record.label = quint8(FileQueries::labelOfBits(found.labelBits));
@@ -114,15 +117,23 @@ void Reading::look(size_t first, size_t last)
 void Reading::lookAtAll()
 {
     hidden.assign(records.size(), false);
-    const size_t threads = std::clamp<size_t>(std::thread::hardware_concurrency(), 1, 4);
-    const size_t chunk = std::max(LeastChunk, (records.size() + threads - 1) / threads);
-    std::vector<std::thread> helpers;
-    for (size_t first = chunk; first < records.size(); first += chunk)
-        helpers.emplace_back(
-            [this, first, chunk] { look(first, std::min(first + chunk, records.size())); });
-    look(0, std::min(chunk, records.size()));
-    for (std::thread &helper : helpers)
-        helper.join();
+    const size_t chunks = (records.size() + ChunkSize - 1) / ChunkSize;
+    std::atomic<size_t> nextChunk = 0;
+    const auto lookAtChunks = [&](const QByteArray &folderOfNames) {
+        for (size_t chunk = 0; (chunk = nextChunk++) < chunks;)
+            look(chunk * ChunkSize, std::min((chunk + 1) * ChunkSize, records.size()),
+                 folderOfNames);
+    };
+    if (chunks < 2)
+        return lookAtChunks(folder);
+    // The caller only waits: threads of our own can stand in the folder, which spares the system
+    // the way there for each name.
+    std::vector<std::thread> threads(
+        std::min(chunks, std::clamp<size_t>(std::thread::hardware_concurrency(), 1, MostThreads)));
+    for (std::thread &thread : threads)
+        thread = std::thread([&] { lookAtChunks(reader.workHere() ? QByteArray() : folder); });
+    for (std::thread &thread : threads)
+        thread.join();
 }
 
 ListingRecord parentRecord(const QString &folder, const ListingOptions &options, bool reachable)

@@ -111,6 +111,8 @@ int MainModel::getRowFromValueInFileList(Side side, const QString &path) const
 
 void MainModel::threadWillExit(const OperationRecord &record)
 {
-    windowController->setProgressIndicator(false);
+    // The others never turned it on, and must not turn off what a copy still needs.
+    if (record.operation == Operation::Copy || record.operation == Operation::Move)
+        windowController->setProgressIndicator(false);
     twinleaf->updateFileLists(record);
 }

@@ -4,13 +4,11 @@
 #include "platform/FileName.h"
 #include "platform/Localized.h"
 #include "platform/UserDefaults.h"
+#include "util/ColorDictionary.h"
 #include "util/DateText.h"
 #include "util/SettingsKeys.h"
 #include "util/SizeText.h"
-
-#include <QLabel>
-
-#include <algorithm>
+#include "views/InfoBarTextField.h"
 
 using namespace Qt::StringLiterals;
 
@@ -71,18 +69,19 @@ void InfoBars::setFileInfoBar(const PaneTable &list)
 void InfoBars::setInfoBarsColors()
 {
     const auto stored = defaults.dictionary(Settings::InfoBarFontColor);
-    const auto share = [&stored](const QString &key) {
-        return float(std::clamp(stored->value(key).toDouble(), 0.0, 1.0));
-    };
     for (const Side side : { Side::Left, Side::Right })
-        for (QLabel *field :
+        for (InfoBarTextField *field :
              { _fields[side].fileName, _fields[side].fileSize, _fields[side].fileDate }) {
             // Without a stored colour the palette's, which is black unless the window is dark.
             QPalette colors;
             if (stored)
-                colors.setColor(QPalette::WindowText,
-                                QColor::fromRgbF(share(u"Red"_s), share(u"Green"_s),
-                                                 share(u"Blue"_s), share(u"Alpha"_s)));
-            field->setPalette(stored ? colors : QPalette());
+                colors.setColor(QPalette::WindowText, colorOfDictionary(*stored));
+            field->setPalette(colors);
+            field->readFrameColors(defaults);
         }
+}
+
+void InfoBars::setFileSize(Side side, const QString &text)
+{
+    _fields[side].fileSize->setText(text);
 }

@@ -5,15 +5,15 @@
 #include "model/Side.h"
 
 class DateText;
+class InfoBarTextField;
 class MainModel;
-class QLabel;
 class UserDefaults;
 
 // The fields of one pane's info bar.
 struct InfoBarFields {
-    QLabel *fileName = nullptr;
-    QLabel *fileSize = nullptr;
-    QLabel *fileDate = nullptr;
+    InfoBarTextField *fileName = nullptr;
+    InfoBarTextField *fileSize = nullptr;
+    InfoBarTextField *fileDate = nullptr;
 };
 
 // The sum of the shown size texts of several rows.
@@ -26,6 +26,7 @@ public:
              const DateText &dates, const UserDefaults &defaults);
 
     void setFileInfoBar(const PaneTable &list);
+    void setFileSize(Side side, const QString &text);
     void setInfoBarsColors();
 
 private:

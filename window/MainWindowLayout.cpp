@@ -1,13 +1,12 @@
 #include "window/MainWindowLayout.h"
 
 #include "platform/Localized.h"
+#include "views/InfoBarTextField.h"
 #include "views/TableViews.h"
 #include "window/ActivitySpinner.h"
 #include "window/ClassicButton.h"
-#include "window/ElidedLabel.h"
 #include "window/SegmentedControl.h"
 
-#include <QCloseEvent>
 #include <QMenuBar>
 #include <QSplitter>
 #include <QVBoxLayout>
@@ -23,7 +22,8 @@ constexpr QSize InitialSize { 1120, 700 };
 } // namespace
 
 MainWindowLayout::MainWindowLayout(MessageBus &bus, MainModel &mainModel, UserDefaults &defaults)
-    : leftFileList(new TableViewLeft(bus, mainModel, defaults, this))
+    : UnifiedWindow(defaults)
+    , leftFileList(new TableViewLeft(bus, mainModel, defaults, this))
     , rightFileList(new TableViewRight(bus, mainModel, defaults, this))
     , splitView(new QSplitter(Qt::Horizontal))
     , classicButtons(buttonRow())
@@ -78,9 +78,9 @@ QWidget *MainWindowLayout::infoBar(Side side)
     auto *columns = new QHBoxLayout(bar);
     columns->setContentsMargins(Margin / 2, 0, Margin / 2, Margin / 2);
     columns->setSpacing(2 * Margin);
-    auto *name = new ElidedLabel(Qt::ElideMiddle, bar);
-    auto *size = new ElidedLabel(Qt::ElideRight, bar);
-    auto *date = new ElidedLabel(Qt::ElideRight, bar);
+    auto *name = new InfoBarTextField(Qt::ElideMiddle, bar);
+    auto *size = new InfoBarTextField(Qt::ElideRight, bar);
+    auto *date = new InfoBarTextField(Qt::ElideRight, bar);
     name->setAccessibleName(localized("Name"));
     size->setAccessibleName(localized("Size"));
     date->setAccessibleName(localized("Date"));
@@ -112,11 +112,4 @@ QWidget *MainWindowLayout::buttonRow()
     deleteButton = add(QT_TRANSLATE_NOOP("Twinleaf", "Delete"), ClassicAction::Delete);
     renameButton = add(QT_TRANSLATE_NOOP("Twinleaf", "Rename"), ClassicAction::Rename);
     return row;
-}
-
-void MainWindowLayout::closeEvent(QCloseEvent *event)
-{
-    // Whether the window may go is the application's to say.
-    event->ignore();
-    Q_EMIT closeAsked();
 }

@@ -1,11 +1,8 @@
 #pragma once
 
 #include "model/Side.h"
+#include "views/UnifiedWindow.h"
 #include "window/InfoBars.h"
-
-#include <QMainWindow>
-
-#include <array>
 
 class ActivitySpinner;
 class ClassicButton;
@@ -19,7 +16,7 @@ class TableViewRight;
 class UserDefaults;
 
 // The main window: its controls and where they stand, without behaviour.
-class MainWindowLayout final : public QMainWindow {
+class MainWindowLayout final : public UnifiedWindow {
     Q_OBJECT
 
 public:
@@ -39,12 +36,6 @@ public:
     ClassicButton *deleteButton;
     ClassicButton *renameButton;
     ActivitySpinner *progressIndicator;
-
-Q_SIGNALS:
-    void closeAsked(); // by the window's close box; the window itself stays
-
-protected:
-    void closeEvent(QCloseEvent *event) override;
 
 private:
     QWidget *pane(Side side);

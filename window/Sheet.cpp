@@ -9,7 +9,10 @@ namespace {
 
 constexpr int Margin = 20;
 constexpr int Spacing = 10;
-constexpr int Width = 460; // fixed: texts that change while it stands must not move it
+constexpr int ButtonSpacing = 8;
+// Fixed, so that texts that change while it stands do not move it; wider where letters are large.
+constexpr int Width = 460;
+constexpr int Letters = 64;
 
 } // namespace
 
@@ -24,9 +27,10 @@ Sheet::Sheet(QWidget *mainWindow)
     all->setContentsMargins(Margin, Margin, Margin, Margin * 3 / 4);
     all->setSpacing(Margin * 3 / 4);
     all->setSizeConstraint(QLayout::SetFixedSize);
-    all->addStrut(Width);
+    all->addStrut(std::max(Width, Letters * fontMetrics().averageCharWidth()));
     all->addLayout(_rows);
     _rows->setSpacing(Spacing);
+    _buttons->setSpacing(ButtonSpacing);
     auto *buttonRow = new QHBoxLayout;
     buttonRow->addStretch();
     buttonRow->addLayout(_buttons);

@@ -6,7 +6,8 @@ class QPushButton;
 class QVBoxLayout;
 
 // A dialog that belongs to the main window and stands over it: plain text, its buttons in a row at
-// the bottom. Return takes the default button, Escape and the close box reject. Main thread.
+// the bottom. Return takes the default button where there is one, Escape and the close box reject.
+// Main thread.
 class Sheet : public QDialog {
     Q_OBJECT
 

@@ -32,6 +32,7 @@ WindowController::WindowController(MainWindowLayout &layout, MessageBus &message
     , _navigators(*layout.segmentedControls.left, *layout.segmentedControls.right, messages, model,
                   operations, services.defaults)
     , _infoBars(layout.infoBars, model, operations, services.defaults)
+    , _folderSize(messages, model, operations, _infoBars)
     , _commands(*this, messages, model, operations, operations, services.openPanel, services.alerts)
     , _folderCommands(*this, _navigators, messages, operations, services.workspace, services.alerts)
     , _menus(*layout.menuBar(), _commands, _folderCommands, *this, operations,
@@ -84,8 +85,7 @@ void WindowController::connectControls()
             _navigators.control(*side).setFocus(Qt::ShortcutFocusReason);
     });
     connect(&_menus, &MenuBar::terminateAsked, this, &WindowController::terminateRequested);
-    connect(&mainWindow, &MainWindowLayout::closeAsked, this,
-            &WindowController::terminateRequested);
+    connect(&mainWindow, &UnifiedWindow::closeAsked, this, &WindowController::terminateRequested);
 }
 
 void WindowController::awakeFromNib()

@@ -5,6 +5,7 @@
 #include "util/BookmarkStore.h"
 #include "window/BookmarksMenu.h"
 #include "window/FolderCommands.h"
+#include "window/FolderSize.h"
 #include "window/InfoBars.h"
 #include "window/MenuBar.h"
 #include "window/OpenWithMenu.h"
@@ -86,6 +87,7 @@ private:
     BookmarkStore _bookmarkStore;
     PathNavigators _navigators;
     InfoBars _infoBars;
+    FolderSize _folderSize;
     PaneCommands _commands;
     FolderCommands _folderCommands;
     MenuBar _menus;

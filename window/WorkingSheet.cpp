@@ -1,9 +1,11 @@
 #include "window/WorkingSheet.h"
 
 #include "model/Messages.h"
+#include "platform/FileName.h"
 #include "platform/Localized.h"
-#include "window/ElidedLabel.h"
+#include "views/ElidedLabel.h"
 
+#include <QApplication>
 #include <QHBoxLayout>
 #include <QProgressBar>
 #include <QPushButton>
@@ -29,13 +31,22 @@ WorkingSheet::WorkingSheet(MessageBus &messages, QWidget *mainWindow)
     rows().addLayout(texts);
     rows().addWidget(workingProgressIndicator);
     rows().addWidget(_details); // keeps its line while empty, so that nothing moves
-    connect(addButton(localized("Cancel")), &QPushButton::clicked, this,
-            &WorkingSheet::cancelWorkingSheet);
+    auto *cancel = addButton(localized("Cancel"));
+    // The sheet comes up unasked: a Return or a space meant for a pane must not stop the run, so
+    // there is no default button and the bar has the focus.
+    cancel->setDefault(false);
+    cancel->setAutoDefault(false);
+    workingProgressIndicator->setFocusPolicy(Qt::StrongFocus);
+    connect(cancel, &QPushButton::clicked, this, &WorkingSheet::cancelWorkingSheet);
 }
 
 void WorkingSheet::showWorkingSheet()
 {
     setWorkingSheetProgressValue(0);
+    setWorkingSheetDetailText({}); // of the last item of an earlier run
+    workingProgressIndicator->setFocus();
+    // Who answers a question keeps the keyboard.
+    setAttribute(Qt::WA_ShowWithoutActivating, QApplication::activeModalWidget() != nullptr);
     show();
 }
 
@@ -52,7 +63,7 @@ void WorkingSheet::cancelWorkingSheet()
 
 void WorkingSheet::setWorkingSheetInfoText(const QString &text)
 {
-    workingInfoText->setText(text);
+    workingInfoText->setText(FileName::shown(text));
 }
 
 void WorkingSheet::setWorkingSheetDetailText(const QString &text)

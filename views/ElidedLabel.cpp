@@ -1,4 +1,4 @@
-#include "window/ElidedLabel.h"
+#include "views/ElidedLabel.h"
 
 #include <QPainter>
 

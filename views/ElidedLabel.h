@@ -3,7 +3,7 @@
 #include <QLabel>
 
 // One line of plain text that gives way when there is no room.
-class ElidedLabel final : public QLabel {
+class ElidedLabel : public QLabel {
     Q_OBJECT
 
 public:

@@ -1,0 +1,108 @@
+#include "views/UnifiedWindow.h"
+
+#include "platform/UserDefaults.h"
+#include "tests/support/TestFolder.h"
+#include "util/ColorDictionary.h"
+#include "util/SettingsKeys.h"
+#include "views/BackgroundPieces.h"
+#include "views/InfoBarTextField.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+class tst_UnifiedWindow : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theSettingSelectsThePiecesTheOtherWayRound_data();
+    void theSettingSelectsThePiecesTheOtherWayRound();
+    void theLeastSizeIs150Squared();
+    void theCloseBoxOnlyAsks();
+    void thePiecesAreSharpAtAnyScale();
+    void aFieldIsFramedWhereItIsPaintedAnew();
+};
+
+void tst_UnifiedWindow::theSettingSelectsThePiecesTheOtherWayRound_data()
+{
+    QTest::addColumn<QVariant>("stored");
+    QTest::addColumn<bool>("flat");
+    QTest::newRow("absent") << QVariant() << true;
+    QTest::newRow("false") << QVariant(false) << true;
+    QTest::newRow("true") << QVariant(true) << false;
+}
+
+void tst_UnifiedWindow::theSettingSelectsThePiecesTheOtherWayRound()
+{
+    QFETCH(QVariant, stored);
+    const TestFolder folder;
+    UserDefaults defaults(folder.path(u"settings.plist"_s));
+    if (stored.isValid())
+        defaults.setValue(Settings::UseFlatUnifiedLook, stored);
+    const UnifiedWindow window(defaults);
+    QTEST(window.flat(), "flat");
+}
+
+void tst_UnifiedWindow::theLeastSizeIs150Squared()
+{
+    const TestFolder folder;
+    const UserDefaults defaults(folder.path(u"settings.plist"_s));
+    UnifiedWindow window(defaults);
+    window.setMinSize({ 100, 400 });
+    QCOMPARE(window.minimumSize(), QSize(150, 400));
+}
+
+void tst_UnifiedWindow::theCloseBoxOnlyAsks()
+{
+    const TestFolder folder;
+    const UserDefaults defaults(folder.path(u"settings.plist"_s));
+    UnifiedWindow window(defaults);
+    window.show();
+    const QSignalSpy asked(&window, &UnifiedWindow::closeAsked);
+    window.close();
+    QCOMPARE(asked.size(), 1);
+    QVERIFY(window.isVisible());
+}
+
+void tst_UnifiedWindow::thePiecesAreSharpAtAnyScale()
+{
+    for (const QString &set : { QString(), u"flat_"_s }) {
+        for (const QString &part : { u"top_left"_s, u"top_middle"_s, u"bottom_right"_s }) {
+            const QPixmap piece = backgroundPiece(set + part, Qt::gray, 1.5);
+            QVERIFY(!piece.isNull());
+            QCOMPARE(piece.height(),
+                     qRound(1.5
+                            * (part.startsWith("top"_L1) ? BackgroundTopHeight
+                                                         : BackgroundBottomHeight)));
+        }
+    }
+    QVERIFY(backgroundPiece(u"flat_something"_s, Qt::gray, 1).isNull());
+    // Where the pieces meet, nothing shows.
+    const QImage top = backgroundPiece(u"top_left"_s, Qt::gray, 1).toImage();
+    const QImage side = backgroundPiece(u"middle_left"_s, Qt::gray, 1).toImage();
+    QVERIFY(qAbs(qGray(top.pixel(0, top.height() - 1)) - qGray(side.pixel(0, 0))) <= 1);
+}
+
+void tst_UnifiedWindow::aFieldIsFramedWhereItIsPaintedAnew()
+{
+    const TestFolder folder;
+    UserDefaults defaults(folder.path(u"settings.plist"_s));
+    InfoBarTextField field(Qt::ElideRight);
+    field.readFrameColors(defaults);
+    QCOMPARE(field.frameColor().alpha(), 0);
+    defaults.setValue(Settings::InfoBarFrameColor,
+                      QVariantMap { { u"Red"_s, 1.0 }, { u"Alpha"_s, 1 } });
+    field.readFrameColors(defaults);
+    QCOMPARE(field.frameColor(), QColor(Qt::red));
+    field.resize(40, 20);
+    QImage image(field.size(), QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::white);
+    // Kept: the frame goes round the part alone.
+    field.render(&image, QPoint(10, 5), QRect(10, 5, 20, 10), {});
+    QCOMPARE(image.pixelColor(10, 5), QColor(Qt::red));
+    QCOMPARE(image.pixelColor(0, 0), QColor(Qt::white));
+}
+
+QTEST_MAIN(tst_UnifiedWindow)
+#include "tst_UnifiedWindow.moc"

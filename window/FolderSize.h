@@ -1,0 +1,35 @@
+#pragma once
+
+#include "model/Messages.h"
+
+#include <QObject>
+
+#include <atomic>
+
+class FileQueries;
+class InfoBars;
+class MainModel;
+
+// A folder's total size in the info bar, on request. Main thread.
+class FolderSize final : public QObject {
+    Q_OBJECT
+
+public:
+    FolderSize(MessageBus &bus, const MainModel &mainModel, const FileQueries &queries,
+               InfoBars &infoBars);
+    ~FolderSize() override; // gives up what is still being counted
+
+    void showFolderSize(Side side, const RowsOfPane &rows);
+
+    // Adds up everything below a folder, links not followed; what cannot be read is left out. Ends
+    // early when `stop` becomes true. Any thread.
+    static double totalOf(const QString &folder, const std::atomic<bool> &stop);
+    static QString text(double total);
+
+private:
+    MessageBus &bus;
+    const MainModel &mainModel;
+    const FileQueries &queries;
+    InfoBars &infoBars;
+    std::atomic<bool> _stop { false }; // set by the main thread, read by the counting threads
+};
