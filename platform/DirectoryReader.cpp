@@ -8,6 +8,7 @@
 #include <dirent.h>
 #include <fcntl.h>
 #include <memory>
+#include <sched.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
@@ -61,6 +62,11 @@ std::error_code DirectoryReader::read(const std::function<bool(const DirectoryIt
                 return {};
         }
     }
+}
+
+bool DirectoryReader::workHere() const
+{
+    return ::unshare(CLONE_FS) == 0 && ::fchdir(_descriptor) == 0;
 }
 
 std::optional<FileStatus> DirectoryReader::status(const char *name, Links links) const

@@ -32,6 +32,10 @@ public:
     // false. Answers the error that ended the reading early, if one did.
     std::error_code read(const std::function<bool(const DirectoryItem &)> &visit);
 
+    // Makes the folder the working directory of the calling thread alone, for the system calls that
+    // know no descriptor; false where that cannot be. For threads that work on nothing else.
+    bool workHere() const;
+
     // The status of an entry by the folder's descriptor.
     std::optional<FileStatus> status(const char *name, Links links) const;
 

@@ -6,6 +6,7 @@
 #include "platform/SmallFile.h"
 
 #include <QtEndian>
+#include <QVarLengthArray>
 
 #include <cerrno>
 #include <mutex>
@@ -17,6 +18,8 @@ namespace {
 // The label field of each label index, 0 to 7.
 constexpr quint8 LabelBits[] = { 0, 12, 14, 10, 4, 8, 6, 2 };
 constexpr qsizetype FinderInfoSize = 32; // bytes; the flag word stands at 8, big-endian
+constexpr qsizetype UsualAttributeNames = 256; // bytes
+constexpr qsizetype MostAttributeNames = 65536; // bytes; the kernel's own limit
 constexpr qint64 HiddenFileLimit = 1024 * 1024; // bytes
 
 std::mutex devicesMutex;
@@ -73,8 +76,14 @@ quint16 finderFlags(const QByteArray &info)
 
 FileFlags::Marks FileFlags::marks(const char *path)
 {
-    char names[65536]; // the kernel's own limit
-    const ssize_t length = ::listxattr(path, names, sizeof names);
+    // The kernel clears as much memory as it is offered, which for 64 KiB takes longer than the
+    // rest.
+    QVarLengthArray<char, UsualAttributeNames> names(UsualAttributeNames);
+    ssize_t length = ::listxattr(path, names.data(), size_t(names.size()));
+    if (length < 0 && errno == ERANGE) {
+        names.resize(MostAttributeNames);
+        length = ::listxattr(path, names.data(), size_t(names.size()));
+    }
     if (length < 0 && errno == ENOTSUP) {
         struct stat status;
         if (::stat(path, &status) == 0) {
@@ -87,7 +96,7 @@ FileFlags::Marks FileFlags::marks(const char *path)
     bool tags = false;
     quint16 flags = 0;
     for (ssize_t at = 0; at < length;) {
-        const QByteArrayView name(names + at);
+        const QByteArrayView name(names.constData() + at);
         at += name.size() + 1;
         if (name == "user.twinleaf.label") {
             const QByteArray value = attribute(path, name.data());
