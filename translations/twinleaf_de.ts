@@ -605,5 +605,49 @@ Stelle der zuletzt gezeigten Ordner; eine Datei öffnet ihren Ordner und ist aus
         <source>Donate...</source>
         <translation>Spenden ...</translation>
     </message>
+    <message>
+        <source>Column</source>
+        <translation>Spalte</translation>
+    </message>
+    <message>
+        <source>Comparison</source>
+        <translation>Vergleich</translation>
+    </message>
+    <message>
+        <source>contains</source>
+        <translation>enthält</translation>
+    </message>
+    <message>
+        <source>begins with</source>
+        <translation>beginnt mit</translation>
+    </message>
+    <message>
+        <source>ends with</source>
+        <translation>endet mit</translation>
+    </message>
+    <message>
+        <source>equals</source>
+        <translation>ist gleich</translation>
+    </message>
+    <message>
+        <source>Text</source>
+        <translation>Text</translation>
+    </message>
+    <message>
+        <source>Case sensitive</source>
+        <translation>Groß-/Kleinschreibung beachten</translation>
+    </message>
+    <message>
+        <source>Group selection</source>
+        <translation>Gruppe auswählen</translation>
+    </message>
+    <message>
+        <source>Group deselection</source>
+        <translation>Gruppe abwählen</translation>
+    </message>
+    <message>
+        <source>Please enter search term(s):</source>
+        <translation>Bitte Suchbegriff(e) eingeben:</translation>
+    </message>
 </context>
 </TS>

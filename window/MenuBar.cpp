@@ -6,6 +6,7 @@
 #include "views/ClassicKeys.h"
 #include "window/FolderCommands.h"
 #include "window/PaneCommands.h"
+#include "window/SelectionCommands.h"
 
 #include <QMenu>
 #include <QMenuBar>
@@ -14,7 +15,8 @@
 using namespace Qt::StringLiterals;
 
 MenuBar::MenuBar(QMenuBar &menuBar, PaneCommands &paneCommands, FolderCommands &folderCommands,
-                 PaneWindow &paneWindow, const FileQueries &fileQueries, const ClassicKeys &keys)
+                 SelectionCommands &selection, PaneWindow &paneWindow,
+                 const FileQueries &fileQueries, const ClassicKeys &keys)
     : QObject(&menuBar)
     , menus(menuBar)
     , commands(paneCommands)
@@ -23,6 +25,7 @@ MenuBar::MenuBar(QMenuBar &menuBar, PaneCommands &paneCommands, FolderCommands &
     , queries(fileQueries)
 {
     addFileMenu(keys);
+    addSelectMenu(selection);
     addViewMenu();
     addGoMenu();
     _bookmarksMenu = &addMenu(localized("&Bookmarks"));
@@ -105,6 +108,31 @@ void MenuBar::addFileMenu(const ClassicKeys &keys)
     add(file, localized("Quit"), { .key = keys.menuText(ClassicAction::Exit) }, quit);
     // Beside the key shown: the one that quits every other program of the desktop.
     connect(new QShortcut(QKeySequence::Quit, &menus), &QShortcut::activated, this, quit);
+}
+
+void MenuBar::addSelectMenu(SelectionCommands &selection)
+{
+    QMenu &menu = addMenu(localized("&Select"));
+    const auto item = [&](const char *text, const QString &key, auto command) {
+        add(menu, localized(text), { .key = key, .isShortcut = true },
+            [&selection, command] { (selection.*command)(); });
+    };
+    item(QT_TRANSLATE_NOOP("Twinleaf", "Select all"), u"Ctrl+A"_s,
+         &SelectionCommands::selectAllClicked);
+    item(QT_TRANSLATE_NOOP("Twinleaf", "Select same"), u"Ctrl+M"_s,
+         &SelectionCommands::selectSameClicked);
+    item(QT_TRANSLATE_NOOP("Twinleaf", "Group selection..."), u"Ctrl+G"_s,
+         &SelectionCommands::groupSelectClicked);
+    item(QT_TRANSLATE_NOOP("Twinleaf", "Group deselection..."), u"Ctrl+Shift+G"_s,
+         &SelectionCommands::groupDeselectClicked);
+    item(QT_TRANSLATE_NOOP("Twinleaf", "Compare folders"), u"Ctrl+K"_s,
+         &SelectionCommands::compareFoldersClicked);
+    menu.addSeparator();
+    add(menu, localized("Find..."),
+        { .icon = u"edit-find"_s, .key = u"Ctrl+F"_s, .isShortcut = true },
+        [&selection] { selection.searchClicked(SelectionCommands::Ask::Always); });
+    add(menu, localized("Find next"), { .key = u"F3"_s, .isShortcut = true },
+        [&selection] { selection.searchClicked(SelectionCommands::Ask::WithoutTerm); });
 }
 
 void MenuBar::addViewMenu()

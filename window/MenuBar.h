@@ -12,6 +12,7 @@ class ClassicKeys;
 class FolderCommands;
 class PaneCommands;
 class PaneWindow;
+class SelectionCommands;
 class QAction;
 class QMenu;
 class QMenuBar;
@@ -23,8 +24,9 @@ class MenuBar final : public QObject {
     Q_OBJECT
 
 public:
-    MenuBar(QMenuBar &menus, PaneCommands &commands, FolderCommands &folders, PaneWindow &window,
-            const FileQueries &queries, const ClassicKeys &keys);
+    MenuBar(QMenuBar &menus, PaneCommands &commands, FolderCommands &folders,
+            SelectionCommands &selection, PaneWindow &window, const FileQueries &queries,
+            const ClassicKeys &keys);
 
     QAction *menuItemShowHiddenFiles() const { return _showHiddenFiles; }
     QAction *menuItemShowClassicButtons() const { return _showClassicButtons; }
@@ -57,6 +59,7 @@ private:
     QMenu &addMenu(const QString &title);
     void validateWhileOpen(QMenu &menu);
     void addFileMenu(const ClassicKeys &keys);
+    void addSelectMenu(SelectionCommands &selection);
     void addViewMenu();
     void addGoMenu();
     void setUpPopUpMenu();

@@ -11,6 +11,7 @@
 #include "views/TableViews.h"
 #include "window/ActivitySpinner.h"
 #include "window/ClassicButton.h"
+#include "window/ExpandSelectionSheet.h"
 #include "window/InputSheet.h"
 #include "window/MainWindowLayout.h"
 
@@ -35,7 +36,10 @@ WindowController::WindowController(MainWindowLayout &layout, MessageBus &message
     , _folderSize(messages, model, operations, _infoBars)
     , _commands(*this, messages, model, operations, operations, services.openPanel, services.alerts)
     , _folderCommands(*this, _navigators, messages, operations, services.workspace, services.alerts)
-    , _menus(*layout.menuBar(), _commands, _folderCommands, *this, operations,
+    , _selectionCommands(
+          *this, messages, model, operations, operations, services.defaults,
+          [this](const QString &title) { return getInputFromExpandSelectionSheet(title); })
+    , _menus(*layout.menuBar(), _commands, _folderCommands, _selectionCommands, *this, operations,
              layout.leftFileList->classicKeys())
     , _bookmarksMenu(_menus.bookmarksMenu(), _bookmarkStore, _commands, *this, messages, operations,
                      services.alerts)
@@ -251,6 +255,12 @@ QString WindowController::getStringFromInputSheet(const QString &prompt, const Q
     const Questions::Guard guard(questions);
     InputSheet sheet(prompt, inputText, &mainWindow);
     return sheet.getString();
+}
+
+ExpandSelection WindowController::getInputFromExpandSelectionSheet(const QString &title)
+{
+    const Questions::Guard guard(questions);
+    return ExpandSelectionSheet(title, &mainWindow).getInput();
 }
 
 void WindowController::setProgressIndicator(bool spinning)

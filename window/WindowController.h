@@ -11,6 +11,7 @@
 #include "window/OpenWithMenu.h"
 #include "window/PaneCommands.h"
 #include "window/PathNavigators.h"
+#include "window/SelectionCommands.h"
 #include "window/WorkingSheet.h"
 
 #include <QObject>
@@ -75,6 +76,7 @@ private:
     void applicationWillTerminate(const NoPayload &);
     void reloadFileListsForVolumes();
     void connectControls();
+    ExpandSelection getInputFromExpandSelectionSheet(const QString &title);
     std::optional<Side> activeSide() const;
 
     MainWindowLayout &mainWindow;
@@ -90,6 +92,7 @@ private:
     FolderSize _folderSize;
     PaneCommands _commands;
     FolderCommands _folderCommands;
+    SelectionCommands _selectionCommands;
     MenuBar _menus;
     BookmarksMenu _bookmarksMenu;
     OpenWithMenu _openWithMenu;
