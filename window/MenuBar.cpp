@@ -128,8 +128,7 @@ void MenuBar::addSelectMenu(SelectionCommands &selection)
     item(QT_TRANSLATE_NOOP("Twinleaf", "Compare folders"), u"Ctrl+K"_s,
          &SelectionCommands::compareFoldersClicked);
     menu.addSeparator();
-    add(menu, localized("Find..."),
-        { .icon = u"edit-find"_s, .key = u"Ctrl+F"_s, .isShortcut = true },
+    add(menu, localized("Find..."), { .key = u"Ctrl+F"_s, .isShortcut = true },
         [&selection] { selection.searchClicked(SelectionCommands::Ask::Always); });
     add(menu, localized("Find next"), { .key = u"F3"_s, .isShortcut = true },
         [&selection] { selection.searchClicked(SelectionCommands::Ask::WithoutTerm); });
