@@ -7,12 +7,14 @@
 #include <QtEndian>
 
 #include <algorithm>
+#include <array>
 #include <cstring>
+#include <numeric>
 
 namespace {
 
-// The first eight bytes of a name as a number: most comparisons end here, without a look at the
-// names. UTF-8 keeps the order of code points, byte by byte.
+// The first eight bytes of a name as a number: most names are told apart by it. UTF-8 keeps the
+// order of code points, byte by byte.
 quint64 prefix(QByteArrayView name)
 {
     quint64 bytes = 0;
@@ -35,15 +37,25 @@ quint64 ordered(qint64 number)
 std::vector<quint64> kindRanks(const ListingData &data)
 {
     QHash<QString, int> indexes;
-    std::vector<int> indexOfRecord;
-    indexOfRecord.reserve(data.records.size());
-    for (const ListingRecord &record : data.records) {
+    QHash<QByteArrayView, int> indexOfSuffix; // of regular files: asks about each suffix once
+    const auto indexOfText = [&](const ListingRecord &record) {
         const QString text = data.kinds->kindText(FileName::fromBytes(data.name(record)),
                                                   record.kind, record.isDangling);
         // Not emplace: that would give a known text another index.
         auto known = indexes.constFind(text);
         if (known == indexes.constEnd())
             known = indexes.insert(text, int(indexes.size()));
+        return *known;
+    };
+    std::vector<int> indexOfRecord;
+    indexOfRecord.reserve(data.records.size());
+    for (const ListingRecord &record : data.records) {
+        QByteArrayView suffix;
+        if (record.kind == FileKind::Regular && !record.isDangling)
+            suffix = FileKinds::suffix(data.name(record));
+        auto known = indexOfSuffix.constFind(suffix);
+        if (suffix.isEmpty() || known == indexOfSuffix.constEnd())
+            known = indexOfSuffix.insert(suffix, indexOfText(record));
         indexOfRecord.push_back(*known);
     }
     QStringList texts = indexes.keys();
@@ -60,16 +72,84 @@ std::vector<quint64> kindRanks(const ListingData &data)
     return ranks;
 }
 
-quint64 number(const ListingData &data, const ListingRecord &record, Column column)
+// How many bytes all names have in common at their start.
+qsizetype commonLength(const ListingData &data)
 {
-    switch (column) {
-    case Column::Size:
-        return ordered(record.size);
-    case Column::Date:
-        // An unknown date comes before every other.
-        return record.hasStatus ? ordered(record.modified) : 0;
-    default:
-        return prefix(data.name(record));
+    QByteArrayView common;
+    for (size_t i = 1; i < data.records.size(); ++i) {
+        const QByteArrayView name = data.name(data.records[i]);
+        if (i == 1)
+            common = name;
+        const auto end = std::ranges::mismatch(common, name).in1;
+        common = common.first(end - common.begin());
+    }
+    return common.size();
+}
+
+// By number, equal ones in their old order: one byte after the other from the lowest up, without
+// those in which no two numbers differ.
+void sortByNumber(std::vector<Key> &keys)
+{
+    quint64 differing = 0;
+    for (const Key &key : keys)
+        differing |= key.number ^ keys.front().number;
+    std::vector<Key> other(keys.size());
+    for (int shift = 0; shift < 64; shift += 8) {
+        if (((differing >> shift) & 0xFF) == 0)
+            continue;
+        std::array<size_t, 257> places {}; // where the keys with each byte go
+        for (const Key &key : keys)
+            ++places[((key.number >> shift) & 0xFF) + 1];
+        std::partial_sum(places.begin(), places.end(), places.begin());
+        for (const Key &key : keys)
+            other[places[(key.number >> shift) & 0xFF]++] = key;
+        keys.swap(other);
+    }
+}
+
+// Each record's number in the order of the column.
+struct Numbers {
+    Numbers(const ListingData &listing, Column sorted)
+        : data(listing)
+        , column(sorted)
+    {
+        if (column == Column::Type)
+            ranks = kindRanks(data);
+        else if (column == Column::Name)
+            common = commonLength(data);
+    }
+    quint64 operator()(quint32 record) const
+    {
+        const ListingRecord &of = data.records[record];
+        switch (column) {
+        case Column::Size:
+            return ordered(of.size);
+        case Column::Date:
+            // An unknown date comes before every other.
+            return of.hasStatus ? ordered(of.modified) : 0;
+        case Column::Type:
+            return ranks[record];
+        default:
+            return prefix(data.name(of).sliced(common));
+        }
+    }
+
+    const ListingData &data;
+    Column column;
+    std::vector<quint64> ranks {};
+    qsizetype common = 0;
+};
+
+// Puts the names in order that their numbers do not tell apart.
+template <typename Before>
+void sortEqualNumbers(std::vector<Key> &keys, Before before)
+{
+    for (auto first = keys.begin(); first != keys.end();) {
+        const auto last = std::find_if(first, keys.end(),
+                                       [&](const Key &key) { return key.number != first->number; });
+        if (last - first > 1)
+            std::sort(first, last, before);
+        first = last;
     }
 }
 
@@ -77,30 +157,27 @@ quint64 number(const ListingData &data, const ListingRecord &record, Column colu
 
 void sortRecords(ListingData &data, Column column, SortDirection direction)
 {
-    const std::vector<quint64> ranks =
-        column == Column::Type ? kindRanks(data) : std::vector<quint64>();
+    const bool ascending = direction == SortDirection::Ascending;
+    const Numbers numbers(data, column);
     std::vector<Key> folders;
     std::vector<Key> files;
+    files.reserve(data.records.size());
     for (quint32 i = 1; i < data.records.size(); ++i) {
-        const ListingRecord &record = data.records[i];
-        const quint64 key = column == Column::Type ? ranks[i] : number(data, record, column);
-        (record.isFolder ? folders : files).push_back({ key, i });
+        const quint64 number = numbers(i);
+        // Downward by turned numbers: equal ones keep their order either way.
+        (data.records[i].isFolder ? folders : files).push_back({ ascending ? number : ~number, i });
     }
-    const auto nameOf = [&](const Key &key) { return data.name(data.records[key.record]); };
-    const auto before = [&](const Key &a, const Key &b) {
-        if (a.number != b.number || column != Column::Name)
-            return a.number < b.number;
-        return nameOf(a).compare(nameOf(b)) < 0;
+    const auto nameBefore = [&](const Key &a, const Key &b) {
+        const int order =
+            data.name(data.records[a.record]).compare(data.name(data.records[b.record]));
+        return ascending ? order < 0 : order > 0;
     };
-    const auto after = [&](const Key &a, const Key &b) { return before(b, a); };
-
     std::vector<ListingRecord> sorted { data.records.front() };
     sorted.reserve(data.records.size());
     for (std::vector<Key> *group : { &folders, &files }) {
-        if (direction == SortDirection::Ascending)
-            std::ranges::stable_sort(*group, before);
-        else
-            std::ranges::stable_sort(*group, after);
+        sortByNumber(*group);
+        if (column == Column::Name)
+            sortEqualNumbers(*group, nameBefore);
         for (const Key &key : *group)
             sorted.push_back(data.records[key.record]);
     }

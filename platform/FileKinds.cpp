@@ -37,7 +37,8 @@ QStringView packageSuffix(QStringView name)
 }
 
 // "gz" of "a.gz", "tar.gz" of "a.tar.gz", nothing of ".profile".
-QStringView typeSuffix(QStringView name)
+template <typename View>
+View typeSuffix(View name)
 {
     const qsizetype dot = name.lastIndexOf(u'.');
     if (dot <= 0 || dot == name.size() - 1)
@@ -110,6 +111,12 @@ bool FileKinds::isPackageName(QStringView name)
     return !packageSuffix(name).isEmpty();
 }
 
+QByteArrayView FileKinds::suffix(QByteArrayView name)
+{
+    const auto found = typeSuffix(QLatin1StringView(name));
+    return { found.data(), found.size() };
+}
+
 QString FileKinds::key(const QString &name, FileKind kind, bool dangling) const
 {
     if (dangling)
@@ -136,7 +143,7 @@ QString FileKinds::key(const QString &name, FileKind kind, bool dangling) const
     case FileKind::BlockDevice:
         return u"inode/blockdevice"_s;
     }
-    const QStringView suffix = typeSuffix(name);
+    const QStringView suffix = typeSuffix(QStringView(name));
     return suffix.isEmpty() ? u'=' + name : u'.' + suffix.toString();
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/FileStatus.h"
 
+#include <QByteArrayView>
 #include <QHash>
 #include <QIcon>
 #include <QString>
@@ -15,6 +16,8 @@ public:
     // Folders whose name ends like this are one thing to a person: shown as a file, opened as a
     // whole.
     static bool isPackageName(QStringView name);
+    // What alone decides about the kind of a regular file; empty where the whole name does.
+    static QByteArrayView suffix(QByteArrayView name);
 
     // "Folder" (localized) exactly for folders that are no package; "--" when nothing is known.
     QString kindText(const QString &name, FileKind kind, bool dangling = false) const;

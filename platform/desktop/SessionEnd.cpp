@@ -8,6 +8,7 @@
 #include <QDBusUnixFileDescriptor>
 #include <QGuiApplication>
 #include <QSocketNotifier>
+#include <QTimer>
 
 #include <cerrno>
 #include <csignal>
@@ -16,6 +17,7 @@
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -43,8 +45,9 @@ SessionEnd::SessionEnd(QObject *parent)
     if (auto *application = qobject_cast<QGuiApplication *>(QCoreApplication::instance()))
         connect(application, &QGuiApplication::commitDataRequest, this, &SessionEnd::tell,
                 Qt::DirectConnection);
-    // After the first turn of the event loop: the window does not wait for the bus.
-    QMetaObject::invokeMethod(this, &SessionEnd::watchLogin, Qt::QueuedConnection);
+    // Well after the first turn of the event loop: the window's first paint does not wait for the
+    // bus.
+    QTimer::singleShot(200ms, this, &SessionEnd::watchLogin);
 }
 
 SessionEnd::~SessionEnd()
