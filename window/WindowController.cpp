@@ -17,8 +17,15 @@
 
 #include <QMenu>
 #include <QMenuBar>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr std::chrono::milliseconds AfterFirstPaint { 200 };
+
+} // namespace
 
 WindowController::WindowController(MainWindowLayout &layout, MessageBus &messages, MainModel &model,
                                    Twinleaf &operations, const WindowServices &services)
@@ -105,7 +112,8 @@ void WindowController::awakeFromNib()
 
     _navigators.setupPathNavigators();
     _infoBars.setInfoBarsColors();
-    setupToolsMenu();
+    // The window does not wait for it: this reads what every installed program says of itself.
+    QTimer::singleShot(AfterFirstPaint, this, &WindowController::setupToolsMenu);
     setDateFormatters();
     _openWithMenu.setOpenWithFavoriteApplications();
     _bookmarksMenu.setBookmarksMenu();
