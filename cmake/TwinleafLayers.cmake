@@ -33,3 +33,17 @@ function(twinleaf_program)
   install(FILES "${CMAKE_SOURCE_DIR}/cmake/org.twinleaf.Twinleaf.desktop"
           DESTINATION share/applications)
 endfunction()
+
+# The unpacking program, which the main program starts; they lie beside each other.
+function(twinleaf_ditto)
+  file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_SOURCE_DIR}/ditto/*.cpp" "${CMAKE_SOURCE_DIR}/ditto/*.h")
+  add_executable(twinleaf-ditto ${sources})
+  # Of the layers' many libraries it loads only what it calls: it is to start at once.
+  target_link_options(twinleaf-ditto PRIVATE LINKER:--as-needed)
+  target_link_libraries(twinleaf-ditto PRIVATE twinleaf_desktop PkgConfig::LIBARCHIVE)
+  set_target_properties(twinleaf-ditto PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}")
+  if(TARGET twinleaf)
+    add_dependencies(twinleaf twinleaf-ditto)
+  endif()
+  install(TARGETS twinleaf-ditto RUNTIME DESTINATION bin)
+endfunction()

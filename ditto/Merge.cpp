@@ -1,0 +1,77 @@
+#include "ditto/Merge.h"
+
+#include "ditto/Cancellation.h"
+#include "platform/desktop/Trash.h"
+#include "platform/DirectoryReader.h"
+#include "platform/FileFlags.h"
+#include "platform/FileName.h"
+#include "platform/FileSystem.h"
+
+#include <QStringList>
+
+#include <cstdio>
+#include <string>
+
+namespace {
+
+bool isFolder(const QString &path)
+{
+    const auto status = fileStatus(path, Links::NoFollow);
+    return status && status->kind == FileKind::Directory;
+}
+
+bool complain(const QString &path, const std::string &reason)
+{
+    std::fprintf(stderr, "%s: %s\n", FileName::toBytes(path).constData(), reason.c_str());
+    return false;
+}
+
+} // namespace
+
+bool Merge::moveAll(const QString &from, const QString &to)
+{
+    return moveContents(from, to, {});
+}
+
+bool Merge::moveContents(const QString &from, const QString &to, const QString &relative)
+{
+    DirectoryReader reader;
+    QStringList names;
+    auto failed = reader.open(from, Links::NoFollow);
+    if (!failed)
+        failed = reader.read([&](const DirectoryItem &item) {
+            names.append(FileName::fromBytes(item.name));
+            return true;
+        });
+    if (failed)
+        return complain(from, failed.message());
+    bool whole = true;
+    for (const QString &name : std::as_const(names)) {
+        if (Cancellation::asked())
+            return false;
+        const QString below = relative.isEmpty() ? name : relative + u'/' + name;
+        whole = moveItem(from + u'/' + name, to + u'/' + name, below) && whole;
+    }
+    return whole;
+}
+
+bool Merge::moveItem(const QString &from, const QString &to, const QString &relative)
+{
+    auto failed = FileSystem::renameNoReplace(from, to);
+    if (!failed)
+        return true;
+    if (failed != std::errc::file_exists)
+        return complain(to, failed.message());
+    if (isFolder(to)) {
+        if (!isFolder(from))
+            return complain(to, "a folder stands in the way");
+        _joined.insert(relative);
+        return moveContents(from, to, relative);
+    }
+    if (FileFlags::isLocked(to))
+        return complain(to, "is locked");
+    if (!moveItemToTrash(to))
+        return complain(to, "cannot be moved to the Trash");
+    failed = FileSystem::renameNoReplace(from, to);
+    return !failed || complain(to, failed.message());
+}

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QString>
+
+#include <set>
+
+// Moves what lies in one folder into another, without replacing anything: a file that is in the way
+// goes to the Trash first, a folder in the way takes the other's items in.
+class Merge final {
+public:
+    // Stops between two items when the person cancels. False when something had to stay; what, and
+    // why, is told on standard error.
+    bool moveAll(const QString &from, const QString &to);
+
+    // Whether the folder at this relative path is a new one, not one that was there before.
+    bool isNew(const QString &folder) const { return !_joined.contains(folder); }
+
+private:
+    bool moveContents(const QString &from, const QString &to, const QString &relative);
+    bool moveItem(const QString &from, const QString &to, const QString &relative);
+
+    std::set<QString> _joined;
+};
