@@ -61,10 +61,8 @@ Listing Listing::sorted(Column column, SortDirection direction) const
 {
     if (isEmpty() || column == Column::Icon)
         return *this;
-    auto data = std::make_shared<ListingData>(*_data);
-    sortRecords(*data, column, direction);
-    data->generation = ListingData::nextGeneration();
-    return Listing(std::move(data));
+    return Listing(std::make_shared<const ListingData>(
+        _data->inOrder(sortedRecords(*_data, column, direction))));
 }
 
 QString Listing::folder() const

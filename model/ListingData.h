@@ -37,5 +37,10 @@ struct ListingData {
     {
         return { names->data() + record.nameOffset, qsizetype(record.nameLength) };
     }
+    // The same listing in another order.
+    ListingData inOrder(std::vector<ListingRecord> sorted) const
+    {
+        return { folder, names, std::move(sorted), kinds, specifiedIcons, nextGeneration() };
+    }
     static quint64 nextGeneration();
 };

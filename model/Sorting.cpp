@@ -155,7 +155,8 @@ void sortEqualNumbers(std::vector<Key> &keys, Before before)
 
 } // namespace
 
-void sortRecords(ListingData &data, Column column, SortDirection direction)
+std::vector<ListingRecord> sortedRecords(const ListingData &data, Column column,
+                                         SortDirection direction)
 {
     const bool ascending = direction == SortDirection::Ascending;
     const Numbers numbers(data, column);
@@ -181,5 +182,5 @@ void sortRecords(ListingData &data, Column column, SortDirection direction)
         for (const Key &key : *group)
             sorted.push_back(data.records[key.record]);
     }
-    data.records = std::move(sorted);
+    return sorted;
 }
