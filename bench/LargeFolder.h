@@ -12,14 +12,14 @@
 // Makes the folder and files of `size(number)` bytes in it. The names are scattered, as a sort must
 // not find them in order. Ends the program when it cannot.
 template <typename Size>
-void fillFolder(const QByteArray &folder, int count, Size size)
+void fillFolder(const QByteArray &folder, int count, Size size, const char *prefix = "item ")
 {
     mkdir(folder.constData(), 0755);
     const int descriptor = open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     bool good = descriptor >= 0;
     for (int number = 0; good && number < count; ++number) {
         char name[64];
-        std::snprintf(name, sizeof name, "item %08x.%s",
+        std::snprintf(name, sizeof name, "%s%08x.%s", prefix,
                       static_cast<unsigned>(number) * 2654435761U, number % 3 ? "txt" : "png");
         const int file = openat(descriptor, name, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0644);
         const std::string bytes = size(number);

@@ -79,6 +79,24 @@ int Entry::finderLabel() const
     return _listing->records[_record].label;
 }
 
+QByteArrayView Entry::nameBytes() const
+{
+    return _listing->name(_listing->records[_record]);
+}
+
+bool Entry::readsLike(const Entry &other) const
+{
+    const ListingRecord &a = _listing->records[_record];
+    const ListingRecord &b = other._listing->records[other._record];
+    if (nameBytes() != other.nameBytes() || a.hasStatus != b.hasStatus || a.modified != b.modified)
+        return false;
+    // Texts are made only where the numbers do not say it already: 2,000 and 2,001 bytes read "2
+    // KB".
+    const bool sameSize = a.isDirectory == b.isDirectory && a.size == b.size;
+    const bool sameKind = a.kind == b.kind && a.isDangling == b.isDangling;
+    return (sameSize || size() == other.size()) && (sameKind || type() == other.type());
+}
+
 QVariantList Entry::entryAsArray() const
 {
     return { icon(), name(), size(), date(), type(), path() };

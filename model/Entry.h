@@ -2,6 +2,7 @@
 
 #include "platform/FileStatus.h"
 
+#include <QByteArrayView>
 #include <QDateTime>
 #include <QIcon>
 #include <QString>
@@ -25,6 +26,10 @@ public:
     QString type() const;
     QString path() const; // of "..": the listed folder itself
     int finderLabel() const;
+
+    QByteArrayView nameBytes() const; // as on the disk; valid as long as the entry
+    // Whether both read alike: the same name, size text, date and type.
+    bool readsLike(const Entry &other) const;
 
     bool isParent() const; // the row ".."
     bool isFolder() const; // its type is the localized "Folder"

@@ -19,14 +19,6 @@ bool contains(const QString &field, const QString &term)
     return FileQueries::isStringInSubstring(field, term, Qt::CaseInsensitive);
 }
 
-bool isEqual(const Entry &a, const Entry &b)
-{
-    // The cheap questions first. Different sizes may still read the same.
-    if (a.date() != b.date())
-        return false;
-    return a.size() == b.size() && a.type() == b.type();
-}
-
 } // namespace
 
 int RowMatching::startRow(int selectedRow, qsizetype count)
@@ -111,28 +103,29 @@ RowSet RowMatching::matchingRows(const Listing &rows, const ExpandSelection &req
 
 RowSet RowMatching::rowsOfSameName(const Listing &rows, const Listing &others)
 {
-    QSet<QString> names;
+    // Names as bytes: the listings hold them, and nothing is made of them.
+    QSet<QByteArrayView> names;
     names.reserve(others.size());
     for (qsizetype row = 1; row < others.size(); ++row)
-        names.insert(others[row].name());
+        names.insert(others[row].nameBytes());
     RowSet found;
     for (int row = 1; row < rows.size(); ++row)
-        if (names.contains(rows[row].name()))
+        if (names.contains(rows[row].nameBytes()))
             found.append(row);
     return found;
 }
 
 RowMatching::EqualRows RowMatching::equalRows(const Listing &rows, const Listing &others)
 {
-    QHash<QString, int> rowOfName;
+    QHash<QByteArrayView, int> rowOfName;
     rowOfName.reserve(others.size());
     for (int row = 1; row < others.size(); ++row)
-        rowOfName.insert(others[row].name(), row);
+        rowOfName.insert(others[row].nameBytes(), row);
     EqualRows equal;
     for (int row = 1; row < rows.size(); ++row) {
         const Entry entry = rows[row];
-        const auto other = rowOfName.constFind(entry.name());
-        if (other == rowOfName.constEnd() || !isEqual(entry, others[*other]))
+        const auto other = rowOfName.constFind(entry.nameBytes());
+        if (other == rowOfName.constEnd() || !entry.readsLike(others[*other]))
             continue;
         equal.here.append(row);
         equal.there.append(*other);
