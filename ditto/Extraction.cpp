@@ -1,6 +1,7 @@
 #include "ditto/Extraction.h"
 
 #include "ditto/Cancellation.h"
+#include "ditto/ZipFile.h"
 
 #include <QByteArrayList>
 
@@ -33,22 +34,26 @@ void complain(const char *name, const char *reason)
     std::fprintf(stderr, "%s: %s\n", name ? name : "?", reason ? reason : "cannot be unpacked");
 }
 
-Reader openArchive(const QByteArray &path, ArchiveKind kind)
+// `zip` must live as long as the reader.
+Reader openArchive(const QByteArray &path, ArchiveKind kind, ZipFile &zip)
 {
     Reader reader(archive_read_new());
+    bool opened = false;
     if (kind == ArchiveKind::PkZip) {
         // By its directory alone: without one the archive is cut short.
         archive_read_support_format_zip_seekable(reader.get());
+        opened = zip.open(reader.get(), path);
     } else {
         archive_read_support_format_cpio(reader.get());
         archive_read_support_filter_gzip(reader.get());
         archive_read_support_filter_bzip2(reader.get());
+        opened =
+            archive_read_open_filename(reader.get(), path.constData(), BlockSize) == ARCHIVE_OK;
     }
-    if (archive_read_open_filename(reader.get(), path.constData(), BlockSize) != ARCHIVE_OK) {
-        complain(path.constData(), archive_error_string(reader.get()));
-        return nullptr;
-    }
-    return reader;
+    if (opened)
+        return reader;
+    complain(path.constData(), archive_error_string(reader.get()));
+    return nullptr;
 }
 
 Writer openDisk()
@@ -152,7 +157,8 @@ private:
 
 std::optional<Extracted> extract(const QByteArray &path, ArchiveKind kind)
 {
-    const Reader reader = openArchive(path, kind);
+    ZipFile zip;
+    const Reader reader = openArchive(path, kind, zip);
     if (!reader)
         return std::nullopt;
     const Writer disk = openDisk();

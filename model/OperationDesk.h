@@ -17,6 +17,11 @@ public:
     virtual void createAlias(const OperationRequest &request) = 0;
     // Blocks until the copy has ended; the window goes on painting.
     virtual void duplicateItem(const QString &source, const QString &destination) = 0;
+    // Packs the items, all of one folder, into a zip archive in the destination folder; one that
+    // stands there already is replaced.
+    virtual void archiveItems(const QStringList &paths, const QString &destination,
+                              const QString &archiveName) = 0;
+    virtual void unpackArchive(const QString &archive, const QString &destination) = 0;
 
     // Lists again what the operation touched and selects where the user expects it.
     virtual void updateFileLists(const OperationRecord &record) = 0;

@@ -17,6 +17,8 @@ QString operationWord(Operation operation)
         return QStringLiteral("TWDuplicateOperation");
     case Operation::Info:
         return QStringLiteral("TWInfoOperation");
+    case Operation::Archive:
+        return QStringLiteral("TWArchiveOperation");
     }
     return {};
 }

@@ -2,7 +2,7 @@
 
 #include <QString>
 
-enum class Operation { Copy, Move, NewFolder, Rename, Delete, Duplicate, Info };
+enum class Operation { Copy, Move, NewFolder, Rename, Delete, Duplicate, Info, Archive };
 
 // "TWCopyOperation", "TWMoveOperation", ...: the operation's name in logs.
 QString operationWord(Operation operation);
@@ -11,6 +11,6 @@ QString operationWord(Operation operation);
 struct OperationRecord {
     Operation operation = Operation::Copy;
     // The item to select afterwards: the new folder's, the renamed or the inspected item's full
-    // path.
+    // path. Of packing and unpacking: the folder to list again.
     QString item {};
 };

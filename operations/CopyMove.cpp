@@ -3,12 +3,12 @@
 #include "model/ProgressSheet.h"
 #include "operations/ItemMonitor.h"
 #include "operations/SetAside.h"
+#include "operations/WrittenOut.h"
 #include "platform/Alerts.h"
 #include "platform/FileFlags.h"
 #include "platform/FileName.h"
 #include "platform/FileSystem.h"
 #include "platform/MainThread.h"
-#include "platform/MountTable.h"
 #include "platform/Programs.h"
 #include "platform/Workspace.h"
 #include "util/DateText.h"
@@ -29,17 +29,6 @@ bool isFolder(const QString &path)
 {
     const auto status = fileStatus(path, Links::NoFollow);
     return status && status->kind == FileKind::Directory;
-}
-
-// Media that a person pulls out, and servers: what is finished there must be written.
-void syncIfRemovable(const QString &folder)
-{
-    const MountTable table = MountTable::current();
-    const Mount *mount = table.mountOf(folder);
-    if (mount
-        && (MountTable::isNetwork(*mount) || mount->point.startsWith(u"/media/"_s)
-            || mount->point.startsWith(u"/run/media/"_s) || mount->point.startsWith(u"/mnt/"_s)))
-        FileSystem::sync(folder);
 }
 
 } // namespace
@@ -174,9 +163,10 @@ CopyMove::Next CopyMove::performItem(Run &run, qsizetype &index) // worker threa
         reportFailure(run, name);
         return Next::GoOn;
     }
-    if (run.copies())
-        showSheetIfLong(run);
+    const bool showsSheet = run.copies() && isLong(run);
     onMainThread([&] {
+        if (showsSheet && !sheet->isWorkingSheetVisible())
+            sheet->showWorkingSheet();
         sheet->setWorkingSheetInfoText(run.progressLine(name));
         sheet->setWorkingSheetDetailText({});
         sheet->setWorkingSheetProgressValue(run.counter);
@@ -194,17 +184,12 @@ CopyMove::Next CopyMove::performItem(Run &run, qsizetype &index) // worker threa
     return Next::GoOn;
 }
 
-void CopyMove::showSheetIfLong(Run &run) // worker thread
+bool CopyMove::isLong(Run &run) const // worker thread
 {
     if (!run.firstIsLong)
         run.firstIsLong =
             queries.isDirectory(run.first) || queries.isItemFolderOrOversized(run.first);
-    if (!*run.firstIsLong && run.since.elapsed() <= SheetDelay)
-        return;
-    onMainThread([&] {
-        if (!sheet->isWorkingSheetVisible())
-            sheet->showWorkingSheet();
-    });
+    return *run.firstIsLong || run.since.elapsed() > SheetDelay;
 }
 
 void CopyMove::reportFailure(const Run &run, const QString &name, const QString &details)

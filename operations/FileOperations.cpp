@@ -16,9 +16,11 @@ FileOperations::FileOperations(MessageBus &bus, Alerts &alertsToAsk, Programs &p
     , _copyMove(alertsToAsk, programs, workspaceInUse, queries, dates)
     , _singleSteps(alertsToAsk, programs, workspaceInUse, _copyMove)
     , _refresh(bus)
+    , _archives(alertsToAsk, programs, workspaceInUse, _copyMove.journal(), _workers)
     , _workers(questions)
 {
     bus.subscribe(CancelThread, this, &FileOperations::cancelThread);
+    bus.subscribe(CancelArchiving, this, &FileOperations::cancelArchiving);
 }
 
 FileOperations::~FileOperations() = default;
@@ -40,6 +42,17 @@ void FileOperations::setWindowController(PaneWindow *window, ProgressSheet *shee
 void FileOperations::cancelThread(const NoPayload &)
 {
     _copyMove.cancelThread();
+}
+
+void FileOperations::cancelArchiving(const NoPayload &)
+{
+    _archives.cancelArchiving();
+}
+
+void FileOperations::stopAll()
+{
+    _copyMove.cancelAll();
+    _archives.cancelAll();
 }
 
 void FileOperations::runCopyMove(const OperationRequest &request, Operation operation)
@@ -115,6 +128,17 @@ void FileOperations::duplicateItem(const QString &source, const QString &destina
     _workers.runAndWait([&] { _singleSteps.duplicateItem(source, destination); });
     windowController->setProgressIndicator(false);
     updateFileLists({ Operation::Duplicate });
+}
+
+void FileOperations::archiveItems(const QStringList &paths, const QString &destination,
+                                  const QString &archiveName)
+{
+    _archives.archiveItems(paths, destination, archiveName);
+}
+
+void FileOperations::unpackArchive(const QString &archive, const QString &destination)
+{
+    _archives.unpackArchive(archive, destination);
 }
 
 void FileOperations::updateFileLists(const OperationRecord &record)

@@ -2,6 +2,7 @@
 
 #include "model/Messages.h"
 #include "model/OperationDesk.h"
+#include "operations/Archives.h"
 #include "operations/CopyMove.h"
 #include "operations/PaneRefresh.h"
 #include "operations/SingleSteps.h"
@@ -20,6 +21,7 @@ public:
     // Outlets, set before the first request.
     void setMainModel(MainModel *model);
     void setWindowController(PaneWindow *window, ProgressSheet *sheet);
+    void setArchiveSheet(ArchiveSheetDoor *sheet) { _archives.setArchiveSheet(sheet); }
 
     void copyItems(const OperationRequest &request) override;
     void moveItems(const OperationRequest &request) override;
@@ -28,6 +30,9 @@ public:
     void renameItem(const OperationRequest &request) override;
     void createAlias(const OperationRequest &request) override;
     void duplicateItem(const QString &source, const QString &destination) override;
+    void archiveItems(const QStringList &paths, const QString &destination,
+                      const QString &archiveName) override;
+    void unpackArchive(const QString &archive, const QString &destination) override;
     void updateFileLists(const OperationRecord &record) override;
 
     // Brings back what an earlier run of the program, ended by force, had set aside.
@@ -36,11 +41,12 @@ public:
     // For quitting: whether work is under way; stopping it between two items; and waiting for its
     // end.
     bool anyRunning() const { return _workers.anyRunning(); }
-    void stopAll() { _copyMove.cancelAll(); }
+    void stopAll();
     void drain() { _workers.drain(); }
 
 private:
     void cancelThread(const NoPayload &);
+    void cancelArchiving(const NoPayload &);
     void runCopyMove(const OperationRequest &request, Operation operation);
 
     Alerts &alerts;
@@ -49,5 +55,6 @@ private:
     CopyMove _copyMove;
     SingleSteps _singleSteps;
     PaneRefresh _refresh;
+    Archives _archives;
     Workers _workers; // last: ends its threads before what they use goes
 };

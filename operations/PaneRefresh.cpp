@@ -42,6 +42,12 @@ void PaneRefresh::selectRowIndexes(const RowSet &rows, PaneTable &table)
 
 void PaneRefresh::updateFileLists(const OperationRecord &record)
 {
+    if (record.operation == Operation::Archive) {
+        for (const Side side : { Side::Left, Side::Right })
+            if (windowController->getCurrentPathFromSegmentedControl(side) == record.item)
+                postDirectoryChangedNotification(side, record.item);
+        return;
+    }
     const PaneTable *responder = windowController->getFirstResponderTableView();
     // With the focus on neither list, the left one stands for the active pane.
     const Side focus = responder ? responder->side() : Side::Left;
@@ -90,6 +96,8 @@ void PaneRefresh::updateFileLists(const OperationRecord &record)
         postAffected();
         if (const int row = mainModel->getRowFromValueInFileList(focus, record.item); row >= 0)
             selectRowIndex(row, active);
+        break;
+    case Operation::Archive: // above
         break;
     }
     active.redraw();

@@ -4,7 +4,9 @@
 
 #include <QVarLengthArray>
 
+#include <algorithm>
 #include <cerrno>
+#include <climits>
 #include <csignal>
 #include <cstring>
 #include <fcntl.h>
@@ -13,6 +15,8 @@
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -41,7 +45,7 @@ private:
     int _number;
 };
 
-int spawn(pid_t &process, char *const *arguments, int errorPipe)
+int spawn(pid_t &process, const QByteArray &folder, char *const *arguments, int errorPipe)
 {
     posix_spawn_file_actions_t actions;
     posix_spawnattr_t attributes;
@@ -53,6 +57,9 @@ int spawn(pid_t &process, char *const *arguments, int errorPipe)
     posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
     posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
 
+    if (!folder.isEmpty())
+        posix_spawn_file_actions_addchdir_np(&actions, folder.constData());
+
     // A group of its own, so that a Ctrl+C in the terminal that started us cannot cut a copy short.
     posix_spawnattr_setflags(
         &attributes, POSIX_SPAWN_SETPGROUP | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
@@ -63,8 +70,9 @@ int spawn(pid_t &process, char *const *arguments, int errorPipe)
     sigfillset(&signalSet);
     posix_spawnattr_setsigdefault(&attributes, &signalSet);
 
+    // By PATH only where the name holds no "/".
     const int error =
-        posix_spawn(&process, arguments[0], &actions, &attributes, arguments, environ);
+        posix_spawnp(&process, arguments[0], &actions, &attributes, arguments, environ);
     posix_spawnattr_destroy(&attributes);
     posix_spawn_file_actions_destroy(&actions);
     return error;
@@ -113,15 +121,29 @@ int waitForEnd(pid_t process)
     return WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);
 }
 
-} // namespace
+// The program that carries a request out on this machine. The unpacking program is our own: it lies
+// beside the program, else where programs lie.
+QByteArray programOf(const QByteArray &path)
+{
+    if (path != "/usr/bin/ditto")
+        return path;
+    const QByteArray own("twinleaf-ditto");
+    char self[PATH_MAX];
+    const ssize_t length = readlink("/proc/self/exe", self, sizeof self);
+    const QByteArray folder = QByteArray(self, std::max<ssize_t>(length, 0));
+    const QByteArray beside = folder.left(folder.lastIndexOf('/') + 1) + own;
+    return access(beside.constData(), X_OK) == 0 ? beside : own;
+}
 
-ProgramEnd DesktopPrograms::run(const QStringList &arguments,
-                                const std::function<void(pid_t)> &started)
+ProgramEnd runProgram(const QString &folder, const QStringList &arguments,
+                      const std::function<void(pid_t)> &started)
 {
     QList<QByteArray> bytes;
     QVarLengthArray<char *, 8> vector;
     for (const QString &argument : arguments)
         bytes.append(FileName::toBytes(argument));
+    if (!bytes.isEmpty())
+        bytes.first() = programOf(bytes.first());
     for (QByteArray &argument : bytes)
         vector.append(argument.data());
     vector.append(nullptr);
@@ -133,11 +155,32 @@ ProgramEnd DesktopPrograms::run(const QStringList &arguments,
     Descriptor writing(ends[1]);
 
     pid_t process = 0;
-    if (const int error = spawn(process, vector.data(), writing.number()))
+    if (const int error =
+            spawn(process, FileName::toBytes(folder), vector.data(), writing.number()))
         return { .started = false, .errorText = QString::fromLocal8Bit(strerror(error)) };
     writing.close();
     if (started)
         started(process);
     const QByteArray text = errorText(reading.number(), process);
     return { .status = waitForEnd(process), .errorText = FileName::fromBytes(text.trimmed()) };
+}
+
+} // namespace
+
+ProgramEnd DesktopPrograms::run(const QStringList &arguments,
+                                const std::function<void(pid_t)> &started)
+{
+    return runProgram({}, arguments, started);
+}
+
+ProgramEnd DesktopPrograms::runIn(const QString &folder, const QStringList &arguments)
+{
+    return runProgram(folder, arguments, {});
+}
+
+int DesktopPrograms::runShell(const QString &commandLine)
+{
+    // Not by system(3) itself: what the command prints is nothing for our own standard output, and
+    // a Ctrl+C in the terminal that started us is not for it.
+    return run({ u"/bin/sh"_s, u"-c"_s, commandLine }, {}).waitStatus();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/OperationDesk.h"
+#include "util/PathText.h"
 
 // Keeps what the operations were asked for, and does none of it.
 class RecordedDesk final : public OperationDesk {
@@ -15,6 +16,18 @@ public:
     {
         keep("duplicate",
              { { RequestKey::Source, source }, { RequestKey::Destination, destination } });
+    }
+    void archiveItems(const QStringList &paths, const QString &destination,
+                      const QString &archiveName) override
+    {
+        keep("archive",
+             { { RequestKey::Items, paths },
+               { RequestKey::Destination, PathText::joined(destination, archiveName) } });
+    }
+    void unpackArchive(const QString &archive, const QString &destination) override
+    {
+        keep("unpack",
+             { { RequestKey::Source, archive }, { RequestKey::Destination, destination } });
     }
     void updateFileLists(const OperationRecord &record) override { records.append(record); }
 

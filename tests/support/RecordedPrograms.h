@@ -26,7 +26,21 @@ public:
         });
     }
 
+    ProgramEnd runIn(const QString &folder, const QStringList &arguments) override
+    {
+        const QMutexLocker lock(&_mutex);
+        runs.append(arguments);
+        return _real.runIn(folder, arguments);
+    }
+    int runShell(const QString &commandLine) override
+    {
+        const QMutexLocker lock(&_mutex);
+        commandLines.append(commandLine);
+        return _real.runShell(commandLine);
+    }
+
     QList<QStringList> runs;
+    QStringList commandLines;
     std::function<std::optional<int>(const QStringList &)> before;
     std::function<void(pid_t)> onStart;
 
