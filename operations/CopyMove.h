@@ -54,7 +54,7 @@ private:
 
     Next performItem(Run &run, qsizetype &index);
     bool isAdmissible(const Run &run, const QString &name) const;
-    void showSheetIfLong(Run &run);
+    bool isLong(Run &run) const; // so that the sheet comes up
     void reportFailure(const Run &run, const QString &name, const QString &details = {});
     bool replaceItem(Run &run, const QString &source, const QString &target, QString &details);
     QString overwriteDetails(const QString &source, const QString &target) const;
