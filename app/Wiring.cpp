@@ -12,6 +12,7 @@ void Application::connectAll()
     _mainModel.setTwinleaf(&_twinleaf);
     _twinleaf.setMainModel(&_mainModel);
     _twinleaf.setWindowController(&_windowController, &_windowController.workingSheet());
+    _twinleaf.setArchiveSheet(&_windowController.archiveSheet());
 
     for (PaneDataSource *source : { static_cast<PaneDataSource *>(&_leftSource),
                                     static_cast<PaneDataSource *>(&_rightSource) })

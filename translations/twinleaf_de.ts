@@ -649,5 +649,33 @@ Stelle der zuletzt gezeigten Ordner; eine Datei öffnet ihren Ordner und ist aus
         <source>Please enter search term(s):</source>
         <translation>Bitte Suchbegriff(e) eingeben:</translation>
     </message>
+    <message>
+        <source>Archiving to %@...</source>
+        <translation>Archivieren nach %@ …</translation>
+    </message>
+    <message>
+        <source>Archiving failed! Result code: %i</source>
+        <translation>Archivieren fehlgeschlagen! Rückgabewert: %i</translation>
+    </message>
+    <message>
+        <source>Unpacking '%@'...</source>
+        <translation>'%@' wird entpackt …</translation>
+    </message>
+    <message>
+        <source>Unpacking failed!</source>
+        <translation>Entpacken fehlgeschlagen!</translation>
+    </message>
+    <message>
+        <source>Please enter archive name:</source>
+        <translation>Bitte Namen des Archivs eingeben:</translation>
+    </message>
+    <message>
+        <source>Archive already exists! Override?</source>
+        <translation>Das Archiv existiert bereits! Überschreiben?</translation>
+    </message>
+    <message>
+        <source>'%@' is not an archive!</source>
+        <translation>'%@' ist kein Archiv!</translation>
+    </message>
 </context>
 </TS>

@@ -102,6 +102,10 @@ void MenuBar::addFileMenu(const ClassicKeys &keys)
                  { .icon = u"edit-delete"_s, .key = keys.menuText(ClassicAction::Delete) },
                  &PaneCommands::deleteButtonClicked);
     file.addSeparator();
+    addValidated(file, CommandItem::CreateArchive, localized("Create archive..."), {},
+                 &PaneCommands::archiveClicked);
+    addValidated(file, CommandItem::Unpack, localized("Unpack"), {}, &PaneCommands::unpackClicked);
+    file.addSeparator();
     addValidated(file, CommandItem::Eject, localized("Eject"), {}, &PaneCommands::ejectClicked);
     file.addSeparator();
     const auto quit = [this] { Q_EMIT terminateAsked(); };
@@ -182,7 +186,7 @@ void MenuBar::setUpPopUpMenu()
         if (command == CommandItem::Reload)
             break; // what follows is about the pane, not about its items
         if (command == CommandItem::NewFolder || command == CommandItem::Copy
-            || command == CommandItem::Eject)
+            || command == CommandItem::CreateArchive || command == CommandItem::Eject)
             _popUpMenu->addSeparator();
         _popUpMenu->addAction(item);
     }

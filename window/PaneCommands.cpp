@@ -3,12 +3,15 @@
 #include "model/MainModel.h"
 #include "model/OperationDesk.h"
 #include "model/PaneWindow.h"
+#include "operations/Archives.h"
 #include "platform/Alerts.h"
 #include "platform/FileName.h"
 #include "platform/OpenPanel.h"
 #include "util/FileQueries.h"
 #include "util/PathText.h"
 #include "window/MenuValidation.h"
+
+using namespace Qt::StringLiterals;
 
 QString nameOfDuplicate(const QString &name, bool isFolder)
 {
@@ -132,6 +135,64 @@ void PaneCommands::ejectClicked()
         return;
     alerts.ask(Alert::error(filled(localized("'%@' could not be ejected!"),
                                    FileName::shown(PathText::lastComponent(path)))));
+}
+
+void PaneCommands::archiveClicked()
+{
+    const PaneTable *list = listOnItem();
+    if (!list)
+        return;
+    // The rows asked about, whatever is listed when the sheet was answered.
+    const Listing rows = mainModel.rows(list->side());
+    QStringList items;
+    const RowSet selected = list->selectedRows();
+    for (const int row : selected)
+        if (row > 0 && rows.holds(row))
+            items.append(rows[row].path());
+    if (items.isEmpty())
+        return;
+    const QString destination = window.getCurrentPathFromSegmentedControl(otherSide(list->side()));
+    const QString suggested =
+        PathText::withExtension(PathText::lastComponent(items.first()), u"zip"_s);
+    const QString name =
+        window.getStringFromInputSheet(localized("Please enter archive name:"), suggested);
+    if (name.isEmpty())
+        return;
+    // Under its final name: that is the file which would be replaced.
+    const QString archive = archiveFileName(name);
+    if (PathText::isItemName(archive) && exists(PathText::joined(destination, archive))) {
+        const Alert question { .style = Alert::Style::Informational,
+                               .title = localized("Twinleaf - Information"),
+                               .text = localized("Archive already exists! Override?"),
+                               .buttons = { { Alert::No, localized("No") },
+                                            { Alert::Yes, localized("Yes") } },
+                               .cancel = Alert::No };
+        if (alerts.ask(question) != Alert::Yes)
+            return;
+    }
+    twinleaf.archiveItems(items, destination, name);
+}
+
+void PaneCommands::unpackClicked()
+{
+    const PaneTable *list = listOnItem();
+    if (!list)
+        return;
+    const Listing &rows = mainModel.rows(list->side());
+    const int row = list->selectedRows().first();
+    if (!rows.holds(row))
+        return;
+    const QString archive = rows[row].path();
+    const QString extension = PathText::extension(archive);
+    if (extension != u"zip" && extension != u"gzip" && extension != u"cpgz") {
+        Alert alert = Alert::error(filled(localized("'%@' is not an archive!"),
+                                          FileName::shown(PathText::lastComponent(archive))));
+        alert.style = Alert::Style::Informational;
+        alerts.ask(alert);
+        return;
+    }
+    twinleaf.unpackArchive(archive,
+                           window.getCurrentPathFromSegmentedControl(otherSide(list->side())));
 }
 
 QString PaneCommands::selectedPath(bool orFirst) const

@@ -29,6 +29,8 @@ public:
     void openWith(const QString &application);
     void packageContentClicked();
     void ejectClicked();
+    void archiveClicked();
+    void unpackClicked();
 
     // The path at the selected row of the active pane, with nothing selected at row 0 when
     // `orFirst`; empty when there is none.

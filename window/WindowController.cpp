@@ -52,6 +52,7 @@ WindowController::WindowController(MainWindowLayout &layout, MessageBus &message
                      services.alerts)
     , _openWithMenu(_menus.menuOpenWithFavorite(), _bookmarkStore, _commands, services.workspace)
     , _workingSheet(messages, &layout)
+    , _archiveSheet(messages, &layout)
 {
     bus.subscribe(ApplicationWillTerminate, this, &WindowController::applicationWillTerminate);
     connectControls();

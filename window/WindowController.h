@@ -3,6 +3,7 @@
 #include "model/Messages.h"
 #include "model/PaneWindow.h"
 #include "util/BookmarkStore.h"
+#include "window/ArchiveSheet.h"
 #include "window/BookmarksMenu.h"
 #include "window/FolderCommands.h"
 #include "window/FolderSize.h"
@@ -56,6 +57,7 @@ public:
 
     MenuBar &menus() { return _menus; }
     ProgressSheet &workingSheet() { return _workingSheet; }
+    ArchiveSheetDoor &archiveSheet() { return _archiveSheet; }
 
     PaneTable &getTableView(Side side) override;
     PaneTable *getFirstResponderTableView() override;
@@ -97,6 +99,7 @@ private:
     BookmarksMenu _bookmarksMenu;
     OpenWithMenu _openWithMenu;
     WorkingSheet _workingSheet;
+    ArchiveSheet _archiveSheet;
     // Kept: despite its name, true while the button row is hidden.
     bool TWClassicButtonsVisible = false;
 };
