@@ -12,10 +12,10 @@
 #include "tests/support/RecordedWorkspace.h"
 #include "tests/support/TestFolder.h"
 #include "util/SettingsKeys.h"
+#include "views/ElidedLabel.h"
 #include "views/InfoBarTextField.h"
 #include "views/TableViewDataSources.h"
 #include "window/ClassicButton.h"
-#include "views/ElidedLabel.h"
 #include "window/MainWindowLayout.h"
 
 #include <QAccessible>
