@@ -44,10 +44,30 @@ void WorkingSheet::showWorkingSheet()
 {
     setWorkingSheetProgressValue(0);
     setWorkingSheetDetailText({}); // of the last item of an earlier run
+    if (!isVisible())
+        standOverWindow();
+}
+
+void WorkingSheet::standOverWindow()
+{
+    // Of two modal sheets the newer one blocks the older: who answers a question would find it
+    // dead until the run ends. So the sheet becomes modal only when the question is answered.
+    const auto *question = qobject_cast<QDialog *>(QApplication::activeModalWidget());
+    if (question)
+        connect(question, &QDialog::finished, this, &WorkingSheet::questionAnswered,
+                Qt::ConnectionType(Qt::SingleShotConnection | Qt::UniqueConnection));
+    setWindowModality(question ? Qt::NonModal : Qt::WindowModal);
+    setAttribute(Qt::WA_ShowWithoutActivating, question != nullptr);
     workingProgressIndicator->setFocus();
-    // Who answers a question keeps the keyboard.
-    setAttribute(Qt::WA_ShowWithoutActivating, QApplication::activeModalWidget() != nullptr);
     show();
+}
+
+void WorkingSheet::questionAnswered()
+{
+    if (!isVisible())
+        return;
+    hide(); // a window in sight keeps its modality
+    standOverWindow();
 }
 
 void WorkingSheet::closeWorkingSheet()

@@ -31,6 +31,8 @@ protected:
     void accept() override { }
 
 private:
+    void standOverWindow();
+    void questionAnswered();
     void showCounter();
 
     MessageBus &bus;

@@ -22,6 +22,13 @@ struct Run {
     int cancels = 0;
 };
 
+bool shows(const QWidget &sheet, const QString &text)
+{
+    const auto labels = sheet.findChildren<QLabel *>();
+    return std::any_of(labels.begin(), labels.end(),
+                       [&](const QLabel *label) { return label->text() == text; });
+}
+
 } // namespace
 
 class tst_Sheets : public QObject {
@@ -32,7 +39,13 @@ private Q_SLOTS:
     void theInputSheetAnswersByKey();
     void aNameIsSelectedWithoutItsExtension_data();
     void aNameIsSelectedWithoutItsExtension();
+    void whatTheCancelButtonAnswersIsNoText();
     void theWorkingSheetStaysUntilTheRunClosesIt();
+    void aStrayKeyDoesNotStopTheRun_data();
+    void aStrayKeyDoesNotStopTheRun();
+    void theWorkingSheetLeavesTheKeyboardToAQuestion();
+    void theWorkingSheetShowsNamesOnOneLine();
+    void theDetailsOfAnEarlierRunAreGone();
     void longTextsNeverMoveTheWorkingSheet();
     void theSpinnerTurnsUntilTheLastStop();
 };
@@ -44,8 +57,10 @@ void tst_Sheets::theInputSheetAnswersByKey_data()
     QTest::addColumn<QString>("answer");
     QTest::newRow("Return takes the text") << u"old"_s << Qt::Key_Return << u"typed"_s;
     QTest::newRow("Escape cancels") << u"old"_s << Qt::Key_Escape << QString();
+    QTest::newRow("Return from the keypad") << u"old"_s << Qt::Key_Enter << u"typed"_s;
+    QTest::newRow("a newline survives") << u"old.a\nb"_s << Qt::Key_Return << u"typed.a\nb"_s;
     QTest::newRow("a byte that is not UTF-8 survives")
-        << QString(QChar(0xDCFF)) + u".old"_s << Qt::Key_Return << u"typed.old"_s;
+        << u"old."_s + QChar(0xDCFF) << Qt::Key_Return << u"typed."_s + QChar(0xDCFF);
 }
 
 void tst_Sheets::theInputSheetAnswersByKey()
@@ -79,6 +94,20 @@ void tst_Sheets::aNameIsSelectedWithoutItsExtension()
     QTEST(sheet.findChild<QLineEdit *>()->selectedText(), "selected");
 }
 
+void tst_Sheets::whatTheCancelButtonAnswersIsNoText()
+{
+    InputSheet sheet(u"Name:"_s, u"old"_s, nullptr);
+    QTimer::singleShot(0, &sheet, [&] {
+        const auto buttons = sheet.findChildren<QPushButton *>();
+        QCOMPARE(buttons.size(), 2);
+        QCOMPARE(buttons[0]->text(), u"OK"_s);
+        QVERIFY(buttons[0]->isDefault());
+        QCOMPARE(buttons[1]->text(), u"Cancel"_s);
+        buttons[1]->click();
+    });
+    QCOMPARE(sheet.getString(), QString());
+}
+
 void tst_Sheets::theWorkingSheetStaysUntilTheRunClosesIt()
 {
     MessageBus bus;
@@ -99,12 +128,87 @@ void tst_Sheets::theWorkingSheetStaysUntilTheRunClosesIt()
     QTest::mouseClick(sheet.findChild<QPushButton *>(), Qt::LeftButton);
     QCOMPARE(run.cancels, 3);
     QVERIFY(sheet.isWorkingSheetVisible());
-    const auto labels = sheet.findChildren<QLabel *>();
-    QVERIFY(std::any_of(labels.begin(), labels.end(), [](const QLabel *label) {
-        return label->text() == u"Canceling progress..."_s;
-    }));
+    QVERIFY(shows(sheet, u"Canceling progress..."_s));
     sheet.closeWorkingSheet();
     QVERIFY(!sheet.isWorkingSheetVisible());
+}
+
+void tst_Sheets::aStrayKeyDoesNotStopTheRun_data()
+{
+    QTest::addColumn<Qt::Key>("key");
+    QTest::newRow("Return") << Qt::Key_Return;
+    QTest::newRow("keypad") << Qt::Key_Enter;
+    QTest::newRow("Space") << Qt::Key_Space;
+}
+
+void tst_Sheets::aStrayKeyDoesNotStopTheRun()
+{
+    QFETCH(Qt::Key, key);
+    MessageBus bus;
+    Run run;
+    bus.subscribe(CancelThread, &run, &Run::cancel);
+    WorkingSheet sheet(bus, nullptr);
+    auto *cancel = sheet.findChild<QPushButton *>();
+    sheet.showWorkingSheet();
+    cancel->setFocus(Qt::TabFocusReason); // where an earlier run was left
+    sheet.closeWorkingSheet();
+    sheet.showWorkingSheet();
+    QTest::keyClick(sheet.focusWidget(), key);
+    QCOMPARE(run.cancels, 0);
+    QVERIFY(sheet.isWorkingSheetVisible());
+
+    QTest::keyClick(sheet.focusWidget(), Qt::Key_Tab);
+    QCOMPARE(sheet.focusWidget(), cancel);
+    QTest::keyClick(cancel, Qt::Key_Space);
+    QCOMPARE(run.cancels, 1);
+}
+
+void tst_Sheets::theWorkingSheetLeavesTheKeyboardToAQuestion()
+{
+    MessageBus bus;
+    QWidget window;
+    window.show();
+    WorkingSheet sheet(bus, &window);
+    InputSheet question(u"Name:"_s, {}, &window);
+    QTimer::singleShot(0, &question, [&] {
+        sheet.showWorkingSheet();
+        QVERIFY(sheet.isWorkingSheetVisible());
+        QCOMPARE(QApplication::activeModalWidget(), &question);
+        question.reject();
+    });
+    question.getString();
+    QVERIFY(sheet.isWorkingSheetVisible());
+    QCOMPARE(QApplication::activeModalWidget(), &sheet);
+    sheet.closeWorkingSheet();
+    QCOMPARE(QApplication::activeModalWidget(), nullptr);
+}
+
+void tst_Sheets::theWorkingSheetShowsNamesOnOneLine()
+{
+    MessageBus bus;
+    WorkingSheet sheet(bus, nullptr);
+    sheet.setWorkingSheetInfoText(u"Copying '<b>a\nb"_s + QChar(0xDCFF) + u"'"_s);
+    QVERIFY(shows(sheet, u"Copying '<b>a\\nb\uFFFD'"_s));
+    const auto labels = sheet.findChildren<QLabel *>();
+    for (const QLabel *label : labels)
+        QCOMPARE(label->textFormat(), Qt::PlainText);
+}
+
+void tst_Sheets::theDetailsOfAnEarlierRunAreGone()
+{
+    MessageBus bus;
+    WorkingSheet sheet(bus, nullptr);
+    sheet.setWorkingSheetMaxProgressValue(2);
+    sheet.showWorkingSheet();
+    sheet.setWorkingSheetProgressValue(2);
+    sheet.setWorkingSheetDetailText(u"1 MB of 2 MB"_s);
+    QVERIFY(shows(sheet, u"1 MB of 2 MB"_s));
+    QVERIFY(shows(sheet, u"2 of 2"_s));
+    sheet.closeWorkingSheet();
+    sheet.setWorkingSheetMaxProgressValue(5);
+    sheet.showWorkingSheet();
+    QVERIFY(!shows(sheet, u"1 MB of 2 MB"_s));
+    QVERIFY(shows(sheet, u"0 of 5"_s));
 }
 
 void tst_Sheets::longTextsNeverMoveTheWorkingSheet()
