@@ -219,6 +219,28 @@ def walks_along_the_path(scene):
     expect(stored_left_path(app) == "/", f"to the root: {stored_left_path(app)!r}")
 
 
+def copies_everything_but_the_parent(scene):
+    for name in NAMES:
+        scene.file(scene.left, name)
+    app = scene.start()
+    app.key("ctrl+a")
+    scene.confirm("F5")
+    app.wait_for(lambda: all(holds(scene.right / name) for name in NAMES), "all the copies")
+    scene.quit()
+    expect(sorted(os.listdir(scene.right)) == sorted(NAMES), "the parent row has no part in it")
+
+
+def goes_to_a_name_by_its_letter(scene):
+    for name in ("alpha", "beta", "gamma"):
+        scene.file(scene.left, name)
+    app = scene.start()
+    app.key("b")
+    scene.confirm("F6")
+    app.wait_for(lambda: holds(scene.right / "beta"), "the moved file")
+    scene.quit()
+    expect(sorted(os.listdir(scene.left)) == ["alpha", "gamma"], "the others stay")
+
+
 def ends_when_the_session_ends(scene):
     source = scene.file(scene.left, "same name")
     target = scene.file(scene.right, "same name", b"the older text")
@@ -234,7 +256,8 @@ def ends_when_the_session_ends(scene):
 SCENES = [copies_with_f5, copies_a_folder_tree, asks_before_overwriting, makes_a_folder_with_f7,
           renames_with_f9, moves_from_the_right_after_tab, deletes_to_the_trash_with_f8,
           refuses_the_parent_row, remembers_its_folders, falls_back_from_a_missing_folder,
-          duplicates_from_the_menu, walks_along_the_path, ends_when_the_session_ends]
+          duplicates_from_the_menu, walks_along_the_path,
+          copies_everything_but_the_parent, goes_to_a_name_by_its_letter, ends_when_the_session_ends]
 
 
 def main():
