@@ -68,15 +68,17 @@ Writer openDisk()
 
 class Extractor {
 public:
-    Extractor(archive *reader, archive *disk)
-        : _reader(reader)
+    Extractor(const ZipFile &zipFile, archive *reader, archive *disk)
+        : zip(zipFile)
+        , _reader(reader)
         , _disk(disk)
     {
     }
 
     Member unpack(archive_entry *entry)
     {
-        const QByteArray name = archive_entry_pathname(entry);
+        const QByteArray name = zip.realName(archive_entry_pathname(entry));
+        archive_entry_copy_pathname(entry, name.constData());
         if (const char *reason = refusal(entry, name)) {
             complain(name.constData(), reason);
             return Member::Refused;
@@ -111,8 +113,11 @@ private:
         const bool isLink = archive_entry_hardlink(entry) != nullptr;
         if (!isLink && type != AE_IFREG && type != AE_IFDIR && type != AE_IFLNK)
             return "a device or another special file";
+        QByteArray path = name;
+        while (path.size() > 1 && path.endsWith('/'))
+            path.chop(1); // else a link would be followed
         struct stat status;
-        if (lstat(name.constData(), &status) == 0 && (type != AE_IFDIR || !S_ISDIR(status.st_mode)))
+        if (lstat(path.constData(), &status) == 0 && (type != AE_IFDIR || !S_ISDIR(status.st_mode)))
             return "the archive holds this name twice";
         return nullptr;
     }
@@ -149,6 +154,7 @@ private:
         return result == ARCHIVE_EOF;
     }
 
+    const ZipFile &zip;
     archive *_reader;
     archive *_disk;
 };
@@ -162,7 +168,7 @@ std::optional<Extracted> extract(const QByteArray &path, ArchiveKind kind)
     if (!reader)
         return std::nullopt;
     const Writer disk = openDisk();
-    Extractor extractor(reader.get(), disk.get());
+    Extractor extractor(zip, reader.get(), disk.get());
     Extracted result;
     archive_entry *entry = nullptr;
     int header = ARCHIVE_OK;

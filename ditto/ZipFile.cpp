@@ -1,5 +1,6 @@
 #include "ditto/ZipFile.h"
 
+#include <QSet>
 #include <QtEndian>
 
 #include <algorithm>
@@ -12,6 +13,10 @@ namespace {
 constexpr size_t BlockSize = 128 * 1024;
 constexpr char Utf8Mark = 0x08; // in the upper byte of a header's flags
 
+constexpr char MadeByUnix = 3;
+constexpr quint32 EntrySignature = 0x02014b50;
+
+constexpr qint64 HeaderSize = 30; // and the name
 constexpr qint64 EndRecordSize = 22; // and a comment behind it
 constexpr qint64 LongestComment = 65535;
 constexpr qint64 LocatorSize = 20; // of the large end record, just before the end record
@@ -104,35 +109,76 @@ bool ZipFile::open(archive *reader, const QByteArray &path)
         return false;
     _size = status.st_size;
     _block.resize(BlockSize);
-    findMarks();
+    readDirectory();
     archive_read_set_callback_data(reader, this);
     archive_read_set_read_callback(reader, &ZipFile::read);
     archive_read_set_seek_callback(reader, &ZipFile::seek);
     return archive_read_open1(reader) == ARCHIVE_OK;
 }
 
-void ZipFile::findMarks()
+struct ZipFile::Entry {
+    qint64 position; // in the directory
+    qint64 header; // its own header
+    QByteArray name;
+    bool isUnix;
+};
+
+void ZipFile::readDirectory()
 {
     qint64 offset = 0;
     const QByteArray directory = directoryOf(_descriptor, _size, offset);
+    std::vector<Entry> entries;
     for (qint64 at = 0; at + EntrySize <= directory.size();) {
         const char *entry = directory.constData() + at;
-        if (number<quint32>(entry) != 0x02014b50)
-            break;
         const qint64 name = number<quint16>(entry + 28);
         const qint64 extra = number<quint16>(entry + 30);
         const qint64 comment = number<quint16>(entry + 32);
-        if (at + EntrySize + name + extra > directory.size())
+        if (number<quint32>(entry) != EntrySignature
+            || at + EntrySize + name + extra > directory.size())
             break;
         const qint64 header = headerOffset(entry, name, extra);
+        if (header < 0 || header >= _size)
+            break;
         if (entry[9] & Utf8Mark) {
-            _marks.push_back(offset + at + 9);
-            if (header >= 0 && header < _size)
-                _marks.push_back(header + 7);
+            _changes.push_back({ offset + at + 9, char(~Utf8Mark), 0 });
+            _changes.push_back({ header + 7, char(~Utf8Mark), 0 });
         }
+        entries.push_back(
+            { offset + at, header, QByteArray(entry + EntrySize, name), entry[5] == MadeByUnix });
         at += EntrySize + name + extra + comment;
     }
-    std::ranges::sort(_marks);
+    maskBackslashes(entries);
+    std::ranges::sort(_changes, {}, &Change::position);
+}
+
+void ZipFile::maskBackslashes(const std::vector<Entry> &entries)
+{
+    const auto needsMask = [](const Entry &entry) {
+        return entry.isUnix && entry.name.contains('\\');
+    };
+    if (std::ranges::none_of(entries, needsMask))
+        return;
+    QSet<QByteArray> taken;
+    for (const Entry &entry : entries)
+        taken.insert(entry.name);
+    for (const Entry &entry : entries) {
+        if (!needsMask(entry))
+            continue;
+        char mask = 1;
+        QByteArray masked;
+        do
+            masked = QByteArray(entry.name).replace('\\', mask);
+        while (taken.contains(masked) && ++mask < '/');
+        if (taken.contains(masked))
+            continue;
+        taken.insert(masked);
+        _maskedNames.insert(masked, entry.name);
+        for (qsizetype at = entry.name.indexOf('\\'); at >= 0;
+             at = entry.name.indexOf('\\', at + 1)) {
+            _changes.push_back({ entry.position + EntrySize + at, 0, mask });
+            _changes.push_back({ entry.header + HeaderSize + at, 0, mask });
+        }
+    }
 }
 
 la_ssize_t ZipFile::read(archive *reader, void *object, const void **bytes)
@@ -146,9 +192,11 @@ la_ssize_t ZipFile::read(archive *reader, void *object, const void **bytes)
         archive_set_error(reader, errno, "%s", "The archive cannot be read");
         return -1;
     }
-    const auto from = std::ranges::lower_bound(self->_marks, self->_position);
-    for (auto mark = from; mark != self->_marks.end() && *mark < self->_position + count; ++mark)
-        self->_block[size_t(*mark - self->_position)] &= char(~Utf8Mark);
+    auto change = std::ranges::lower_bound(self->_changes, self->_position, {}, &Change::position);
+    for (; change != self->_changes.end() && change->position < self->_position + count; ++change) {
+        char &byte = self->_block[size_t(change->position - self->_position)];
+        byte = char((byte & change->keep) | change->set);
+    }
     self->_position += count;
     *bytes = self->_block.data();
     return count;

@@ -1,13 +1,15 @@
 #pragma once
 
 #include <QByteArray>
+#include <QHash>
 
 #include <archive.h>
 #include <vector>
 
-// A zip file as the archive library reads it, with one bit changed on the way: the mark that a name
-// is UTF-8. Names so marked are converted, which folds two spellings of one accent into one and
-// drops the name when it is not UTF-8 after all; unmarked they pass as the bytes they are.
+// A zip file as the archive library reads it, changed on the way so that names stay the bytes they
+// are. The mark that a name is UTF-8 goes: the library converts such names, which folds two
+// spellings of one accent into one and drops a name that is not UTF-8 after all. And a backslash in
+// a name that comes from a Unix system is masked, as the library takes it for a slash.
 class ZipFile final {
 public:
     ZipFile() = default;
@@ -17,15 +19,26 @@ public:
 
     // Gives the file to the reader. False with errno when it cannot be opened.
     bool open(archive *reader, const QByteArray &path);
+    // The name of a member, given the one that the reader found.
+    QByteArray realName(const QByteArray &name) const { return _maskedNames.value(name, name); }
 
 private:
+    // One byte: which of its bits stay, and which are set then.
+    struct Change {
+        qint64 position;
+        char keep;
+        char set;
+    };
+    struct Entry;
     static la_ssize_t read(archive *reader, void *self, const void **bytes);
     static la_int64_t seek(archive *reader, void *self, la_int64_t offset, int whence);
-    void findMarks();
+    void readDirectory();
+    void maskBackslashes(const std::vector<Entry> &entries);
 
     int _descriptor = -1;
     qint64 _size = 0;
     qint64 _position = 0;
-    std::vector<qint64> _marks; // where the bytes with the mark stand, in ascending order
+    std::vector<Change> _changes; // in ascending order
+    QHash<QByteArray, QByteArray> _maskedNames; // with the real ones
     std::vector<char> _block;
 };
