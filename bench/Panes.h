@@ -11,6 +11,7 @@
 #include "platform/Questions.h"
 #include "platform/UserDefaults.h"
 #include "views/TableViewDataSources.h"
+#include "window/ArchiveSheet.h"
 #include "window/WorkingSheet.h"
 
 #include <QCoreApplication>
@@ -43,6 +44,7 @@ public:
         model.setTwinleaf(&twinleaf);
         twinleaf.setMainModel(&model);
         twinleaf.setWindowController(this, &workingSheet);
+        twinleaf.setArchiveSheet(&archiveSheet);
         model.awakeFromNib();
         leftSource.awakeFromNib();
         rightSource.awakeFromNib();
@@ -86,4 +88,5 @@ public:
     TableViewDataSourceLeft leftSource { left, model, bus, defaults };
     TableViewDataSourceRight rightSource { right, model, bus, defaults };
     WorkingSheet workingSheet { bus, this };
+    ArchiveSheet archiveSheet { bus, this };
 };
