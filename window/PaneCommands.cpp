@@ -65,13 +65,23 @@ void PaneCommands::deleteButtonClicked()
     post(DeleteItem);
 }
 
-void PaneCommands::renameButtonClicked()
+void PaneCommands::postSelectedRow(const Message<ItemRequest> &message) const
 {
     if (const PaneTable *list = listOnItem())
-        bus.post(RenameItem,
+        bus.post(message,
                  { .side = list->side(),
                    .item = { list->selectedRow() },
                    .seen = mainModel.rows(list->side()) });
+}
+
+void PaneCommands::renameButtonClicked()
+{
+    postSelectedRow(RenameItem);
+}
+
+void PaneCommands::infoClicked()
+{
+    postSelectedRow(ShowInfo);
 }
 
 void PaneCommands::newFolderButtonClicked()

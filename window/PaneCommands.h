@@ -22,6 +22,7 @@ public:
     void newFolderButtonClicked();
     void deleteButtonClicked();
     void renameButtonClicked();
+    void infoClicked();
     void openClicked();
     void reloadClicked();
     void duplicateClicked();
@@ -38,7 +39,8 @@ public:
 
 private:
     PaneTable *listOnItem() const; // the active pane when commands may act on its selection
-    void post(const Message<ItemRequest> &message) const;
+    void post(const Message<ItemRequest> &message) const; // for all selected rows
+    void postSelectedRow(const Message<ItemRequest> &message) const;
 
     PaneWindow &window;
     MessageBus &bus;

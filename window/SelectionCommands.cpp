@@ -134,6 +134,18 @@ void SelectionCommands::searchClicked(Ask ask)
                                     list->selectedRow(), dateText()));
 }
 
+void SelectionCommands::spotlightSearchClicked()
+{
+    bus.post(SpotlightSearch);
+}
+
+void SelectionCommands::spotlightSearchMenuItemClicked()
+{
+    const PaneTable *list = window.getFirstResponderTableView();
+    if (list && mainModel.rows(list->side()).holds(list->selectedRow()))
+        bus.post(SpotlightSearch, { mainModel.rows(list->side())[list->selectedRow()].name() });
+}
+
 void SelectionCommands::spotlightSearchResultClicked(const ChosenResult &result)
 {
     const QString extension = PathText::extension(result.path);

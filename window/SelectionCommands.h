@@ -34,6 +34,10 @@ public:
     enum class Ask { Always, WithoutTerm };
     void searchClicked(Ask ask);
 
+    // The metadata search, empty or for the name of the selected item.
+    void spotlightSearchClicked();
+    void spotlightSearchMenuItemClicked();
+
     // Handlers of the bus.
     void letterPressed(const TypedLetter &typed);
     void spotlightSearchResultClicked(const ChosenResult &result);

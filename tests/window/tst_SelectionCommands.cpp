@@ -94,6 +94,7 @@ private Q_SLOTS:
     void comparedFoldersShareWhatIsEqual();
     void findLooksAtAllColumnsBelowAndAtNamesAbove();
     void findAsksOnlyWhenItMust();
+    void theMetadataSearchIsAskedForTheSelectedName();
     void aChosenSearchResultIsShownOrOpened();
 };
 
@@ -240,6 +241,22 @@ void tst_SelectionCommands::findAsksOnlyWhenItMust()
     QCOMPARE(world.selected(), QStringList { u"b"_s });
     world.commands.searchClicked(SelectionCommands::Ask::Always);
     QCOMPARE(world.window.prompts.last(), u"Please enter search term(s):|b"_s);
+}
+
+void tst_SelectionCommands::theMetadataSearchIsAskedForTheSelectedName()
+{
+    World world({ u"a"_s });
+    struct Search {
+        void add(const SearchFor &asked) { texts.append(asked.text.value_or(u"nothing"_s)); }
+        QStringList texts;
+    } search;
+    world.bus.subscribe(SpotlightSearch, &search, &Search::add);
+    world.window.tables.left.selectRow(1);
+    world.commands.spotlightSearchMenuItemClicked();
+    world.commands.spotlightSearchClicked();
+    world.window.tables.left.selectRow(-1);
+    world.commands.spotlightSearchMenuItemClicked();
+    QCOMPARE(search.texts, QStringList({ u"a"_s, u"nothing"_s }));
 }
 
 void tst_SelectionCommands::aChosenSearchResultIsShownOrOpened()
