@@ -5,8 +5,8 @@
 #include <QDateTime>
 #include <QTimeZone>
 
+#include <clocale>
 #include <cstdlib>
-#include <locale.h>
 #include <memory>
 #include <plist/plist.h>
 
@@ -224,7 +224,7 @@ QByteArray PropertyList::toXml(const QVariantMap &dictionary)
     char *xml = nullptr;
     uint32_t length = 0;
     plist_to_xml(root.get(), &xml, &length);
-    const QByteArray bytes(xml, qsizetype(length));
+    QByteArray bytes(xml, qsizetype(length));
     plist_to_xml_free(xml);
     return bytes;
 }

@@ -139,7 +139,7 @@ std::optional<QVariantMap> UserDefaults::readLocked()
         warn(QString::fromLocal8Bit(failed.message().c_str()));
         return std::nullopt;
     }
-    if (const auto stored = PropertyList::read(bytes))
+    if (auto stored = PropertyList::read(bytes))
         return stored;
     if (setAsideDamaged(resolved(_file)))
         return _stored;

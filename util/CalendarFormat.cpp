@@ -154,7 +154,7 @@ QString Writer::byLocale(Settings::Key key, const QString &otherwise) const
     if (format.isEmpty() || _depth >= 2)
         return text(otherwise);
     ++_depth;
-    const QString written = text(format);
+    QString written = text(format);
     --_depth;
     return written;
 }

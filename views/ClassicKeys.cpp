@@ -75,7 +75,7 @@ std::optional<ClassicAction> ClassicKeys::match(int keyCode, qint32 modifierFlag
 QString ClassicKeys::menuText(ClassicAction action) const
 {
     const Binding &binding = _bindings[static_cast<int>(action)];
-    const QString key = VirtualKeys::name(binding.key);
+    QString key = VirtualKeys::name(binding.key);
     if (key.isEmpty())
         return {};
     switch (binding.modifierFlag) {

@@ -159,7 +159,7 @@ QString InstalledApplications::firstOf(const QStringList &ids)
 
 QString InstalledApplications::terminal()
 {
-    const QString chosen = u"/usr/bin/x-terminal-emulator"_s;
+    QString chosen = u"/usr/bin/x-terminal-emulator"_s;
     if (isExecutableFile(chosen))
         return chosen;
     QString found;
