@@ -8,6 +8,8 @@
 #include <QApplication>
 #include <QSet>
 
+#include <filesystem>
+
 namespace {
 
 using namespace Qt::StringLiterals;
@@ -28,6 +30,22 @@ int commonNames(const Listing &here, const Listing &there)
     return common;
 }
 
+// Files made one after the other have no date in common: none would be equal to its counterpart.
+void giveDate(const QString &folder, std::filesystem::file_time_type date)
+{
+    for (const auto &file : std::filesystem::directory_iterator(folder.toStdString()))
+        std::filesystem::last_write_time(file.path(), date);
+}
+
+// A figure of another selection than the one it is named for is none.
+void expect(const PaneTable &list, int count)
+{
+    if (list.selectedRows().size() == count)
+        return;
+    std::fprintf(stderr, "%d rows are selected\n", int(list.selectedRows().size()));
+    std::exit(1);
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -41,6 +59,10 @@ int main(int argc, char **argv)
     fillFolder(right.toUtf8(), Rows / 2, [](int) { return std::string(); });
     fillFolder(
         right.toUtf8(), Rows / 2, [](int) { return std::string(); }, "other ");
+
+    const auto date = std::filesystem::file_time_type::clock::now();
+    giveDate(left, date);
+    giveDate(right, date);
 
     Panes panes(home);
     panes.open(left);
@@ -57,10 +79,13 @@ int main(int argc, char **argv)
                               panes.right.selectRows(equal.there);
                           },
                       .floor = floor });
+    expect(panes.left, Rows / 2);
+    expect(panes.right, Rows / 2);
     Measure::report(
         "select-same-100k", Runs,
         { .work = [&] { panes.left.selectRows(RowMatching::rowsOfSameName(here, there)); },
           .floor = floor });
+    expect(panes.left, Rows / 2);
     const ExpandSelection pattern { .method = MatchMethod::EndsWith, .text = u".TXT"_s };
     Measure::report("group-select-100k", Runs,
                     { .work =
@@ -69,5 +94,6 @@ int main(int argc, char **argv)
                                   here, pattern, [](const QDateTime &) { return QString(); }));
                           },
                       .floor = floor });
+    expect(panes.left, Rows * 2 / 3);
     return 0;
 }

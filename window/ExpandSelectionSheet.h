@@ -18,8 +18,6 @@ public:
     ExpandSelection getInput();
 
 private:
-    QComboBox *addChoice(const QString &label, const QStringList &choices);
-
     QComboBox *expandSelectionTarget;
     QComboBox *expandSelectionMethod;
     QLineEdit *expandSelectionText;

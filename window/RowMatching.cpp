@@ -3,9 +3,10 @@
 #include "util/FileQueries.h"
 
 #include <QHash>
-#include <QSet>
 
 #include <algorithm>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -101,16 +102,28 @@ RowSet RowMatching::matchingRows(const Listing &rows, const ExpandSelection &req
     return found;
 }
 
+QSet<QByteArrayView> RowMatching::namesOf(const Listing &rows)
+{
+    // Names as bytes: the listing holds them, and nothing is made of them.
+    QSet<QByteArrayView> names;
+    names.reserve(rows.size());
+    for (qsizetype row = 1; row < rows.size(); ++row)
+        names.insert(rows[row].nameBytes());
+    return names;
+}
+
+bool RowMatching::arrayContainsEntry(const QSet<QByteArrayView> &names, const Entry &entry,
+                                     QLatin1StringView searchObject)
+{
+    return searchObject == "name"_L1 && names.contains(entry.nameBytes());
+}
+
 RowSet RowMatching::rowsOfSameName(const Listing &rows, const Listing &others)
 {
-    // Names as bytes: the listings hold them, and nothing is made of them.
-    QSet<QByteArrayView> names;
-    names.reserve(others.size());
-    for (qsizetype row = 1; row < others.size(); ++row)
-        names.insert(others[row].nameBytes());
+    const QSet<QByteArrayView> names = namesOf(others);
     RowSet found;
     for (int row = 1; row < rows.size(); ++row)
-        if (names.contains(rows[row].nameBytes()))
+        if (arrayContainsEntry(names, rows[row], "name"_L1))
             found.append(row);
     return found;
 }

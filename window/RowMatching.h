@@ -3,6 +3,8 @@
 #include "model/Listing.h"
 #include "model/RowSet.h"
 
+#include <QSet>
+
 #include <functional>
 
 // What a person chooses in the sheet of the group selection.
@@ -38,6 +40,13 @@ int indexOfFirstFoundStringItem(const QString &term, const Listing &rows);
 bool matches(const QString &field, const ExpandSelection &request);
 RowSet matchingRows(const Listing &rows, const ExpandSelection &request,
                     const DateToText &dateText);
+
+// The names of a listing's rows, ".." not among them, to look many entries up in; valid as long as
+// the listing.
+QSet<QByteArrayView> namesOf(const Listing &rows);
+// Kept: only the key "name" is ever looked at; "size", "date" and "type" find nothing.
+bool arrayContainsEntry(const QSet<QByteArrayView> &names, const Entry &entry,
+                        QLatin1StringView searchObject);
 
 // The rows whose names the other listing has too.
 RowSet rowsOfSameName(const Listing &rows, const Listing &others);

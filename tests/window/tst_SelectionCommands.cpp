@@ -86,8 +86,6 @@ class tst_SelectionCommands : public QObject {
 private Q_SLOTS:
     void aLetterGoesFromNameToName();
     void aLetterWithoutAMatchSelectsNothingElse();
-    void patterns_data();
-    void patterns();
     void aGroupAddsToAndTakesFromTheSelection();
     void withoutAPatternNothingChanges();
     void sameNamesAreSelectedInTheActivePane();
@@ -121,37 +119,6 @@ void tst_SelectionCommands::aLetterWithoutAMatchSelectsNothingElse()
     world.window.focus.reset();
     world.type(u"a"_s);
     QCOMPARE(world.selected(), QStringList { u"b"_s });
-}
-
-void tst_SelectionCommands::patterns_data()
-{
-    using enum MatchMethod;
-    QTest::addColumn<QString>("field");
-    QTest::addColumn<MatchMethod>("method");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<bool>("caseSensitive");
-    QTest::addColumn<bool>("matches");
-    QTest::newRow("contains") << u"a.txt"_s << Contains << u".T"_s << false << true;
-    QTest::newRow("contains, by case") << u"a.txt"_s << Contains << u".T"_s << true << false;
-    QTest::newRow("begins") << u"abc"_s << BeginsWith << u"AB"_s << false << true;
-    QTest::newRow("begins, by case") << u"abc"_s << BeginsWith << u"AB"_s << true << false;
-    QTest::newRow("ends") << u"B.Txt"_s << EndsWith << u".TXT"_s << false << true;
-    QTest::newRow("equals") << u"ABC"_s << Equals << u"abc"_s << false << true;
-    QTest::newRow("equals the whole") << u"abcd"_s << Equals << u"abc"_s << false << false;
-    QTest::newRow("longer than the field") << u"ab"_s << BeginsWith << u"abc"_s << false << false;
-    QTest::newRow("longer at the end") << u"bc"_s << EndsWith << u"abc"_s << false << false;
-    QTest::newRow("no expression") << u"abc"_s << Contains << u"a.c"_s << false << false;
-    QTest::newRow("plain characters") << u"a[1]*"_s << Contains << u"[1]*"_s << false << true;
-}
-
-void tst_SelectionCommands::patterns()
-{
-    QFETCH(QString, field);
-    QFETCH(MatchMethod, method);
-    QFETCH(QString, text);
-    QFETCH(bool, caseSensitive);
-    QTEST(RowMatching::matches(field, { MatchTarget::Name, method, text, caseSensitive }),
-          "matches");
 }
 
 void tst_SelectionCommands::aGroupAddsToAndTakesFromTheSelection()

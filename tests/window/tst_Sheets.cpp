@@ -1,5 +1,6 @@
 #include "model/Messages.h"
 #include "window/ActivitySpinner.h"
+#include "window/ExpandSelectionSheet.h"
 #include "window/InputSheet.h"
 #include "window/WorkingSheet.h"
 
@@ -40,6 +41,8 @@ private Q_SLOTS:
     void aNameIsSelectedWithoutItsExtension_data();
     void aNameIsSelectedWithoutItsExtension();
     void whatTheCancelButtonAnswersIsNoText();
+    void aPatternIsChosenByKeys();
+    void aCancelledPatternHasNoText();
     void theWorkingSheetStaysUntilTheRunClosesIt();
     void aStrayKeyDoesNotStopTheRun_data();
     void aStrayKeyDoesNotStopTheRun();
@@ -106,6 +109,40 @@ void tst_Sheets::whatTheCancelButtonAnswersIsNoText()
         buttons[1]->click();
     });
     QCOMPARE(sheet.getString(), QString());
+}
+
+void tst_Sheets::aPatternIsChosenByKeys()
+{
+    ExpandSelectionSheet sheet(u"Group selection"_s, nullptr);
+    QTimer::singleShot(0, &sheet, [&] {
+        QVERIFY(shows(sheet, u"Group selection"_s));
+        const auto typeInto = [&](Qt::Key key) { QTest::keyClick(sheet.focusWidget(), key); };
+        QTest::keyClicks(sheet.focusWidget(), u"a*"_s); // the text comes first
+        typeInto(Qt::Key_Backtab);
+        typeInto(Qt::Key_End); // ends at the last method
+        typeInto(Qt::Key_Backtab);
+        typeInto(Qt::Key_Down);
+        typeInto(Qt::Key_Down);
+        for (int widgets = 0; widgets < 3; ++widgets)
+            typeInto(Qt::Key_Tab);
+        typeInto(Qt::Key_Space);
+        typeInto(Qt::Key_Return);
+    });
+    const ExpandSelection request = sheet.getInput();
+    QCOMPARE(request.target, MatchTarget::Date);
+    QCOMPARE(request.method, MatchMethod::Equals);
+    QCOMPARE(request.text, u"a*"_s);
+    QVERIFY(request.caseSensitive);
+}
+
+void tst_Sheets::aCancelledPatternHasNoText()
+{
+    ExpandSelectionSheet sheet(u"Group selection"_s, nullptr);
+    QTimer::singleShot(0, &sheet, [&] {
+        QTest::keyClicks(sheet.focusWidget(), u"typed"_s);
+        QTest::keyClick(&sheet, Qt::Key_Escape);
+    });
+    QCOMPARE(sheet.getInput().text, QString());
 }
 
 void tst_Sheets::theWorkingSheetStaysUntilTheRunClosesIt()
