@@ -33,6 +33,14 @@ bool Merge::moveAll(const QString &from, const QString &to)
     return moveContents(from, to, {});
 }
 
+bool Merge::hasMoved(const QString &path) const
+{
+    for (qsizetype end = path.size(); end > 0; end = path.lastIndexOf(u'/', end - 1))
+        if (_moved.contains(path.left(end)))
+            return true;
+    return false;
+}
+
 bool Merge::moveContents(const QString &from, const QString &to, const QString &relative)
 {
     DirectoryReader reader;
@@ -57,7 +65,7 @@ bool Merge::moveContents(const QString &from, const QString &to, const QString &
 
 bool Merge::moveItem(const QString &from, const QString &to, const QString &relative)
 {
-    auto failed = FileSystem::renameNoReplace(from, to);
+    auto failed = moveAlone(from, to, relative);
     if (!failed)
         return true;
     if (failed != std::errc::file_exists)
@@ -65,13 +73,20 @@ bool Merge::moveItem(const QString &from, const QString &to, const QString &rela
     if (isFolder(to)) {
         if (!isFolder(from))
             return complain(to, "a folder stands in the way");
-        _joined.insert(relative);
         return moveContents(from, to, relative);
     }
     if (FileFlags::isLocked(to))
         return complain(to, "is locked");
     if (!moveItemToTrash(to))
         return complain(to, "cannot be moved to the Trash");
-    failed = FileSystem::renameNoReplace(from, to);
+    failed = moveAlone(from, to, relative);
     return !failed || complain(to, failed.message());
+}
+
+std::error_code Merge::moveAlone(const QString &from, const QString &to, const QString &relative)
+{
+    const auto failed = FileSystem::renameNoReplace(from, to);
+    if (!failed)
+        _moved.insert(relative);
+    return failed;
 }

@@ -3,6 +3,7 @@
 #include <QString>
 
 #include <set>
+#include <system_error>
 
 // Moves what lies in one folder into another, without replacing anything: a file that is in the way
 // goes to the Trash first, a folder in the way takes the other's items in.
@@ -12,12 +13,14 @@ public:
     // why, is told on standard error.
     bool moveAll(const QString &from, const QString &to);
 
-    // Whether the folder at this relative path is a new one, not one that was there before.
-    bool isNew(const QString &folder) const { return !_joined.contains(folder); }
+    // Whether what stands at this relative path came from the other folder, by itself or in one of
+    // its folders.
+    bool hasMoved(const QString &path) const;
 
 private:
     bool moveContents(const QString &from, const QString &to, const QString &relative);
     bool moveItem(const QString &from, const QString &to, const QString &relative);
+    std::error_code moveAlone(const QString &from, const QString &to, const QString &relative);
 
-    std::set<QString> _joined;
+    std::set<QString> _moved;
 };

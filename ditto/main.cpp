@@ -71,7 +71,7 @@ void closeFolders(const Extracted &extracted, const Merge &merge, const QByteArr
     const auto &folders = extracted.closedFolders;
     for (auto folder = folders.end(); folder != folders.begin();) {
         --folder;
-        if (merge.isNew(FileName::fromBytes(folder.key())))
+        if (merge.hasMoved(FileName::fromBytes(folder.key())))
             fchmodat(AT_FDCWD, (destination + '/' + folder.key()).constData(), folder.value(), 0);
     }
 }
