@@ -74,9 +74,10 @@ CommandLine readCommandLine(int count, const char *const *arguments)
                 line.task = CommandLine::Task::Help;
             else if (argument == "--version")
                 line.task = CommandLine::Task::Version;
-            else if (argument == "--self-test")
-                line.task = CommandLine::Task::SelfTest;
-            else
+            else if (argument == "--self-test") {
+                if (line.task == CommandLine::Task::Run)
+                    line.task = CommandLine::Task::SelfTest;
+            } else
                 return { CommandLine::Task::Wrong,
                          filled(localized("unknown option '%@'; see --help"),
                                 FileName::shown(FileName::fromBytes(argument))) };

@@ -33,6 +33,8 @@ std::unique_ptr<QCoreApplication> applicationFor(int &argc, char **argv)
 {
     for (int i = 1; i < argc; ++i) {
         const QByteArrayView argument(argv[i]);
+        if (argument == "--")
+            break; // folders follow, whatever their names
         if (argument == "--help" || argument == "-h" || argument == "--version")
             return std::make_unique<QCoreApplication>(argc, argv);
     }

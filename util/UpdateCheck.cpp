@@ -57,6 +57,7 @@ void UpdateCheck::checkForNewerVersion()
 void UpdateCheck::compare(const std::optional<QByteArray> &received)
 {
     if (!received) {
+        // Kept: a connection that fails later is only logged.
         qCWarning(log) << "The version informations could not be downloaded.";
         return;
     }

@@ -109,7 +109,12 @@ QString PaneDragAndDrop::destinationOf(int row) const
 
 bool PaneDragAndDrop::acceptDrop(const QStringList &paths, int row, int mask, bool fromOutside)
 {
-    const QString destination = destinationOf(row);
+    return acceptInto(destinationOf(row), paths, mask, fromOutside);
+}
+
+bool PaneDragAndDrop::acceptInto(const QString &destination, const QStringList &paths, int mask,
+                                 bool fromOutside)
+{
     const QList<DroppedItems> folders = DropDecision::byFolder(paths);
     const bool isOwnFolder =
         std::any_of(folders.begin(), folders.end(), [&](const DroppedItems &items) {
@@ -178,11 +183,13 @@ void PaneDragAndDrop::drop(QDropEvent &event)
     event.setDropAction(event.possibleActions() & Qt::CopyAction ? Qt::CopyAction
                                                                  : Qt::TargetMoveAction);
     event.accept();
-    // The other program waits until this event is answered: what is to be asked comes after it.
-    const int row = fileList.rowAt(event.position().toPoint().y());
+    // The other program waits until this event is answered: what is to be asked comes after it, for
+    // the folder that the row shows now.
+    const QString destination = destinationOf(fileList.rowAt(event.position().toPoint().y()));
     const bool fromOutside = !event.source();
     QMetaObject::invokeMethod(
-        this, [=, this] { acceptDrop(*paths, row, mask, fromOutside); }, Qt::QueuedConnection);
+        this, [=, this] { acceptInto(destination, *paths, mask, fromOutside); },
+        Qt::QueuedConnection);
 }
 
 bool PaneDragAndDrop::eventFilter(QObject *watched, QEvent *event)

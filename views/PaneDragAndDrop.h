@@ -36,6 +36,8 @@ private:
     void dragMove(QDragMoveEvent &event);
     void drop(QDropEvent &event);
     QString destinationOf(int row) const;
+    bool acceptInto(const QString &destination, const QStringList &paths, int mask,
+                    bool fromOutside);
 
     PaneTableView &fileList;
     const MainModel &mainModel;

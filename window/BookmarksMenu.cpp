@@ -5,12 +5,15 @@
 #include "platform/Alerts.h"
 #include "platform/FileName.h"
 #include "platform/FileStatus.h"
+#include "platform/Icons.h"
 #include "util/FileQueries.h"
 #include "util/PathText.h"
 #include "window/MenuText.h"
 #include "window/PaneCommands.h"
 
 #include <QMenu>
+
+using namespace Qt::StringLiterals;
 
 BookmarksMenu::BookmarksMenu(QMenu &menu, BookmarkStore &bookmarks,
                              const PaneCommands &paneCommands, PaneWindow &paneWindow,
@@ -35,8 +38,9 @@ void BookmarksMenu::setBookmarksMenu()
     bookmarksMenu.addSeparator();
     const auto bookmarks = store.getBookmarksFromUserDefaults();
     for (const Bookmark &bookmark : bookmarks) {
-        QAction *item = bookmarksMenu.addAction(queries.getIconForFile(bookmark.realPath),
-                                                menuText(bookmark.localizedPath));
+        // Not the folder's own: a bookmark on a server that is gone must not hold up the start.
+        QAction *item =
+            bookmarksMenu.addAction(themedIcon(u"folder"_s), menuText(bookmark.localizedPath));
         connect(item, &QAction::triggered, this,
                 [this, title = bookmark.localizedPath] { clickedBookmark(title); });
     }

@@ -111,7 +111,8 @@ void MenuBar::addFileMenu(const ClassicKeys &keys)
     const auto quit = [this] { Q_EMIT terminateAsked(); };
     add(file, localized("Quit"), { .key = keys.menuText(ClassicAction::Exit) }, quit);
     // Beside the key shown: the one that quits every other program of the desktop.
-    connect(new QShortcut(QKeySequence::Quit, &menus), &QShortcut::activated, this, quit);
+    connect(new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q), &menus), &QShortcut::activated, this,
+            quit);
 }
 
 void MenuBar::addSelectMenu(SelectionCommands &selection)
