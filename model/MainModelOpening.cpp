@@ -50,18 +50,22 @@ void MainModel::getRows(Side side, const RowsOfPane &opened)
     }
     const QString item = PathText::lastComponent(queries.getLocalizedPath(path));
     const QString extension = PathText::extension(path);
+    // An application folder of this desktop counts as one with the suffix "app".
+    const bool isApplication =
+        extension == u"app"_s || extension.compare(u"AppDir"_s, Qt::CaseInsensitive) == 0;
     const QString resolved = queries.resolveAliasPath(path);
     if (first == 0) {
         bus.post(DirectoryChanged[side], { .path = PathText::parent(path), .item = u".."_s });
         if (const PaneTable *active = windowController->getFirstResponderTableView())
             bus.post(TableViewSelectionDidChange, { active->side() });
-    } else if (extension == u"app"_s && !_insideBundle) {
+    } else if (isApplication && !_insideBundle) {
         launching.launchApp(path);
     } else if ((extension == u"pkg"_s || extension == u"mpkg"_s) && !_insideBundle) {
         launching.launchInstallerPackage(path);
     } else if (queries.isDirectory(resolved)) {
         bus.post(DirectoryChanged[side], { .path = resolved, .item = item });
-    } else if (_insideBundle && queries.isPackage(path)) {
+    } else if (queries.isPackage(path)) {
+        // A package that nothing launches ("x.framework"), or any inside another.
         if (!windowController->isItemInNavigatorPath(u"app"_s, side)
             && !windowController->isItemInNavigatorPath(u"pkg"_s, side))
             setInsideBundle(false);

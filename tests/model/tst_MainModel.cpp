@@ -192,7 +192,14 @@ void tst_MainModel::openingARow_data()
     QTest::newRow("parent row") << u".."_s << QString() << QString();
     QTest::newRow("file") << u"a"_s << u"left"_s << u"open"_s;
     QTest::newRow("application") << u"Program.app"_s << u"left"_s << u"launch"_s;
+    QTest::newRow("application folder") << u"Tool.AppDir"_s << u"left"_s << u"launch"_s;
+    QTest::newRow("file with an application's suffix") << u"f.app"_s << u"left"_s << u"launch"_s;
     QTest::newRow("installer package") << u"Setup.pkg"_s << u"left"_s << u"install"_s;
+    QTest::newRow("package that nothing launches")
+        << u"Kit.framework"_s << u"left/Kit.framework"_s << QString();
+    QTest::newRow("alias of a folder") << u"alias.desktop"_s << u"left/sub"_s << QString();
+    QTest::newRow("alias of a package") << u"kit.desktop"_s << u"left"_s << u"open"_s;
+    QTest::newRow("alias that leads nowhere") << u"lost.desktop"_s << u"left"_s << u"open"_s;
 }
 
 void tst_MainModel::openingARow()
@@ -201,6 +208,17 @@ void tst_MainModel::openingARow()
     QFETCH(const QString, shown);
     QFETCH(const QString, call);
     PaneModelWorld world;
+    world.folder.makeFolder(u"left/Tool.AppDir"_s);
+    world.folder.makeFolder(u"left/Kit.framework"_s);
+    world.folder.write(u"left/f.app"_s);
+    const auto alias = [&](const QString &from, const QString &to) {
+        const QString url = u"file://"_s + world.folder.path(u"left/"_s + to);
+        world.folder.write(u"left/"_s + from + u".desktop"_s,
+                           "[Desktop Entry]\nType=Link\nURL=" + url.toUtf8() + '\n');
+    };
+    alias(u"alias"_s, u"sub"_s);
+    alias(u"kit"_s, u"Kit.framework"_s);
+    alias(u"lost"_s, u"nowhere"_s);
     world.model.awakeFromNib();
     world.window.focus = Side::Right;
     world.changes.clear();
@@ -220,7 +238,7 @@ void tst_MainModel::openingARow()
         QCOMPARE(world.changes[0].item, name);
     // The row is remembered where a folder was opened; the active pane is refreshed after "..".
     QCOMPARE(world.model.selectedItems(Side::Left).row(world.folder.path(u"left"_s)),
-             shown == u"left/sub"_s ? row : 0);
+             name.endsWith(u"sub"_s) ? row : 0);
     QCOMPARE(world.refreshed, name == u".."_s ? QList<Side> { Side::Right } : QList<Side> {});
 }
 
