@@ -97,7 +97,8 @@ void Reading::look(size_t first, size_t last, const QByteArray &folderOfNames)
                 record.isDirectory = target && target->kind == FileKind::Directory;
             }
             record.size = record.isDirectory ? 0 : status->size;
-        } else if (types[i] == DT_LNK) {
+        } else if (types[i] == DT_LNK
+                   || (types[i] == DT_UNKNOWN && reader.status(name, Links::NoFollow))) {
             record.kind = FileKind::Symlink;
             record.isDangling = true;
         }

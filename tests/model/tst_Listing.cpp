@@ -41,6 +41,7 @@ private Q_SLOTS:
     void parentRowOfALinkHasTheDateAsSet();
     void whatCannotBeReadHasOnlyTheParentRow_data();
     void whatCannotBeReadHasOnlyTheParentRow();
+    void whatCannotBeLookedAtHasARowAllTheSame();
     void oddItems_data();
     void oddItems();
     void anyNameIsFoundAgain_data();
@@ -48,6 +49,7 @@ private Q_SLOTS:
     void hiddenItemsAreLeftOut();
     void markedItems();
     void everyItemOfALargeFolderIsLookedAt();
+    void iconsAreOfTheItemOrOfItsGroup();
     void entriesAsArraysDifferInTheirOrder();
 
 private:
@@ -147,6 +149,23 @@ void tst_Listing::whatCannotBeReadHasOnlyTheParentRow()
     QCOMPARE(listing[0].path(), folder->path(name));
     QCOMPARE(listing[0].date().isValid(), hasDate);
     QCOMPARE(listing.sorted(Column::Name, SortDirection::Descending).size(), 1);
+}
+
+void tst_Listing::whatCannotBeLookedAtHasARowAllTheSame()
+{
+    folder->makeFolder(u"names only/in"_s);
+    folder->write(u"names only/file"_s, "text");
+    chmod(FileName::toBytes(folder->path()), 0755);
+    chmod(FileName::toBytes(folder->path(u"names only"_s)), 0444);
+    const WithoutRights withoutRights;
+    const Listing listing = Listing::read(folder->path(u"names only"_s), Following, kinds);
+    QCOMPARE(listing.size(), 3);
+    for (const qsizetype row : { 1, 2 }) {
+        QCOMPARE(listing[row].size(), u"0"_s);
+        QCOMPARE(listing[row].pureSize(), 0);
+        QVERIFY(!listing[row].date().isValid());
+        QVERIFY(!listing[row].isFolder());
+    }
 }
 
 void tst_Listing::oddItems_data()
@@ -286,6 +305,26 @@ void tst_Listing::everyItemOfALargeFolderIsLookedAt()
     QCOMPARE(listing.size(), Count + 1);
     for (qsizetype row = 1; row < listing.size(); ++row)
         QCOMPARE(listing[row].pureSize(), listing[row].name().toInt() % 7 + 1);
+}
+
+void tst_Listing::iconsAreOfTheItemOrOfItsGroup()
+{
+    folder->makeFolder(u"folder"_s);
+    folder->makeFolder(u"Program.app"_s);
+    folder->write(u"file.png"_s);
+    const auto icon = [&](const ListingOptions &options, const QString &name) {
+        const Listing listing = read(options);
+        return listing[listing.rowOfName(name)].icon();
+    };
+    const ListingOptions ofGroups { .showSpecifiedIcons = false };
+    QVERIFY(!icon(Following, u".."_s).isNull());
+    QVERIFY(icon(ofGroups, u".."_s).isNull());
+    const auto picture = [&](const ListingOptions &options, const QString &name) {
+        return icon(options, name).pixmap(16).toImage();
+    };
+    QVERIFY(picture(Following, u"Program.app"_s) != picture(Following, u"file.png"_s));
+    QCOMPARE(picture(ofGroups, u"Program.app"_s), picture(ofGroups, u"file.png"_s));
+    QVERIFY(picture(ofGroups, u"folder"_s) != picture(ofGroups, u"file.png"_s));
 }
 
 void tst_Listing::entriesAsArraysDifferInTheirOrder()

@@ -15,6 +15,8 @@ private Q_SLOTS:
     void startWithoutAnythingStoredListsTheHomeFolder();
     void hiddenFilesTitle_data();
     void hiddenFilesTitle();
+    void linksAreFollowedAsSet_data();
+    void linksAreFollowedAsSet();
     void reloadSortsByTheLastDirectionOfEitherPane();
     void rememberedRowIsKeptOrForgotten_data();
     void rememberedRowIsKeptOrForgotten();
@@ -29,6 +31,9 @@ private Q_SLOTS:
     void packagesAreEnteredInsideABundle();
     void goForwardFollowsThePath_data();
     void goForwardFollowsThePath();
+    void goForwardFromTheParentRowRemembersNothing();
+    void endOfAWorker_data();
+    void endOfAWorker();
 };
 
 void tst_MainModel::startSortsByWhatIsStored_data()
@@ -109,6 +114,28 @@ void tst_MainModel::hiddenFilesTitle()
         world.defaults.setValue(Settings::ShowHiddenFiles, stored);
     world.model.setUserDefaultValues();
     QTEST(world.window.hiddenItemsTitle, "title");
+}
+
+void tst_MainModel::linksAreFollowedAsSet_data()
+{
+    QTest::addColumn<QVariant>("stored");
+    QTest::addColumn<bool>("follows");
+    QTest::newRow("absent") << QVariant() << true;
+    QTest::newRow("followed") << QVariant(true) << true;
+    QTest::newRow("as such") << QVariant(false) << false;
+}
+
+void tst_MainModel::linksAreFollowedAsSet()
+{
+    QFETCH(const QVariant, stored);
+    QFETCH(const bool, follows);
+    PaneModelWorld world;
+    if (stored.isValid())
+        world.defaults.setValue(Settings::TraverseLinks, stored);
+    world.model.awakeFromNib();
+    // The panes and what is asked about a path go by the same option.
+    QCOMPARE(world.model.rowsLeft()[world.row(u"to sub"_s)].isFolder(), follows);
+    QCOMPARE(world.queries.isPackage(world.folder.path(u"left/to sub"_s)), follows);
 }
 
 void tst_MainModel::reloadSortsByTheLastDirectionOfEitherPane()
@@ -329,6 +356,42 @@ void tst_MainModel::goForwardFollowsThePath()
         QCOMPARE(world.changes[0].item, u".."_s);
         QCOMPARE(world.model.selectedItems(Side::Left).row(left), row);
     }
+}
+
+// The parent row's path is the listed folder's own: its row is one level up.
+void tst_MainModel::goForwardFromTheParentRowRemembersNothing()
+{
+    PaneModelWorld world;
+    world.model.awakeFromNib();
+    const QString left = world.folder.path(u"left"_s);
+    world.model.selectedItems(Side::Left).setRow(3, world.folder.path());
+    world.window.paths.left = left + u"/sub"_s;
+    world.window.segment = int(PathText::components(left).size()) - 1;
+    world.bus.post(GotoNextDirectory.left, { { 0 }, world.model.rowsLeft() });
+    QCOMPARE(world.shown(), left + u"/sub"_s);
+    QCOMPARE(world.model.selectedItems(Side::Left).row(world.folder.path()), 3);
+}
+
+void tst_MainModel::endOfAWorker_data()
+{
+    QTest::addColumn<Operation>("operation");
+    QTest::addColumn<int>("spinners"); // of one copy under way
+    QTest::newRow("copy") << Operation::Copy << 0;
+    QTest::newRow("move") << Operation::Move << 0;
+    QTest::newRow("delete, which turned none on") << Operation::Delete << 1;
+    QTest::newRow("new folder, which turned none on") << Operation::NewFolder << 1;
+}
+
+void tst_MainModel::endOfAWorker()
+{
+    QFETCH(const Operation, operation);
+    PaneModelWorld world;
+    world.window.setProgressIndicator(true);
+    world.model.threadWillExit({ operation, u"/item"_s });
+    QTEST(world.window.spinners, "spinners");
+    QCOMPARE(world.desk.records.size(), 1);
+    QCOMPARE(world.desk.records[0].operation, operation);
+    QCOMPARE(world.desk.records[0].item, u"/item"_s);
 }
 
 QTEST_MAIN(tst_MainModel)

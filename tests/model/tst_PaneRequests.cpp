@@ -40,6 +40,7 @@ private Q_SLOTS:
     void renameToNothingNewDoesNothing_data();
     void renameToNothingNewDoesNothing();
     void newFolderNeedsAName();
+    void withoutAnActivePaneARequestNamesNoSide();
     void bothPanesAreRefreshedWhenTheyShowOnePath();
     void copyIntoTheSameFolderIsRefusedFirst_data();
     void copyIntoTheSameFolderIsRefusedFirst();
@@ -51,6 +52,7 @@ private Q_SLOTS:
     void parentRowAndItsFolderAreNotMixedUp();
     void confirmationDecides_data();
     void confirmationDecides();
+    void confirmationIsAskedForUnlessTurnedOff();
 };
 
 void tst_PaneRequests::requests_data()
@@ -123,6 +125,20 @@ void tst_PaneRequests::newFolderNeedsAName()
     QCOMPARE(world.desk.requests[0],
              expected(world.folder.path(u"left"_s), u""_s, { u"new"_s }, u"NO"_s));
     QCOMPARE(world.window.prompts.last(), u"Please input new folder name:|"_s);
+}
+
+// The operations refuse such a request; a guessed side would act on a pane nobody chose.
+void tst_PaneRequests::withoutAnActivePaneARequestNamesNoSide()
+{
+    PaneModelWorld world;
+    world.model.awakeFromNib();
+    world.window.typed = u"new"_s;
+    world.bus.post(NewFolder, {});
+    world.showEverywhere(world.folder.path(u"left"_s));
+    world.bus.post(DeleteItem, { .item = { 1 }, .seen = world.model.rowsRight() });
+    QCOMPARE(world.desk.requests.size(), 2);
+    for (const OperationRequest &request : world.desk.requests)
+        QVERIFY(!request.contains(RequestKey::Side));
 }
 
 void tst_PaneRequests::bothPanesAreRefreshedWhenTheyShowOnePath()
@@ -283,6 +299,16 @@ void tst_PaneRequests::confirmationDecides()
     QCOMPARE(world.desk.requests.value(0).value(RequestKey::Items),
              QStringList({ u"a"_s, u"b"_s }));
     QCOMPARE(world.desk.requests.value(0).value(RequestKey::Source), world.folder.path(u"left"_s));
+}
+
+void tst_PaneRequests::confirmationIsAskedForUnlessTurnedOff()
+{
+    PaneModelWorld world;
+    world.defaults.remove(Settings::ConfirmationForFileOperations);
+    world.model.awakeFromNib();
+    world.alerts.answer(Alert::No);
+    world.bus.post(DeleteItem, world.request(u"b"_s));
+    QVERIFY(world.desk.verbs.isEmpty());
 }
 
 QTEST_MAIN(tst_PaneRequests)
