@@ -49,9 +49,11 @@ inline void report(const std::string &name, int runs, const Pair &pair,
             (floor ? floors : works).push_back(milliseconds(floor ? pair.floor : pair.work));
         }
     }
-    char times[128];
-    std::snprintf(times, sizeof times, "%.1f ms against %.1f ms, %d runs", median(works),
-                  median(floors), runs);
+    // The fastest of each tell how far the rest was disturbed.
+    char times[160];
+    std::snprintf(times, sizeof times,
+                  "%.1f ms against %.1f ms, fastest %.1f against %.1f, %d runs", median(works),
+                  median(floors), std::ranges::min(works), std::ranges::min(floors), runs);
     print(name, median(works) / median(floors), times + detail);
 }
 
