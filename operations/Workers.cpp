@@ -3,6 +3,7 @@
 #include "platform/MainThread.h"
 #include "platform/Questions.h"
 
+#include <QAbstractEventDispatcher>
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <QThread>
@@ -69,6 +70,9 @@ void Workers::drain()
         return;
     QEventLoop loop;
     connect(this, &Workers::lastEnded, &loop, &QEventLoop::quit);
+    // Called from an event: a worker's call may wait behind that event already, and a nested loop
+    // looks only when something new comes.
+    QAbstractEventDispatcher::instance()->wakeUp();
     loop.exec();
 }
 
