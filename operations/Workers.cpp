@@ -4,12 +4,27 @@
 #include "platform/Questions.h"
 
 #include <QAbstractEventDispatcher>
-#include <QCoreApplication>
 #include <QEventLoop>
 #include <QThread>
 
 #include <memory>
 #include <utility>
+
+namespace {
+
+// Not a QEventLoop: QCoreApplication::exit ends those at once, also one that begins after it, and
+// the workers must be served until they have ended.
+void serveUntil(const std::function<bool()> &reached, QEventLoop::ProcessEventsFlags events)
+{
+    QAbstractEventDispatcher *dispatcher = QAbstractEventDispatcher::instance();
+    // Called from an event: a worker's call may wait behind that event already, and a dispatcher
+    // looks only when something new comes.
+    dispatcher->wakeUp();
+    while (!reached())
+        dispatcher->processEvents(events | QEventLoop::WaitForMoreEvents);
+}
+
+} // namespace
 
 Workers::Workers(Questions &questionsOnScreen)
     : questions(questionsOnScreen)
@@ -46,34 +61,22 @@ void Workers::detach(Operation operation, std::function<void(OperationRecord &)>
 
 void Workers::runAndWait(const std::function<void()> &body)
 {
-    QEventLoop loop;
+    bool ended = false;
     const std::unique_ptr<QThread> thread(QThread::create(body));
-    bool counted = true;
-    const auto end = [&] {
-        if (std::exchange(counted, false) && --_running == 0)
-            Q_EMIT lastEnded();
-        loop.quit();
-    };
-    connect(thread.get(), &QThread::finished, &loop, end);
+    // Counted down by the event: a drain may be what handles it.
+    connect(thread.get(), &QThread::finished, this, [this, &ended] {
+        ended = true;
+        --_running;
+    });
     ++_running;
     thread->start();
-    loop.exec(QEventLoop::ExcludeUserInputEvents);
-    // The end of the session can end the loop before the thread, which must still be served.
-    while (!thread->wait(10))
-        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-    end();
+    serveUntil([&ended] { return ended; }, QEventLoop::ExcludeUserInputEvents);
+    thread->wait();
 }
 
 void Workers::drain()
 {
-    if (!anyRunning())
-        return;
-    QEventLoop loop;
-    connect(this, &Workers::lastEnded, &loop, &QEventLoop::quit);
-    // Called from an event: a worker's call may wait behind that event already, and a nested loop
-    // looks only when something new comes.
-    QAbstractEventDispatcher::instance()->wakeUp();
-    loop.exec();
+    serveUntil([this] { return !anyRunning(); }, QEventLoop::AllEvents);
 }
 
 void Workers::handOver(const OperationRecord &record)
@@ -89,7 +92,6 @@ void Workers::settleEnded()
         const OperationRecord record = _ended.takeFirst();
         if (_exitHandler)
             _exitHandler(record);
-        if (--_running == 0)
-            Q_EMIT lastEnded();
+        --_running;
     }
 }

@@ -31,9 +31,6 @@ public:
     // Waits until every worker has ended and goes on serving them.
     void drain();
 
-Q_SIGNALS:
-    void lastEnded();
-
 private:
     void handOver(const OperationRecord &record);
     void settleEnded();

@@ -97,9 +97,9 @@ void tst_FileOperations::theEndOfTheSessionWaitsForADuplicate()
     bool waited = false;
     desk.programs.before = [&](const QStringList &) -> std::optional<int> {
         QMetaObject::invokeMethod(&desk.model, [&] {
+            QCoreApplication::exit(); // what ends every event loop must not end the wait
             desk.operations.drain();
             waited = exists(desk.source + u"/b"_s);
-            QCoreApplication::exit();
         });
         return std::nullopt;
     };
