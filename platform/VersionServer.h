@@ -11,8 +11,8 @@ class VersionServer {
 public:
     virtual ~VersionServer() = default;
 
-    // Fetches a small text; false when no connection can be made at all. `received` is called once
-    // later: with the first few KiB, or with nothing after a failure or 30 seconds.
+    // Fetches a text of at most a few KiB; false when no connection can be made at all. `received`
+    // is called once later, with nothing when the server failed, sent more or was silent too long.
     virtual bool fetch(const QString &address,
                        const std::function<void(std::optional<QByteArray>)> &received) = 0;
 };

@@ -6,7 +6,6 @@
 
 namespace {
 
-constexpr int TimeOut = 30'000; // milliseconds
 constexpr qint64 Limit = 4096; // bytes: a version is a line of text
 
 } // namespace
@@ -18,7 +17,7 @@ bool HttpVersionServer::fetch(const QString &address,
     if (!url.isValid() || url.scheme() != QLatin1StringView("https"))
         return false;
     QNetworkRequest request(url);
-    request.setTransferTimeout(TimeOut);
+    request.setTransferTimeout(int(_patience.count()));
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
                          QNetworkRequest::NoLessSafeRedirectPolicy);
     QNetworkReply *reply = _network.get(request);
