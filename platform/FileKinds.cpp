@@ -54,13 +54,18 @@ View typeSuffix(View name)
 QMimeType mimeType(const QString &key)
 {
     const QMimeDatabase database;
+    if (key == brokenLinkKey)
+        return database.mimeTypeForName(u"inode/symlink"_s);
     if (key.startsWith(inodePrefix))
         return database.mimeTypeForName(key);
-    const QString name = key.startsWith(u'.') ? u'x' + key : key.sliced(1);
-    return database.mimeTypeForFile(name, QMimeDatabase::MatchExtension);
+    if (key.startsWith(u'.'))
+        return database.mimeTypeForFile(u'x' + key, QMimeDatabase::MatchExtension);
+    if (key.startsWith(u'='))
+        return database.mimeTypeForFile(key.sliced(1), QMimeDatabase::MatchExtension);
+    return {};
 }
 
-QString textOf(const QString &key)
+QString textOf(const QString &key, const QMimeType &type)
 {
     if (key == folderKey)
         return localized("Folder");
@@ -68,7 +73,6 @@ QString textOf(const QString &key)
         return localized("Application");
     if (key == packageKey)
         return localized("Package");
-    const QMimeType type = mimeType(key == brokenLinkKey ? u"inode/symlink"_s : key);
     QString text = type.comment();
     if (!type.isValid() || type.isDefault() || text.isEmpty())
         return u"--"_s;
@@ -76,7 +80,7 @@ QString textOf(const QString &key)
     return text;
 }
 
-QIcon iconOf(const QString &key)
+QIcon iconOf(const QString &key, const QMimeType &type)
 {
     if (key == folderKey)
         return themedIcon(u"folder"_s);
@@ -86,20 +90,9 @@ QIcon iconOf(const QString &key)
         return themedIcon(u"package-x-generic"_s);
     if (key == brokenLinkKey)
         return themedIcon(u"inode-symlink-broken"_s);
-    const QMimeType type = mimeType(key);
     if (!type.isValid() || type.isDefault())
         return themedIcon(u"application-x-generic"_s, u"text-x-generic"_s);
     return themedIcon(type.iconName(), type.genericIconName());
-}
-
-template <typename Value>
-Value kept(QHash<QString, Value> &cache, const QString &key, Value (*make)(const QString &))
-{
-    if (const auto found = cache.constFind(key); found != cache.constEnd())
-        return *found;
-    if (cache.size() >= mostKeys)
-        cache.clear();
-    return *cache.insert(key, make(key));
 }
 
 } // namespace
@@ -149,20 +142,38 @@ QString FileKinds::key(const QString &name, FileKind kind, bool dangling) const
 
 QString FileKinds::kindText(const QString &name, FileKind kind, bool dangling) const
 {
-    return kept(_texts, key(name, kind, dangling), textOf);
+    return known(key(name, kind, dangling)).text;
 }
 
 QIcon FileKinds::icon(const QString &name, FileKind kind, bool dangling) const
 {
-    return kept(_icons, key(name, kind, dangling), iconOf);
+    return iconOfKey(key(name, kind, dangling));
 }
 
 QIcon FileKinds::genericFolderIcon() const
 {
-    return kept(_icons, QString(folderKey), iconOf);
+    return iconOfKey(folderKey);
 }
 
 QIcon FileKinds::genericDocumentIcon() const
 {
     return themedIcon(u"text-x-generic"_s);
+}
+
+FileKinds::Known &FileKinds::known(const QString &key) const
+{
+    if (const auto found = _known.find(key); found != _known.end())
+        return *found;
+    if (_known.size() >= mostKeys)
+        _known.clear();
+    const QMimeType type = mimeType(key);
+    return *_known.insert(key, { type, textOf(key, type), {} });
+}
+
+QIcon FileKinds::iconOfKey(const QString &key) const
+{
+    Known &one = known(key);
+    if (one.icon.isNull())
+        one.icon = iconOf(key, one.type);
+    return one.icon;
 }

@@ -5,6 +5,7 @@
 #include <QByteArrayView>
 #include <QHash>
 #include <QIcon>
+#include <QMimeType>
 #include <QString>
 
 // What kind of thing an item is, by its name and file type alone: the text of the column "Type" and
@@ -27,8 +28,16 @@ public:
     QIcon genericDocumentIcon() const;
 
 private:
-    QString key(const QString &name, FileKind kind, bool dangling) const;
+    // The look-up by file type is what costs: made once for text and icon. Icons on demand.
+    struct Known {
+        QMimeType type;
+        QString text;
+        QIcon icon;
+    };
 
-    mutable QHash<QString, QString> _texts;
-    mutable QHash<QString, QIcon> _icons;
+    QString key(const QString &name, FileKind kind, bool dangling) const;
+    Known &known(const QString &key) const;
+    QIcon iconOfKey(const QString &key) const;
+
+    mutable QHash<QString, Known> _known;
 };

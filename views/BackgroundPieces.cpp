@@ -11,6 +11,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+// Alike along its whole width; the wider, the fewer tiles are set side by side.
+constexpr int EdgeWidth = 128;
+
 // The window's colour, lighter (above 0) or darker by a share of the whole range. Nearly the same
 // in light and dark: a step is as visible in either.
 QColor shaded(const QColor &color, double share)
@@ -37,7 +40,7 @@ std::optional<Piece> pieceOf(const QString &part)
     if (part.endsWith("_left"_L1) || part.endsWith("_right"_L1))
         return Piece { { BackgroundSideWidth, height }, top, bottom };
     if (part.endsWith("_middle"_L1))
-        return Piece { { 1, height }, top, bottom };
+        return Piece { { EdgeWidth, height }, top, bottom };
     return std::nullopt;
 }
 

@@ -53,10 +53,11 @@ void UnifiedWindow::paintEvent(QPaintEvent *)
                             piece(u"bottom_middle"_s));
     painter.drawPixmap(right, bottom, piece(u"bottom_right"_s));
     const int between = std::max(0, bottom - BackgroundTopHeight);
-    painter.drawPixmap(QRect(0, BackgroundTopHeight, BackgroundSideWidth, between),
-                       piece(u"middle_left"_s));
-    painter.drawPixmap(QRect(right, BackgroundTopHeight, BackgroundSideWidth, between),
-                       piece(u"middle_right"_s));
+    // One row high and alike all the way down: tiles are what stretching gives, without the scaling.
+    painter.drawTiledPixmap(0, BackgroundTopHeight, BackgroundSideWidth, between,
+                            piece(u"middle_left"_s));
+    painter.drawTiledPixmap(right, BackgroundTopHeight, BackgroundSideWidth, between,
+                            piece(u"middle_right"_s));
 }
 
 void UnifiedWindow::closeEvent(QCloseEvent *event)
