@@ -157,7 +157,7 @@ void PaneCommands::archiveClicked()
     QStringList items;
     const RowSet selected = list->selectedRows();
     for (const int row : selected)
-        if (row > 0 && rows.holds(row))
+        if (row > 0 && rows.holds(row)) // ".." would pack everything around the selected items
             items.append(rows[row].path());
     if (items.isEmpty())
         return;

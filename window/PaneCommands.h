@@ -22,7 +22,7 @@ public:
     void newFolderButtonClicked();
     void deleteButtonClicked();
     void renameButtonClicked();
-    void infoClicked();
+    void infoClicked(); // asks for the information sheet; no menu offers it before that is built
     void openClicked();
     void reloadClicked();
     void duplicateClicked();

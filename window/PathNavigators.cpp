@@ -68,7 +68,9 @@ void PathNavigators::setPathNavigator(Side side, const FolderChange &change)
     const bool grow = change.item && !up && FileQueries::isStringInSubstring(path, *change.item)
         && count > navigator.segmentCount();
     const bool known = change.item && navigator.hasLabel(*change.item);
-    // A segment for every component must be there, wherever the message comes from.
+    // Kept: a folder whose name stands on a segment already leaves the complete path as it was,
+    // even where it is another folder of that name; segments right of it then lead to the earlier
+    // path. A segment for every component must be there, wherever the message comes from.
     if (grow || (!known && !up) || count > navigator.segmentCount()) {
         navigator.setSegmentCount(count);
         _completeNavigatorPath[side] = path;

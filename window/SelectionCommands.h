@@ -34,7 +34,8 @@ public:
     enum class Ask { Always, WithoutTerm };
     void searchClicked(Ask ask);
 
-    // The metadata search, empty or for the name of the selected item.
+    // The metadata search, empty or for the name of the selected item; no menu offers it before its
+    // sheet is built.
     void spotlightSearchClicked();
     void spotlightSearchMenuItemClicked();
 
