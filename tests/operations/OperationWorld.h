@@ -123,9 +123,10 @@ struct World {
         for (const Alert::Answer each : answers)
             alerts.answer(each);
     }
-    QString lastAlert() const
+    Alert lastAlert() const // an empty one when there was none
     {
-        return alerts.shown().isEmpty() ? QString() : alerts.shown().last().text;
+        const QList<Alert> shown = alerts.shown();
+        return shown.value(shown.size() - 1);
     }
     QByteArray from(const QString &name) { return folder.read(u"from/"_s + name); }
     QByteArray to(const QString &name) { return folder.read(u"to/"_s + name); }

@@ -163,7 +163,7 @@ void tst_Archives::whatIsThereSurvivesAFailure()
     const QString before = desk.tree();
     desk.answer({ Alert::Ok });
     desk.pack({ item }, archive);
-    const Alert alert = desk.alerts.shown().last();
+    const Alert alert = desk.lastAlert();
     QCOMPARE(alert.text, u"Archiving failed! Result code: %1"_s.arg(code << 8));
     QCOMPARE(alert.title, u"Twinleaf - Error"_s);
     QVERIFY(alert.style == Alert::Style::Informational);
@@ -211,7 +211,7 @@ void tst_Archives::theEndOfUnpackingIsToldOnceOrNever()
     expected << PathText::joined(desk.source, name) << desk.destination;
     QCOMPARE(desk.programs.runs, QList<QStringList> { expected });
     QCOMPARE(desk.archiveSheet.titles, QStringList { u"Unpacking '%1'..."_s.arg(name) });
-    QCOMPARE(desk.lastAlert(), told);
+    QCOMPARE(desk.lastAlert().text, told);
     QVERIFY(!desk.archiveSheet.visible);
     QCOMPARE(desk.listed, QStringList { u"right to"_s });
 }
