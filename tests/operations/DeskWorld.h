@@ -23,6 +23,7 @@ struct Desk : World {
     ~Desk() { bus.unsubscribe(this); }
     void note(Side side, const FolderChange &change)
     {
+        window.tables[side].rows = int(model.rows(side).size());
         listed.append((side == Side::Left ? u"left "_s : u"right "_s)
                       + PathText::lastComponent(change.path));
     }
