@@ -11,7 +11,7 @@
 #include "tests/support/ProgressSheetStub.h"
 #include "tests/support/RecordedPrograms.h"
 #include "tests/support/RecordedWorkspace.h"
-#include "tests/support/TestFolder.h"
+#include "tests/support/TestTree.h"
 #include "util/DateText.h"
 #include "util/FileQueries.h"
 #include "util/PathText.h"
@@ -46,18 +46,20 @@ inline QSet<QByteArray> contentsBelow(const QString &folder)
     return found;
 }
 
+enum class Verb { Copy, Move, Delete, NewFolder, Rename, Alias, Duplicate };
+
 // Two folders, the operations over the real programs, and a person who answers by script.
 struct World {
     TestFolder folder;
-    QString source = PathText::joined(folder.path(), u"from"_s);
-    QString destination = PathText::joined(folder.path(), u"to"_s);
-    QString trash = PathText::joined(folder.path(), u"trash"_s);
+    QString source = folder.path(u"from"_s);
+    QString destination = folder.path(u"to"_s);
+    QString trash = folder.path(u"trash"_s);
     AlertScript alerts;
     RecordedPrograms programs;
     RecordedWorkspace workspace;
     FileKinds kinds;
     FileQueries queries { workspace, kinds };
-    UserDefaults defaults { PathText::joined(folder.path(), u"settings.plist"_s) };
+    UserDefaults defaults { folder.path(u"settings.plist"_s) };
     DateText dates { defaults };
     ProgressSheetStub sheet;
     Questions questions;
@@ -66,11 +68,9 @@ struct World {
     OperationRecord record;
     Workers workers { questions };
 
-    World()
+    explicit World(const QString &words = {})
     {
-        folder.makeFolder(u"from"_s);
-        folder.makeFolder(u"to"_s);
-        folder.makeFolder(u"trash"_s);
+        makeTree(folder, u"from/, to/, trash/, "_s + words);
         workspace.trashFolder = trash;
         engine.setProgressSheet(&sheet);
     }
@@ -93,19 +93,45 @@ struct World {
     {
         engine.performCopyMoveProgress(request(items), operation, engine.enqueue());
     }
+    // An item of the source, and another name beside it where one is taken.
+    void perform(Verb verb, const QString &name, const QString &newName = {})
+    {
+        const QString item = PathText::joined(source, name);
+        const QString beside = PathText::joined(source, newName);
+        switch (verb) {
+        case Verb::Copy:
+        case Verb::Move:
+            return run(verb == Verb::Copy ? Operation::Copy : Operation::Move, { name });
+        case Verb::Delete:
+            return steps.deleteItems(request({ name }));
+        case Verb::NewFolder:
+            return steps.newFolder(request({ name }), record);
+        case Verb::Rename:
+            return steps.renameItem({ item, beside, {}, Side::Left, UpdateBoth::No }, record);
+        case Verb::Alias:
+            return steps.createAlias(request({ name }));
+        case Verb::Duplicate:
+            return steps.duplicateItem(item, beside);
+        }
+    }
     AcceptedRequest request(const QStringList &items) const
     {
         return { source, destination, items, Side::Left, UpdateBoth::Yes };
     }
+    void answer(const QList<Alert::Answer> &answers)
+    {
+        for (const Alert::Answer each : answers)
+            alerts.answer(each);
+    }
+    Alert lastAlert() const // an empty one when there was none
+    {
+        const QList<Alert> shown = alerts.shown();
+        return shown.value(shown.size() - 1);
+    }
     QByteArray from(const QString &name) { return folder.read(u"from/"_s + name); }
     QByteArray to(const QString &name) { return folder.read(u"to/"_s + name); }
-    bool inTrash(const QString &name) { return exists(PathText::joined(trash, name)); }
+    // What lies in the two folders and in the Trash, and what was left hidden there too.
+    QString tree() const { return treeOf(folder, { u"from"_s, u"to"_s, u"trash"_s }); }
     // Hidden siblings that were left behind.
-    int leftovers()
-    {
-        int count = 0;
-        for (const QString &name : folder.names(u"to"_s))
-            count += name.startsWith(u".twinleaf-"_s);
-        return count;
-    }
+    int leftovers() { return int(folder.names(u"to"_s).filter(u".twinleaf-"_s).size()); }
 };

@@ -10,19 +10,15 @@ class tst_RequestValidation : public QObject {
 private Q_SLOTS:
     void theFirstFaultIsLoggedAndRefuses_data();
     void theFirstFaultIsLoggedAndRefuses();
-    void acceptsBothSpellingsOfASide();
+    void bothSpellingsOfASideAreAccepted();
 };
 
 namespace {
 
-OperationRequest valid()
-{
-    return operationRequest(Side::Left, u"/a"_s, u"/b"_s, { u"x"_s }, UpdateBoth::Yes);
-}
-
 OperationRequest with(const QString &key, const QVariant &value)
 {
-    OperationRequest request = valid();
+    OperationRequest request =
+        operationRequest(Side::Left, u"/a"_s, u"/b"_s, { u"x"_s }, UpdateBoth::Yes);
     request.insert(key, value);
     return request;
 }
@@ -33,28 +29,25 @@ void tst_RequestValidation::theFirstFaultIsLoggedAndRefuses_data()
 {
     QTest::addColumn<OperationRequest>("request");
     QTest::addColumn<QByteArray>("line");
-    const QByteArray value = "performFileOperation dictionary value for key ";
-    OperationRequest four = valid();
-    four.remove(RequestKey::Side);
-    QTest::newRow("no side") << four << QByteArray("performFileOperation dictionary count != 5!");
-    QTest::newRow("six entries") << with(u"Operation"_s, u"x"_s)
-                                 << QByteArray("performFileOperation dictionary count != 5!");
-    QTest::newRow("empty source") << with(RequestKey::Source, u""_s)
-                                  << value + "'Source' is empty!";
-    QTest::newRow("source is destination")
-        << with(RequestKey::Destination, u"/a"_s)
-        << value + "'Source' is equal to value for key 'Destination'!";
-    QTest::newRow("items no array of names")
-        << with(RequestKey::Items, QVariantList { u"x"_s }) << value + "'Items' isn't a NSArray!";
-    QTest::newRow("empty side") << with(RequestKey::Side, u""_s) << value + "'Side' is empty!";
-    QTest::newRow("capitals") << with(RequestKey::Side, u"LEFT"_s)
-                              << value + "'Side' is not 'Left', 'left' or 'Right', 'right'!";
-    QTest::newRow("empty update") << with(RequestKey::UpdateBoth, u""_s)
-                                  << value + "'UpdateBoth' is empty!";
-    QTest::newRow("unknown update") << with(RequestKey::UpdateBoth, u"yes"_s)
-                                    << value
-            + "'UpdateBoth' is not 'YES', 'NO', 'DragDropCopy', 'DragDropMove' or "
-              "'DragDropFinder'!";
+    const auto row = [](const char *name, const OperationRequest &request, const char *line) {
+        QTest::newRow(name) << request << QByteArray("performFileOperation dictionary ") + line;
+    };
+    using RequestKey::Destination, RequestKey::Items, RequestKey::Source;
+    row("no side", operationRequest({}, u"/a"_s, u"/b"_s, {}, UpdateBoth::Yes), "count != 5!");
+    row("six entries", with(u"Operation"_s, u"x"_s), "count != 5!");
+    row("empty source", with(Source, u""_s), "value for key 'Source' is empty!");
+    row("source is destination", with(Destination, u"/a"_s),
+        "value for key 'Source' is equal to value for key 'Destination'!");
+    row("items no array of names", with(Items, QVariantList { u"x"_s }),
+        "value for key 'Items' isn't a NSArray!");
+    row("empty side", with(RequestKey::Side, u""_s), "value for key 'Side' is empty!");
+    row("capitals", with(RequestKey::Side, u"LEFT"_s),
+        "value for key 'Side' is not 'Left', 'left' or 'Right', 'right'!");
+    row("empty update", with(RequestKey::UpdateBoth, u""_s),
+        "value for key 'UpdateBoth' is empty!");
+    row("unknown update", with(RequestKey::UpdateBoth, u"yes"_s),
+        "value for key 'UpdateBoth' is not 'YES', 'NO', 'DragDropCopy', 'DragDropMove' or "
+        "'DragDropFinder'!");
 }
 
 void tst_RequestValidation::theFirstFaultIsLoggedAndRefuses()
@@ -65,9 +58,9 @@ void tst_RequestValidation::theFirstFaultIsLoggedAndRefuses()
     QVERIFY(!acceptRequest(request));
 }
 
-void tst_RequestValidation::acceptsBothSpellingsOfASide()
+void tst_RequestValidation::bothSpellingsOfASideAreAccepted()
 {
-    QCOMPARE(acceptRequest(valid())->side, Side::Left);
+    QCOMPARE(acceptRequest(with(RequestKey::Side, u"Left"_s))->side, Side::Left);
     QCOMPARE(acceptRequest(with(RequestKey::Side, u"right"_s))->side, Side::Right);
 }
 

@@ -1,146 +1,79 @@
-#include "operations/SingleSteps.h"
-
-#include "operations/CopyMove.h"
-#include "platform/FileKinds.h"
-#include "platform/UserDefaults.h"
-#include "tests/support/AlertScript.h"
-#include "tests/support/RecordedPrograms.h"
-#include "tests/support/RecordedWorkspace.h"
-#include "tests/support/TestFolder.h"
-#include "util/DateText.h"
-#include "util/FileQueries.h"
+#include "tests/operations/OperationWorld.h"
 
 #include <QTest>
-
-using namespace Qt::StringLiterals;
-
-namespace {
-
-struct World {
-    TestFolder folder;
-    AlertScript alerts;
-    RecordedPrograms programs;
-    RecordedWorkspace workspace;
-    FileKinds kinds;
-    FileQueries queries { workspace, kinds };
-    UserDefaults defaults { folder.path() + u"/settings.plist"_s };
-    DateText dates { defaults };
-    CopyMove engine { alerts, programs, workspace, queries, dates };
-    SingleSteps steps { alerts, programs, workspace, engine };
-    OperationRecord record;
-
-    World()
-    {
-        folder.makeFolder(u"trash"_s);
-        workspace.trashFolder = path(u"trash"_s);
-    }
-    QString path(const QString &name) const { return folder.path() + u'/' + name; }
-    AcceptedRequest request(const QString &source, const QString &destination,
-                            const QStringList &items) const
-    {
-        return { source, destination, items, Side::Left, UpdateBoth::No };
-    }
-};
-
-} // namespace
 
 class tst_SingleSteps : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void renameRefusesWhatWouldMoveOrReplace_data();
-    void renameRefusesWhatWouldMoveOrReplace();
-    void renameTellsTheNewPath();
+    void nothingIsReplacedByAStep_data();
+    void nothingIsReplacedByAStep();
     void aSetGoesToTheTrashWithOneAlertAtMost();
     void aliasesGoOnAfterOneThatFails();
-    void duplicatingOverAFileKeepsItInTheTrash();
-    void duplicatingIntoAFolderReplacesNothingThere();
 };
 
-void tst_SingleSteps::renameRefusesWhatWouldMoveOrReplace_data()
+void tst_SingleSteps::nothingIsReplacedByAStep_data()
 {
+    QTest::addColumn<Verb>("verb");
+    QTest::addColumn<QString>("given");
     QTest::addColumn<QString>("newName");
-    QTest::newRow("an existing name") << u"taken"_s;
-    QTest::newRow("a path") << u"trash/x"_s;
-    QTest::newRow("a dot") << u"."_s;
-    QTest::newRow("two dots") << u".."_s;
-    QTest::newRow("too long") << QString(256, u'n');
+    QTest::addColumn<QString>("left"); // where it is done
+    const auto renames = [](const char *name, const QString &newName, const QString &left = {}) {
+        QTest::newRow(name) << Verb::Rename << u"from/a=a, from/taken=taken"_s << newName << left;
+    };
+    renames("to another case", u"A"_s, u"from/A=a, from/taken=taken"_s);
+    renames("to an existing name", u"taken"_s);
+    renames("to a path", u"../trash/x"_s);
+    renames("to a dot", u"."_s);
+    renames("to two dots", u".."_s);
+    renames("too long", QString(256, u'n'));
+    QTest::newRow("of a locked item") << Verb::Rename << u"from/a=!a"_s << u"b"_s << QString();
+    QTest::newRow("duplicate over a file") << Verb::Duplicate << u"from/a=new, from/b=old"_s
+                                           << u"b"_s << u"from/a=new, from/b=new, trash/b=old"_s;
+    QTest::newRow("duplicate into a folder")
+        << Verb::Duplicate << u"from/a/x=new, from/b/a/x=old, from/b/y=y"_s << u"b"_s
+        << u"from/a/x=new, from/b/a/x=new, from/b/y=y, trash/a/x=old"_s;
+    QTest::newRow("duplicate over a locked file")
+        << Verb::Duplicate << u"from/a=new, from/b=!old"_s << u"b"_s << QString();
 }
 
-void tst_SingleSteps::renameRefusesWhatWouldMoveOrReplace()
+void tst_SingleSteps::nothingIsReplacedByAStep()
 {
+    QFETCH(Verb, verb);
+    QFETCH(QString, given);
     QFETCH(QString, newName);
-    World world;
-    world.folder.write(u"a"_s, "a");
-    world.folder.write(u"taken"_s, "taken");
-    world.alerts.answer(Alert::Ok);
-    world.steps.renameItem(world.request(world.path(u"a"_s), world.path(newName), {}),
-                           world.record);
-    QCOMPARE(world.alerts.shown().last().text, u"Rename failed!"_s);
-    QCOMPARE(world.folder.read(u"a"_s), "a");
-    QCOMPARE(world.folder.read(u"taken"_s), "taken");
-}
-
-void tst_SingleSteps::renameTellsTheNewPath()
-{
-    World world;
-    world.folder.write(u"a"_s, "a");
-    world.steps.renameItem(world.request(world.path(u"a"_s), world.path(u"A"_s), {}), world.record);
-    QCOMPARE(world.folder.read(u"A"_s), "a");
-    QCOMPARE(world.record.item, world.path(u"A"_s));
+    QFETCH(QString, left);
+    World world(given);
+    if (left.isEmpty())
+        world.answer({ Alert::Ok });
+    world.perform(verb, u"a"_s, newName);
+    QCOMPARE(world.tree(), left.isEmpty() ? given : left);
+    const QString failed = verb == Verb::Rename ? u"Rename failed!"_s : u"Duplicate failed!"_s;
+    QCOMPARE(world.lastAlert().text, left.isEmpty() ? failed : QString());
+    if (verb == Verb::Rename)
+        QCOMPARE(world.record.item, PathText::joined(world.source, newName));
 }
 
 void tst_SingleSteps::aSetGoesToTheTrashWithOneAlertAtMost()
 {
-    World world;
-    for (const QString &name : { u"a"_s, u"b"_s })
-        world.folder.write(name, "x");
-    world.steps.deleteItems(world.request(world.folder.path(), {}, { u"a"_s }));
-    QVERIFY(exists(world.path(u"trash/a"_s)));
+    World world(u"from/a=a, from/b=b, from/locked=!c"_s);
+    world.perform(Verb::Delete, u"a"_s);
+    world.answer({ Alert::Ok, Alert::Ok });
+    world.steps.deleteItems(world.request({ u"b"_s, u"locked"_s }));
     world.workspace.trashWorks = false;
-    world.alerts.answer(Alert::Ok);
-    world.steps.deleteItems(world.request(world.folder.path(), {}, { u"b"_s, u"gone"_s }));
-    QCOMPARE(world.alerts.shown().last().text, u"Delete failed!"_s);
-    QVERIFY(exists(world.path(u"b"_s)));
+    world.steps.deleteItems(world.request({ u"b"_s, u"gone"_s }));
+    QCOMPARE(world.lastAlert().text, u"Delete failed!"_s);
+    QCOMPARE(world.tree(), u"from/b=b, from/locked=!c, trash/a=a"_s);
 }
 
 void tst_SingleSteps::aliasesGoOnAfterOneThatFails()
 {
-    World world;
-    world.folder.makeFolder(u"from"_s);
-    world.folder.makeFolder(u"to"_s);
-    world.folder.makeFolder(u"elsewhere"_s);
-    world.folder.link(world.path(u"elsewhere"_s), u"to/b"_s);
-    world.alerts.answer(Alert::Ok);
-    world.steps.createAlias(
-        world.request(world.path(u"from"_s), world.path(u"to"_s), { u"a"_s, u"b"_s, u"c"_s }));
-    QCOMPARE(world.alerts.shown().last().text, u"Create alias for 'b' failed!"_s);
-    QCOMPARE(linkTarget(world.path(u"to/a"_s)), world.path(u"from/a"_s));
-    QCOMPARE(linkTarget(world.path(u"to/c"_s)), world.path(u"from/c"_s));
-    QVERIFY(!exists(world.path(u"elsewhere/b"_s)));
-}
-
-void tst_SingleSteps::duplicatingOverAFileKeepsItInTheTrash()
-{
-    World world;
-    world.folder.write(u"a"_s, "new");
-    world.folder.write(u"a Copy"_s, "old");
-    world.steps.duplicateItem(world.path(u"a"_s), world.path(u"a Copy"_s));
-    QCOMPARE(world.folder.read(u"a Copy"_s), "new");
-    QCOMPARE(world.folder.read(u"trash/a Copy"_s), "old");
-}
-
-void tst_SingleSteps::duplicatingIntoAFolderReplacesNothingThere()
-{
-    World world;
-    world.folder.makeFolder(u"f"_s);
-    world.folder.write(u"f/x"_s, "new");
-    world.folder.makeFolder(u"f Copy"_s);
-    world.folder.makeFolder(u"f Copy/f"_s);
-    world.folder.write(u"f Copy/f/x"_s, "old");
-    world.steps.duplicateItem(world.path(u"f"_s), world.path(u"f Copy"_s));
-    QCOMPARE(world.folder.read(u"f Copy/f/x"_s), "new");
-    QCOMPARE(world.folder.read(u"trash/f/x"_s), "old");
+    World world(u"from/elsewhere/, to/b->~/from/elsewhere"_s);
+    world.answer({ Alert::Ok });
+    world.steps.createAlias(world.request({ u"a"_s, u"b"_s, u"c"_s }));
+    QCOMPARE(world.lastAlert().text, u"Create alias for 'b' failed!"_s);
+    QCOMPARE(world.tree(),
+             u"from/elsewhere/, to/a->~/from/a, to/b->~/from/elsewhere, to/c->~/from/c"_s);
 }
 
 QTEST_MAIN(tst_SingleSteps)
