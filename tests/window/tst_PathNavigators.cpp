@@ -37,7 +37,6 @@ private Q_SLOTS:
     void aClickGoesToThePathOfTheSegment();
     void theOtherPanesFolder();
     void onlyTheLeftPaneKnowsWhatLiesInItsPath();
-    void theFontSizeNeedsAStyle_data();
     void theFontSizeNeedsAStyle();
 };
 
@@ -115,29 +114,25 @@ void tst_PathNavigators::onlyTheLeftPaneKnowsWhatLiesInItsPath()
     QVERIFY(!world.navigators.isItemInNavigatorPath(u"app"_s, Side::Right));
 }
 
-void tst_PathNavigators::theFontSizeNeedsAStyle_data()
-{
-    QTest::addColumn<QVariant>("size");
-    QTest::addColumn<QVariant>("style");
-    QTest::addColumn<int>("points");
-    QTest::addColumn<bool>("bold");
-    QTest::newRow("nothing stored") << QVariant() << QVariant() << 10 << true;
-    QTest::newRow("a size alone") << QVariant(13) << QVariant() << 10 << true;
-    QTest::newRow("both") << QVariant(u"13"_s) << QVariant(localized("Normal")) << 13 << false;
-    QTest::newRow("a style alone") << QVariant() << QVariant(localized("Normal")) << 10 << false;
-    QTest::newRow("unknown style") << QVariant(13) << QVariant(u"Wide"_s) << 10 << true;
-}
-
 void tst_PathNavigators::theFontSizeNeedsAStyle()
 {
-    QFETCH(QVariant, size);
-    QFETCH(QVariant, style);
+    const QVariant normal = localized("Normal");
+    const struct {
+        QVariant size, style;
+        int points;
+        bool bold;
+    } rows[] = {
+        { {}, {}, 10, true },      { 13, {}, 10, true },        { u"13"_s, normal, 13, false },
+        { {}, normal, 10, false }, { 13, u"Wide"_s, 10, true },
+    };
     World world;
-    world.defaults.setValue(Settings::PathNavigatorsFontSize, size);
-    world.defaults.setValue(Settings::PathNavigatorsFontStyle, style);
-    world.navigators.setupPathNavigators();
-    QTEST(world.left.font().pointSize(), "points");
-    QTEST(world.right.font().bold(), "bold");
+    for (const auto &row : rows) {
+        world.defaults.setValue(Settings::PathNavigatorsFontSize, row.size);
+        world.defaults.setValue(Settings::PathNavigatorsFontStyle, row.style);
+        world.navigators.setupPathNavigators();
+        QCOMPARE(world.left.font().pointSize(), row.points);
+        QCOMPARE(world.right.font().bold(), row.bold);
+    }
 }
 
 QTEST_MAIN(tst_PathNavigators)
