@@ -36,43 +36,38 @@ class tst_PaneDragAndDrop : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void theMaskDecidesTheWork_data();
     void theMaskDecidesTheWork();
     void theRowDecidesTheDestination();
     void aDropIntoItsOwnFolderIsRefused();
     void itemsOfSeveralFoldersAreSeveralRequests();
     void onlyYesGoesOn();
     void rowsLeaveWithEveryByte();
-    void eventsFromOutsideAreCopiedBeforeTheyAreMoved_data();
     void eventsFromOutsideAreCopiedBeforeTheyAreMoved();
 };
 
-void tst_PaneDragAndDrop::theMaskDecidesTheWork_data()
-{
-    using namespace DragOperation;
-    QTest::addColumn<int>("mask");
-    QTest::addColumn<bool>("fromOutside");
-    QTest::addColumn<QStringList>("verbs");
-    QTest::addColumn<QString>("update");
-    const QStringList none, copied { u"copy"_s }, moved { u"move"_s }, linked { u"alias"_s };
-    const int all = Move | Copy | Generic | Link;
-    QTest::newRow("move") << Move << false << moved << u"DragDropMove"_s;
-    QTest::newRow("copy before move") << (Move | Copy) << false << copied << u"DragDropCopy"_s;
-    QTest::newRow("generic before all") << all << false << linked << u"DragDropCopy"_s;
-    QTest::newRow("from outside") << Move << true << moved << u"DragDropFinder"_s;
-    QTest::newRow("a link alone is refused") << Link << true << none << QString();
-}
-
 void tst_PaneDragAndDrop::theMaskDecidesTheWork()
 {
-    QFETCH(int, mask);
-    QFETCH(bool, fromOutside);
-    World world;
-    const bool accepted = world.drop({ u"/elsewhere/x"_s }, mask, fromOutside);
-    QTEST(world.desk.verbs, "verbs");
-    QCOMPARE(accepted, !world.desk.verbs.isEmpty());
-    if (accepted)
-        QTEST(world.desk.requests[0][RequestKey::UpdateBoth].toString(), "update");
+    using namespace DragOperation;
+    const struct {
+        int mask;
+        bool fromOutside;
+        QString work;
+    } rows[] = {
+        { Move, false, u"move DragDropMove"_s },
+        { Move | Copy, false, u"copy DragDropCopy"_s },
+        { Move | Copy | Generic | Link, false, u"alias DragDropCopy"_s },
+        { Move, true, u"move DragDropFinder"_s },
+        { Link, true, {} }, // alone is refused
+    };
+    for (const auto &[mask, fromOutside, work] : rows) {
+        World world;
+        QCOMPARE(world.drop({ u"/elsewhere/x"_s }, mask, fromOutside), !work.isEmpty());
+        QString asked;
+        for (const OperationRequest &request : std::as_const(world.desk.requests))
+            asked +=
+                world.desk.verbs.join(u' ') + u' ' + request[RequestKey::UpdateBoth].toString();
+        QCOMPARE(asked, work);
+    }
 }
 
 void tst_PaneDragAndDrop::theRowDecidesTheDestination()
@@ -136,7 +131,7 @@ void tst_PaneDragAndDrop::onlyYesGoesOn()
     World world;
     world.defaults.setValue(Settings::ConfirmationForFileOperations, true);
     world.model.setUserDefaultValues();
-    for (const auto answer : { Alert::No, Alert::Yes }) {
+    for (const auto answer : { Alert::No, Alert::All, Alert::Yes }) {
         world.alerts.answer(answer);
         QCOMPARE(world.drop({ u"/b/1"_s }, DragOperation::Generic), answer == Alert::Yes);
     }
@@ -157,38 +152,33 @@ void tst_PaneDragAndDrop::rowsLeaveWithEveryByte()
                            world.folder.path(u"a file"_s) }));
 }
 
-void tst_PaneDragAndDrop::eventsFromOutsideAreCopiedBeforeTheyAreMoved_data()
-{
-    QTest::addColumn<QByteArray>("urls");
-    QTest::addColumn<Qt::DropActions>("offered");
-    QTest::addColumn<Qt::DropAction>("answered");
-    QTest::addColumn<QStringList>("verbs");
-    const QByteArray file = "file:///elsewhere/x\r\n";
-    const QByteArray remote = "https://a/b\r\n";
-    const Qt::DropActions copy = Qt::CopyAction, move = Qt::MoveAction, link = Qt::LinkAction;
-    const QStringList none, copied { u"copy"_s }, moved { u"move"_s };
-    QTest::newRow("anything") << file << (copy | move | link) << Qt::CopyAction << copied;
-    QTest::newRow("a move: nobody else deletes") << file << move << Qt::TargetMoveAction << moved;
-    QTest::newRow("a link alone") << file << link << Qt::IgnoreAction << none;
-    QTest::newRow("remote") << remote << copy << Qt::IgnoreAction << none;
-}
-
 void tst_PaneDragAndDrop::eventsFromOutsideAreCopiedBeforeTheyAreMoved()
 {
-    QFETCH(QByteArray, urls);
-    QFETCH(Qt::DropActions, offered);
-    QFETCH(QStringList, verbs);
-    World world;
-    QMimeData data;
-    data.setData(u"text/uri-list"_s, urls);
-    QDropEvent event(QPointF(5, 5), offered, &data, Qt::LeftButton, {});
-    event.setDropAction(Qt::IgnoreAction);
-    event.ignore();
-    // Not sent: the toolkit delivers a drop only to the widget that a drag entered before.
-    world.drops.eventFilter(world.left.viewport(), &event);
-    QCOMPARE(event.isAccepted(), !verbs.isEmpty());
-    QTEST(event.dropAction(), "answered");
-    QTRY_COMPARE(world.desk.verbs, verbs);
+    const QByteArray file = "file:///elsewhere/x\r\n";
+    const struct {
+        QByteArray urls;
+        Qt::DropActions offered;
+        Qt::DropAction answered;
+        QStringList verbs;
+    } rows[] = {
+        { file, Qt::CopyAction | Qt::MoveAction | Qt::LinkAction, Qt::CopyAction, { u"copy"_s } },
+        { file, Qt::MoveAction, Qt::TargetMoveAction, { u"move"_s } }, // nobody else deletes
+        { file, Qt::LinkAction, Qt::IgnoreAction, {} },
+        { "https://a/b\r\n", Qt::CopyAction, Qt::IgnoreAction, {} },
+    };
+    for (const auto &[urls, offered, answered, verbs] : rows) {
+        World world;
+        QMimeData data;
+        data.setData(u"text/uri-list"_s, urls);
+        QDropEvent event(QPointF(5, 5), offered, &data, Qt::LeftButton, {});
+        event.setDropAction(Qt::IgnoreAction);
+        event.ignore();
+        // Not sent: the toolkit delivers a drop only to the widget that a drag entered before.
+        world.drops.eventFilter(world.left.viewport(), &event);
+        QCOMPARE(event.isAccepted(), !verbs.isEmpty());
+        QCOMPARE(event.dropAction(), answered);
+        QTRY_COMPARE(world.desk.verbs, verbs);
+    }
 }
 
 QTEST_MAIN(tst_PaneDragAndDrop)

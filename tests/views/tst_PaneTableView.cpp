@@ -69,12 +69,10 @@ class tst_PaneTableView : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void keyPostsForItsPane_data();
     void keyPostsForItsPane();
     void commandsRefuseNothingAndParentRow();
     void bindingWinsOverFixedKeyButNotOverLetter();
-    void navigationKeysMoveTheSelection();
-    void tabAndExitKeyAreHandedOn();
+    void navigationKeysMoveTheSelectionOrAreHandedOn();
     void onlyTheSecondClickOpens();
     void rowsOutsideTheListingSelectNothing();
     void newestRowIsTheSelectedOne();
@@ -83,36 +81,26 @@ private Q_SLOTS:
     void labelShowsUnderTheRow();
 };
 
-void tst_PaneTableView::keyPostsForItsPane_data()
-{
-    QTest::addColumn<int>("key");
-    QTest::addColumn<QString>("post"); // with % for the side
-    QTest::newRow("F5") << int(Qt::Key_F5) << u"c % 2,3"_s;
-    QTest::newRow("F6") << int(Qt::Key_F6) << u"m % 2,3"_s;
-    QTest::newRow("F7") << int(Qt::Key_F7) << u"f %"_s;
-    QTest::newRow("F8") << int(Qt::Key_F8) << u"d % 2,3"_s;
-    QTest::newRow("F9 takes the newest row") << int(Qt::Key_F9) << u"r % 3"_s;
-    QTest::newRow("Return") << int(Qt::Key_Return) << u"o % 2,3"_s;
-    QTest::newRow("Backspace") << int(Qt::Key_Backspace) << u"o % 0"_s;
-    QTest::newRow("Left") << int(Qt::Key_Left) << u"o % 0"_s;
-    QTest::newRow("Right") << int(Qt::Key_Right) << u"n % 2,3"_s;
-    QTest::newRow("Space") << int(Qt::Key_Space) << u"s % 2,3"_s;
-    QTest::newRow("letter") << int(Qt::Key_B) << u"letter b"_s;
-    QTest::newRow("digit") << int(Qt::Key_7) << u"letter 7"_s;
-}
-
 void tst_PaneTableView::keyPostsForItsPane()
 {
-    QFETCH(int, key);
-    QFETCH(QString, post);
+    const std::pair<Qt::Key, QString> keys[] = {
+        { Qt::Key_F5, u"c % 2,3"_s },     { Qt::Key_F6, u"m % 2,3"_s },
+        { Qt::Key_F7, u"f %"_s },         { Qt::Key_F8, u"d % 2,3"_s },
+        { Qt::Key_F9, u"r % 3"_s }, // the newest row
+        { Qt::Key_Return, u"o % 2,3"_s }, { Qt::Key_Backspace, u"o % 0"_s },
+        { Qt::Key_Left, u"o % 0"_s },     { Qt::Key_Right, u"n % 2,3"_s },
+        { Qt::Key_Space, u"s % 2,3"_s },  { Qt::Key_B, u"letter b"_s },
+        { Qt::Key_7, u"letter 7"_s },
+    };
     for (const Side side : { Side::Left, Side::Right }) {
-        FivePanes panes;
-        panes.table(side).setFocus();
-        panes.table(side).selectRows({ 2, 3 });
-        Receiver receiver(panes.bus);
-        QTest::keyClick(&panes.table(side), Qt::Key(key));
-        QVERIFY(!receiver.posts.isEmpty());
-        QCOMPARE(receiver.posts.first(), QString(post).replace(u'%', sideWord(side)));
+        for (const auto &[key, post] : keys) {
+            FivePanes panes;
+            panes.table(side).setFocus();
+            panes.table(side).selectRows({ 2, 3 });
+            Receiver receiver(panes.bus);
+            QTest::keyClick(&panes.table(side), key);
+            QCOMPARE(receiver.posts.value(0), QString(post).replace(u'%', sideWord(side)));
+        }
     }
 }
 
@@ -151,7 +139,7 @@ void tst_PaneTableView::bindingWinsOverFixedKeyButNotOverLetter()
     QCOMPARE(receiver.posts, QStringList({ u"c Left 1"_s, u"letter a"_s }));
 }
 
-void tst_PaneTableView::navigationKeysMoveTheSelection()
+void tst_PaneTableView::navigationKeysMoveTheSelectionOrAreHandedOn()
 {
     FivePanes panes;
     const auto after = [&](Qt::Key key, Qt::KeyboardModifiers held = {}) {
@@ -165,16 +153,11 @@ void tst_PaneTableView::navigationKeysMoveTheSelection()
     QCOMPARE(after(Qt::Key_Home), RowSet { 0 });
     QCOMPARE(after(Qt::Key_Escape), RowSet {});
     QCOMPARE(panes.right.selectedRows(), RowSet { 0 });
-}
-
-void tst_PaneTableView::tabAndExitKeyAreHandedOn()
-{
-    FivePanes panes;
-    QSignalSpy other(&panes.left, &PaneTableView::otherPaneRequested);
-    QSignalSpy exit(&panes.left, &PaneTableView::terminateRequested);
-    QTest::keyClick(&panes.left, Qt::Key_Tab);
-    QTest::keyClick(&panes.left, Qt::Key_Tab, Qt::ShiftModifier);
-    QTest::keyClick(&panes.left, Qt::Key_F10);
+    const QSignalSpy other(&panes.left, &PaneTableView::otherPaneRequested);
+    const QSignalSpy exit(&panes.left, &PaneTableView::terminateRequested);
+    after(Qt::Key_Tab);
+    after(Qt::Key_Tab, Qt::ShiftModifier);
+    after(Qt::Key_F10);
     QCOMPARE(other.count(), 2);
     QCOMPARE(exit.count(), 1);
 }

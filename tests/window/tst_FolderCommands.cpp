@@ -55,8 +55,7 @@ private Q_SLOTS:
     void aBookmarkIsNamedByItsFolder();
     void theLastBookmarkOfATitleIsGoneTo();
     void filesOpenWithTheChosenApplication();
-    void aPackageIsEntered();
-    void anEjectionThatFailsIsTold();
+    void packagesAreEnteredAndVolumesEjected();
 };
 
 void tst_FolderCommands::theLeftPaneGoesToTheVolumesWhileItIsActive()
@@ -159,26 +158,22 @@ void tst_FolderCommands::filesOpenWithTheChosenApplication()
     QCOMPARE(world.workspace.calls, QList({ opened, opened }));
 }
 
-void tst_FolderCommands::aPackageIsEntered()
+void tst_FolderCommands::packagesAreEnteredAndVolumesEjected()
 {
-    World world({ u"bundle.app"_s });
-    world.select(u"bundle.app"_s);
-    world.panes.packageContentClicked();
-    QVERIFY(world.model.insideBundle());
-    QCOMPARE(world.shown(), world.folder.path(u"bundle.app"_s));
-}
-
-void tst_FolderCommands::anEjectionThatFailsIsTold()
-{
-    World world({ u"stick"_s });
+    World world({ u"bundle.app"_s, u"stick"_s });
+    const QString stick = world.folder.path(u"stick"_s);
     world.select(u"stick"_s);
     world.panes.ejectClicked();
-    QCOMPARE(world.workspace.calls.value(0),
-             QStringList({ u"eject"_s, world.folder.path(u"stick"_s) }));
+    QCOMPARE(world.workspace.calls.value(0), QStringList({ u"eject"_s, stick }));
     world.workspace.succeeds = false;
     world.alerts.answer(Alert::Ok);
     world.panes.ejectClicked();
     QCOMPARE(world.alerts.shown().last().text, u"'stick' could not be ejected!"_s);
+
+    world.select(u"bundle.app"_s);
+    world.panes.packageContentClicked();
+    QVERIFY(world.model.insideBundle());
+    QCOMPARE(world.shown(), world.folder.path(u"bundle.app"_s));
 }
 
 QTEST_MAIN(tst_FolderCommands)
