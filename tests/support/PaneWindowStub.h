@@ -47,7 +47,7 @@ private:
 };
 
 // A main window without widgets: two paths, a focus and the next typed text.
-class PaneWindowStub final : public PaneWindow {
+class PaneWindowStub : public PaneWindow {
 public:
     PaneTable &getTableView(Side side) override { return tables[side]; }
     PaneTable *getFirstResponderTableView() override { return focus ? &tables[*focus] : nullptr; }

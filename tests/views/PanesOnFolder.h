@@ -1,28 +1,14 @@
 #pragma once
 
-#include "model/MainModel.h"
-#include "model/PaneWindow.h"
-#include "platform/Alerts.h"
-#include "platform/FileKinds.h"
-#include "platform/UserDefaults.h"
-#include "tests/support/RecordedWorkspace.h"
-#include "util/FileQueries.h"
-#include "util/Launching.h"
+#include "tests/support/PaneWorld.h"
 #include "views/TableViewDataSources.h"
 
-#include <QFile>
 #include <QHBoxLayout>
-#include <QTemporaryDir>
 #include <QtTest>
 
-// Answers "No" to every question, so that a request ends in the pane model.
-class RefusingAlerts final : public Alerts {
-public:
-    Alert::Answer ask(const Alert &) override { return Alert::No; }
-};
-
 // Both real panes side by side over the real pane model, on one folder of files of growing size.
-class PanesOnFolder final : public QWidget, public PaneWindow {
+// The person says "No" to everything, so that a request ends in the pane model.
+class PanesOnFolder : public QWidget, public PaneWindowStub, public ModelWorld {
 public:
     explicit PanesOnFolder(const QStringList &names)
     {
@@ -30,12 +16,11 @@ public:
         layout->addWidget(&left);
         layout->addWidget(&right);
         resize(900, 400);
+        paths = { folder.path(), folder.path() };
         qsizetype size = 1;
-        for (const QString &name : names) {
-            QFile file(folder.filePath(name));
-            if (file.open(QIODevice::WriteOnly))
-                file.write(QByteArray(size++, 'x'));
-        }
+        for (const QString &name : names)
+            folder.write(name, QByteArray(size++, 'x'));
+        alerts.decide = [](const Alert &) { return Alert::No; };
     }
 
     void start()
@@ -55,15 +40,6 @@ public:
     {
         return side == Side::Left ? static_cast<PaneTableView &>(left) : right;
     }
-    QString name(Side side, int row) const { return model.rows(side)[row].name(); }
-    QStringList names(Side side) const
-    {
-        QStringList all;
-        for (qsizetype row = 0; row < model.rows(side).size(); ++row)
-            all.append(model.rows(side)[row].name());
-        return all;
-    }
-
     PaneTable &getTableView(Side side) override { return table(side); }
     PaneTable *getFirstResponderTableView() override
     {
@@ -73,25 +49,7 @@ public:
     {
         return right.hasFocus() ? &table(Side::Left) : &table(Side::Right);
     }
-    QString getCurrentPathFromSegmentedControl(Side) const override { return folder.path(); }
-    int getSelectedSegmentFromSegmentedControl(Side) const override { return 0; }
-    QString completeNavigatorPath(Side) const override { return folder.path(); }
-    bool isItemInNavigatorPath(const QString &, Side) const override { return false; }
-    void setMenuItemShowHiddenItems(const QString &) override { }
-    QString getStringFromInputSheet(const QString &, const QString &) override { return {}; }
-    void setProgressIndicator(bool) override { }
-    void updateMainWindow() override { }
 
-    QTemporaryDir folder;
-    QTemporaryDir settings;
-    UserDefaults defaults { settings.filePath(QStringLiteral("settings.plist")) };
-    MessageBus bus;
-    RefusingAlerts alerts;
-    RecordedWorkspace workspace;
-    FileKinds kinds;
-    FileQueries queries { workspace, kinds };
-    Launching launching { workspace, alerts };
-    MainModel model { bus, defaults, alerts, queries, launching, kinds };
     TableViewLeft left { bus, model, defaults };
     TableViewRight right { bus, model, defaults };
     TableViewDataSourceLeft leftSource { left, model, bus, defaults };

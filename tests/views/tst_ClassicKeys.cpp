@@ -1,9 +1,9 @@
 #include "platform/UserDefaults.h"
 #include "platform/VirtualKeys.h"
+#include "tests/support/TestFolder.h"
 #include "util/SettingsKeys.h"
 #include "views/ClassicKeys.h"
 
-#include <QTemporaryDir>
 #include <QtTest>
 
 using namespace Qt::StringLiterals;
@@ -23,68 +23,49 @@ class tst_ClassicKeys : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void storedBindingDecidesWhichPressMatches_data();
     void storedBindingDecidesWhichPressMatches();
-    void firstOfTwoActionsOnOneKeyWins();
     void menuTextNamesModifierAndKey();
+
+private:
+    TestFolder folder;
+    UserDefaults defaults { folder.path(u"settings.plist"_s) };
 };
-
-void tst_ClassicKeys::storedBindingDecidesWhichPressMatches_data()
-{
-    QTest::addColumn<QVariantMap>("stored");
-    QTest::addColumn<int>("key");
-    QTest::addColumn<qint32>("flags");
-    QTest::addColumn<int>("action"); // -1: none
-
-    const int copy = int(ClassicAction::Copy);
-    const QVariantMap none;
-    using namespace VirtualKeys;
-    QTest::newRow("F5 by default") << none << F5 << Function << copy;
-    QTest::newRow("F10 quits by default") << none << F10 << Function << int(ClassicAction::Exit);
-    QTest::newRow("F5 with Shift too") << none << F5 << (Function | Shift) << copy;
-    QTest::newRow("chosen modifier missing") << binding(u"Copy"_s, F5, 1) << F5 << Function << -1;
-    QTest::newRow("Shift") << binding(u"Copy"_s, F5, 1) << F5 << (Function | Shift) << copy;
-    QTest::newRow("Option") << binding(u"Copy"_s, F5, 2) << F5 << (Function | Option) << copy;
-    QTest::newRow("Command") << binding(u"Copy"_s, F5, 3) << F5 << (Function | Command) << copy;
-    QTest::newRow("choice 0 needs some flag") << binding(u"Copy"_s, Return, 0) << Return << 0 << -1;
-    QTest::newRow("choice 4 takes any flag")
-        << binding(u"Copy"_s, Return, 4) << Return << Option << copy;
-    QTest::newRow("the old key is free") << binding(u"Copy"_s, Return, 0) << F5 << Function << -1;
-    QTest::newRow("a key that is no number")
-        << binding(u"Copy"_s, u"F5"_s, 0) << F5 << Function << copy;
-    QTest::newRow("no dictionary for the action")
-        << QVariantMap { { u"CopyKeys"_s, 7 } } << F5 << Function << copy;
-}
 
 void tst_ClassicKeys::storedBindingDecidesWhichPressMatches()
 {
-    QFETCH(QVariantMap, stored);
-    QFETCH(int, key);
-    QFETCH(qint32, flags);
-    QFETCH(int, action);
-
-    QTemporaryDir folder;
-    UserDefaults defaults(folder.filePath(u"settings.plist"_s));
-    if (!stored.isEmpty())
-        defaults.setValue(Settings::ClassicKeys, stored);
-    const auto match = ClassicKeys::fromDefaults(defaults).match(key, flags);
-    QCOMPARE(match ? int(*match) : -1, action);
-}
-
-void tst_ClassicKeys::firstOfTwoActionsOnOneKeyWins()
-{
-    QTemporaryDir folder;
-    UserDefaults defaults(folder.filePath(u"settings.plist"_s));
-    defaults.setValue(Settings::ClassicKeys, binding(u"Delete"_s, VirtualKeys::F6, 0));
-    const auto match =
-        ClassicKeys::fromDefaults(defaults).match(VirtualKeys::F6, VirtualKeys::Function);
-    QCOMPARE(match, ClassicAction::Move);
+    using namespace VirtualKeys;
+    using enum ClassicAction;
+    const auto copy = [](const QVariant &key, int choice) {
+        return binding(u"Copy"_s, key, choice);
+    };
+    const struct {
+        QVariant stored;
+        int key;
+        qint32 flags;
+        std::optional<ClassicAction> action;
+    } rows[] = {
+        { {}, F5, Function, Copy },
+        { {}, F5, Function | Shift, Copy },
+        { {}, F10, Function, Exit },
+        { copy(F5, 1), F5, Function, {} }, // the chosen modifier is missing
+        { copy(F5, 1), F5, Function | Shift, Copy },
+        { copy(F5, 2), F5, Function | Option, Copy },
+        { copy(F5, 3), F5, Function | Command, Copy },
+        { copy(Return, 0), Return, 0, {} }, // needs some flag
+        { copy(Return, 4), Return, Option, Copy },
+        { copy(Return, 0), F5, Function, {} }, // the old key is free
+        { copy(u"F5"_s, 0), F5, Function, Copy }, // a key that is no number
+        { QVariantMap { { u"CopyKeys"_s, 7 } }, F5, Function, Copy },
+        { binding(u"Delete"_s, F6, 0), F6, Function, Move }, // the first of two on one key
+    };
+    for (const auto &row : rows) {
+        defaults.setValue(Settings::ClassicKeys, row.stored);
+        QCOMPARE(ClassicKeys::fromDefaults(defaults).match(row.key, row.flags), row.action);
+    }
 }
 
 void tst_ClassicKeys::menuTextNamesModifierAndKey()
 {
-    QTemporaryDir folder;
-    UserDefaults defaults(folder.filePath(u"settings.plist"_s));
     defaults.setValue(Settings::ClassicKeys, binding(u"Rename"_s, VirtualKeys::F8, 3));
     const ClassicKeys keys = ClassicKeys::fromDefaults(defaults);
     QCOMPARE(keys.menuText(ClassicAction::Copy), u"F5"_s);

@@ -1,16 +1,20 @@
 #include "platform/VirtualKeys.h"
 #include "tests/views/PanesOnFolder.h"
-#include "util/SettingsKeys.h"
-
-#include <sys/xattr.h>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-const QStringList FiveFiles { u"a"_s, u"b"_s, u"c"_s, u"d"_s, u"e"_s };
+// Started with five files, each a byte longer than the one before.
+struct FivePanes : PanesOnFolder {
+    FivePanes()
+        : PanesOnFolder({ u"a"_s, u"b"_s, u"c"_s, u"d"_s, u"e"_s })
+    {
+        start();
+    }
+};
 
-// Writes down what the panes post: "copy Left 1,2".
+// Writes down what the panes post: "c Left 1,2".
 class Receiver {
 public:
     explicit Receiver(MessageBus &bus)
@@ -30,26 +34,25 @@ public:
     QStringList posts;
 
 private:
-    static QString text(char what, std::optional<Side> side, const RowSet &rows)
+    void note(char what, std::optional<Side> side, const RowSet &rows)
     {
         QStringList numbers;
         for (const int row : rows)
             numbers.append(QString::number(row));
-        return u"%1 %2 %3"_s.arg(QLatin1Char(what))
-            .arg(side ? sideWord(*side) : u"?"_s, numbers.join(u','))
-            .trimmed();
+        const QString word = side ? sideWord(*side) : u"?"_s;
+        posts.append(u"%1 %2 %3"_s.arg(QLatin1Char(what)).arg(word, numbers.join(u',')).trimmed());
     }
     template <char What>
     void item(const ItemRequest &request)
     {
-        posts.append(text(What, request.side, request.item));
+        note(What, request.side, request.item);
     }
     template <char What>
     void rows(Side side, const RowsOfPane &payload)
     {
-        posts.append(text(What, side, payload.rows));
+        note(What, side, payload.rows);
     }
-    void folder(const NewFolderRequest &request) { posts.append(text('f', request.side, {})); }
+    void folder(const NewFolderRequest &request) { note('f', request.side, {}); }
     void letter(const TypedLetter &typed) { posts.append(u"letter "_s + typed.characters); }
 };
 
@@ -66,14 +69,10 @@ class tst_PaneTableView : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void keyPostsForItsPane_data();
     void keyPostsForItsPane();
-    void commandsRefuseNothingAndParentRow_data();
     void commandsRefuseNothingAndParentRow();
-    void onlyRightPaneAsksInformationForNothing();
     void bindingWinsOverFixedKeyButNotOverLetter();
-    void navigationKeysMoveTheSelection();
-    void tabAndExitKeyAreHandedOn();
+    void navigationKeysMoveTheSelectionOrAreHandedOn();
     void onlyTheSecondClickOpens();
     void rowsOutsideTheListingSelectNothing();
     void newestRowIsTheSelectedOne();
@@ -82,91 +81,57 @@ private Q_SLOTS:
     void labelShowsUnderTheRow();
 };
 
-void tst_PaneTableView::keyPostsForItsPane_data()
-{
-    QTest::addColumn<int>("key");
-    QTest::addColumn<QString>("post"); // with % for the side
-    QTest::newRow("F5") << int(Qt::Key_F5) << u"c % 2,3"_s;
-    QTest::newRow("F6") << int(Qt::Key_F6) << u"m % 2,3"_s;
-    QTest::newRow("F7") << int(Qt::Key_F7) << u"f %"_s;
-    QTest::newRow("F8") << int(Qt::Key_F8) << u"d % 2,3"_s;
-    QTest::newRow("F9 takes the newest row") << int(Qt::Key_F9) << u"r % 3"_s;
-    QTest::newRow("Return") << int(Qt::Key_Return) << u"o % 2,3"_s;
-    QTest::newRow("Backspace") << int(Qt::Key_Backspace) << u"o % 0"_s;
-    QTest::newRow("Left") << int(Qt::Key_Left) << u"o % 0"_s;
-    QTest::newRow("Right") << int(Qt::Key_Right) << u"n % 2,3"_s;
-    QTest::newRow("Space") << int(Qt::Key_Space) << u"s % 2,3"_s;
-    QTest::newRow("letter") << int(Qt::Key_B) << u"letter b"_s;
-    QTest::newRow("digit") << int(Qt::Key_7) << u"letter 7"_s;
-}
-
 void tst_PaneTableView::keyPostsForItsPane()
 {
-    QFETCH(int, key);
-    QFETCH(QString, post);
+    const std::pair<Qt::Key, QString> keys[] = {
+        { Qt::Key_F5, u"c % 2,3"_s },     { Qt::Key_F6, u"m % 2,3"_s },
+        { Qt::Key_F7, u"f %"_s },         { Qt::Key_F8, u"d % 2,3"_s },
+        { Qt::Key_F9, u"r % 3"_s }, // the newest row
+        { Qt::Key_Return, u"o % 2,3"_s }, { Qt::Key_Backspace, u"o % 0"_s },
+        { Qt::Key_Left, u"o % 0"_s },     { Qt::Key_Right, u"n % 2,3"_s },
+        { Qt::Key_Space, u"s % 2,3"_s },  { Qt::Key_B, u"letter b"_s },
+        { Qt::Key_7, u"letter 7"_s },
+    };
     for (const Side side : { Side::Left, Side::Right }) {
-        PanesOnFolder panes(FiveFiles);
-        panes.start();
-        panes.table(side).setFocus();
-        panes.table(side).selectRows({ 2, 3 });
-        Receiver receiver(panes.bus);
-        QTest::keyClick(&panes.table(side), Qt::Key(key));
-        QVERIFY(!receiver.posts.isEmpty());
-        QCOMPARE(receiver.posts.first(), QString(post).replace(u'%', sideWord(side)));
+        for (const auto &[key, post] : keys) {
+            FivePanes panes;
+            panes.table(side).setFocus();
+            panes.table(side).selectRows({ 2, 3 });
+            Receiver receiver(panes.bus);
+            QTest::keyClick(&panes.table(side), key);
+            QCOMPARE(receiver.posts.value(0), QString(post).replace(u'%', sideWord(side)));
+        }
     }
-}
-
-void tst_PaneTableView::commandsRefuseNothingAndParentRow_data()
-{
-    QTest::addColumn<RowSet>("rows");
-    QTest::newRow("nothing") << RowSet {};
-    QTest::newRow("parent row") << RowSet { 0 };
 }
 
 void tst_PaneTableView::commandsRefuseNothingAndParentRow()
 {
-    QFETCH(RowSet, rows);
-    PanesOnFolder panes(FiveFiles);
-    panes.start();
-    panes.left.selectRows(rows);
+    FivePanes panes;
     Receiver receiver(panes.bus);
-    for (const auto key : { Qt::Key_F5, Qt::Key_F6, Qt::Key_F8, Qt::Key_F9 })
-        QTest::keyClick(&panes.left, key);
-    panes.left.showInfoClicked();
-    QCOMPARE(receiver.posts, QStringList());
-
+    for (const RowSet &rows : { RowSet { 0 }, RowSet {} }) {
+        QCOMPARE(receiver.posts, QStringList());
+        for (const Side side : { Side::Left, Side::Right }) {
+            panes.table(side).selectRows(rows);
+            for (const auto key : { Qt::Key_F5, Qt::Key_F6, Qt::Key_F8, Qt::Key_F9 })
+                QTest::keyClick(&panes.table(side), key);
+            panes.table(side).showInfoClicked();
+        }
+    }
+    QCOMPARE(receiver.posts, QStringList { u"i Right -1"_s }); // Sides differ.
     // A parent row that is not the newest one passes; deleting refuses it later.
     panes.left.selectRows({ 0, 4 });
     QTest::keyClick(&panes.left, Qt::Key_F5);
-    QCOMPARE(receiver.posts, QStringList { u"c Left 0,4"_s });
-}
-
-void tst_PaneTableView::onlyRightPaneAsksInformationForNothing()
-{
-    PanesOnFolder panes(FiveFiles);
-    panes.start();
-    Receiver receiver(panes.bus);
-    for (const Side side : { Side::Left, Side::Right }) {
-        panes.table(side).clearSelection();
-        panes.table(side).showInfoClicked();
-    }
-    panes.right.selectRow(0);
-    panes.right.showInfoClicked();
-    QCOMPARE(receiver.posts, QStringList { u"i Right -1"_s });
+    QCOMPARE(receiver.posts.last(), u"c Left 0,4"_s);
 }
 
 void tst_PaneTableView::bindingWinsOverFixedKeyButNotOverLetter()
 {
-    PanesOnFolder panes(FiveFiles);
-    const auto keys = [](const QString &name, int key, int choice) {
-        return QVariantMap { { name + u"Key"_s, key }, { name + u"ModifierFlag"_s, choice } };
-    };
-    panes.defaults.setValue(
-        Settings::ClassicKeys,
-        QVariantMap { { u"CopyKeys"_s, keys(u"Copy"_s, VirtualKeys::Return, 1) },
-                      { u"DeleteKeys"_s, keys(u"Delete"_s, 0, 0) } }); // 0 is the key A
+    FivePanes panes;
+    const QVariantMap copy { { u"CopyKey"_s, VirtualKeys::Return }, { u"CopyModifierFlag"_s, 1 } };
+    const QVariantMap remove { { u"DeleteKey"_s, 0 }, { u"DeleteModifierFlag"_s, 0 } }; // the key A
+    panes.defaults.setValue(Settings::ClassicKeys,
+                            QVariantMap { { u"CopyKeys"_s, copy }, { u"DeleteKeys"_s, remove } });
     TableViewLeft table(panes.bus, panes.model, panes.defaults);
-    panes.start();
     table.selectRow(1);
     Receiver receiver(panes.bus);
     QTest::keyClick(&table, Qt::Key_Return, Qt::ShiftModifier);
@@ -174,41 +139,32 @@ void tst_PaneTableView::bindingWinsOverFixedKeyButNotOverLetter()
     QCOMPARE(receiver.posts, QStringList({ u"c Left 1"_s, u"letter a"_s }));
 }
 
-void tst_PaneTableView::navigationKeysMoveTheSelection()
+void tst_PaneTableView::navigationKeysMoveTheSelectionOrAreHandedOn()
 {
-    PanesOnFolder panes(FiveFiles);
-    panes.start();
-    QTest::keyClick(&panes.left, Qt::Key_End);
-    QCOMPARE(panes.left.selectedRows(), RowSet { 5 });
-    QTest::keyClick(&panes.left, Qt::Key_Up);
-    QCOMPARE(panes.left.selectedRows(), RowSet { 4 });
-    QTest::keyClick(&panes.left, Qt::Key_Up, Qt::ShiftModifier);
-    QCOMPARE(panes.left.selectedRows(), (RowSet { 3, 4 }));
+    FivePanes panes;
+    const auto after = [&](Qt::Key key, Qt::KeyboardModifiers held = {}) {
+        QTest::keyClick(&panes.left, key, held);
+        return panes.left.selectedRows();
+    };
+    QCOMPARE(after(Qt::Key_End), RowSet { 5 });
+    QCOMPARE(after(Qt::Key_Up), RowSet { 4 });
+    QCOMPARE(after(Qt::Key_Up, Qt::ShiftModifier), (RowSet { 3, 4 }));
     QCOMPARE(panes.left.selectedRow(), 3);
-    QTest::keyClick(&panes.left, Qt::Key_Home);
-    QCOMPARE(panes.left.selectedRows(), RowSet { 0 });
-    QTest::keyClick(&panes.left, Qt::Key_Escape);
-    QCOMPARE(panes.left.selectedRow(), -1);
+    QCOMPARE(after(Qt::Key_Home), RowSet { 0 });
+    QCOMPARE(after(Qt::Key_Escape), RowSet {});
     QCOMPARE(panes.right.selectedRows(), RowSet { 0 });
-}
-
-void tst_PaneTableView::tabAndExitKeyAreHandedOn()
-{
-    PanesOnFolder panes(FiveFiles);
-    panes.start();
-    QSignalSpy other(&panes.left, &PaneTableView::otherPaneRequested);
-    QSignalSpy exit(&panes.left, &PaneTableView::terminateRequested);
-    QTest::keyClick(&panes.left, Qt::Key_Tab);
-    QTest::keyClick(&panes.left, Qt::Key_Tab, Qt::ShiftModifier);
+    const QSignalSpy other(&panes.left, &PaneTableView::otherPaneRequested);
+    const QSignalSpy exit(&panes.left, &PaneTableView::terminateRequested);
+    after(Qt::Key_Tab);
+    after(Qt::Key_Tab, Qt::ShiftModifier);
+    after(Qt::Key_F10);
     QCOMPARE(other.count(), 2);
-    QTest::keyClick(&panes.left, Qt::Key_F10);
     QCOMPARE(exit.count(), 1);
 }
 
 void tst_PaneTableView::onlyTheSecondClickOpens()
 {
-    PanesOnFolder panes(FiveFiles);
-    panes.start();
+    FivePanes panes;
     Receiver receiver(panes.bus);
     QWidget *viewport = panes.left.viewport();
     const auto clickOn = [&](QPoint place) {
@@ -225,8 +181,7 @@ void tst_PaneTableView::onlyTheSecondClickOpens()
 
 void tst_PaneTableView::rowsOutsideTheListingSelectNothing()
 {
-    PanesOnFolder panes(FiveFiles);
-    panes.start();
+    FivePanes panes;
     for (const int row : { -1, 6, 1000 }) {
         panes.left.selectRow(1);
         panes.left.selectRow(row);
@@ -239,26 +194,23 @@ void tst_PaneTableView::rowsOutsideTheListingSelectNothing()
 
 void tst_PaneTableView::newestRowIsTheSelectedOne()
 {
-    PanesOnFolder panes(FiveFiles);
-    panes.start();
-    const auto click = [&](int row, Qt::KeyboardModifiers held) {
+    FivePanes panes;
+    const auto afterClick = [&](int row, Qt::KeyboardModifiers held = {}) {
         QTest::mouseClick(panes.left.viewport(), Qt::LeftButton, held,
                           panes.left.visualRect(panes.left.model()->index(row, 1)).center());
+        return panes.left.selectedRow();
     };
-    click(4, {});
-    click(1, Qt::ControlModifier);
-    QCOMPARE(panes.left.selectedRow(), 1);
-    click(1, Qt::ControlModifier);
-    QCOMPARE(panes.left.selectedRow(), 4);
-    click(2, Qt::ShiftModifier);
-    QCOMPARE(panes.left.selectedRow(), 2);
+    afterClick(4);
+    QCOMPARE(afterClick(1, Qt::ControlModifier), 1);
+    QCOMPARE(afterClick(1, Qt::ControlModifier), 4);
+    QCOMPARE(afterClick(2, Qt::ShiftModifier), 2);
 }
 
 void tst_PaneTableView::scatteredRowsAreFast()
 {
     PanesOnFolder panes({});
     for (int i = 0; i < 20000; ++i)
-        QVERIFY(QFile(panes.folder.filePath(QString::number(i))).open(QIODevice::WriteOnly));
+        panes.folder.write(QString::number(i));
     panes.start();
     RowSet even, odd;
     for (int row = 1; row < 20000; row += 2) {
@@ -277,8 +229,7 @@ void tst_PaneTableView::scatteredRowsAreFast()
 
 void tst_PaneTableView::activePaneIsPlain()
 {
-    PanesOnFolder panes(FiveFiles);
-    panes.start();
+    FivePanes panes;
     for (const Side side : { Side::Left, Side::Right })
         panes.table(side).selectRow(2);
     const QColor highlight = panes.left.palette().color(QPalette::Active, QPalette::Highlight);
@@ -292,19 +243,17 @@ void tst_PaneTableView::activePaneIsPlain()
 
 void tst_PaneTableView::labelShowsUnderTheRow()
 {
-    PanesOnFolder panes(FiveFiles);
+    PanesOnFolder panes({ u"a"_s, u"b"_s, u"c"_s });
     QByteArray finderInfo(32, '\0');
     finderInfo[9] = 4; // the label field of the flag word
-    if (setxattr(panes.folder.filePath(u"c"_s).toLocal8Bit().constData(),
-                 "user.com.apple.FinderInfo", finderInfo.constData(), 32, 0)
-        != 0)
+    if (!panes.folder.setAttribute(u"c"_s, "user.com.apple.FinderInfo", finderInfo))
         QSKIP("no extended attributes here");
     panes.start();
-    const int row = int(panes.names(Side::Left).indexOf(u"c"_s));
-    const int label = panes.model.rowsLeft()[row].finderLabel();
-    QVERIFY(label != 0);
-    QCOMPARE(rowColor(panes.left, row), FileQueries::finderLabelColor(label));
-    QVERIFY(rowColor(panes.left, row - 1) != FileQueries::finderLabelColor(label));
+    const int row = panes.row(u"c"_s);
+    const QColor color = FileQueries::finderLabelColor(panes.model.rowsLeft()[row].finderLabel());
+    QVERIFY(color != FileQueries::finderLabelColor(0));
+    QCOMPARE(rowColor(panes.left, row), color);
+    QVERIFY(rowColor(panes.left, row == 1 ? 2 : row - 1) != color);
 }
 
 QTEST_MAIN(tst_PaneTableView)

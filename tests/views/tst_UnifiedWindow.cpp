@@ -16,48 +16,29 @@ class tst_UnifiedWindow : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void theSettingSelectsThePiecesTheOtherWayRound_data();
     void theSettingSelectsThePiecesTheOtherWayRound();
-    void theLeastSizeIs150Squared();
-    void theCloseBoxOnlyAsks();
+    void theLeastSizeIs150SquaredAndTheCloseBoxOnlyAsks();
     void thePiecesAreSharpAtAnyScale();
     void aFieldIsFramedWhereItIsPaintedAnew();
-};
 
-void tst_UnifiedWindow::theSettingSelectsThePiecesTheOtherWayRound_data()
-{
-    QTest::addColumn<QVariant>("stored");
-    QTest::addColumn<bool>("flat");
-    QTest::newRow("absent") << QVariant() << true;
-    QTest::newRow("false") << QVariant(false) << true;
-    QTest::newRow("true") << QVariant(true) << false;
-}
+private:
+    TestFolder folder;
+    UserDefaults defaults { folder.path(u"settings.plist"_s) };
+};
 
 void tst_UnifiedWindow::theSettingSelectsThePiecesTheOtherWayRound()
 {
-    QFETCH(QVariant, stored);
-    const TestFolder folder;
-    UserDefaults defaults(folder.path(u"settings.plist"_s));
-    if (stored.isValid())
+    for (const QVariant &stored : { QVariant(), QVariant(false), QVariant(true) }) {
         defaults.setValue(Settings::UseFlatUnifiedLook, stored);
-    const UnifiedWindow window(defaults);
-    QTEST(window.flat(), "flat");
+        QCOMPARE(UnifiedWindow(defaults).flat(), !stored.toBool());
+    }
 }
 
-void tst_UnifiedWindow::theLeastSizeIs150Squared()
+void tst_UnifiedWindow::theLeastSizeIs150SquaredAndTheCloseBoxOnlyAsks()
 {
-    const TestFolder folder;
-    const UserDefaults defaults(folder.path(u"settings.plist"_s));
     UnifiedWindow window(defaults);
     window.setMinSize({ 100, 400 });
     QCOMPARE(window.minimumSize(), QSize(150, 400));
-}
-
-void tst_UnifiedWindow::theCloseBoxOnlyAsks()
-{
-    const TestFolder folder;
-    const UserDefaults defaults(folder.path(u"settings.plist"_s));
-    UnifiedWindow window(defaults);
     window.show();
     const QSignalSpy asked(&window, &UnifiedWindow::closeAsked);
     window.close();
@@ -69,12 +50,8 @@ void tst_UnifiedWindow::thePiecesAreSharpAtAnyScale()
 {
     for (const QString &set : { QString(), u"flat_"_s }) {
         for (const QString &part : { u"top_left"_s, u"top_middle"_s, u"bottom_right"_s }) {
-            const QPixmap piece = backgroundPiece(set + part, Qt::gray, 1.5);
-            QVERIFY(!piece.isNull());
-            QCOMPARE(piece.height(),
-                     qRound(1.5
-                            * (part.startsWith("top"_L1) ? BackgroundTopHeight
-                                                         : BackgroundBottomHeight)));
+            const int height = part[0] == u't' ? BackgroundTopHeight : BackgroundBottomHeight;
+            QCOMPARE(backgroundPiece(set + part, Qt::gray, 1.5).height(), qRound(1.5 * height));
         }
     }
     QVERIFY(backgroundPiece(u"flat_something"_s, Qt::gray, 1).isNull());
@@ -86,8 +63,6 @@ void tst_UnifiedWindow::thePiecesAreSharpAtAnyScale()
 
 void tst_UnifiedWindow::aFieldIsFramedWhereItIsPaintedAnew()
 {
-    const TestFolder folder;
-    UserDefaults defaults(folder.path(u"settings.plist"_s));
     InfoBarTextField field(Qt::ElideRight);
     field.readFrameColors(defaults);
     QCOMPARE(field.frameColor().alpha(), 0);

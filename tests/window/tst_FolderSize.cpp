@@ -11,7 +11,6 @@ class tst_FolderSize : public QObject {
 
 private Q_SLOTS:
     void eachFileCountsItsSizeAnd4095Bytes();
-    void theTextSwitchesUnits_data();
     void theTextSwitchesUnits();
 };
 
@@ -33,22 +32,14 @@ void tst_FolderSize::eachFileCountsItsSizeAnd4095Bytes()
     QCOMPARE(FolderSize::totalOf(folder.path(u"gone"_s), never), 0.0);
 }
 
-void tst_FolderSize::theTextSwitchesUnits_data()
-{
-    QTest::addColumn<double>("total");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("nothing") << 0.0 << u"0 Bytes"_s;
-    QTest::newRow("last of the bytes") << 1023.0 << u"1023 Bytes"_s;
-    QTest::newRow("first KB") << 1024.0 << u"1 KB"_s;
-    QTest::newRow("rounds into the next unit") << 1048575.0 << u"1024 KB"_s;
-    QTest::newRow("first MB") << 1048576.0 << u"1.00 MB"_s;
-    QTest::newRow("GB") << 1610612736.0 << u"1.50 GB"_s;
-}
-
 void tst_FolderSize::theTextSwitchesUnits()
 {
-    QFETCH(double, total);
-    QTEST(FolderSize::text(total), "text");
+    const std::pair<double, QString> rows[] = {
+        { 0, u"0 Bytes"_s },       { 1023, u"1023 Bytes"_s }, { 1024, u"1 KB"_s },
+        { 1048575, u"1024 KB"_s }, { 1048576, u"1.00 MB"_s }, { 1610612736, u"1.50 GB"_s },
+    };
+    for (const auto &[total, text] : rows)
+        QCOMPARE(FolderSize::text(total), text);
 }
 
 QTEST_GUILESS_MAIN(tst_FolderSize)

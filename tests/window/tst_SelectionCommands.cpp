@@ -1,15 +1,7 @@
 #include "window/SelectionCommands.h"
 
-#include "model/MainModel.h"
-#include "platform/FileKinds.h"
-#include "platform/UserDefaults.h"
-#include "tests/support/AlertScript.h"
-#include "tests/support/PaneWindowStub.h"
-#include "tests/support/RecordedWorkspace.h"
-#include "tests/support/TestFolder.h"
-#include "util/FileQueries.h"
-#include "util/Launching.h"
-#include "util/SettingsKeys.h"
+#include "platform/FileName.h"
+#include "tests/support/PaneWorld.h"
 
 #include <QTest>
 
@@ -20,18 +12,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Two folders in the panes, sorted by name, and a person who answers the sheets as told.
-struct World {
-    TestFolder folder;
-    UserDefaults defaults { folder.path(u"settings.plist"_s) };
-    MessageBus bus;
-    AlertScript alerts;
-    RecordedWorkspace workspace;
-    FileKinds kinds;
-    FileQueries queries { workspace, kinds };
-    Launching launching { workspace, alerts };
-    PaneWindowStub window;
-    MainModel model { bus, defaults, alerts, queries, launching, kinds };
+// Files of one byte and one date in the panes, sorted by name, and a person who answers the sheets
+// as told.
+struct World : PaneWorld {
     ExpandSelection pattern;
     QString title;
     SelectionCommands
@@ -43,39 +26,47 @@ struct World {
     World(const QStringList &left, const QStringList &right = {})
     {
         defaults.setValue(Settings::ShortTimeDateFormat, u"%Y-%m-%d"_s);
-        model.setWindowController(&window);
-        fill(Side::Left, u"left"_s, left);
-        fill(Side::Right, u"right"_s, right);
+        for (const Side side : { Side::Left, Side::Right }) {
+            folder.makeFolder(sideWord(side));
+            for (const QString &name : side == Side::Left ? left : right)
+                write(side, name, 1);
+            list(side);
+        }
     }
-    void fill(Side side, const QString &name, const QStringList &files)
+    void write(Side side, const QString &name, qsizetype size, time_t modified = 1000000000,
+               long nanoseconds = 0)
     {
-        folder.makeFolder(name);
-        for (const QString &file : files)
-            write(name + u'/' + file, 1);
-        show(side, name);
-    }
-    void write(const QString &path, qsizetype size, time_t modified = 1000000000)
-    {
+        const QString path = sideWord(side) + u'/' + name;
         folder.write(path, QByteArray(size, 'x'));
-        const timespec times[2] = { { modified, 0 }, { modified, 0 } };
-        utimensat(AT_FDCWD, folder.path(path).toUtf8(), times, 0);
+        const timespec times[2] = { { modified, nanoseconds }, { modified, nanoseconds } };
+        utimensat(AT_FDCWD, FileName::toBytes(folder.path(path)), times, 0);
     }
-    void show(Side side, const QString &name)
+    void list(Side side)
     {
-        window.paths[side] = folder.path(name);
-        bus.post(DirectoryChanged[side], { .path = folder.path(name) });
+        show(side, sideWord(side));
         model.sortRowEntries(Column::Name, side, SortDirection::Ascending);
-        window.tables[side].rows = int(model.rows(side).size());
         window.tables[side].selectRow(0);
     }
-    QStringList selected(Side side = Side::Left)
+    void select(const RowSet &rows) { window.tables.left.selectRows(rows); }
+    QString selected(Side side = Side::Left)
     {
         QStringList names;
         for (const int row : std::as_const(window.tables[side].selected))
-            names.append(model.rows(side)[row].name());
-        return names;
+            names.append(name(row, side));
+        return names.join(u' ');
     }
-    void type(const QString &letter) { bus.post(LetterPressed, { letter }); }
+    QString afterLetter(const QString &letter)
+    {
+        bus.post(LetterPressed, { letter });
+        return selected();
+    }
+    QString afterSearch(const QString &typed,
+                        SelectionCommands::Ask ask = SelectionCommands::Ask::Always)
+    {
+        window.typed = typed;
+        commands.searchClicked(ask);
+        return selected();
+    }
 };
 
 } // namespace
@@ -85,11 +76,9 @@ class tst_SelectionCommands : public QObject {
 
 private Q_SLOTS:
     void aLetterGoesFromNameToName();
-    void aLetterWithoutAMatchSelectsNothingElse();
     void aGroupAddsToAndTakesFromTheSelection();
-    void withoutAPatternNothingChanges();
     void sameNamesAreSelectedInTheActivePane();
-    void comparedFoldersShareWhatIsEqual();
+    void comparedFoldersShareWhatIsListedAlike();
     void findLooksAtAllColumnsBelowAndAtNamesAbove();
     void findAsksOnlyWhenItMust();
     void theMetadataSearchIsAskedForTheSelectedName();
@@ -99,115 +88,105 @@ private Q_SLOTS:
 void tst_SelectionCommands::aLetterGoesFromNameToName()
 {
     World world({ u"Desk"_s, u"Dev"_s, u"Zoo"_s, u"docs"_s });
-    for (const QString &expected : { u"Desk"_s, u"Dev"_s, u"docs"_s, u"Desk"_s }) {
-        world.type(u"d"_s);
-        QCOMPARE(world.selected(), QStringList { expected });
-    }
+    for (const QString &expected : { u"Desk"_s, u"Dev"_s, u"docs"_s, u"Desk"_s })
+        QCOMPARE(world.afterLetter(u"d"_s), expected);
     // Kept: a capital finds capitals alone.
-    world.type(u"D"_s);
-    world.type(u"D"_s);
-    QCOMPARE(world.selected(), QStringList { u"Desk"_s });
-}
-
-void tst_SelectionCommands::aLetterWithoutAMatchSelectsNothingElse()
-{
-    World world({ u"a"_s, u"b"_s });
-    world.type(u"b"_s);
+    QCOMPARE(world.afterLetter(u"D"_s), u"Dev"_s);
+    QCOMPARE(world.afterLetter(u"D"_s), u"Desk"_s);
     for (const QString &letter : { u"x"_s, QString() })
-        world.type(letter);
-    QCOMPARE(world.selected(), QStringList { u"b"_s });
+        QCOMPARE(world.afterLetter(letter), u"Desk"_s);
     world.window.focus.reset();
-    world.type(u"a"_s);
-    QCOMPARE(world.selected(), QStringList { u"b"_s });
+    QCOMPARE(world.afterLetter(u"d"_s), u"Desk"_s);
 }
 
 void tst_SelectionCommands::aGroupAddsToAndTakesFromTheSelection()
 {
     World world({ u"B.Txt"_s, u"a.txt"_s, u"c.png"_s });
-    world.window.tables.left.selectRows({ 3 });
-    world.pattern = { .target = MatchTarget::Name,
-                      .method = MatchMethod::Contains,
-                      .text = u"."_s };
-    world.commands.groupSelectClicked();
+    const auto after = [&](void (SelectionCommands::*command)(), const ExpandSelection &pattern) {
+        world.pattern = pattern;
+        (world.commands.*command)();
+        return world.selected();
+    };
+    const auto select = &SelectionCommands::groupSelectClicked;
+    const auto deselect = &SelectionCommands::groupDeselectClicked;
+    world.select({ 3 });
+    const ExpandSelection cancelled { .method = MatchMethod::BeginsWith };
+    QCOMPARE(after(select, cancelled), u"c.png"_s);
+    QCOMPARE(after(deselect, cancelled), u"c.png"_s);
+    QCOMPARE(after(select, { .text = u"."_s }), u"B.Txt a.txt c.png"_s); // ".." never
     QCOMPARE(world.title, u"Group selection"_s);
-    QCOMPARE(world.selected(), QStringList({ u"B.Txt"_s, u"a.txt"_s, u"c.png"_s })); // ".." never
-    world.pattern = { .method = MatchMethod::EndsWith, .text = u".TXT"_s };
-    world.commands.groupDeselectClicked();
+    QCOMPARE(after(deselect, { .method = MatchMethod::EndsWith, .text = u".TXT"_s }), u"c.png"_s);
     QCOMPARE(world.title, u"Group deselection"_s);
-    QCOMPARE(world.selected(), QStringList { u"c.png"_s });
 
-    world.write(u"left/big"_s, 2048);
-    world.show(Side::Left, u"left"_s);
-    world.window.tables.left.selectRows({});
-    world.pattern = { .target = MatchTarget::Size, .text = u"KB"_s };
-    world.commands.groupSelectClicked();
-    QCOMPARE(world.selected(), QStringList { u"big"_s });
-    world.pattern = { .target = MatchTarget::Date, .text = u"2001-09"_s };
-    world.commands.groupSelectClicked();
-    QCOMPARE(world.selected().size(), 4);
-}
-
-void tst_SelectionCommands::withoutAPatternNothingChanges()
-{
-    World world({ u"a"_s, u"b"_s });
-    world.window.tables.left.selectRows({ 1 });
-    world.commands.groupSelectClicked(); // cancelled: an empty text
-    world.commands.groupDeselectClicked();
-    QCOMPARE(world.selected(), QStringList { u"a"_s });
+    world.write(Side::Left, u"big"_s, 2048);
+    world.list(Side::Left);
+    world.select({});
+    QCOMPARE(after(select, { .target = MatchTarget::Size, .text = u"KB"_s }), u"big"_s);
+    QCOMPARE(after(select, { .target = MatchTarget(9), .text = u"a"_s }), u"big"_s); // unknown
+    QCOMPARE(after(select, { .target = MatchTarget::Date, .text = u"2001-09"_s }),
+             u"B.Txt a.txt big c.png"_s);
 }
 
 void tst_SelectionCommands::sameNamesAreSelectedInTheActivePane()
 {
-    World world({ u"a"_s, u"b"_s, u"c"_s }, { u"B"_s, u"a"_s, u"c"_s });
-    world.window.tables.left.selectRows({ 2 });
+    // The letter in one piece and in two, and bytes that are no text: alike to the eye alone.
+    World world({ QString(QChar(0xE9)), FileName::fromBytes("x\xFF"), u"a"_s, u"b"_s, u"c"_s },
+                { u"e\u0301"_s, FileName::fromBytes("x\xFE"), u"B"_s, u"a"_s, u"c"_s });
+    world.select({ 2 });
     world.window.tables.right.selectRows({ 1 });
     world.commands.selectSameClicked();
-    QCOMPARE(world.selected(), QStringList({ u"a"_s, u"c"_s }));
-    QCOMPARE(world.selected(Side::Right), QStringList { u"B"_s });
+    QCOMPARE(world.selected(), u"a c"_s);
+    QCOMPARE(world.selected(Side::Right), u"B"_s);
 }
 
-void tst_SelectionCommands::comparedFoldersShareWhatIsEqual()
+void tst_SelectionCommands::comparedFoldersShareWhatIsListedAlike()
 {
-    World world({ u"date"_s, u"equal"_s, u"here"_s, u"size"_s },
-                { u"date"_s, u"equal"_s, u"size"_s, u"there"_s });
-    world.write(u"right/date"_s, 1, 1000000001);
-    world.write(u"right/size"_s, 2);
-    world.show(Side::Right, u"right"_s);
+    const struct {
+        QString name;
+        qsizetype size;
+        qint64 nanoseconds;
+    } files[] = {
+        { u"a date"_s, 2048, 6'000'000 },
+        { u"a date cut by a disk"_s, 2048, 5'000'700 },
+        { u"a size"_s, 4096, 5'000'000 },
+        { u"a size that reads the same"_s, 2049, 5'000'000 },
+    };
+    World world({ u"here"_s }, { u"there"_s });
+    for (const auto &file : files) {
+        world.write(Side::Left, file.name, 2048, 1, 5'000'000);
+        world.write(Side::Right, file.name, file.size, 1, file.nanoseconds);
+    }
+    for (const Side side : { Side::Right, Side::Left })
+        world.list(side);
     world.window.tables.right.selectRows({ 4 });
     world.commands.compareFoldersClicked();
-    QCOMPARE(world.selected(), QStringList { u"equal"_s });
-    QCOMPARE(world.selected(Side::Right), QStringList { u"equal"_s });
+    for (const Side side : { Side::Left, Side::Right })
+        QCOMPARE(world.selected(side), u"a date cut by a disk a size that reads the same"_s);
 }
 
 void tst_SelectionCommands::findLooksAtAllColumnsBelowAndAtNamesAbove()
 {
     World world({ u"a"_s, u"b"_s, u"c"_s });
-    world.write(u"left/b"_s, 1, 1180000000); // 2007
-    world.show(Side::Left, u"left"_s);
-    world.window.typed = u"2007"_s;
-    world.commands.searchClicked(SelectionCommands::Ask::Always);
-    QCOMPARE(world.selected(), QStringList { u"b"_s }); // by its date
+    world.write(Side::Left, u"b"_s, 1, 1180000000); // 2007
+    world.list(Side::Left);
+    QCOMPARE(world.afterSearch(u"2007"_s), u"b"_s); // by its date
     // Kept: from the top only names are looked at, so the date is not found again.
-    world.commands.searchClicked(SelectionCommands::Ask::WithoutTerm);
-    QCOMPARE(world.selected(), QStringList { u"b"_s });
-    world.window.typed = u"A"_s;
-    world.commands.searchClicked(SelectionCommands::Ask::Always);
-    QCOMPARE(world.selected(), QStringList { u"a"_s });
+    world.select({ 3 });
+    QCOMPARE(world.afterSearch({}, SelectionCommands::Ask::WithoutTerm), u"c"_s);
+    QCOMPARE(world.afterSearch(u"A"_s), u"a"_s);
+    QCOMPARE(world.afterSearch(u".."_s), u".."_s);
 }
 
 void tst_SelectionCommands::findAsksOnlyWhenItMust()
 {
+    using enum SelectionCommands::Ask;
     World world({ u"ab"_s, u"b"_s });
-    world.commands.searchClicked(SelectionCommands::Ask::WithoutTerm);
-    QCOMPARE(world.window.prompts, QStringList { u"Please enter search term(s):|"_s });
-    QCOMPARE(world.selected(), QStringList { u".."_s }); // cancelled
-    world.window.typed = u"b"_s;
-    world.commands.searchClicked(SelectionCommands::Ask::WithoutTerm);
-    world.commands.searchClicked(SelectionCommands::Ask::WithoutTerm);
-    QCOMPARE(world.window.prompts.size(), 2);
-    QCOMPARE(world.selected(), QStringList { u"b"_s });
-    world.commands.searchClicked(SelectionCommands::Ask::Always);
-    QCOMPARE(world.window.prompts.last(), u"Please enter search term(s):|b"_s);
+    QCOMPARE(world.afterSearch({}, WithoutTerm), u".."_s); // cancelled
+    QCOMPARE(world.afterSearch(u"b"_s, WithoutTerm), u"ab"_s);
+    QCOMPARE(world.afterSearch(u"not asked"_s, WithoutTerm), u"b"_s);
+    world.commands.searchClicked(Always);
+    const QString prompt = u"Please enter search term(s):|"_s;
+    QCOMPARE(world.window.prompts, QStringList({ prompt, prompt, prompt + u'b' }));
 }
 
 void tst_SelectionCommands::theMetadataSearchIsAskedForTheSelectedName()
@@ -218,10 +197,10 @@ void tst_SelectionCommands::theMetadataSearchIsAskedForTheSelectedName()
         QStringList texts;
     } search;
     world.bus.subscribe(SpotlightSearch, &search, &Search::add);
-    world.window.tables.left.selectRow(1);
+    world.select({ 1 });
     world.commands.spotlightSearchMenuItemClicked();
     world.commands.spotlightSearchClicked();
-    world.window.tables.left.selectRow(-1);
+    world.select({});
     world.commands.spotlightSearchMenuItemClicked();
     QCOMPARE(search.texts, QStringList({ u"a"_s, u"nothing"_s }));
 }
@@ -231,14 +210,13 @@ void tst_SelectionCommands::aChosenSearchResultIsShownOrOpened()
     World world({});
     world.folder.makeFolder(u"found"_s);
     world.folder.write(u"file"_s);
-    world.bus.post(SpotlightSearchResultClicked, { world.folder.path(u"found"_s) });
-    QCOMPARE(world.model.rowsLeft().folder(), world.folder.path(u"found"_s));
-    for (const QString &name : { u"file"_s, u"some.app"_s, u"some.pkg"_s })
-        world.bus.post(SpotlightSearchResultClicked, { world.folder.path(name) });
     QStringList verbs;
+    for (const QString &name : { u"found"_s, u"file"_s, u"some.app"_s, u"some.pkg"_s })
+        world.bus.post(SpotlightSearchResultClicked, { world.folder.path(name) });
     for (const QStringList &call : std::as_const(world.workspace.calls))
         verbs.append(call.first());
     QCOMPARE(verbs, QStringList({ u"open"_s, u"launch"_s, u"install"_s }));
+    QCOMPARE(world.shown(), world.folder.path(u"found"_s));
 }
 
 QTEST_MAIN(tst_SelectionCommands)

@@ -17,10 +17,18 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// What is asked to stop by the message.
-struct Run {
+// The sheet of a run, which is asked to stop by the message.
+struct World {
+    explicit World(QWidget *window = nullptr)
+        : sheet(bus, window)
+    {
+        bus.subscribe(CancelThread, this, &World::cancel);
+    }
     void cancel(const NoPayload &) { ++cancels; }
+
+    MessageBus bus;
     int cancels = 0;
+    WorkingSheet sheet;
 };
 
 bool shows(const QWidget &sheet, const QString &text)
@@ -36,65 +44,44 @@ class tst_Sheets : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void theInputSheetAnswersByKey_data();
-    void theInputSheetAnswersByKey();
-    void aNameIsSelectedWithoutItsExtension_data();
-    void aNameIsSelectedWithoutItsExtension();
+    void typingReplacesTheNameWithoutItsExtension();
     void whatTheCancelButtonAnswersIsNoText();
     void aPatternIsChosenByKeys();
-    void aCancelledPatternHasNoText();
     void theWorkingSheetStaysUntilTheRunClosesIt();
-    void aStrayKeyDoesNotStopTheRun_data();
     void aStrayKeyDoesNotStopTheRun();
     void theWorkingSheetLeavesTheKeyboardToAQuestion();
-    void theWorkingSheetShowsNamesOnOneLine();
+    void longAndHostileTextsNeverMoveTheWorkingSheet();
     void theDetailsOfAnEarlierRunAreGone();
-    void longTextsNeverMoveTheWorkingSheet();
     void theSpinnerTurnsUntilTheLastStop();
 };
 
-void tst_Sheets::theInputSheetAnswersByKey_data()
+void tst_Sheets::typingReplacesTheNameWithoutItsExtension()
 {
-    QTest::addColumn<QString>("given");
-    QTest::addColumn<Qt::Key>("key");
-    QTest::addColumn<QString>("answer");
-    QTest::newRow("Return takes the text") << u"old"_s << Qt::Key_Return << u"typed"_s;
-    QTest::newRow("Escape cancels") << u"old"_s << Qt::Key_Escape << QString();
-    QTest::newRow("Return from the keypad") << u"old"_s << Qt::Key_Enter << u"typed"_s;
-    QTest::newRow("a newline survives") << u"old.a\nb"_s << Qt::Key_Return << u"typed.a\nb"_s;
-    QTest::newRow("a byte that is not UTF-8 survives")
-        << u"old."_s + QChar(0xDCFF) << Qt::Key_Return << u"typed."_s + QChar(0xDCFF);
-}
-
-void tst_Sheets::theInputSheetAnswersByKey()
-{
-    QFETCH(QString, given);
-    QFETCH(Qt::Key, key);
-    InputSheet sheet(u"Name:"_s, given, nullptr);
-    QTimer::singleShot(0, &sheet, [&] {
+    const QString odd = u"."_s + QChar(0xDCFF); // a byte that is not UTF-8
+    const struct {
+        QString given;
+        Qt::Key key;
+        QString answer;
+    } rows[] = {
+        { u"a.tar.gz"_s, Qt::Key_Return, u"typed.gz"_s },
+        { u"Makefile"_s, Qt::Key_Return, u"typed"_s },
+        { u".profile"_s, Qt::Key_Return, u"typed"_s },
+        { u"/home/x/a.b"_s, Qt::Key_Return, u"typed"_s },
+        { u"old"_s, Qt::Key_Enter, u"typed"_s },
+        { u"old"_s, Qt::Key_Escape, {} },
+        { u"old.a\nb"_s, Qt::Key_Return, u"typed.a\nb"_s },
+        { u"old"_s + odd, Qt::Key_Return, u"typed"_s + odd },
+    };
+    for (const auto &row : rows) {
+        InputSheet sheet(u"Name:"_s, row.given, nullptr);
         auto *field = sheet.findChild<QLineEdit *>();
-        QCOMPARE(field->text(), given);
-        QTest::keyClicks(field, u"typed"_s); // over what is selected
-        QTest::keyClick(field, key);
-    });
-    QTEST(sheet.getString(), "answer");
-}
-
-void tst_Sheets::aNameIsSelectedWithoutItsExtension_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("selected");
-    QTest::newRow("file") << u"a.tar.gz"_s << u"a.tar"_s;
-    QTest::newRow("no extension") << u"Makefile"_s << u"Makefile"_s;
-    QTest::newRow("hidden") << u".profile"_s << u".profile"_s;
-    QTest::newRow("path") << u"/home/x/a.b"_s << u"/home/x/a.b"_s;
-}
-
-void tst_Sheets::aNameIsSelectedWithoutItsExtension()
-{
-    QFETCH(QString, text);
-    InputSheet sheet(u"Name:"_s, text, nullptr);
-    QTEST(sheet.findChild<QLineEdit *>()->selectedText(), "selected");
+        QCOMPARE(field->text(), row.given);
+        QTimer::singleShot(0, &sheet, [&] {
+            QTest::keyClicks(field, u"typed"_s);
+            QTest::keyClick(field, row.key);
+        });
+        QCOMPARE(sheet.getString(), row.answer);
+    }
 }
 
 void tst_Sheets::whatTheCancelButtonAnswersIsNoText()
@@ -133,125 +120,88 @@ void tst_Sheets::aPatternIsChosenByKeys()
     QCOMPARE(request.method, MatchMethod::Equals);
     QCOMPARE(request.text, u"a*"_s);
     QVERIFY(request.caseSensitive);
-}
-
-void tst_Sheets::aCancelledPatternHasNoText()
-{
-    ExpandSelectionSheet sheet(u"Group selection"_s, nullptr);
-    QTimer::singleShot(0, &sheet, [&] {
-        QTest::keyClicks(sheet.focusWidget(), u"typed"_s);
-        QTest::keyClick(&sheet, Qt::Key_Escape);
-    });
+    QTimer::singleShot(0, &sheet, [&] { QTest::keyClick(&sheet, Qt::Key_Escape); });
     QCOMPARE(sheet.getInput().text, QString());
 }
 
 void tst_Sheets::theWorkingSheetStaysUntilTheRunClosesIt()
 {
-    MessageBus bus;
-    Run run;
-    bus.subscribe(CancelThread, &run, &Run::cancel);
-    WorkingSheet sheet(bus, nullptr);
-    sheet.setWorkingSheetProgressValue(7);
-    sheet.setWorkingSheetMaxProgressValue(12);
+    World world;
+    WorkingSheet &sheet = world.sheet;
     sheet.showWorkingSheet();
-    auto *bar = sheet.findChild<QProgressBar *>();
-    QCOMPARE(bar->value(), 0);
-    QCOMPARE(bar->maximum(), 12);
-    sheet.setWorkingSheetProgressValue(3);
-    QCOMPARE(bar->value(), 3);
-
     QTest::keyClick(&sheet, Qt::Key_Escape);
     sheet.close();
     QTest::mouseClick(sheet.findChild<QPushButton *>(), Qt::LeftButton);
-    QCOMPARE(run.cancels, 3);
+    QCOMPARE(world.cancels, 3);
     QVERIFY(sheet.isWorkingSheetVisible());
     QVERIFY(shows(sheet, u"Canceling progress..."_s));
     sheet.closeWorkingSheet();
     QVERIFY(!sheet.isWorkingSheetVisible());
 }
 
-void tst_Sheets::aStrayKeyDoesNotStopTheRun_data()
-{
-    QTest::addColumn<Qt::Key>("key");
-    QTest::newRow("Return") << Qt::Key_Return;
-    QTest::newRow("keypad") << Qt::Key_Enter;
-    QTest::newRow("Space") << Qt::Key_Space;
-}
-
 void tst_Sheets::aStrayKeyDoesNotStopTheRun()
 {
-    QFETCH(Qt::Key, key);
-    MessageBus bus;
-    Run run;
-    bus.subscribe(CancelThread, &run, &Run::cancel);
-    WorkingSheet sheet(bus, nullptr);
+    World world;
+    WorkingSheet &sheet = world.sheet;
     auto *cancel = sheet.findChild<QPushButton *>();
-    sheet.showWorkingSheet();
-    cancel->setFocus(Qt::TabFocusReason); // where an earlier run was left
-    sheet.closeWorkingSheet();
-    sheet.showWorkingSheet();
-    QTest::keyClick(sheet.focusWidget(), key);
-    QCOMPARE(run.cancels, 0);
-    QVERIFY(sheet.isWorkingSheetVisible());
-
+    for (const auto key : { Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space }) {
+        sheet.showWorkingSheet();
+        cancel->setFocus(Qt::TabFocusReason); // where an earlier run was left
+        sheet.closeWorkingSheet();
+        sheet.showWorkingSheet();
+        QTest::keyClick(sheet.focusWidget(), key);
+        QCOMPARE(world.cancels, 0);
+        QVERIFY(sheet.isWorkingSheetVisible());
+    }
     QTest::keyClick(sheet.focusWidget(), Qt::Key_Tab);
     QCOMPARE(sheet.focusWidget(), cancel);
     QTest::keyClick(cancel, Qt::Key_Space);
-    QCOMPARE(run.cancels, 1);
+    QCOMPARE(world.cancels, 1);
 }
 
 void tst_Sheets::theWorkingSheetLeavesTheKeyboardToAQuestion()
 {
-    MessageBus bus;
     QWidget window;
     window.show();
-    WorkingSheet sheet(bus, &window);
+    World world(&window);
     InputSheet question(u"Name:"_s, {}, &window);
     QTimer::singleShot(0, &question, [&] {
-        sheet.showWorkingSheet();
-        QVERIFY(sheet.isWorkingSheetVisible());
+        world.sheet.showWorkingSheet();
+        QVERIFY(world.sheet.isWorkingSheetVisible());
         QCOMPARE(QApplication::activeModalWidget(), &question);
         question.reject();
     });
     question.getString();
-    QVERIFY(sheet.isWorkingSheetVisible());
-    QCOMPARE(QApplication::activeModalWidget(), &sheet);
-    sheet.closeWorkingSheet();
+    QVERIFY(world.sheet.isWorkingSheetVisible());
+    QCOMPARE(QApplication::activeModalWidget(), &world.sheet);
+    world.sheet.closeWorkingSheet();
     QCOMPARE(QApplication::activeModalWidget(), nullptr);
-}
-
-void tst_Sheets::theWorkingSheetShowsNamesOnOneLine()
-{
-    MessageBus bus;
-    WorkingSheet sheet(bus, nullptr);
-    sheet.setWorkingSheetInfoText(u"Copying '<b>a\nb"_s + QChar(0xDCFF) + u"'"_s);
-    QVERIFY(shows(sheet, u"Copying '<b>a\\nb\uFFFD'"_s));
-    const auto labels = sheet.findChildren<QLabel *>();
-    for (const QLabel *label : labels)
-        QCOMPARE(label->textFormat(), Qt::PlainText);
 }
 
 void tst_Sheets::theDetailsOfAnEarlierRunAreGone()
 {
-    MessageBus bus;
-    WorkingSheet sheet(bus, nullptr);
-    sheet.setWorkingSheetMaxProgressValue(2);
+    World world;
+    WorkingSheet &sheet = world.sheet;
+    const auto *bar = sheet.findChild<QProgressBar *>();
+    sheet.setWorkingSheetMaxProgressValue(12);
     sheet.showWorkingSheet();
-    sheet.setWorkingSheetProgressValue(2);
+    sheet.setWorkingSheetProgressValue(3);
     sheet.setWorkingSheetDetailText(u"1 MB of 2 MB"_s);
+    QCOMPARE(bar->value(), 3);
     QVERIFY(shows(sheet, u"1 MB of 2 MB"_s));
-    QVERIFY(shows(sheet, u"2 of 2"_s));
+    QVERIFY(shows(sheet, u"3 of 12"_s));
     sheet.closeWorkingSheet();
     sheet.setWorkingSheetMaxProgressValue(5);
     sheet.showWorkingSheet();
+    QCOMPARE(bar->value(), 0);
     QVERIFY(!shows(sheet, u"1 MB of 2 MB"_s));
     QVERIFY(shows(sheet, u"0 of 5"_s));
 }
 
-void tst_Sheets::longTextsNeverMoveTheWorkingSheet()
+void tst_Sheets::longAndHostileTextsNeverMoveTheWorkingSheet()
 {
-    MessageBus bus;
-    WorkingSheet sheet(bus, nullptr);
+    World world;
+    WorkingSheet &sheet = world.sheet;
     sheet.setWorkingSheetMaxProgressValue(5000);
     sheet.showWorkingSheet();
     const QSize size = sheet.size();
@@ -260,6 +210,11 @@ void tst_Sheets::longTextsNeverMoveTheWorkingSheet()
     sheet.setWorkingSheetProgressValue(4999);
     QCoreApplication::processEvents();
     QCOMPARE(sheet.size(), size);
+    sheet.setWorkingSheetInfoText(u"Copying '<b>a\nb"_s + QChar(0xDCFF) + u"'"_s);
+    QVERIFY(shows(sheet, u"Copying '<b>a\\nb\uFFFD'"_s));
+    const auto labels = sheet.findChildren<QLabel *>();
+    for (const QLabel *label : labels)
+        QCOMPARE(label->textFormat(), Qt::PlainText);
 }
 
 void tst_Sheets::theSpinnerTurnsUntilTheLastStop()

@@ -1,17 +1,11 @@
 #include "window/WindowController.h"
 
-#include "model/MainModel.h"
 #include "operations/Twinleaf.h"
-#include "platform/FileKinds.h"
 #include "platform/Localized.h"
 #include "platform/Questions.h"
-#include "platform/UserDefaults.h"
-#include "tests/support/AlertScript.h"
+#include "tests/support/PaneWorld.h"
 #include "tests/support/RecordedOpenPanel.h"
 #include "tests/support/RecordedPrograms.h"
-#include "tests/support/RecordedWorkspace.h"
-#include "tests/support/TestFolder.h"
-#include "util/SettingsKeys.h"
 #include "views/ElidedLabel.h"
 #include "views/InfoBarTextField.h"
 #include "views/TableViewDataSources.h"
@@ -20,11 +14,9 @@
 
 #include <QAccessible>
 #include <QAction>
-#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
-#include <QPushButton>
 #include <QSplitter>
 #include <QTest>
 #include <QTimer>
@@ -34,17 +26,10 @@ using namespace Qt::StringLiterals;
 namespace {
 
 // The whole window over real folders, with a person and a desktop by script.
-struct World {
-    TestFolder folder;
-    UserDefaults defaults { folder.path(u"settings.plist"_s) };
-    MessageBus bus;
+struct World : ModelWorld {
     Questions questions;
-    AlertScript alerts;
     RecordedPrograms programs;
-    RecordedWorkspace workspace;
-    FileKinds kinds;
     Twinleaf twinleaf { bus, defaults, alerts, programs, workspace, kinds, questions };
-    MainModel model { bus, defaults, alerts, twinleaf, twinleaf, kinds };
     MainWindowLayout window { bus, model, defaults };
     TableViewDataSourceLeft leftSource { *window.leftFileList, model, bus, defaults };
     TableViewDataSourceRight rightSource { *window.rightFileList, model, bus, defaults };
@@ -53,18 +38,22 @@ struct World {
         window, bus, model, twinleaf, { defaults, workspace, openPanel, alerts, questions }
     };
 
-    World()
+    World(const QStringList &files = {})
     {
-        folder.makeFolder(u"left"_s);
-        folder.makeFolder(u"right"_s);
+        for (const QString &name : { u"left"_s, u"right"_s })
+            folder.makeFolder(name);
+        for (const QString &name : files)
+            folder.write(name, "a");
         model.setWindowController(&controller);
         model.setTwinleaf(&twinleaf);
         twinleaf.setMainModel(&model);
         twinleaf.setWindowController(&controller, &controller.workingSheet());
-        for (PaneDataSource *source : { static_cast<PaneDataSource *>(&leftSource),
-                                        static_cast<PaneDataSource *>(&rightSource) })
-            QObject::connect(source, &PaneDataSource::selectionDidChange, &controller,
+        const auto follow = [&](const PaneDataSource &source) {
+            QObject::connect(&source, &PaneDataSource::selectionDidChange, &controller,
                              &WindowController::setFileInfoBar);
+        };
+        follow(leftSource);
+        follow(rightSource);
     }
 
     void start()
@@ -87,6 +76,11 @@ struct World {
         });
         return found == actions.end() ? nullptr : *found;
     }
+    void click(ClassicButton *button)
+    {
+        QTest::mouseClick(button, Qt::LeftButton);
+        twinleaf.drain();
+    }
     // Types into the sheet that opens next.
     void answerSheet(const QString &text)
     {
@@ -98,7 +92,7 @@ struct World {
     }
     void select(Side side, const QString &name)
     {
-        window.fileList(side).selectRow(int(model.rows(side).rowOfName(name)));
+        window.fileList(side).selectRow(row(name, side));
     }
 };
 
@@ -109,7 +103,6 @@ class tst_WindowController : public QObject {
 
 private Q_SLOTS:
     void theButtonRowGivesItsHeightToThePanes();
-    void aHiddenButtonRowStaysHidden();
     void withoutAnActivePaneCommandsHaveNone();
     void buttonsActOnTheActivePane();
     void menusFollowTheSelection();
@@ -117,72 +110,61 @@ private Q_SLOTS:
     void hiddenFilesComeAndGoInBothPanes();
     void onlyAPaneAmongTheVolumesFollowsAMount();
     void screenReadersFindANameOnEverything();
-    void whatIsSavedAtTheEnd_data();
     void whatIsSavedAtTheEnd();
 };
 
 void tst_WindowController::theButtonRowGivesItsHeightToThePanes()
 {
-    World world;
-    world.start();
-    QAction *toggle = world.item(u"Hide Classic buttons"_s);
-    QVERIFY(toggle);
-    const int height = world.window.splitView->height();
-    toggle->trigger();
-    QTRY_COMPARE(world.window.splitView->height(), height + 45);
-    QCOMPARE(toggle->text(), u"Show Classic buttons"_s);
-    QCOMPARE(world.defaults.boolean(Settings::ShowClassicButtons), false);
-    toggle->trigger();
-    QTRY_COMPARE(world.window.splitView->height(), height);
-    QCOMPARE(world.defaults.boolean(Settings::ShowClassicButtons), true);
-}
-
-void tst_WindowController::aHiddenButtonRowStaysHidden()
-{
-    World world;
-    world.defaults.setValue(Settings::ShowClassicButtons, false);
-    world.start();
-    QVERIFY(!world.window.copyButton->isVisible());
-    QVERIFY(world.item(u"Show Classic buttons"_s));
+    for (const QVariant &stored : { QVariant(), QVariant(false) }) {
+        World world;
+        world.defaults.setValue(Settings::ShowClassicButtons, stored);
+        world.start();
+        const auto row = [&] { return world.window.copyButton->isVisible() ? 45 : 0; };
+        QCOMPARE(row(), stored.isValid() ? 0 : 45);
+        const int both = world.window.splitView->height() + row();
+        for (int toggles = 0; toggles < 2; ++toggles) {
+            const bool shown = row() > 0;
+            QAction *toggle =
+                world.item(shown ? u"Hide Classic buttons"_s : u"Show Classic buttons"_s);
+            QVERIFY(toggle);
+            toggle->trigger();
+            QCOMPARE(row() > 0, !shown);
+            QTRY_COMPARE(world.window.splitView->height(), both - row());
+            QCOMPARE(world.defaults.boolean(Settings::ShowClassicButtons), !shown);
+        }
+    }
 }
 
 void tst_WindowController::withoutAnActivePaneCommandsHaveNone()
 {
     World world;
     world.start();
-    QCOMPARE(world.controller.getFirstResponderTableView(),
-             &world.controller.getTableView(Side::Left));
-    QCOMPARE(world.controller.getOtherResponderTableView(),
-             &world.controller.getTableView(Side::Right));
+    WindowController &controller = world.controller;
+    QCOMPARE(controller.getFirstResponderTableView(), &controller.getTableView(Side::Left));
+    QCOMPARE(controller.getOtherResponderTableView(), &controller.getTableView(Side::Right));
     world.window.segmentedControls.left->setFocus();
-    QCOMPARE(world.controller.getFirstResponderTableView(), nullptr);
-    QCOMPARE(world.controller.getOtherResponderTableView(), nullptr);
-    QCOMPARE(world.controller.getCurrentPath(), QString());
+    QCOMPARE(controller.getFirstResponderTableView(), nullptr);
+    QCOMPARE(controller.getOtherResponderTableView(), nullptr);
+    QCOMPARE(controller.getCurrentPath(), QString());
     world.window.rightFileList->setFocus();
-    QCOMPARE(world.controller.getCurrentPath(), world.folder.path(u"right"_s));
+    QCOMPARE(controller.getCurrentPath(), world.folder.path(u"right"_s));
 }
 
 void tst_WindowController::buttonsActOnTheActivePane()
 {
-    World world;
-    world.folder.write(u"right/a.txt"_s, "a");
+    World world({ u"right/a.txt"_s });
     world.defaults.setValue(Settings::ConfirmationForFileOperations, false);
     world.start();
     world.window.rightFileList->setFocus();
     world.select(Side::Right, u"a.txt"_s);
-    QTest::mouseClick(world.window.copyButton, Qt::LeftButton);
-    world.twinleaf.drain();
+    world.click(world.window.copyButton);
     QCOMPARE(world.folder.read(u"left/a.txt"_s), "a");
     QVERIFY(world.window.rightFileList->hasFocus());
 
     world.answerSheet(u"b.txt"_s);
-    QTest::mouseClick(world.window.renameButton, Qt::LeftButton);
-    world.twinleaf.drain();
-    QCOMPARE(world.folder.names(u"right"_s), QStringList { u"b.txt"_s });
-
+    world.click(world.window.renameButton);
     world.answerSheet(u"made"_s);
-    QTest::mouseClick(world.window.newFolderButton, Qt::LeftButton);
-    world.twinleaf.drain();
+    world.click(world.window.newFolderButton);
     QCOMPARE(world.folder.names(u"right"_s), QStringList({ u"b.txt"_s, u"made"_s }));
 
     world.select(Side::Right, u"b.txt"_s);
@@ -198,11 +180,11 @@ void tst_WindowController::buttonsActOnTheActivePane()
 
 void tst_WindowController::menusFollowTheSelection()
 {
-    World world;
-    world.folder.write(u"left/a"_s);
+    World world({ u"left/a"_s });
     world.start();
+    const auto menus = world.window.menuBar()->findChildren<QMenu *>();
     const auto enabled = [&](const QString &text) {
-        for (QMenu *menu : world.window.menuBar()->findChildren<QMenu *>())
+        for (QMenu *menu : menus)
             Q_EMIT menu->aboutToShow();
         return world.item(text)->isEnabled();
     };
@@ -214,7 +196,7 @@ void tst_WindowController::menusFollowTheSelection()
     world.window.leftFileList->selectRow(0);
     QVERIFY(!enabled(u"Duplicate"_s));
     // Closed again, its key must work for the next selection.
-    for (QMenu *menu : world.window.menuBar()->findChildren<QMenu *>())
+    for (QMenu *menu : menus)
         Q_EMIT menu->aboutToHide();
     QVERIFY(world.item(u"Duplicate"_s)->isEnabled());
 }
@@ -224,7 +206,6 @@ void tst_WindowController::theInfoBarTellsOfTheSelection()
     World world;
     world.folder.write(u"left/a"_s, QByteArray(1536, 'x'));
     world.folder.write(u"left/b"_s, QByteArray(300, 'x'));
-    world.folder.makeFolder(u"left/f"_s);
     world.start();
     const InfoBarFields &bar = world.window.infoBars.left;
     world.select(Side::Left, u"b"_s);
@@ -232,8 +213,7 @@ void tst_WindowController::theInfoBarTellsOfTheSelection()
     QCOMPARE(bar.fileSize->text(), u"300 Bytes"_s);
     QVERIFY(!bar.fileDate->text().isEmpty());
     // Kept: the sum of the rounded texts, 2 KB and 300 bytes.
-    world.window.leftFileList->selectRows({ int(world.model.rowsLeft().rowOfName(u"a"_s)),
-                                            int(world.model.rowsLeft().rowOfName(u"b"_s)) });
+    world.window.leftFileList->selectRows({ 1, 2 });
     QCOMPARE(bar.fileName->text(), u"2 item(s)"_s);
     QCOMPARE(bar.fileSize->text(), SizeText::getCalcFileSizeWithDouble(2048 + 300));
     QCOMPARE(bar.fileDate->text(), QString());
@@ -243,81 +223,69 @@ void tst_WindowController::theInfoBarTellsOfTheSelection()
 
 void tst_WindowController::hiddenFilesComeAndGoInBothPanes()
 {
-    World world;
-    for (const QString &name : { u"left/.h"_s, u"right/.h"_s })
-        world.folder.write(name);
+    World world({ u"left/.h"_s, u"right/.h"_s });
     world.start();
-    QCOMPARE(world.model.rowsLeft().rowOfName(u".h"_s), -1);
-    world.item(u"Show system files"_s)->trigger();
-    QVERIFY(world.model.rowsLeft().rowOfName(u".h"_s) > 0);
-    QVERIFY(world.model.rowsRight().rowOfName(u".h"_s) > 0);
-    QVERIFY(world.item(u"Hide system files"_s));
-    world.item(u"Hide system files"_s)->trigger();
-    QCOMPARE(world.model.rowsRight().rowOfName(u".h"_s), -1);
+    for (const QString &next : { u"Show system files"_s, u"Hide system files"_s, QString() }) {
+        for (const Side side : { Side::Left, Side::Right })
+            QCOMPARE(world.row(u".h"_s, side) > 0, next.startsWith(u"Hide"));
+        QAction *toggle = world.item(next);
+        QVERIFY(toggle || next.isEmpty());
+        if (toggle)
+            toggle->trigger();
+    }
 }
 
 void tst_WindowController::onlyAPaneAmongTheVolumesFollowsAMount()
 {
     World world;
     world.start();
-    world.folder.write(u"left/new"_s);
-    world.folder.write(u"right/new"_s);
+    for (const QString &name : { u"left/new"_s, u"right/new"_s })
+        world.folder.write(name);
     // "/" and "media" stand before the folder of the volumes.
     world.window.segmentedControls.right->setSegmentCount(3);
     world.window.segmentedControls.right->setLabel(2, localized("Volumes"));
     world.controller.volumeDidMount();
-    QCOMPARE(world.model.rowsLeft().rowOfName(u"new"_s), -1);
-    QVERIFY(world.model.rowsRight().rowOfName(u"new"_s) > 0);
+    QCOMPARE(world.row(u"new"_s), -1);
+    QVERIFY(world.row(u"new"_s, Side::Right) > 0);
 }
 
 void tst_WindowController::screenReadersFindANameOnEverything()
 {
     World world;
     world.start();
-    QList<QWidget *> controls;
-    for (const char *type : { "PaneTableView", "SegmentedControl", "QAbstractButton", "ElidedLabel",
-                              "ActivitySpinner" }) {
-        const auto all = world.window.findChildren<QWidget *>();
-        for (QWidget *widget : all)
-            if (widget->inherits(type) && widget->window() == &world.window
-                && !widget->objectName().startsWith(u"qt_"_s)
-                && !widget->inherits("QTableCornerButton"))
-                controls.append(widget);
-    }
-    QVERIFY(controls.size() >= 15);
-    for (QWidget *control : std::as_const(controls)) {
-        QAccessibleInterface *interface = QAccessible::queryAccessibleInterface(control);
+    int controls = 0;
+    const auto all = world.window.findChildren<QWidget *>();
+    for (QWidget *widget : all) {
+        const auto is = [widget](const char *type) { return widget->inherits(type); };
+        const bool isControl = is("PaneTableView") || is("SegmentedControl")
+            || is("QAbstractButton") || is("ElidedLabel") || is("ActivitySpinner");
+        if (!isControl || widget->window() != &world.window || is("QTableCornerButton")
+            || widget->objectName().startsWith(u"qt_"_s))
+            continue;
+        ++controls;
+        QAccessibleInterface *interface = QAccessible::queryAccessibleInterface(widget);
         QVERIFY(interface);
-        if (interface->text(QAccessible::Name).isEmpty())
-            qWarning() << control;
-        QVERIFY(!interface->text(QAccessible::Name).isEmpty());
+        QVERIFY2(!interface->text(QAccessible::Name).isEmpty(), widget->metaObject()->className());
     }
-}
-
-void tst_WindowController::whatIsSavedAtTheEnd_data()
-{
-    QTest::addColumn<bool>("savePaths");
-    QTest::newRow("with the paths") << true;
-    QTest::newRow("without") << false;
+    QVERIFY(controls >= 15);
 }
 
 void tst_WindowController::whatIsSavedAtTheEnd()
 {
-    QFETCH(bool, savePaths);
-    World world;
-    world.folder.makeFolder(u"left/in"_s);
-    world.defaults.setValue(Settings::SaveLastPaths, savePaths);
-    world.start();
-    world.select(Side::Left, u"in"_s);
-    QTest::keyClick(world.window.leftFileList, Qt::Key_Return);
-    QCOMPARE(world.controller.getCurrentPath(), world.folder.path(u"left/in"_s));
-    world.bus.post(ApplicationWillTerminate);
-    QCOMPARE(world.defaults.string(Settings::LeftFileListLastPath),
-             world.folder.path(savePaths ? u"left/in"_s : u"left"_s));
-    QCOMPARE(world.defaults.dictionary(Settings::SelectedItemsLeft)
-                 ->value(world.folder.path(u"left"_s))
-                 .toInt(),
-             1);
+    for (const bool savePaths : { true, false }) {
+        World world;
+        world.folder.makeFolder(u"left/in"_s);
+        world.defaults.setValue(Settings::SaveLastPaths, savePaths);
+        world.start();
+        world.select(Side::Left, u"in"_s);
+        QTest::keyClick(world.window.leftFileList, Qt::Key_Return);
+        QCOMPARE(world.controller.getCurrentPath(), world.folder.path(u"left/in"_s));
+        world.bus.post(ApplicationWillTerminate);
+        QCOMPARE(world.defaults.string(Settings::LeftFileListLastPath),
+                 world.folder.path(savePaths ? u"left/in"_s : u"left"_s));
+        const auto remembered = world.defaults.dictionary(Settings::SelectedItemsLeft);
+        QCOMPARE(remembered->value(world.folder.path(u"left"_s)).toInt(), 1);
+    }
 }
 
 QTEST_MAIN(tst_WindowController)
