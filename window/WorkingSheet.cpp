@@ -10,6 +10,14 @@
 #include <QProgressBar>
 #include <QPushButton>
 
+#include <chrono>
+
+namespace {
+
+constexpr auto PaintPause = std::chrono::milliseconds(30); // as often as an eye can follow
+
+} // namespace
+
 WorkingSheet::WorkingSheet(MessageBus &messages, QWidget *mainWindow)
     : Sheet(mainWindow)
     , bus(messages)
@@ -38,6 +46,9 @@ WorkingSheet::WorkingSheet(MessageBus &messages, QWidget *mainWindow)
     cancel->setAutoDefault(false);
     workingProgressIndicator->setFocusPolicy(Qt::StrongFocus);
     connect(cancel, &QPushButton::clicked, this, &WorkingSheet::cancelWorkingSheet);
+    _paintPause.setSingleShot(true);
+    _paintPause.setInterval(PaintPause);
+    _paintPause.callOnTimeout(this, [this] { setUpdatesEnabled(true); });
 }
 
 void WorkingSheet::showWorkingSheet()
@@ -81,13 +92,22 @@ void WorkingSheet::cancelWorkingSheet()
     bus.post(CancelThread);
 }
 
+void WorkingSheet::paintSoon()
+{
+    setUpdatesEnabled(false);
+    if (!_paintPause.isActive())
+        _paintPause.start();
+}
+
 void WorkingSheet::setWorkingSheetInfoText(const QString &text)
 {
+    paintSoon();
     workingInfoText->setText(FileName::shown(text));
 }
 
 void WorkingSheet::setWorkingSheetDetailText(const QString &text)
 {
+    paintSoon();
     _details->setText(text);
 }
 
@@ -105,6 +125,7 @@ void WorkingSheet::setWorkingSheetProgressValue(double value)
 
 void WorkingSheet::showCounter()
 {
+    paintSoon();
     const int value = std::max(0, workingProgressIndicator->value());
     _counter->setText(
         filled(filled(localized("%i of %i"), value), workingProgressIndicator->maximum()));

@@ -3,6 +3,8 @@
 #include "model/ProgressSheet.h"
 #include "window/Sheet.h"
 
+#include <QTimer>
+
 class ElidedLabel;
 class MessageBus;
 class QLabel;
@@ -34,10 +36,14 @@ private:
     void standOverWindow();
     void questionAnswered();
     void showCounter();
+    // Of a thousand small items a second each has its texts, but few of them are painted: the run
+    // waits for every paint.
+    void paintSoon();
 
     MessageBus &bus;
     ElidedLabel *workingInfoText;
     QLabel *_counter;
     QProgressBar *workingProgressIndicator;
     ElidedLabel *_details;
+    QTimer _paintPause;
 };

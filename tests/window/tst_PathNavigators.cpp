@@ -34,6 +34,7 @@ class tst_PathNavigators : public QObject {
 
 private Q_SLOTS:
     void segmentsStayUntilTheFolderLeavesTheirPath();
+    void anotherFolderOfAShownNameKeepsTheCompletePath();
     void aClickGoesToThePathOfTheSegment();
     void theOtherPanesFolder();
     void onlyTheLeftPaneKnowsWhatLiesInItsPath();
@@ -67,6 +68,17 @@ void tst_PathNavigators::segmentsStayUntilTheFolderLeavesTheirPath()
                      world.folder.path(QString(step.segments).remove(u'[').remove(u']')));
         }
     }
+}
+
+void tst_PathNavigators::anotherFolderOfAShownNameKeepsTheCompletePath()
+{
+    World world;
+    for (const QString &name : { u"A/B/C"_s, u"A/C"_s })
+        world.folder.makeFolder(name);
+    world.show(Side::Right, u"A/B/C"_s);
+    world.show(Side::Right, u"A/C"_s, u"C"_s);
+    QCOMPARE(world.segments(Side::Right), u"A/[C]/C"_s);
+    QCOMPARE(world.navigators.completeNavigatorPath(Side::Right), world.folder.path(u"A/B/C"_s));
 }
 
 void tst_PathNavigators::aClickGoesToThePathOfTheSegment()

@@ -52,6 +52,7 @@ private Q_SLOTS:
     void theWorkingSheetLeavesTheKeyboardToAQuestion();
     void longAndHostileTextsNeverMoveTheWorkingSheet();
     void theDetailsOfAnEarlierRunAreGone();
+    void aFastRunDoesNotWaitForThePaintingOfItsTexts();
     void theSpinnerTurnsUntilTheLastStop();
 };
 
@@ -215,6 +216,30 @@ void tst_Sheets::longAndHostileTextsNeverMoveTheWorkingSheet()
     const auto labels = sheet.findChildren<QLabel *>();
     for (const QLabel *label : labels)
         QCOMPARE(label->textFormat(), Qt::PlainText);
+}
+
+void tst_Sheets::aFastRunDoesNotWaitForThePaintingOfItsTexts()
+{
+    struct Paints : QObject {
+        bool eventFilter(QObject *, QEvent *event) override
+        {
+            count += event->type() == QEvent::Paint;
+            return false;
+        }
+        int count = 0;
+    };
+    World world;
+    world.sheet.showWorkingSheet();
+    Paints paints;
+    world.sheet.installEventFilter(&paints);
+    for (int item = 0; item < 1000; ++item) {
+        world.sheet.setWorkingSheetInfoText(QString::number(item));
+        world.sheet.setWorkingSheetProgressValue(item);
+        QCoreApplication::processEvents();
+    }
+    QVERIFY(paints.count < 200);
+    QTRY_VERIFY(paints.count > 0);
+    QTRY_VERIFY(world.sheet.updatesEnabled());
 }
 
 void tst_Sheets::theSpinnerTurnsUntilTheLastStop()
