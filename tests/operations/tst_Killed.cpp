@@ -19,7 +19,6 @@ private Q_SLOTS:
     void theProgramAtAStep();
     void theProgramAtAnyMoment_data();
     void theProgramAtAnyMoment();
-    void theCommand_data();
     void theCommand();
     void anItemOfAnUnmountedVolumeIsBroughtBackLater();
 };
@@ -139,28 +138,22 @@ void tst_Killed::theProgramAtAnyMoment()
     QVERIFY(found.contains("old") || world.to(u"a/x"_s) == "new");
 }
 
-void tst_Killed::theCommand_data()
-{
-    QTest::addColumn<bool>("folder");
-    QTest::newRow("copy of a file") << false;
-    QTest::newRow("copy of a folder") << true;
-}
-
 void tst_Killed::theCommand()
 {
-    QFETCH(bool, folder);
-    World world(oldAndNew(folder));
-    world.programs.onStart = [](pid_t process) { kill(process, SIGKILL); };
-    bool failed = false;
-    world.alerts.decide = [&](const Alert &alert) {
-        failed = alert.buttons.size() == 1;
-        return failed ? Alert::Ok : Alert::Yes;
-    };
-    world.run(Operation::Copy, { u"a"_s });
-    const auto found = contentsBelow(world.folder.path());
-    QVERIFY(found.contains("new"));
-    QVERIFY(found.contains("old") || !failed); // a quick command ends before it is killed
-    QCOMPARE(world.leftovers(), 0);
+    for (const bool folder : { false, true }) {
+        World world(oldAndNew(folder));
+        world.programs.onStart = [](pid_t process) { kill(process, SIGKILL); };
+        bool failed = false;
+        world.alerts.decide = [&](const Alert &alert) {
+            failed = alert.buttons.size() == 1;
+            return failed ? Alert::Ok : Alert::Yes;
+        };
+        world.run(Operation::Copy, { u"a"_s });
+        const auto found = contentsBelow(world.folder.path());
+        QVERIFY(found.contains("new"));
+        QVERIFY(found.contains("old") || !failed); // a quick command ends before it is killed
+        QCOMPARE(world.leftovers(), 0);
+    }
 }
 
 void tst_Killed::anItemOfAnUnmountedVolumeIsBroughtBackLater()
