@@ -57,6 +57,8 @@ void tst_CopyMove::anAnswerDecidesWhatIsReplaced_data()
     row("the one after No is copied unasked, and no further", u"a b c"_s, { No, Yes },
         "old new new", u"b"_s, { 1, 2, 3 });
     row("No for the last ends the run", u"a"_s, { No }, "old old old", {}, {});
+    // As two names that a folder takes for one: the second would eat the first.
+    row("what this run made stays", u"a a"_s, { All, Ok }, "new old old", {}, { 1, 2 });
     row("the parent aborts", u"a .. b"_s, { Yes, Ok }, "new old old", {}, { 1, 3 });
     row("the parent after No aborts", u"a .. b"_s, { No, Ok }, "old old old", {}, { 3 });
 }
