@@ -78,6 +78,7 @@ void PaneTableView::paintDropTarget(QPainter &painter)
 
 void PaneTableView::showDropTarget(int row)
 {
+    startAutoScroll(); // ends by itself away from the edges
     if (_dropRow == row)
         return;
     _dropRow = row;
@@ -86,6 +87,7 @@ void PaneTableView::showDropTarget(int row)
 
 void PaneTableView::hideDropTarget()
 {
+    stopAutoScroll();
     _dropRow.reset();
     viewport()->update();
 }

@@ -14,6 +14,7 @@ private Q_SLOTS:
     void partsOfAPath();
     void extensions_data();
     void extensions();
+    void typedPaths();
     void itemNames();
     void settingsFileLiesInAnAbsoluteFolder();
 };
@@ -82,6 +83,23 @@ void tst_PathText::extensions()
     QFETCH(QString, path);
     QTEST(PathText::extension(path), "extension");
     QTEST(PathText::withoutExtension(path), "rest");
+}
+
+void tst_PathText::typedPaths()
+{
+    qputenv("HOME", "/home/x");
+    const std::pair<QString, QString> rows[] = {
+        { u"/a//b/"_s, u"/a/b"_s },
+        { u"/a/./b/../c"_s, u"/a/c"_s },
+        { u"/../.."_s, u"/"_s },
+        { u"~"_s, u"/home/x"_s },
+        { u"~/a b/"_s, u"/home/x/a b"_s },
+        { u"~other/a"_s, {} },
+        { u"a/b"_s, {} },
+        { u""_s, {} },
+    };
+    for (const auto &[typed, path] : rows)
+        QCOMPARE(PathText::fromTyped(typed), path);
 }
 
 void tst_PathText::itemNames()

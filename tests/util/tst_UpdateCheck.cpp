@@ -3,6 +3,7 @@
 #include "platform/VersionServer.h"
 #include "tests/support/AlertScript.h"
 #include "tests/support/RecordedWorkspace.h"
+#include "util/Launching.h"
 
 #include <QRegularExpression>
 #include <QTest>
@@ -84,7 +85,8 @@ void tst_UpdateCheck::theAnswerDecidesTheAlert()
     RecordedWorkspace workspace;
     AlertScript alerts;
     alerts.answer(Alert::Yes);
-    UpdateCheck check(server, workspace, alerts, { u"https://a"_s, u"https://b"_s }, u"1.2.3"_s);
+    Launching launching(workspace, alerts);
+    UpdateCheck check(server, launching, alerts, { u"https://a"_s, u"https://b"_s }, u"1.2.3"_s);
     check.checkForNewerVersion();
     QTEST(alerts.shown().last().text, "text");
     QTEST(int(workspace.calls.size()), "pagesOpened");
@@ -98,7 +100,8 @@ void tst_UpdateCheck::aFailedDownloadIsOnlyLogged()
     ScriptedServer server;
     RecordedWorkspace workspace;
     AlertScript alerts;
-    UpdateCheck check(server, workspace, alerts, { u"https://a"_s, {} }, u"1.2.3"_s);
+    Launching launching(workspace, alerts);
+    UpdateCheck check(server, launching, alerts, { u"https://a"_s, {} }, u"1.2.3"_s);
     check.checkForNewerVersion();
 
     // No connection at all is told.
