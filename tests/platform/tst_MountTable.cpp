@@ -72,7 +72,7 @@ void tst_MountTable::volumesAreLocalDisks()
 void tst_MountTable::folderIsReadWhole()
 {
     // More names than one read of the kernel answers.
-    constexpr int Count = 5000;
+    constexpr int Count = 2500;
     TestFolder folder;
     const QString tail = QString(200, u'x');
     for (int i = 0; i < Count; ++i)

@@ -91,12 +91,8 @@ void tst_UserDefaults::fileIsWrittenOnceForManyChanges()
 
 void tst_UserDefaults::otherTypesAnswerNothing()
 {
-    const struct {
-        QVariant value;
-        std::optional<bool> boolean;
-        std::optional<int> integer;
-        std::optional<QString> string;
-    } cases[] = {
+    using Text = std::optional<QString>;
+    const std::tuple<QVariant, std::optional<bool>, std::optional<int>, Text> cases[] = {
         { true, true, {}, {} },
         { 2, true, 2, u"2"_s },
         { 0, false, 0, u"0"_s },
@@ -141,19 +137,16 @@ void tst_UserDefaults::ownChangesAreMergedOverThoseOfOthers()
     first.setValue(Key, u"first"_s);
     first.setValue("TWGone"_L1, true);
     QVERIFY(first.synchronize());
-
     UserDefaults second(file());
     second.setValue(Other, u"second"_s);
     second.setValue(Key, u"second"_s);
     QVERIFY(second.synchronize());
     first.remove("TWGone"_L1);
     QVERIFY(first.synchronize());
-
     QCOMPARE(readBack(Key).toString(), u"second"_s);
     QCOMPARE(readBack(Other).toString(), u"second"_s);
     QVERIFY(!readBack("TWGone"_L1).isValid());
     QCOMPARE(first.string(Other), u"second"_s);
-
     // A file taken away is written again with everything.
     QCOMPARE(unlink(FileName::toBytes(file())), 0);
     first.setValue(Key, u"again"_s);
