@@ -158,7 +158,7 @@ void tst_FileSystem::removingADeepTreeEnds()
 void tst_FileSystem::removingGoesOnAfterAFailure()
 {
     // Needs rights that can be missing, so a child that is nobody removes.
-    makeTree(*folder, u"tree/kept/file, tree/gone"_s);
+    makeTree(*folder, u"tree/1, tree/2, tree/kept/file, tree/3, tree/4"_s);
     for (const char *name : { ".", "tree" })
         chmod(FileName::toBytes(path(QString::fromUtf8(name))), 0777);
     chmod(FileName::toBytes(path(u"tree/kept"_s)), 0555);

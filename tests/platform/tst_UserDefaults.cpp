@@ -100,7 +100,7 @@ void tst_UserDefaults::otherTypesAnswerNothing()
         { u"14"_s, {}, 14, u"14"_s },
         { u"YES"_s, {}, {}, u"YES"_s },
         { 1LL << 31, true, {}, u"2147483648"_s },
-        { 1e300, true, {}, u"1e+300"_s },
+        { -1e300, true, {}, u"-1e+300"_s },
         { QVariantList { 1 }, {}, {}, {} },
         { QVariantMap { { u"a"_s, 1 } }, {}, {}, {} },
         { {}, {}, {}, {} },
