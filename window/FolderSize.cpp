@@ -49,11 +49,15 @@ void FolderSize::showFolderSize(Side side, const RowsOfPane &asked)
     if (!queries.isPackage(path))
         return;
     infoBars.setFileSize(side, localized("Calculating..."));
+    if (_counting[side].contains(path))
+        return; // its end answers this request too
+    _counting[side].insert(path);
     const auto total = std::make_shared<double>(0);
     QThread *thread = QThread::create([this, path, total] { *total = totalOf(path, _stop); });
     thread->setParent(this);
     // Kept: of several that run at once the last to end has its say, whatever is selected by then.
-    connect(thread, &QThread::finished, this, [this, side, total, thread] {
+    connect(thread, &QThread::finished, this, [this, side, path, total, thread] {
+        _counting[side].remove(path);
         infoBars.setFileSize(side, text(*total));
         thread->deleteLater();
     });

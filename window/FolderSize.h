@@ -3,6 +3,7 @@
 #include "model/Messages.h"
 
 #include <QObject>
+#include <QSet>
 
 #include <atomic>
 
@@ -31,5 +32,6 @@ private:
     const MainModel &mainModel;
     const FileQueries &queries;
     InfoBars &infoBars;
+    PerSide<QSet<QString>> _counting; // the folders, one thread each
     std::atomic<bool> _stop { false }; // set by the main thread, read by the counting threads
 };

@@ -2,12 +2,6 @@
 
 #include <QTest>
 
-namespace {
-
-enum Verb { Copy, Overwrite, Move, Delete, NewFolder, RenameTo, RenameFrom, MakeAlias, Duplicate };
-
-} // namespace
-
 // Names are data: no operation reads a name as an option, a command or markup.
 class tst_HostileNames : public QObject {
     Q_OBJECT
@@ -21,7 +15,11 @@ private Q_SLOTS:
 void tst_HostileNames::everyOperationTakesEveryName_data()
 {
     QTest::addColumn<QString>("name");
-    QTest::addColumn<int>("verb");
+    QTest::addColumn<Verb>("verb");
+    QTest::addColumn<QString>("item");
+    QTest::addColumn<QString>("newName");
+    QTest::addColumn<QStringList>("left"); // in the source
+    QTest::addColumn<QStringList>("made"); // in the destination
     const QList<std::pair<const char *, QString>> names {
         { "option", u"-m"_s },
         { "options' end", u"--"_s },
@@ -33,85 +31,60 @@ void tst_HostileNames::everyOperationTakesEveryName_data()
         { "markup", u"<b>%@ %i &amp;"_s },
         { "pattern", u"*"_s },
     };
-    const char *verbs[] = { "copy",      "overwrite",   "move",  "delete",   "new folder",
-                            "rename to", "rename from", "alias", "duplicate" };
-    for (const auto &[what, name] : names) {
-        for (int verb = Copy; verb <= Duplicate; ++verb)
-            QTest::addRow("%s: %s", what, verbs[verb]) << name << verb;
+    for (const auto &[kind, name] : names) {
+        const auto row = [&](const char *what, Verb verb, const QString &item,
+                             const QString &newName, const QStringList &left,
+                             const QStringList &made = {}) {
+            QTest::addRow("%s: %s", kind, what) << name << verb << item << newName << left << made;
+        };
+        row("copy", Verb::Copy, name, {}, { name }, { name });
+        row("overwrite", Verb::Copy, name, name, { name }, { name });
+        row("move", Verb::Move, name, {}, {}, { name });
+        row("delete", Verb::Delete, name, {}, {});
+        row("new folder", Verb::NewFolder, name, {}, { name });
+        row("rename to", Verb::Rename, u"plain"_s, name, { name });
+        row("rename from", Verb::Rename, name, u"plain"_s, { u"plain"_s });
+        row("alias", Verb::Alias, name, {}, { name }, { name });
+        row("duplicate", Verb::Duplicate, u"plain"_s, name, { u"plain"_s, name });
     }
 }
 
 void tst_HostileNames::everyOperationTakesEveryName()
 {
     QFETCH(QString, name);
-    QFETCH(int, verb);
-    World world;
-    const QString source = PathText::joined(world.source, name);
-    const QString target = PathText::joined(world.destination, name);
-    for (const QString &folder : { u"from/"_s, u"to/"_s })
-        world.folder.write(folder + u"other"_s, "other");
-    const bool takes = verb != NewFolder && verb != RenameTo && verb != Duplicate;
-    world.folder.write(u"from/"_s + (takes ? name : u"plain"_s), "kept");
-    QStringList left { u"other"_s, takes ? name : u"plain"_s };
-    QStringList made { u"other"_s };
-    switch (verb) {
-    case Overwrite:
+    QFETCH(Verb, verb);
+    QFETCH(QString, item);
+    QFETCH(QString, newName);
+    QFETCH(QStringList, left);
+    QFETCH(QStringList, made);
+    World world(u"from/other=other, to/other=other"_s);
+    const QByteArray content = verb == Verb::NewFolder ? "" : "kept";
+    if (verb != Verb::NewFolder)
+        world.folder.write(u"from/"_s + item, content);
+    if (verb == Verb::Copy && newName == name) {
         world.folder.write(u"to/"_s + name, "old");
-        world.alerts.answer(Alert::Yes);
-        [[fallthrough]];
-    case Copy:
-    case Move:
-        world.run(verb == Move ? Operation::Move : Operation::Copy, { name });
-        QCOMPARE(world.to(name), "kept");
-        made.append(name);
-        if (verb == Move)
-            left.removeLast();
-        break;
-    case Delete:
-        world.steps.deleteItems(world.request({ name }));
-        QVERIFY(world.inTrash(name));
-        left.removeLast();
-        break;
-    case NewFolder:
-        world.steps.newFolder(world.request({ name }), world.record);
-        left.append(name);
-        break;
-    case RenameTo:
-    case RenameFrom: {
-        const QString plain = PathText::joined(world.source, u"plain"_s);
-        AcceptedRequest request = world.request({});
-        request.source = takes ? source : plain;
-        request.destination = takes ? plain : source;
-        world.steps.renameItem(request, world.record);
-        left.last() = takes ? u"plain"_s : name;
-        QCOMPARE(world.from(left.last()), "kept");
-        break;
+        world.answer({ Alert::Yes });
     }
-    case MakeAlias:
-        world.steps.createAlias(world.request({ name }));
-        QCOMPARE(linkTarget(target), source);
-        made.append(name);
-        break;
-    case Duplicate:
-        world.steps.duplicateItem(PathText::joined(world.source, u"plain"_s), source);
-        QCOMPARE(world.from(name), "kept");
-        left.append(name);
-        break;
-    }
-    left.sort();
-    made.sort();
-    QCOMPARE(world.folder.names(u"from"_s), left);
-    QCOMPARE(world.folder.names(u"to"_s), made);
-    QCOMPARE(world.from(u"other"_s), "other");
-    QCOMPARE(world.to(u"other"_s), "other");
+    world.perform(verb, item, newName);
+    const auto holds = [&](const QString &folder, QStringList names) {
+        names.append(u"other"_s);
+        names.sort();
+        QCOMPARE(world.folder.names(folder), names);
+        for (const QString &each : std::as_const(names))
+            QCOMPARE(world.folder.read(folder + u'/' + each),
+                     each == u"other"_s ? "other" : content);
+    };
+    holds(u"from"_s, left);
+    holds(u"to"_s, made);
+    QCOMPARE(world.folder.names(u"trash"_s), QStringList(verb == Verb::Delete ? 1 : 0, name));
 }
 
 void tst_HostileNames::alertsShowNamesAsOneLineOfText()
 {
     World world;
-    world.alerts.answer(Alert::Ok);
+    world.answer({ Alert::Ok });
     world.run(Operation::Copy, { u"<b>%@\n"_s });
-    QCOMPARE(world.alerts.shown().last().text, u"Copy progress of '<b>%@\\n' failed!"_s);
+    QCOMPARE(world.lastAlert().text, u"Copy progress of '<b>%@\\n' failed!"_s);
 }
 
 QTEST_MAIN(tst_HostileNames)

@@ -19,7 +19,6 @@ private Q_SLOTS:
     void theProgramAtAStep();
     void theProgramAtAnyMoment_data();
     void theProgramAtAnyMoment();
-    void theCommand_data();
     void theCommand();
     void anItemOfAnUnmountedVolumeIsBroughtBackLater();
 };
@@ -58,14 +57,9 @@ void startAgain(World &world)
                  world.leftovers() == 0 && world.engine.journal().abandoned().isEmpty()));
 }
 
-void makeOldAndNew(World &world, bool folder)
+QString oldAndNew(bool folder)
 {
-    for (const QString &name : { u"from/a"_s, u"to/a"_s }) {
-        const QByteArray content = name == u"from/a"_s ? "new" : "old";
-        if (folder)
-            world.folder.makeFolder(name);
-        world.folder.write(folder ? name + u"/x"_s : name, content);
-    }
+    return folder ? u"from/a/x=new, to/a/x=old"_s : u"from/a=new, to/a=old"_s;
 }
 
 } // namespace
@@ -95,18 +89,14 @@ void tst_Killed::theProgramAtAStep()
     QFETCH(int, step);
     QFETCH(Operation, operation);
     QFETCH(bool, folder);
-    World world;
-    makeOldAndNew(world, folder);
+    World world(oldAndNew(folder));
     world.sheet.onText = [&](const QString &) {
         if (step == 0)
             killSelf();
     };
     world.programs.before = [&](const QStringList &arguments) -> std::optional<int> {
-        if (step == 2 || step == 4) {
-            if (folder)
-                world.folder.makeFolder(u"to/a"_s);
-            world.folder.write(folder ? u"to/a/y"_s : u"to/a"_s, "half");
-        }
+        if (step == 2 || step == 4)
+            makeTree(world.folder, folder ? u"to/a/y=half"_s : u"to/a=half"_s);
         if (step == 3)
             DesktopPrograms().run(arguments);
         if (step != 4)
@@ -117,12 +107,10 @@ void tst_Killed::theProgramAtAStep()
     runAndDie(world, operation);
     world.workspace.beforeTrash = nullptr;
     startAgain(world);
-    const auto found = contentsBelow(world.folder.path());
-    QVERIFY(found.contains("old"));
-    QVERIFY(found.contains("new"));
-    // Only what has something else at its name does not come back to it.
-    if (step < 2)
-        QCOMPARE(world.to(folder ? u"a/x"_s : u"a"_s), "old");
+    QVERIFY(contentsBelow(world.folder.path()).contains("new"));
+    // What has something else at its name does not come back to it.
+    const QString place = (step < 2 ? u"to/a"_s : u"trash/a"_s) + (folder ? u"/x"_s : u""_s);
+    QCOMPARE(world.folder.read(place), "old");
 }
 
 void tst_Killed::theProgramAtAnyMoment_data()
@@ -135,8 +123,7 @@ void tst_Killed::theProgramAtAnyMoment_data()
 void tst_Killed::theProgramAtAnyMoment()
 {
     QFETCH(int, microseconds);
-    World world;
-    makeOldAndNew(world, true);
+    World world(oldAndNew(true));
     QSet<QByteArray> replacement { "new" };
     for (int number = 0; number < 200; ++number) {
         replacement += QByteArray::number(number);
@@ -151,35 +138,27 @@ void tst_Killed::theProgramAtAnyMoment()
     QVERIFY(found.contains("old") || world.to(u"a/x"_s) == "new");
 }
 
-void tst_Killed::theCommand_data()
-{
-    QTest::addColumn<bool>("folder");
-    QTest::newRow("copy of a file") << false;
-    QTest::newRow("copy of a folder") << true;
-}
-
 void tst_Killed::theCommand()
 {
-    QFETCH(bool, folder);
-    World world;
-    makeOldAndNew(world, folder);
-    world.programs.onStart = [](pid_t process) { kill(process, SIGKILL); };
-    bool failed = false;
-    world.alerts.decide = [&](const Alert &alert) {
-        failed = alert.buttons.size() == 1;
-        return failed ? Alert::Ok : Alert::Yes;
-    };
-    world.run(Operation::Copy, { u"a"_s });
-    const auto found = contentsBelow(world.folder.path());
-    QVERIFY(found.contains("new"));
-    QVERIFY(found.contains("old") || !failed); // a quick command ends before it is killed
-    QCOMPARE(world.leftovers(), 0);
+    for (const bool folder : { false, true }) {
+        World world(oldAndNew(folder));
+        world.programs.onStart = [](pid_t process) { kill(process, SIGKILL); };
+        bool failed = false;
+        world.alerts.decide = [&](const Alert &alert) {
+            failed = alert.buttons.size() == 1;
+            return failed ? Alert::Ok : Alert::Yes;
+        };
+        world.run(Operation::Copy, { u"a"_s });
+        const auto found = contentsBelow(world.folder.path());
+        QVERIFY(found.contains("new"));
+        QVERIFY(found.contains("old") || !failed); // a quick command ends before it is killed
+        QCOMPARE(world.leftovers(), 0);
+    }
 }
 
 void tst_Killed::anItemOfAnUnmountedVolumeIsBroughtBackLater()
 {
-    World world;
-    makeOldAndNew(world, false);
+    World world(oldAndNew(false));
     world.programs.before = [](const QStringList &) -> std::optional<int> {
         killSelf();
         return 1;

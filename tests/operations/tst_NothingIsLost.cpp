@@ -14,11 +14,7 @@ public:
     explicit Round(quint32 seed)
         : _random(seed)
     {
-        for (const QString &folder : places()) {
-            if (!folder.startsWith(u"alias"_s))
-                world.folder.makeFolder(folder);
-        }
-        world.folder.link(world.folder.path(u"from"_s), u"alias"_s);
+        makeTree(world.folder, u"alias->~/from, from/a/a/, to/a/b/"_s);
         for (int count = 0; count < 24; ++count)
             makeItem();
         world.programs.before = [this](const QStringList &arguments) { return fail(arguments); };
@@ -68,8 +64,7 @@ private:
         const QByteArray content = "content " + QByteArray::number(++_contents);
         switch (_random.bounded(8)) {
         case 0:
-            world.folder.link(world.folder.path(PathText::joined(one(places()), one(names()))),
-                              name);
+            world.folder.link(world.folder.path(one(places()) + u'/' + one(names())), name);
             break;
         case 1:
             world.folder.makeFolder(name);
@@ -175,7 +170,7 @@ private Q_SLOTS:
 
 void tst_NothingIsLost::butWhatTheUserAgreedToLose()
 {
-    for (quint32 seed = 1; seed <= 200; ++seed) {
+    for (quint32 seed = 1; seed <= 100; ++seed) {
         Round round(seed);
         for (int count = 0; count < 4; ++count) {
             const QSet<QByteArray> lost = round.step();

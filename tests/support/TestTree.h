@@ -26,8 +26,8 @@ inline void makeTree(const TestFolder &folder, const QString &words)
         } else {
             const auto [path, content] = cut(word, u"="_s);
             folder.write(path, content.toUtf8());
-            if (content.startsWith(u'!') && !folder.setAttribute(path, "user.twinleaf.locked", "1"))
-                qFatal("no extended attributes here");
+            if (content.startsWith(u'!'))
+                folder.setAttribute(path, "user.twinleaf.locked", "1");
         }
     }
 }

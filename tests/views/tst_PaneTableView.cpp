@@ -12,6 +12,7 @@ struct FivePanes : PanesOnFolder {
     {
         start();
     }
+    QPoint cell(int row) const { return left.visualRect(left.model()->index(row, 1)).center(); }
 };
 
 // Writes down what the panes post: "c Left 1,2".
@@ -172,7 +173,7 @@ void tst_PaneTableView::onlyTheSecondClickOpens()
         QTest::mouseDClick(viewport, Qt::LeftButton, {}, place);
         QTest::mouseClick(viewport, Qt::LeftButton, {}, place);
     };
-    clickOn(panes.left.visualRect(panes.left.model()->index(2, 1)).center());
+    clickOn(panes.cell(2));
     QCOMPARE(receiver.posts, QStringList { u"o Left 2"_s });
     clickOn(QPoint(40, viewport->height() - 5));
     QCOMPARE(receiver.posts.size(), 1);
@@ -196,8 +197,7 @@ void tst_PaneTableView::newestRowIsTheSelectedOne()
 {
     FivePanes panes;
     const auto afterClick = [&](int row, Qt::KeyboardModifiers held = {}) {
-        QTest::mouseClick(panes.left.viewport(), Qt::LeftButton, held,
-                          panes.left.visualRect(panes.left.model()->index(row, 1)).center());
+        QTest::mouseClick(panes.left.viewport(), Qt::LeftButton, held, panes.cell(row));
         return panes.left.selectedRow();
     };
     afterClick(4);
@@ -233,12 +233,12 @@ void tst_PaneTableView::activePaneIsPlain()
     for (const Side side : { Side::Left, Side::Right })
         panes.table(side).selectRow(2);
     const QColor highlight = panes.left.palette().color(QPalette::Active, QPalette::Highlight);
-    QCOMPARE(rowColor(panes.left, 2), highlight);
-    QVERIFY(rowColor(panes.right, 2) != highlight);
-    QVERIFY(rowColor(panes.right, 2) != panes.right.palette().color(QPalette::Base));
-    panes.right.setFocus();
-    QCOMPARE(rowColor(panes.right, 2), highlight);
-    QVERIFY(rowColor(panes.left, 2) != highlight);
+    for (const Side active : { Side::Left, Side::Right }) {
+        panes.table(active).setFocus();
+        const QColor muted = rowColor(panes.table(otherSide(active)), 2);
+        QCOMPARE(rowColor(panes.table(active), 2), highlight);
+        QVERIFY(muted != highlight && muted != panes.palette().color(QPalette::Base));
+    }
 }
 
 void tst_PaneTableView::labelShowsUnderTheRow()

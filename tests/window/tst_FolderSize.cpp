@@ -1,8 +1,12 @@
 #include "window/FolderSize.h"
 
-#include "tests/support/TestFolder.h"
+#include "tests/support/PaneWorld.h"
+#include "util/DateText.h"
+#include "views/InfoBarTextField.h"
+#include "window/InfoBars.h"
 
 #include <QTest>
+#include <QThread>
 
 using namespace Qt::StringLiterals;
 
@@ -12,6 +16,7 @@ class tst_FolderSize : public QObject {
 private Q_SLOTS:
     void eachFileCountsItsSizeAnd4095Bytes();
     void theTextSwitchesUnits();
+    void aFolderIsCountedOnceAtATimeWhateverIsSelectedMeanwhile();
 };
 
 void tst_FolderSize::eachFileCountsItsSizeAnd4095Bytes()
@@ -42,5 +47,38 @@ void tst_FolderSize::theTextSwitchesUnits()
         QCOMPARE(FolderSize::text(total), text);
 }
 
-QTEST_GUILESS_MAIN(tst_FolderSize)
+void tst_FolderSize::aFolderIsCountedOnceAtATimeWhateverIsSelectedMeanwhile()
+{
+    PaneWorld world;
+    world.folder.makeFolder(u"a"_s);
+    world.folder.write(u"a/file"_s, "x");
+    world.folder.write(u"b"_s, "x");
+    const DateText dates(world.defaults);
+    PerSide<InfoBarFields> fields;
+    QWidget window;
+    const auto field = [&window] { return new InfoBarTextField(Qt::ElideRight, &window); };
+    for (const Side side : { Side::Left, Side::Right })
+        fields[side] = { field(), field(), field() };
+    InfoBars bars(fields, world.model, dates, world.defaults);
+    FolderSize sizes(world.bus, world.model, world.queries, bars);
+    world.show(Side::Right);
+    const auto ask = [&](const RowSet &rows) {
+        world.bus.post(ShowFolderSize.right, RowsOfPane { rows, world.model.rows(Side::Right) });
+    };
+    for (const RowSet &rows :
+         { RowSet(), RowSet { 0 }, RowSet { world.row(u"b"_s, Side::Right) } }) {
+        ask(rows);
+        QCOMPARE(fields[Side::Right].fileSize->text(), u""_s);
+    }
+    for (int times = 0; times < 3; ++times)
+        ask({ world.row(u"a"_s, Side::Right), world.row(u"b"_s, Side::Right) });
+    QCOMPARE(fields[Side::Right].fileSize->text(), u"Calculating..."_s);
+    QCOMPARE(sizes.findChildren<QThread *>().size(), 1);
+    QTRY_COMPARE(fields[Side::Right].fileSize->text(), u"4 KB"_s);
+    QCOMPARE(fields[Side::Left].fileSize->text(), u""_s);
+    ask({ world.row(u"a"_s, Side::Right) });
+    QCOMPARE(fields[Side::Right].fileSize->text(), u"Calculating..."_s);
+}
+
+QTEST_MAIN(tst_FolderSize)
 #include "tst_FolderSize.moc"

@@ -81,8 +81,7 @@ private Q_SLOTS:
     void comparedFoldersShareWhatIsListedAlike();
     void findLooksAtAllColumnsBelowAndAtNamesAbove();
     void findAsksOnlyWhenItMust();
-    void theMetadataSearchIsAskedForTheSelectedName();
-    void aChosenSearchResultIsShownOrOpened();
+    void theMetadataSearchTakesTheSelectedNameAndOpensWhatIsChosen();
 };
 
 void tst_SelectionCommands::aLetterGoesFromNameToName()
@@ -189,7 +188,7 @@ void tst_SelectionCommands::findAsksOnlyWhenItMust()
     QCOMPARE(world.window.prompts, QStringList({ prompt, prompt, prompt + u'b' }));
 }
 
-void tst_SelectionCommands::theMetadataSearchIsAskedForTheSelectedName()
+void tst_SelectionCommands::theMetadataSearchTakesTheSelectedNameAndOpensWhatIsChosen()
 {
     World world({ u"a"_s });
     struct Search {
@@ -203,20 +202,14 @@ void tst_SelectionCommands::theMetadataSearchIsAskedForTheSelectedName()
     world.select({});
     world.commands.spotlightSearchMenuItemClicked();
     QCOMPARE(search.texts, QStringList({ u"a"_s, u"nothing"_s }));
-}
 
-void tst_SelectionCommands::aChosenSearchResultIsShownOrOpened()
-{
-    World world({});
-    world.folder.makeFolder(u"found"_s);
-    world.folder.write(u"file"_s);
-    QStringList verbs;
-    for (const QString &name : { u"found"_s, u"file"_s, u"some.app"_s, u"some.pkg"_s })
+    for (const QString &name : { u"Right"_s, u"Left/a"_s, u"some.app"_s, u"some.pkg"_s })
         world.bus.post(SpotlightSearchResultClicked, { world.folder.path(name) });
+    QStringList verbs;
     for (const QStringList &call : std::as_const(world.workspace.calls))
         verbs.append(call.first());
     QCOMPARE(verbs, QStringList({ u"open"_s, u"launch"_s, u"install"_s }));
-    QCOMPARE(world.shown(), world.folder.path(u"found"_s));
+    QCOMPARE(world.shown(), world.folder.path(u"Right"_s));
 }
 
 QTEST_MAIN(tst_SelectionCommands)
