@@ -44,13 +44,10 @@ private Q_SLOTS:
     void init() { folder = std::make_unique<TestFolder>(); }
     void parentFirstThenFoldersThenFiles();
     void parentRowStandsForTheFolderItself();
-    void parentRowOfALinkHasTheDateAsSet();
-    void whatCannotBeReadHasOnlyTheParentRow();
-    void whatCannotBeLookedAtHasARowAllTheSame();
+    void whatIsClosedHasWhatRowsItCan();
     void oddItems();
     void anyNameIsFoundAgain();
-    void hiddenItemsAreLeftOut();
-    void markedItems();
+    void hiddenItemsAreLeftOutAndLabelsRead();
     void everyItemOfALargeFolderIsLookedAt();
     void iconsAreOfTheItemOrOfItsGroup();
     void entriesAsArraysDifferInTheirOrder();
@@ -68,11 +65,6 @@ private:
             names.append(listing[row].name());
         names.sort();
         return names;
-    }
-    void setMode(const QString &name, mode_t mode) const
-    {
-        chmod(FileName::toBytes(folder->path()), 0755);
-        chmod(FileName::toBytes(folder->path(name)), mode);
     }
 
     FileKinds kinds;
@@ -106,10 +98,7 @@ void tst_Listing::parentRowStandsForTheFolderItself()
         QVERIFY(!listing[1].path().contains(u"//"_s));
         QCOMPARE(PathText::parent(listing[1].path()), path);
     }
-}
-
-void tst_Listing::parentRowOfALinkHasTheDateAsSet()
-{
+    // Of a link it has the date as set.
     makeTree(*folder, u"folder/, link->folder"_s);
     const timespec times[] = { { 1000, 0 }, { 1000, 0 } };
     utimensat(AT_FDCWD, FileName::toBytes(folder->path(u"folder"_s)), times, 0);
@@ -117,10 +106,12 @@ void tst_Listing::parentRowOfALinkHasTheDateAsSet()
     QVERIFY(read(NotFollowing, u"link"_s)[0].date().toSecsSinceEpoch() > 1000);
 }
 
-void tst_Listing::whatCannotBeReadHasOnlyTheParentRow()
+void tst_Listing::whatIsClosedHasWhatRowsItCan()
 {
-    makeTree(*folder, u"closed/in/, file=text"_s);
-    setMode(u"closed"_s, 0);
+    makeTree(*folder, u"closed/in/, names only/in/, names only/file=text, file=text"_s);
+    for (const auto &[name, mode] :
+         { std::pair(u"."_s, 0755), { u"closed"_s, 0 }, { u"names only"_s, 0444 } })
+        chmod(FileName::toBytes(folder->path(name)), mode_t(mode));
     const WithoutRights withoutRights;
     for (const auto &[name, hasDate] : { std::pair(u"closed"_s, true),
                                          { u"closed/in"_s, false },
@@ -132,17 +123,10 @@ void tst_Listing::whatCannotBeReadHasOnlyTheParentRow()
         QCOMPARE(listing[0].date().isValid(), hasDate);
         QCOMPARE(listing.sorted(Column::Name, SortDirection::Descending).size(), 1);
     }
-}
-
-void tst_Listing::whatCannotBeLookedAtHasARowAllTheSame()
-{
-    makeTree(*folder, u"names only/in/, names only/file=text"_s);
-    setMode(u"names only"_s, 0444);
-    const WithoutRights withoutRights;
-    const Listing listing = read(Following, u"names only"_s);
-    QCOMPARE(listing.size(), 3);
+    const Listing namesOnly = read(Following, u"names only"_s);
+    QCOMPARE(namesOnly.size(), 3);
     for (const qsizetype row : { 1, 2 })
-        QCOMPARE(inWords(listing[row]), u"0, 0"_s);
+        QCOMPARE(inWords(namesOnly[row]), u"0, 0"_s);
 }
 
 void tst_Listing::oddItems()
@@ -207,7 +191,7 @@ void tst_Listing::anyNameIsFoundAgain()
     }
 }
 
-void tst_Listing::hiddenItemsAreLeftOut()
+void tst_Listing::hiddenItemsAreLeftOutAndLabelsRead()
 {
     makeTree(*folder,
              u".dotted, .hidden=listed\nnot there\n, Temporary Items, dangling->nowhere, "
@@ -215,22 +199,17 @@ void tst_Listing::hiddenItemsAreLeftOut()
     const QStringList shown { u"dangling"_s, u"shown"_s, u"temporary items"_s };
     QCOMPARE(sortedNames(Following), shown);
     QCOMPARE(sortedNames(WithHidden), folder->names());
-}
 
-void tst_Listing::markedItems()
-{
-    makeTree(*folder, u"labelled, plain, invisible"_s);
     QByteArray finderInfo(32, '\0');
     finderInfo[9] = 0x0C; // the label field of the flag word
-    if (!folder->setAttribute(u"labelled"_s, "user.com.apple.FinderInfo", finderInfo))
+    if (!folder->setAttribute(u"shown"_s, "user.com.apple.FinderInfo", finderInfo))
         QSKIP("No attributes on this file system");
-    finderInfo[8] = 0x40;
-    folder->setAttribute(u"invisible"_s, "user.com.apple.FinderInfo", finderInfo);
-
-    QCOMPARE(sortedNames(Following), QStringList({ u"labelled"_s, u"plain"_s }));
+    finderInfo[8] = 0x40; // invisible
+    folder->setAttribute(u"temporary items"_s, "user.com.apple.FinderInfo", finderInfo);
+    QCOMPARE(sortedNames(Following), shown.mid(0, 2));
     const Listing listing = read();
-    QCOMPARE(listing[listing.rowOfName(u"labelled"_s)].finderLabel(), 1);
-    QCOMPARE(listing[listing.rowOfName(u"plain"_s)].finderLabel(), 0);
+    QCOMPARE(listing[listing.rowOfName(u"shown"_s)].finderLabel(), 1);
+    QCOMPARE(listing[listing.rowOfName(u"dangling"_s)].finderLabel(), 0);
 }
 
 void tst_Listing::everyItemOfALargeFolderIsLookedAt()

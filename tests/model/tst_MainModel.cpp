@@ -10,8 +10,7 @@ class tst_MainModel : public QObject {
 
 private Q_SLOTS:
     void startSortsByWhatIsStored();
-    void startFoldersTakeThePlaceOfTheStored();
-    void startWithoutAnythingStoredListsTheHomeFolder();
+    void foldersOfTheStart();
     void optionsAreAsStored();
     void reloadSortsByTheLastDirectionOfEitherPane();
     void rememberedRowIsKeptOrForgotten();
@@ -29,11 +28,7 @@ void tst_MainModel::startSortsByWhatIsStored()
 {
     constexpr auto Up = SortDirection::Ascending;
     constexpr auto Down = SortDirection::Descending;
-    const struct {
-        QVariant column, direction;
-        Column sortedBy;
-        SortDirection towards;
-    } cases[] = {
+    const QList<std::tuple<QVariant, QVariant, Column, SortDirection>> cases {
         { {}, {}, Column::Name, Down }, // the first start
         { u"Size"_s, {}, Column::Size, Down },
         { {}, true, Column::Name, Up },
@@ -54,7 +49,7 @@ void tst_MainModel::startSortsByWhatIsStored()
     }
 }
 
-void tst_MainModel::startFoldersTakeThePlaceOfTheStored()
+void tst_MainModel::foldersOfTheStart()
 {
     PaneModelWorld world;
     world.model.setStartFolder(Side::Right, { world.left, u"b"_s });
@@ -66,26 +61,19 @@ void tst_MainModel::startFoldersTakeThePlaceOfTheStored()
     QVERIFY(row > 0);
     QCOMPARE(world.window.tables.right.selected, RowSet { row });
     QCOMPARE(world.window.tables.right.scrolledTo, row);
-}
 
-void tst_MainModel::startWithoutAnythingStoredListsTheHomeFolder()
-{
-    PaneModelWorld world;
-    world.defaults.remove(Settings::LeftFileListLastPath);
-    world.defaults.setValue(Settings::RightFileListLastPath, QString());
-    world.model.awakeFromNib();
+    PaneModelWorld nothingStored;
+    nothingStored.defaults.remove(Settings::LeftFileListLastPath);
+    nothingStored.defaults.setValue(Settings::RightFileListLastPath, QString());
+    nothingStored.model.awakeFromNib();
     for (const Side side : { Side::Left, Side::Right })
-        QCOMPARE(world.shown(side), PathText::homeFolder());
-    QCOMPARE(world.window.paths.left, PathText::homeFolder());
+        QCOMPARE(nothingStored.shown(side), PathText::homeFolder());
+    QCOMPARE(nothingStored.window.paths.left, PathText::homeFolder());
 }
 
 void tst_MainModel::optionsAreAsStored()
 {
-    const struct {
-        QVariant stored;
-        QString title;
-        bool follows;
-    } cases[] = {
+    const QList<std::tuple<QVariant, QString, bool>> cases {
         { {}, u"Show system files"_s, true },
         { false, u"Show system files"_s, false },
         { true, u"Hide system files"_s, true },
@@ -114,12 +102,7 @@ void tst_MainModel::reloadSortsByTheLastDirectionOfEitherPane()
 
 void tst_MainModel::rememberedRowIsKeptOrForgotten()
 {
-    const struct {
-        int remembered;
-        std::optional<QString> item;
-        int row;
-        RowSet selected;
-    } cases[] = {
+    const QList<std::tuple<int, std::optional<QString>, int, RowSet>> cases {
         { 2, u".."_s, 2, { 2 } },        { 2, u"sub"_s, 2, { 2 } }, // on the way the pane shows
         { 2, u"su"_s, 2, { 2 } }, // part of a name on that way
         { 2, u"elsewhere"_s, 0, { 0 } }, // reached anew
@@ -251,11 +234,7 @@ void tst_MainModel::packagesAreEnteredInsideABundle()
 
 void tst_MainModel::goForwardFollowsThePath()
 {
-    const struct {
-        QString way, shown; // below the pane's folder
-        bool inside;
-        QString selected;
-    } cases[] = {
+    const QList<std::tuple<QString, QString, bool, QString>> cases {
         { u"/sub/deep"_s, u"/sub"_s, false, u"sub"_s },
         { {}, {}, true, u"sub"_s }, // the deepest stays
         { u"/Program.app/Contents"_s, u"/Program.app"_s, true, u"sub"_s },
@@ -282,19 +261,19 @@ void tst_MainModel::goForwardFollowsThePath()
 
 void tst_MainModel::endOfAWorker()
 {
+    PaneModelWorld world;
+    world.window.spinners = 2;
     // A new folder and a deletion turned no spinner on, and leave that of a copy under way.
-    for (const auto &[operation, spinners] : { std::pair(Operation::Copy, 0),
-                                               { Operation::Move, 0 },
+    for (const auto &[operation, spinners] : { std::pair(Operation::NewFolder, 2),
+                                               { Operation::Copy, 1 },
                                                { Operation::Delete, 1 },
-                                               { Operation::NewFolder, 1 } }) {
-        PaneModelWorld world;
-        world.window.setProgressIndicator(true);
+                                               { Operation::Move, 0 } }) {
         world.model.threadWillExit({ operation, u"/item"_s });
         QCOMPARE(world.window.spinners, spinners);
-        QCOMPARE(world.desk.records.size(), 1);
-        QCOMPARE(world.desk.records[0].operation, operation);
-        QCOMPARE(world.desk.records[0].item, u"/item"_s);
+        QCOMPARE(world.desk.records.last().operation, operation);
+        QCOMPARE(world.desk.records.last().item, u"/item"_s);
     }
+    QCOMPARE(world.desk.records.size(), 4);
 }
 
 QTEST_MAIN(tst_MainModel)

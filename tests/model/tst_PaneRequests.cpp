@@ -29,11 +29,6 @@ struct World : StartedWorld {
         return { .side = Side::Left, .item = rows, .seen = model.rowsLeft() };
     }
     ItemRequest request(const QString &name) const { return request(RowSet { row(name) }); }
-    void showLeftEverywhere()
-    {
-        for (const Side side : { Side::Left, Side::Right })
-            bus.post(DirectoryChanged[side], { .path = left });
-    }
     bool nothingWasAskedFor() const
     {
         return desk.verbs.isEmpty() && information.requests.isEmpty() && window.prompts.isEmpty()
@@ -57,7 +52,6 @@ class tst_PaneRequests : public QObject {
 private Q_SLOTS:
     void requests();
     void aNewNameIsNeeded();
-    void withoutAnActivePaneARequestNamesNoSide();
     void bothPanesAreRefreshedWhenTheyShowOnePath();
     void copyIntoTheSameFolderIsRefusedFirst();
     void parentRowIsRefused();
@@ -69,35 +63,33 @@ private Q_SLOTS:
 
 void tst_PaneRequests::requests()
 {
-    const QStringList two { u"sub"_s, u"b"_s };
-    const struct {
-        Message<ItemRequest> command;
-        QString verb;
-        QStringList items;
-        QString source, destination, updateBoth;
-        int spinners;
-    } cases[] = {
-        { CopyItem, u"copy"_s, two, u"left"_s, u"right"_s, u"YES"_s, 1 },
-        { MoveItem, u"move"_s, two, u"left"_s, u"right"_s, u"YES"_s, 1 },
-        { DeleteItem, u"delete"_s, two, u"left"_s, {}, u"NO"_s, 0 },
-        { RenameItem, u"rename"_s, {}, u"left/b"_s, u"left/new"_s, u"NO"_s, 0 },
-        { ShowInfo, {}, { u"b"_s }, u"left"_s, {}, u"NO"_s, 0 },
+    UnaskedWorld world;
+    world.window.typed = u"new"_s;
+    const ItemRequest one = world.request(u"b"_s);
+    const ItemRequest two = world.request(RowSet { world.row(u"sub"_s), world.row(u"b"_s) });
+    world.bus.post(CopyItem, two);
+    world.bus.post(MoveItem, two);
+    QCOMPARE(world.window.spinners, 2);
+    world.bus.post(DeleteItem, two);
+    world.bus.post(RenameItem, one);
+    world.bus.post(NewFolder, { .side = Side::Left });
+    world.bus.post(ShowInfo, one);
+    QCOMPARE(world.window.spinners, 2);
+
+    const QStringList names { u"sub"_s, u"b"_s };
+    const QString right = world.folder.path(u"right"_s);
+    const QList<OperationRequest> requests {
+        expected(world.left, right, names, u"YES"_s),
+        expected(world.left, right, names, u"YES"_s),
+        expected(world.left, u""_s, names, u"NO"_s),
+        expected(world.left + u"/b"_s, world.left + u"/new"_s, {}, u"NO"_s),
+        expected(world.left, u""_s, { u"new"_s }, u"NO"_s),
     };
-    for (const auto &[command, verb, items, source, destination, updateBoth, spinners] : cases) {
-        UnaskedWorld world;
-        world.window.typed = u"new"_s;
-        RowSet rows { world.row(u"b"_s) };
-        if (items.size() == 2)
-            rows.prepend(world.row(u"sub"_s));
-        world.bus.post(command, world.request(rows));
-        const QString to = destination.isEmpty() ? u""_s : world.folder.path(destination);
-        QCOMPARE(verb.isEmpty() ? world.information.requests : world.desk.requests,
-                 { expected(world.folder.path(source), to, items, updateBoth) });
-        QCOMPARE(world.desk.verbs.join(u' '), verb);
-        QCOMPARE(world.window.spinners, spinners);
-        QCOMPARE(world.window.prompts.join(u' '),
-                 verb == u"rename"_s ? u"Please enter new name:|b"_s : QString());
-    }
+    QCOMPARE(world.desk.verbs.join(u", "_s), u"copy, move, delete, rename, new folder"_s);
+    QCOMPARE(world.desk.requests, requests);
+    QCOMPARE(world.information.requests, { expected(world.left, u""_s, { u"b"_s }, u"NO"_s) });
+    QCOMPARE(world.window.prompts.join(u' '),
+             u"Please enter new name:|b Please input new folder name:|"_s);
 }
 
 void tst_PaneRequests::aNewNameIsNeeded()
@@ -109,61 +101,45 @@ void tst_PaneRequests::aNewNameIsNeeded()
     world.bus.post(RenameItem, world.request(u"b"_s));
     QCOMPARE(world.window.prompts.size(), 3);
     QVERIFY(world.desk.verbs.isEmpty());
-    world.window.typed = u"new"_s;
-    world.bus.post(NewFolder, { .side = Side::Left });
-    QCOMPARE(world.desk.verbs, { u"new folder"_s });
-    QCOMPARE(world.desk.requests, { expected(world.left, u""_s, { u"new"_s }, u"NO"_s) });
-    QCOMPARE(world.window.prompts.last(), u"Please input new folder name:|"_s);
-}
-
-// The operations refuse such a request; a guessed side would act on a pane nobody chose.
-void tst_PaneRequests::withoutAnActivePaneARequestNamesNoSide()
-{
-    UnaskedWorld world;
-    world.window.typed = u"new"_s;
-    world.bus.post(NewFolder, {});
-    world.showLeftEverywhere();
-    world.bus.post(DeleteItem, { .item = { 1 }, .seen = world.model.rowsRight() });
-    QCOMPARE(world.desk.requests.size(), 2);
-    for (const OperationRequest &request : world.desk.requests)
-        QVERIFY(!request.contains(RequestKey::Side));
 }
 
 void tst_PaneRequests::bothPanesAreRefreshedWhenTheyShowOnePath()
 {
     UnaskedWorld world;
-    world.showLeftEverywhere();
+    for (const Side side : { Side::Left, Side::Right })
+        world.bus.post(DirectoryChanged[side], { .path = world.left });
     world.window.typed = u"new"_s;
     world.bus.post(DeleteItem, world.request(u"b"_s));
     world.bus.post(RenameItem, world.request(u"b"_s));
     world.bus.post(NewFolder, { .side = Side::Left });
-    QCOMPARE(world.desk.requests.size(), 3);
-    for (const OperationRequest &request : world.desk.requests)
+    // Without an active pane a request names no side, and the operations refuse it: a guessed one
+    // would act on a pane nobody chose.
+    world.bus.post(NewFolder, {});
+    world.bus.post(DeleteItem, { .item = { 1 }, .seen = world.model.rowsRight() });
+    QCOMPARE(world.desk.requests.size(), 5);
+    for (const OperationRequest &request : world.desk.requests) {
         QCOMPARE(request.value(RequestKey::UpdateBoth), u"YES"_s);
+        QCOMPARE(request.contains(RequestKey::Side), &request < &world.desk.requests[3]);
+    }
 }
 
 void tst_PaneRequests::copyIntoTheSameFolderIsRefusedFirst()
 {
-    const struct {
-        Message<ItemRequest> command;
-        QString other; // what the right pane shows
-        QString text;
-    } cases[] = {
-        { CopyItem, u"left"_s, u"Item(s) cannot copied in itself!"_s },
-        { MoveItem, u"left"_s, u"Item(s) cannot moved in itself!"_s },
-        { MoveItem, u"left by another name"_s, u"Item(s) cannot moved in itself!"_s },
-    };
-    for (const auto &[command, other, text] : cases) {
-        World world;
-        world.folder.link(u"left"_s, u"left by another name"_s);
+    World world;
+    world.folder.link(u"left"_s, u"left by another name"_s);
+    for (const QString &other : { u"left"_s, u"left by another name"_s }) {
         world.bus.post(DirectoryChanged.right, { .path = world.folder.path(other) });
-        world.alerts.answer(Alert::Ok);
-        world.bus.post(command, world.request(u"b"_s));
-        const Alert alert = world.alerts.shown().value(0);
-        QCOMPARE(alert.text, text);
-        QCOMPARE(alert.title, u"Twinleaf - Error"_s);
-        QCOMPARE(alert.buttons.value(0).text, u"Ok"_s);
-        QVERIFY(world.nothingWasAskedFor());
+        for (const auto &[command, text] :
+             { std::pair(CopyItem, u"Item(s) cannot copied in itself!"_s),
+               { MoveItem, u"Item(s) cannot moved in itself!"_s } }) {
+            world.alerts.answer(Alert::Ok);
+            world.bus.post(command, world.request(u"b"_s));
+            const Alert alert = world.alerts.shown().last();
+            QCOMPARE(alert.text, text);
+            QCOMPARE(alert.title, u"Twinleaf - Error"_s);
+            QCOMPARE(alert.buttons.value(0).text, u"Ok"_s);
+            QVERIFY(world.nothingWasAskedFor());
+        }
     }
 }
 
@@ -236,10 +212,7 @@ void tst_PaneRequests::parentRowAndItsFolderAreNotMixedUp()
 
 void tst_PaneRequests::confirmationDecides()
 {
-    const struct {
-        Message<ItemRequest> command;
-        QString text;
-    } cases[] = {
+    const QList<std::pair<Message<ItemRequest>, QString>> cases {
         { CopyItem, u"Are you sure that you want to copy the item(s)?"_s },
         { MoveItem, u"Are you sure that you want to move the item(s)?"_s },
         { DeleteItem, u"Are you sure that you want to move the selected 2 item(s) to trash?"_s },

@@ -56,11 +56,7 @@ private:
 
 void tst_Sorting::foldersStayBeforeFiles()
 {
-    const struct {
-        Column column;
-        SortDirection direction;
-        QString order;
-    } cases[] = {
+    const QList<std::tuple<Column, SortDirection, QString>> cases {
         { Column::Name, Up, u"m n a.zip b.txt c.app d.txt"_s },
         { Column::Name, Down, u"n m d.txt c.app b.txt a.zip"_s },
         // By bytes: as text, 1000 and 900 come the other way about. Folders keep the order of

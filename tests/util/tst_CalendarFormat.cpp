@@ -37,19 +37,12 @@ private Q_SLOTS:
     void conversions();
     void hoursAndZone();
     void namesComeFromTheLocale();
-    void noFormatGivesThePlainDescription();
-    void longDateIsTwoHalvesAndABlank();
-    void localeEndsAtTheFirstMissingValue();
-
-private:
-    const TestFolder folder;
+    void datesAreWrittenAsStored();
 };
 
 void tst_CalendarFormat::conversions()
 {
-    const struct {
-        QString format, text;
-    } cases[] = {
+    const QList<std::pair<QString, QString>> cases {
         { u"%d.%m.%y %H:%M"_s, u"01.02.09 07:05"_s },
         { u"%A, %B %e, %Y"_s, u"Sunday, February 1, 2009"_s },
         { u"%a %b"_s, u"Sun Feb"_s },
@@ -69,11 +62,7 @@ void tst_CalendarFormat::conversions()
 
 void tst_CalendarFormat::hoursAndZone()
 {
-    const struct {
-        const char *zone;
-        int hour; // in UTC
-        QString text;
-    } cases[] = {
+    const QList<std::tuple<const char *, int, QString>> cases {
         { "UTC", 0, u"12 AM +0000 UTC"_s },      { "UTC", 11, u"11 AM +0000 UTC"_s },
         { "UTC", 12, u"12 PM +0000 UTC"_s },     { "UTC", 23, u"11 PM +0000 UTC"_s },
         { "IST-5:30", 7, u"12 PM +0530 IST"_s }, { "NST3:30", 7, u"03 AM -0330 NST"_s },
@@ -98,33 +87,21 @@ void tst_CalendarFormat::namesComeFromTheLocale()
     QCOMPARE(CalendarFormat::text(date, u"%x"_s, rings), u"2009-02-01"_s);
 }
 
-void tst_CalendarFormat::noFormatGivesThePlainDescription()
+void tst_CalendarFormat::datesAreWrittenAsStored()
 {
-    inZone("CET-1");
-    const UserDefaults defaults(folder.path(u"settings.plist"_s));
-    QCOMPARE(DateText(defaults).getLocalizedShortDateAndTime(date), u"2009-02-01 08:05:03 +0100"_s);
-}
-
-void tst_CalendarFormat::longDateIsTwoHalvesAndABlank()
-{
+    const TestFolder folder;
     UserDefaults defaults(folder.path(u"settings.plist"_s), german);
+    // Without a format the plain description; long, two halves and a blank.
+    inZone("CET-1");
+    QCOMPARE(DateText(defaults).getLocalizedShortDateAndTime(date), u"2009-02-01 08:05:03 +0100"_s);
     QCOMPARE(DateText(defaults).getLocalizedDateAndTime({}), u" "_s);
+    inZone("UTC");
     defaults.setValue(Settings::DateFormat, u"%A"_s);
     defaults.setValue(Settings::TimeFormat, u"%I %p"_s);
     // Kept: the time's names need a format that the time does not use.
     QCOMPARE(DateText(defaults).getLocalizedDateAndTime(date), u"Sonntag 07 AM"_s);
     defaults.setValue(Settings::TimeDateFormat, u"%c"_s);
     QCOMPARE(DateText(defaults).getLocalizedDateAndTime(date), u"Sonntag 07 vorm."_s);
-}
-
-void tst_CalendarFormat::localeEndsAtTheFirstMissingValue()
-{
-    QVariantMap values = german;
-    values.remove(Settings::AmPmDesignation);
-    values.insert(Settings::TimeDateFormat, u"%c"_s);
-    const UserDefaults defaults(folder.path(u"settings.plist"_s), values);
-    QCOMPARE(DateText(defaults).systemDefinedLocale().keys(),
-             QStringList { QString(Settings::TimeDateFormat) });
 }
 
 QTEST_GUILESS_MAIN(tst_CalendarFormat)

@@ -20,10 +20,7 @@ void tst_LinkFile::target()
     // The address that the limit of what is read cuts off at "/a/" leads nowhere.
     const QByteArray full = link + '#' + QByteArray(65536 - link.size() - 16, 'x') + '\n';
     QVERIFY((full + "URL=file:///a/b/c\n").left(65536).endsWith("URL=file:///a/"));
-    const struct {
-        QByteArray content;
-        QString path; // null: no link file
-    } cases[] = {
+    const QList<std::pair<QByteArray, QString>> cases {
         { link + "URL=file:///a/b\n", u"/a/b"_s },
         { link + "URL=file:///a%FF", FileName::fromBytes("/a\xFF") },
         { "# x\r\n[Desktop Entry]\r\nURL=file:///a\r\nType=Link\r\n", u"/a"_s },

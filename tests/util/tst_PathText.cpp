@@ -18,10 +18,7 @@ private Q_SLOTS:
 
 void tst_PathText::partsOfAPath()
 {
-    const struct {
-        QString path, parent, last;
-        QStringList components;
-    } cases[] = {
+    const QList<std::tuple<QString, QString, QString, QStringList>> cases {
         { u"/"_s, u"/"_s, u"/"_s, { u"/"_s } },
         { u"///"_s, u"/"_s, u"/"_s, { u"/"_s } },
         { u"/a"_s, u"/"_s, u"a"_s, { u"/"_s, u"a"_s } },
@@ -38,9 +35,7 @@ void tst_PathText::partsOfAPath()
 
 void tst_PathText::extensions()
 {
-    const struct {
-        QString path, extension, rest;
-    } cases[] = {
+    const QList<std::tuple<QString, QString, QString>> cases {
         { u"/x/a.tar.gz"_s, u"gz"_s, u"/x/a.tar"_s }, { u"/x.d/a"_s, {}, u"/x.d/a"_s },
         { u"/x/.profile"_s, {}, u"/x/.profile"_s },   { u"/x/a."_s, {}, u"/x/a."_s },
         { u"/x/a.app/"_s, u"app"_s, u"/x/a"_s },      { u"/"_s, {}, u"/"_s },

@@ -35,10 +35,7 @@ private Q_SLOTS:
 
 void tst_UpdateCheck::hexValueShiftsForEveryCharacter()
 {
-    const struct {
-        QByteArray text;
-        quint32 value;
-    } cases[] = {
+    const QList<std::pair<QByteArray, quint32>> cases {
         { "", 0 },
         { "1.2.3", 0x10203 },
         { "1.10", 0x1010 },
@@ -55,12 +52,7 @@ void tst_UpdateCheck::hexValueShiftsForEveryCharacter()
 void tst_UpdateCheck::theAnswerDecidesTheAlert()
 {
     const QString newer = u"A newer version is available! Do you want to download it?"_s;
-    const struct {
-        bool connects;
-        std::optional<QByteArray> answer;
-        QString text; // none: only logged
-        int pagesOpened;
-    } cases[] = {
+    const QList<std::tuple<bool, std::optional<QByteArray>, QString, int>> cases {
         { true, "1.2.3", u"Your version of Twinleaf is up to date, you have the newest version!"_s,
           0 },
         { true, "1.2.2", u"Cannot calculate version informations. Please try again!"_s, 0 },
