@@ -18,14 +18,12 @@ class tst_FileQueries : public QObject {
 private Q_SLOTS:
     void init() { folder = std::make_unique<TestFolder>(); }
     void hiddenItems();
-    void packageIsNoDirectoryButEveryFolderIsAPackage();
     void oversizedReadsThirtyTwoBits();
-    void attributesAreThoseOfTheLinkOrItsTarget();
+    void foldersPackagesAndLinks();
     void aliasesResolveToTheirEnd();
     void labelColourOfFinderFlags();
-    void pathUpToAComponent();
     void shownPathNamesVolumes();
-    void absentTextContainsNothing();
+    void partsOfTexts();
 
 private:
     QString path(const QString &name) const { return folder->path(name); }
@@ -45,16 +43,6 @@ void tst_FileQueries::hiddenItems()
         QVERIFY2(!queries.isFileHidden(path(name)), qUtf8Printable(name));
 }
 
-void tst_FileQueries::packageIsNoDirectoryButEveryFolderIsAPackage()
-{
-    makeTree(*folder, u"plain/, Editor.app/"_s);
-    QVERIFY(queries.isDirectory(path(u"plain"_s)));
-    QVERIFY(!queries.isDirectory(path(u"Editor.app"_s)));
-    QVERIFY(!queries.isDirectory(path(u"Editor.app/"_s)));
-    QVERIFY(queries.isPackage(path(u"plain"_s)));
-    QVERIFY(queries.isPackage(path(u"Editor.app"_s)));
-}
-
 void tst_FileQueries::oversizedReadsThirtyTwoBits()
 {
     folder->write(u"sparse"_s);
@@ -69,9 +57,15 @@ void tst_FileQueries::oversizedReadsThirtyTwoBits()
     }
 }
 
-void tst_FileQueries::attributesAreThoseOfTheLinkOrItsTarget()
+void tst_FileQueries::foldersPackagesAndLinks()
 {
-    makeTree(*folder, u"target/, link->target, broken->nowhere"_s);
+    makeTree(*folder, u"plain/, Editor.app/, link->plain, broken->nowhere"_s);
+    // A package is no directory, but every folder is a package.
+    QVERIFY(queries.isDirectory(path(u"plain"_s)));
+    QVERIFY(!queries.isDirectory(path(u"Editor.app"_s)));
+    QVERIFY(!queries.isDirectory(path(u"Editor.app/"_s)));
+    QVERIFY(queries.isPackage(path(u"plain"_s)));
+    QVERIFY(queries.isPackage(path(u"Editor.app"_s)));
     const QString link = path(u"link"_s);
     const QString broken = path(u"broken"_s);
     QVERIFY(queries.isPackage(link));
@@ -128,13 +122,6 @@ void tst_FileQueries::labelColourOfFinderFlags()
     }
 }
 
-void tst_FileQueries::pathUpToAComponent()
-{
-    QCOMPARE(FileQueries::getPathComponents(u"/"_s, 0), u"/"_s);
-    QCOMPARE(FileQueries::getPathComponents(u"/Users/x/y"_s, 1), u"/Users"_s);
-    QCOMPARE(FileQueries::getPathComponents(u"/Users/x"_s, 9), u"/Users/x"_s);
-}
-
 void tst_FileQueries::shownPathNamesVolumes()
 {
     const QString root = queries.getLocalizedPath(u"/"_s);
@@ -145,8 +132,12 @@ void tst_FileQueries::shownPathNamesVolumes()
     QCOMPARE(queries.getLocalizedPath(u"/srv/somebody"_s), root + u"/srv/somebody"_s);
 }
 
-void tst_FileQueries::absentTextContainsNothing()
+void tst_FileQueries::partsOfTexts()
 {
+    QCOMPARE(FileQueries::getPathComponents(u"/"_s, 0), u"/"_s);
+    QCOMPARE(FileQueries::getPathComponents(u"/Users/x/y"_s, 1), u"/Users"_s);
+    QCOMPARE(FileQueries::getPathComponents(u"/Users/x"_s, 9), u"/Users/x"_s);
+    // Absent text contains nothing.
     QVERIFY(!FileQueries::isStringInSubstring(u"Folder"_s, QString()));
     QVERIFY(!FileQueries::isStringInSubstring(QString(), u"a"_s));
 }
