@@ -7,7 +7,6 @@
 
 #include <QTest>
 
-#include <fcntl.h>
 #include <memory>
 #include <sys/fsuid.h>
 #include <sys/stat.h>
@@ -100,8 +99,7 @@ void tst_Listing::parentRowStandsForTheFolderItself()
     }
     // Of a link it has the date as set.
     makeTree(*folder, u"folder/, link->folder"_s);
-    const timespec times[] = { { 1000, 0 }, { 1000, 0 } };
-    utimensat(AT_FDCWD, FileName::toBytes(folder->path(u"folder"_s)), times, 0);
+    folder->setModified(u"folder"_s, 1000);
     QCOMPARE(read(Following, u"link"_s)[0].date().toSecsSinceEpoch(), 1000);
     QVERIFY(read(NotFollowing, u"link"_s)[0].date().toSecsSinceEpoch() > 1000);
 }
@@ -200,12 +198,9 @@ void tst_Listing::hiddenItemsAreLeftOutAndLabelsRead()
     QCOMPARE(sortedNames(Following), shown);
     QCOMPARE(sortedNames(WithHidden), folder->names());
 
-    QByteArray finderInfo(32, '\0');
-    finderInfo[9] = 0x0C; // the label field of the flag word
-    if (!folder->setAttribute(u"shown"_s, "user.com.apple.FinderInfo", finderInfo))
+    if (!folder->setFinderFlags(u"shown"_s, 0x000C) // the label field
+        || !folder->setFinderFlags(u"temporary items"_s, 0x4000)) // invisible
         QSKIP("No attributes on this file system");
-    finderInfo[8] = 0x40; // invisible
-    folder->setAttribute(u"temporary items"_s, "user.com.apple.FinderInfo", finderInfo);
     QCOMPARE(sortedNames(Following), shown.mid(0, 2));
     const Listing listing = read();
     QCOMPARE(listing[listing.rowOfName(u"shown"_s)].finderLabel(), 1);

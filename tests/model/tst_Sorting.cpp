@@ -7,9 +7,7 @@
 #include <QTest>
 
 #include <algorithm>
-#include <fcntl.h>
 #include <memory>
-#include <sys/stat.h>
 
 using namespace Qt::StringLiterals;
 
@@ -46,8 +44,7 @@ private:
             folder->makeFolder(name);
         else
             folder->write(name, QByteArray(size, 'x'));
-        const timespec times[] = { { modified, 0 }, { modified, 0 } };
-        utimensat(AT_FDCWD, FileName::toBytes(folder->path(name)), times, 0);
+        folder->setModified(name, modified);
     }
 
     FileKinds kinds;

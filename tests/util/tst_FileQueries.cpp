@@ -94,9 +94,7 @@ void tst_FileQueries::aliasesResolveToTheirEnd()
     QVERIFY(queries.isAlias(path(u"dead.desktop"_s)));
     QVERIFY(!queries.isAlias(path(u"symlink"_s)));
     QCOMPARE(queries.resolveAliasPath(path(u"two.desktop"_s)), path(u"file"_s));
-    QByteArray finderInfo(32, '\0');
-    finderInfo[8] = char(0x80);
-    if (folder->setAttribute(u"file"_s, "user.com.apple.FinderInfo", finderInfo))
+    if (folder->setFinderFlags(u"file"_s, 0x8000))
         QVERIFY(queries.isAlias(path(u"file"_s))); // of another system: leads nowhere here
     for (const QString &name :
          { u"file"_s, u"symlink"_s, u"dead.desktop"_s, u"ring.desktop"_s, u"gone"_s })
@@ -114,10 +112,7 @@ void tst_FileQueries::labelColourOfFinderFlags()
     for (const auto &[bits, label, colour] : cases) {
         QCOMPARE(FileQueries::labelOfBits(bits), label);
         QCOMPARE(FileQueries::finderLabelColor(label), colour);
-        QByteArray finderInfo(32, '\0');
-        finderInfo[8] = char(bits >> 8);
-        finderInfo[9] = char(bits);
-        if (folder->setAttribute(u"labelled"_s, "user.com.apple.FinderInfo", finderInfo))
+        if (folder->setFinderFlags(u"labelled"_s, quint16(bits)))
             QCOMPARE(queries.finderLabelColorOfPath(path(u"labelled"_s)), label);
     }
 }
