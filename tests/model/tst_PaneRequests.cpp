@@ -12,13 +12,6 @@ namespace {
 const QList<Message<ItemRequest>> ItemCommands { CopyItem, MoveItem, DeleteItem, RenameItem,
                                                  ShowInfo };
 
-void addItemCommands()
-{
-    QTest::addColumn<int>("command");
-    for (qsizetype i = 0; i < ItemCommands.size(); ++i)
-        QTest::newRow(ItemCommands[i].name) << int(i);
-}
-
 OperationRequest expected(const QString &source, const QString &destination,
                           const QStringList &items, const QString &updateBoth)
 {
@@ -29,234 +22,170 @@ OperationRequest expected(const QString &source, const QString &destination,
              { u"UpdateBoth"_s, updateBoth } };
 }
 
+// A person is asked, as nothing else is stored.
+struct World : StartedWorld {
+    explicit World(const QVariant &asks = {})
+    {
+        defaults.setValue(Settings::ConfirmationForFileOperations, asks);
+        model.setUserDefaultValues();
+    }
+    ItemRequest request(const RowSet &rows) const
+    {
+        return { .side = Side::Left, .item = rows, .seen = model.rowsLeft() };
+    }
+    ItemRequest request(const QString &name) const { return request(RowSet { row(name) }); }
+    bool nothingWasAskedFor() const
+    {
+        return desk.verbs.isEmpty() && information.requests.isEmpty() && window.prompts.isEmpty()
+            && window.spinners == 0;
+    }
+};
+
 } // namespace
 
 class tst_PaneRequests : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void requests_data();
     void requests();
-    void renameToNothingNewDoesNothing_data();
-    void renameToNothingNewDoesNothing();
-    void newFolderNeedsAName();
-    void withoutAnActivePaneARequestNamesNoSide();
+    void aNewNameIsNeeded();
     void bothPanesAreRefreshedWhenTheyShowOnePath();
-    void copyIntoTheSameFolderIsRefusedFirst_data();
     void copyIntoTheSameFolderIsRefusedFirst();
-    void parentRowIsRefused_data();
-    void parentRowIsRefused();
-    void rowsThatAreGoneAreDropped_data();
-    void rowsThatAreGoneAreDropped();
+    void parentRowIsRefusedAndRowsThatAreGoneAreDropped();
     void rowsAreFoundAgainByPath();
     void parentRowAndItsFolderAreNotMixedUp();
-    void confirmationDecides_data();
     void confirmationDecides();
-    void confirmationIsAskedForUnlessTurnedOff();
 };
-
-void tst_PaneRequests::requests_data()
-{
-    QTest::addColumn<int>("command");
-    QTest::addColumn<QString>("verb");
-    QTest::addColumn<QStringList>("items");
-    QTest::addColumn<QString>("destination");
-    QTest::newRow("copy") << 0 << u"copy"_s << QStringList({ u"sub"_s, u"b"_s }) << u"right"_s;
-    QTest::newRow("move") << 1 << u"move"_s << QStringList({ u"sub"_s, u"b"_s }) << u"right"_s;
-    QTest::newRow("delete") << 2 << u"delete"_s << QStringList({ u"sub"_s, u"b"_s }) << QString();
-    QTest::newRow("rename") << 3 << u"rename"_s << QStringList { u"b"_s } << u"left/new"_s;
-    QTest::newRow("information") << 4 << QString() << QStringList { u"b"_s } << QString();
-}
 
 void tst_PaneRequests::requests()
 {
-    QFETCH(const int, command);
-    QFETCH(const QString, verb);
-    QFETCH(const QStringList, items);
-    QFETCH(const QString, destination);
-    PaneModelWorld world;
-    world.model.awakeFromNib();
+    World world(false);
     world.window.typed = u"new"_s;
-    RowSet rows;
-    for (const QString &item : items)
-        rows.append(world.row(item));
-    world.bus.post(ItemCommands[command], world.request(rows));
-    const bool renames = verb == u"rename"_s;
-    const QString left = world.folder.path(u"left"_s);
-    const auto request =
-        expected(renames ? left + u"/b"_s : left,
-                 destination.isEmpty() ? u""_s : world.folder.path(destination),
-                 renames ? QStringList() : items, command < 2 ? u"YES"_s : u"NO"_s);
-    QCOMPARE(verb.isEmpty() ? world.information.requests : world.desk.requests,
-             QList<OperationRequest> { request });
-    QCOMPARE(world.desk.verbs.join(u' '), verb);
-    QCOMPARE(world.window.spinners, command < 2 ? 1 : 0);
-    if (renames)
-        QCOMPARE(world.window.prompts, QStringList(u"Please enter new name:|b"_s));
+    const ItemRequest one = world.request(u"b"_s);
+    const ItemRequest two = world.request(RowSet { world.row(u"sub"_s), world.row(u"b"_s) });
+    world.bus.post(CopyItem, two);
+    world.bus.post(MoveItem, two);
+    QCOMPARE(world.window.spinners, 2);
+    world.bus.post(DeleteItem, two);
+    world.bus.post(RenameItem, one);
+    world.bus.post(NewFolder, { .side = Side::Left });
+    world.bus.post(ShowInfo, one);
+    QCOMPARE(world.window.spinners, 2);
+
+    const QStringList names { u"sub"_s, u"b"_s };
+    const QString right = world.folder.path(u"right"_s);
+    const QList<OperationRequest> requests {
+        expected(world.left, right, names, u"YES"_s),
+        expected(world.left, right, names, u"YES"_s),
+        expected(world.left, u""_s, names, u"NO"_s),
+        expected(world.left + u"/b"_s, world.left + u"/new"_s, {}, u"NO"_s),
+        expected(world.left, u""_s, { u"new"_s }, u"NO"_s),
+    };
+    QCOMPARE(world.desk.verbs.join(u", "_s), u"copy, move, delete, rename, new folder"_s);
+    QCOMPARE(world.desk.requests, requests);
+    QCOMPARE(world.information.requests, { expected(world.left, u""_s, { u"b"_s }, u"NO"_s) });
+    QCOMPARE(world.window.prompts.join(u' '),
+             u"Please enter new name:|b Please input new folder name:|"_s);
 }
 
-void tst_PaneRequests::renameToNothingNewDoesNothing_data()
+void tst_PaneRequests::aNewNameIsNeeded()
 {
-    QTest::addColumn<QString>("typed");
-    QTest::newRow("same name") << u"b"_s;
-    QTest::newRow("no name") << QString();
-}
-
-void tst_PaneRequests::renameToNothingNewDoesNothing()
-{
-    QFETCH(const QString, typed);
-    PaneModelWorld world;
-    world.model.awakeFromNib();
-    world.window.typed = typed;
+    World world;
+    world.bus.post(NewFolder, { .side = Side::Left });
     world.bus.post(RenameItem, world.request(u"b"_s));
-    QCOMPARE(world.window.prompts.size(), 1);
+    world.window.typed = u"b"_s; // its own
+    world.bus.post(RenameItem, world.request(u"b"_s));
+    QCOMPARE(world.window.prompts.size(), 3);
     QVERIFY(world.desk.verbs.isEmpty());
-}
-
-void tst_PaneRequests::newFolderNeedsAName()
-{
-    PaneModelWorld world;
-    world.model.awakeFromNib();
-    world.bus.post(NewFolder, { .side = Side::Left });
-    QVERIFY(world.desk.verbs.isEmpty());
-    world.window.typed = u"new"_s;
-    world.bus.post(NewFolder, { .side = Side::Left });
-    QCOMPARE(world.desk.verbs, QStringList(u"new folder"_s));
-    QCOMPARE(world.desk.requests[0],
-             expected(world.folder.path(u"left"_s), u""_s, { u"new"_s }, u"NO"_s));
-    QCOMPARE(world.window.prompts.last(), u"Please input new folder name:|"_s);
-}
-
-// The operations refuse such a request; a guessed side would act on a pane nobody chose.
-void tst_PaneRequests::withoutAnActivePaneARequestNamesNoSide()
-{
-    PaneModelWorld world;
-    world.model.awakeFromNib();
-    world.window.typed = u"new"_s;
-    world.bus.post(NewFolder, {});
-    world.showEverywhere(world.folder.path(u"left"_s));
-    world.bus.post(DeleteItem, { .item = { 1 }, .seen = world.model.rowsRight() });
-    QCOMPARE(world.desk.requests.size(), 2);
-    for (const OperationRequest &request : world.desk.requests)
-        QVERIFY(!request.contains(RequestKey::Side));
 }
 
 void tst_PaneRequests::bothPanesAreRefreshedWhenTheyShowOnePath()
 {
-    PaneModelWorld world;
-    world.model.awakeFromNib();
-    world.showEverywhere(world.folder.path(u"left"_s));
+    World world(false);
+    for (const Side side : { Side::Left, Side::Right })
+        world.bus.post(DirectoryChanged[side], { .path = world.left });
     world.window.typed = u"new"_s;
     world.bus.post(DeleteItem, world.request(u"b"_s));
     world.bus.post(RenameItem, world.request(u"b"_s));
     world.bus.post(NewFolder, { .side = Side::Left });
-    QCOMPARE(world.desk.requests.size(), 3);
-    for (const OperationRequest &request : world.desk.requests)
+    // Without an active pane a request names no side, and the operations refuse it: a guessed one
+    // would act on a pane nobody chose.
+    world.bus.post(NewFolder, {});
+    world.bus.post(DeleteItem, { .item = { 1 }, .seen = world.model.rowsRight() });
+    QCOMPARE(world.desk.requests.size(), 5);
+    for (const OperationRequest &request : world.desk.requests) {
         QCOMPARE(request.value(RequestKey::UpdateBoth), u"YES"_s);
-}
-
-void tst_PaneRequests::copyIntoTheSameFolderIsRefusedFirst_data()
-{
-    QTest::addColumn<bool>("moves");
-    QTest::addColumn<QString>("other"); // what the right pane shows
-    QTest::addColumn<QString>("text");
-    QTest::newRow("copy") << false << u"left"_s << u"Item(s) cannot copied in itself!"_s;
-    QTest::newRow("move") << true << u"left"_s << u"Item(s) cannot moved in itself!"_s;
-    QTest::newRow("by another name")
-        << true << u"same as left"_s << u"Item(s) cannot moved in itself!"_s;
+        QCOMPARE(request.contains(RequestKey::Side), &request < &world.desk.requests[3]);
+    }
 }
 
 void tst_PaneRequests::copyIntoTheSameFolderIsRefusedFirst()
 {
-    QFETCH(const bool, moves);
-    QFETCH(const QString, other);
-    PaneModelWorld world(true);
-    world.folder.link(u"left"_s, u"same as left"_s);
-    world.model.awakeFromNib();
-    world.bus.post(DirectoryChanged.right, { .path = world.folder.path(other) });
-    world.alerts.answer(Alert::Ok);
-    world.bus.post(moves ? MoveItem : CopyItem, world.request(u"b"_s));
-    const Alert alert = world.alerts.shown().value(0);
-    QTEST(alert.text, "text");
-    QCOMPARE(alert.title, u"Twinleaf - Error"_s);
-    QCOMPARE(alert.buttons.value(0).text, u"Ok"_s);
-    QVERIFY(world.desk.verbs.isEmpty());
-    QCOMPARE(world.window.spinners, 0);
-}
-
-void tst_PaneRequests::parentRowIsRefused_data()
-{
-    addItemCommands();
-}
-
-void tst_PaneRequests::parentRowIsRefused()
-{
-    QFETCH(const int, command);
-    PaneModelWorld world(true);
-    world.model.awakeFromNib();
-    world.window.typed = u"new"_s;
-    const auto refused = [&](const RowSet &rows) {
-        if (command < 3)
+    World world;
+    world.folder.link(u"left"_s, u"left by another name"_s);
+    for (const QString &other : { u"left"_s, u"left by another name"_s }) {
+        world.bus.post(DirectoryChanged.right, { .path = world.folder.path(other) });
+        for (const auto &[command, text] :
+             { std::pair(CopyItem, u"Item(s) cannot copied in itself!"_s),
+               { MoveItem, u"Item(s) cannot moved in itself!"_s } }) {
             world.alerts.answer(Alert::Ok);
-        world.bus.post(ItemCommands[command], world.request(rows));
-        if (command < 3)
-            QCOMPARE(world.alerts.shown().last().text,
-                     u"The previous folder ('..') cannot be worked on with! Operation will be "
-                     u"aborted!"_s);
-        QVERIFY(world.desk.verbs.isEmpty());
-        QVERIFY(world.information.requests.isEmpty());
-        QVERIFY(world.window.prompts.isEmpty());
-    };
-    refused({ 0 });
-    refused({ 0, world.row(u"b"_s) });
+            world.bus.post(command, world.request(u"b"_s));
+            const Alert alert = world.alerts.shown().last();
+            QCOMPARE(alert.text, text);
+            QCOMPARE(alert.title, u"Twinleaf - Error"_s);
+            QCOMPARE(alert.buttons.value(0).text, u"Ok"_s);
+            QVERIFY(world.nothingWasAskedFor());
+        }
+    }
 }
 
-void tst_PaneRequests::rowsThatAreGoneAreDropped_data()
+void tst_PaneRequests::parentRowIsRefusedAndRowsThatAreGoneAreDropped()
 {
-    addItemCommands();
-}
-
-void tst_PaneRequests::rowsThatAreGoneAreDropped()
-{
-    QFETCH(const int, command);
-    PaneModelWorld world(true);
-    world.model.awakeFromNib();
-    const ItemRequest seen = world.request(u"b"_s);
-    const int last = int(world.model.rowsLeft().size());
-    for (const RowSet &rows : { RowSet {}, RowSet { -1 }, RowSet { last } })
-        world.bus.post(ItemCommands[command], world.request(rows));
-    world.bus.post(ItemCommands[command], { .side = Side::Left, .item = { last - 1 } });
-    unlink(FileName::toBytes(world.folder.path(u"left/b"_s)));
-    world.bus.post(DirectoryChanged.left, { .path = world.shown() });
-    world.bus.post(ItemCommands[command], seen);
-    QVERIFY(world.desk.verbs.isEmpty());
-    QVERIFY(world.information.requests.isEmpty());
-    QVERIFY(world.window.prompts.isEmpty());
-    QVERIFY(world.alerts.shown().isEmpty());
+    for (const auto &command : ItemCommands) {
+        World world;
+        world.window.typed = u"new"_s;
+        const bool says = &command < &ItemCommands[3]; // the others are for one item, and silent
+        for (const RowSet &rows : { RowSet { 0 }, RowSet { 0, world.row(u"b"_s) } }) {
+            if (says)
+                world.alerts.answer(Alert::Ok);
+            world.bus.post(command, world.request(rows));
+            QCOMPARE(world.alerts.shown().value(0).text,
+                     says ? u"The previous folder ('..') cannot be worked on with! Operation will "
+                            u"be aborted!"_s
+                          : QString());
+        }
+        const ItemRequest seen = world.request(u"b"_s);
+        const int last = int(world.model.rowsLeft().size());
+        for (const RowSet &rows : { RowSet {}, RowSet { -1 }, RowSet { last } })
+            world.bus.post(command, world.request(rows));
+        world.bus.post(command, { .side = Side::Left, .item = { last - 1 } });
+        unlink(FileName::toBytes(world.left + u"/b"_s));
+        world.list(world.left);
+        world.bus.post(command, seen);
+        QVERIFY(world.nothingWasAskedFor());
+    }
 }
 
 void tst_PaneRequests::rowsAreFoundAgainByPath()
 {
-    PaneModelWorld world;
-    world.model.awakeFromNib();
+    World world(false);
     const ItemRequest seen = world.request(RowSet { world.row(u"a"_s), world.row(u"c"_s) });
     world.folder.makeFolder(u"left/0 new"_s);
     world.model.sortRowEntries(Column::Name, Side::Left, SortDirection::Descending);
-    world.bus.post(DirectoryChanged.left, { .path = world.shown() });
+    world.list(world.left);
     world.bus.post(CopyItem, seen);
     // In the order in which the pane shows them now.
     QCOMPARE(world.desk.requests.value(0).value(RequestKey::Items),
              QStringList({ u"c"_s, u"a"_s }));
     world.bus.post(OpenFileWithApplication, { u"/app"_s, seen.item, Side::Left, seen.seen });
     QCOMPARE(world.workspace.calls.value(1),
-             QStringList({ u"open"_s, world.folder.path(u"left/a"_s), u"/app"_s }));
+             QStringList({ u"open"_s, world.left + u"/a"_s, u"/app"_s }));
 }
 
 // ".." has the path of the folder it is listed in, which one level up is an item's path.
 void tst_PaneRequests::parentRowAndItsFolderAreNotMixedUp()
 {
-    PaneModelWorld world;
-    world.model.awakeFromNib();
+    World world(false);
     const ItemRequest onParent = world.request(RowSet { 0 });
     world.open(u".."_s);
     const ItemRequest onFolder = world.request(u"left"_s);
@@ -268,47 +197,31 @@ void tst_PaneRequests::parentRowAndItsFolderAreNotMixedUp()
     QCOMPARE(world.shown(), world.folder.path());
 }
 
-void tst_PaneRequests::confirmationDecides_data()
-{
-    QTest::addColumn<int>("command");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("copy") << 0 << u"Are you sure that you want to copy the item(s)?"_s;
-    QTest::newRow("move") << 1 << u"Are you sure that you want to move the item(s)?"_s;
-    QTest::newRow("delete")
-        << 2 << u"Are you sure that you want to move the selected 2 item(s) to trash?"_s;
-}
-
 void tst_PaneRequests::confirmationDecides()
 {
-    QFETCH(const int, command);
-    PaneModelWorld world(true);
-    world.model.awakeFromNib();
-    const ItemRequest request = world.request(RowSet { world.row(u"a"_s), world.row(u"b"_s) });
-    world.alerts.answer(Alert::No);
-    world.bus.post(ItemCommands[command], request);
-    QVERIFY(world.desk.verbs.isEmpty());
-    QCOMPARE(world.window.spinners, 0);
-    QTEST(world.alerts.shown().value(0).text, "text");
-
-    // What is listed anew under the question does not change what was asked about.
-    world.alerts.decide = [&](const Alert &) {
-        world.bus.post(DirectoryChanged.left, { .path = world.folder.path() });
-        return Alert::Yes;
+    const QList<std::pair<Message<ItemRequest>, QString>> cases {
+        { CopyItem, u"Are you sure that you want to copy the item(s)?"_s },
+        { MoveItem, u"Are you sure that you want to move the item(s)?"_s },
+        { DeleteItem, u"Are you sure that you want to move the selected 2 item(s) to trash?"_s },
     };
-    world.bus.post(ItemCommands[command], request);
-    QCOMPARE(world.desk.requests.value(0).value(RequestKey::Items),
-             QStringList({ u"a"_s, u"b"_s }));
-    QCOMPARE(world.desk.requests.value(0).value(RequestKey::Source), world.folder.path(u"left"_s));
-}
+    for (const auto &[command, text] : cases) {
+        World world;
+        const ItemRequest request = world.request(RowSet { world.row(u"a"_s), world.row(u"b"_s) });
+        world.alerts.answer(Alert::No);
+        world.bus.post(command, request);
+        QVERIFY(world.nothingWasAskedFor());
+        QCOMPARE(world.alerts.shown().value(0).text, text);
 
-void tst_PaneRequests::confirmationIsAskedForUnlessTurnedOff()
-{
-    PaneModelWorld world;
-    world.defaults.remove(Settings::ConfirmationForFileOperations);
-    world.model.awakeFromNib();
-    world.alerts.answer(Alert::No);
-    world.bus.post(DeleteItem, world.request(u"b"_s));
-    QVERIFY(world.desk.verbs.isEmpty());
+        // What is listed anew under the question does not change what was asked about.
+        world.alerts.decide = [&](const Alert &) {
+            world.list(world.folder.path());
+            return Alert::Yes;
+        };
+        world.bus.post(command, request);
+        const OperationRequest done = world.desk.requests.value(0);
+        QCOMPARE(done.value(RequestKey::Items), QStringList({ u"a"_s, u"b"_s }));
+        QCOMPARE(done.value(RequestKey::Source), world.left);
+    }
 }
 
 QTEST_MAIN(tst_PaneRequests)

@@ -3,6 +3,7 @@
 #include "platform/FileName.h"
 
 #include <QFile>
+#include <QtEndian>
 
 #include <cstring>
 #include <filesystem>
@@ -95,6 +96,19 @@ bool TestFolder::setAttribute(const QString &name, const char *attribute,
                               const QByteArray &value) const
 {
     return lsetxattr(bytes(name), attribute, value.constData(), size_t(value.size()), 0) == 0;
+}
+
+bool TestFolder::setFinderFlags(const QString &name, quint16 flags) const
+{
+    QByteArray finderInfo(32, '\0');
+    qToBigEndian(flags, finderInfo.data() + 8);
+    return setAttribute(name, "user.com.apple.FinderInfo", finderInfo);
+}
+
+void TestFolder::setModified(const QString &name, time_t seconds) const
+{
+    const timespec times[] = { { seconds, 0 }, { seconds, 0 } };
+    require(utimensat(AT_FDCWD, bytes(name), times, 0) == 0, "utimensat", bytes(name));
 }
 
 QByteArray TestFolder::attribute(const QString &name, const char *attribute) const

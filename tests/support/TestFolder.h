@@ -23,6 +23,8 @@ public:
     QStringList names(const QString &folder = {}) const; // sorted, hidden ones too
 
     bool setAttribute(const QString &name, const char *attribute, const QByteArray &value) const;
+    bool setFinderFlags(const QString &name, quint16 flags) const; // label, invisible, alias
+    void setModified(const QString &name, time_t seconds) const;
     QByteArray attribute(const QString &name, const char *attribute) const;
 
 private:

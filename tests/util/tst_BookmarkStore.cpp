@@ -14,14 +14,19 @@ class tst_BookmarkStore : public QObject {
 private Q_SLOTS:
     void oneShownPathIsOneBookmark();
     void onePathIsOneFavorite();
-    void damagedRecordsArePassedOver();
+
+private:
+    const TestFolder folder;
+    UserDefaults defaults { folder.path(u"settings.plist"_s) };
+    BookmarkStore store { defaults };
 };
 
 void tst_BookmarkStore::oneShownPathIsOneBookmark()
 {
-    const TestFolder folder;
-    UserDefaults defaults(folder.path(u"settings.plist"_s));
-    BookmarkStore store(defaults);
+    // Damaged records are passed over.
+    defaults.setValue(Settings::Bookmarks,
+                      QVariantList { u"text"_s, 7, QVariantMap { { u"RealPath"_s, u"/a"_s } } });
+    QVERIFY(store.getBookmarksFromUserDefaults().isEmpty());
     store.addBookmarkEntry(u"File System/a"_s, u"/a"_s);
     store.addBookmarkEntry(u"File System/b"_s, u"/b"_s);
     store.addBookmarkEntry(u"File System/a"_s, u"/elsewhere/a"_s);
@@ -34,9 +39,6 @@ void tst_BookmarkStore::oneShownPathIsOneBookmark()
 
 void tst_BookmarkStore::onePathIsOneFavorite()
 {
-    const TestFolder folder;
-    UserDefaults defaults(folder.path(u"settings.plist"_s));
-    BookmarkStore store(defaults);
     store.addFavoriteApplicationsEntry(u"/usr/share/applications/b.desktop"_s, u"x"_s);
     store.addFavoriteApplicationsEntry(u"/usr/share/applications/b.desktop"_s, u"y"_s);
     store.addFavoriteApplicationsEntry(u"/usr/share/applications/a.desktop"_s, u"z"_s);
@@ -44,18 +46,6 @@ void tst_BookmarkStore::onePathIsOneFavorite()
     QCOMPARE(store.getFavoriteApplicationsFromUserDefaults().at(0).name, u"b.desktop"_s);
     store.deleteFavoriteApplicationsEntry(u"/usr/share/applications/b.desktop"_s);
     QCOMPARE(store.getFavoriteApplicationsFromUserDefaults().size(), 1);
-}
-
-void tst_BookmarkStore::damagedRecordsArePassedOver()
-{
-    const TestFolder folder;
-    UserDefaults defaults(folder.path(u"settings.plist"_s));
-    BookmarkStore store(defaults);
-    defaults.setValue(Settings::Bookmarks,
-                      QVariantList { u"text"_s, 7, QVariantMap { { u"RealPath"_s, u"/a"_s } } });
-    QVERIFY(store.getBookmarksFromUserDefaults().isEmpty());
-    store.addBookmarkEntry(u"a"_s, u"/a"_s);
-    QCOMPARE(store.getBookmarksFromUserDefaults().size(), 1);
 }
 
 QTEST_MAIN(tst_BookmarkStore)

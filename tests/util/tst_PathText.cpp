@@ -10,79 +10,41 @@ class tst_PathText : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void partsOfAPath_data();
     void partsOfAPath();
-    void extensions_data();
     void extensions();
     void typedPaths();
     void itemNames();
     void settingsFileLiesInAnAbsoluteFolder();
 };
 
-void tst_PathText::partsOfAPath_data()
-{
-    QTest::addColumn<QString>("path");
-    QTest::addColumn<QString>("parent");
-    QTest::addColumn<QString>("last");
-    QTest::addColumn<QStringList>("components");
-    QTest::newRow("root") << "/"
-                          << "/"
-                          << "/" << QStringList { u"/"_s };
-    QTest::newRow("roots") << "///"
-                           << "/"
-                           << "/" << QStringList { u"/"_s };
-    QTest::newRow("below root") << "/a"
-                                << "/"
-                                << "a" << QStringList { u"/"_s, u"a"_s };
-    QTest::newRow("slashes at the end") << "/a/b//"
-                                        << "/a"
-                                        << "b" << QStringList { u"/"_s, u"a"_s, u"b"_s };
-    QTest::newRow("doubled slashes") << "//a//b"
-                                     << "//a"
-                                     << "b" << QStringList { u"/"_s, u"a"_s, u"b"_s };
-    QTest::newRow("nothing") << ""
-                             << ""
-                             << "" << QStringList();
-}
-
 void tst_PathText::partsOfAPath()
 {
-    QFETCH(QString, path);
-    QTEST(PathText::parent(path), "parent");
-    QTEST(PathText::lastComponent(path), "last");
-    QTEST(PathText::components(path), "components");
-}
-
-void tst_PathText::extensions_data()
-{
-    QTest::addColumn<QString>("path");
-    QTest::addColumn<QString>("extension");
-    QTest::addColumn<QString>("rest");
-    QTest::newRow("last of two") << "/x/a.tar.gz"
-                                 << "gz"
-                                 << "/x/a.tar";
-    QTest::newRow("only the folder has one") << "/x.d/a"
-                                             << ""
-                                             << "/x.d/a";
-    QTest::newRow("hidden file") << "/x/.profile"
-                                 << ""
-                                 << "/x/.profile";
-    QTest::newRow("dot at the end") << "/x/a."
-                                    << ""
-                                    << "/x/a.";
-    QTest::newRow("slash at the end") << "/x/a.app/"
-                                      << "app"
-                                      << "/x/a";
-    QTest::newRow("root") << "/"
-                          << ""
-                          << "/";
+    const QList<std::tuple<QString, QString, QString, QStringList>> cases {
+        { u"/"_s, u"/"_s, u"/"_s, { u"/"_s } },
+        { u"///"_s, u"/"_s, u"/"_s, { u"/"_s } },
+        { u"/a"_s, u"/"_s, u"a"_s, { u"/"_s, u"a"_s } },
+        { u"/a/b//"_s, u"/a"_s, u"b"_s, { u"/"_s, u"a"_s, u"b"_s } },
+        { u"//a//b"_s, u"//a"_s, u"b"_s, { u"/"_s, u"a"_s, u"b"_s } },
+        { {}, {}, {}, {} },
+    };
+    for (const auto &[path, parent, last, components] : cases) {
+        QCOMPARE(PathText::parent(path), parent);
+        QCOMPARE(PathText::lastComponent(path), last);
+        QCOMPARE(PathText::components(path), components);
+    }
 }
 
 void tst_PathText::extensions()
 {
-    QFETCH(QString, path);
-    QTEST(PathText::extension(path), "extension");
-    QTEST(PathText::withoutExtension(path), "rest");
+    const QList<std::tuple<QString, QString, QString>> cases {
+        { u"/x/a.tar.gz"_s, u"gz"_s, u"/x/a.tar"_s }, { u"/x.d/a"_s, {}, u"/x.d/a"_s },
+        { u"/x/.profile"_s, {}, u"/x/.profile"_s },   { u"/x/a."_s, {}, u"/x/a."_s },
+        { u"/x/a.app/"_s, u"app"_s, u"/x/a"_s },      { u"/"_s, {}, u"/"_s },
+    };
+    for (const auto &[path, extension, rest] : cases) {
+        QCOMPARE(PathText::extension(path), extension);
+        QCOMPARE(PathText::withoutExtension(path), rest);
+    }
 }
 
 void tst_PathText::typedPaths()
