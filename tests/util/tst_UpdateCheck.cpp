@@ -35,15 +35,10 @@ private Q_SLOTS:
 
 void tst_UpdateCheck::hexValueShiftsForEveryCharacter()
 {
+    // Long texts wrap around, also below zero.
     const QList<std::pair<QByteArray, quint32>> cases {
-        { "", 0 },
-        { "1.2.3", 0x10203 },
-        { "1.10", 0x1010 },
-        { "1.2.3\n", 0x102030 },
-        { "ff", 0 },
-        { "FF", 0xFF },
-        { "123456789", 0x23456789 },
-        { "F0000000", 0xF0000000 }, // wraps, also below zero
+        { "", 0 },   { "1.2.3", 0x10203 }, { "1.10", 0x1010 },          { "1.2.3\n", 0x102030 },
+        { "ff", 0 }, { "FF", 0xFF },       { "123456789", 0x23456789 }, { "F0000000", 0xF0000000 },
     };
     for (const auto &[text, value] : cases)
         QCOMPARE(UpdateCheck::hexValue(text), qint32(value));
@@ -52,19 +47,19 @@ void tst_UpdateCheck::hexValueShiftsForEveryCharacter()
 void tst_UpdateCheck::theAnswerDecidesTheAlert()
 {
     const QString newer = u"A newer version is available! Do you want to download it?"_s;
-    const QList<std::tuple<bool, std::optional<QByteArray>, QString, int>> cases {
-        { true, "1.2.3", u"Your version of Twinleaf is up to date, you have the newest version!"_s,
-          0 },
-        { true, "1.2.2", u"Cannot calculate version informations. Please try again!"_s, 0 },
-        { true, "1.2.4", newer, 1 },
-        { true, "1.2.3\n", newer, 1 },
-        { true, {}, {}, 0 },
+    const QList<std::tuple<bool, std::optional<QByteArray>, int, QString>> cases {
+        { true, "1.2.3", 0,
+          u"Your version of Twinleaf is up to date, you have the newest version!"_s },
+        { true, "1.2.2", 0, u"Cannot calculate version informations. Please try again!"_s },
+        { true, "1.2.4", 1, newer },
+        { true, "1.2.3\n", 1, newer },
+        { true, {}, 0, {} },
         { false,
           {},
-          u"Cannot download version informations! Is the computer connected to the internet?"_s,
-          0 },
+          0,
+          u"Cannot download version informations! Is the computer connected to the internet?"_s },
     };
-    for (const auto &[connects, answer, text, pagesOpened] : cases) {
+    for (const auto &[connects, answer, pagesOpened, text] : cases) {
         QTest::ignoreMessage(QtInfoMsg, "Current version of Twinleaf: 1.2.3");
         QTest::ignoreMessage(QtInfoMsg, "Downloading version informations...");
         if (connects && !answer)
