@@ -21,7 +21,7 @@ Application::Application(const CommandLine &line)
                         { _defaults, _workspace, _openPanel, _alerts, _questions })
     , _leftDrops(*_mainWindow.leftFileList, _mainModel, _windowController, _twinleaf, _alerts)
     , _rightDrops(*_mainWindow.rightFileList, _mainModel, _windowController, _twinleaf, _alerts)
-    , _updateCheck(_versionServer, _workspace, _alerts,
+    , _updateCheck(_versionServer, _twinleaf, _alerts,
                    { BundleInfo::versionFileAddress(), BundleInfo::downloadAddress() },
                    BundleInfo::version())
 {
@@ -85,7 +85,7 @@ void Application::showAbout()
                   .donationAddress = BundleInfo::donationAddress(),
                   .webAddress = BundleInfo::webAddress(),
                   .mailAddress = BundleInfo::mailAddress() },
-                _workspace, &_mainWindow);
+                _twinleaf, &_mainWindow);
     about.run();
 }
 

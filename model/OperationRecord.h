@@ -1,6 +1,10 @@
 #pragma once
 
+#include "model/Side.h"
+
 #include <QString>
+
+#include <optional>
 
 enum class Operation { Copy, Move, NewFolder, Rename, Delete, Duplicate, Info, Archive };
 
@@ -13,4 +17,6 @@ struct OperationRecord {
     // The item to select afterwards: the new folder's, the renamed or the inspected item's full
     // path. Of packing and unpacking: the folder to list again.
     QString item {};
+    // Where something from another program was dropped.
+    std::optional<Side> droppedOn {};
 };

@@ -64,6 +64,8 @@ void FileOperations::runCopyMove(const OperationRequest &request, Operation oper
     }
     _workers.detach(operation,
                     [this, run = *run, ticket = _copyMove.enqueue()](OperationRecord &record) {
+                        if (run.updateBoth == UpdateBoth::DragDropFinder)
+                            record.droppedOn = run.side;
                         _copyMove.performCopyMoveProgress(run, record.operation, ticket);
                     });
 }

@@ -78,6 +78,9 @@ void PaneRefresh::updateFileLists(const OperationRecord &record)
     case Operation::Copy:
         // Kept: only the pane opposite the focus, even when both show the target folder.
         postCurrent(otherSide(focus));
+        // A drag from another program ends in either pane, wherever the focus is.
+        if (record.droppedOn == focus)
+            postCurrent(focus);
         break;
     case Operation::Move:
         postCurrent(Side::Left);

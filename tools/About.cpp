@@ -2,8 +2,8 @@
 
 #include "platform/Icons.h"
 #include "platform/Localized.h"
-#include "platform/Workspace.h"
 #include "tools/AddressField.h"
+#include "util/Launching.h"
 
 #include <QLabel>
 #include <QPushButton>
@@ -11,7 +11,7 @@
 
 using namespace Qt::StringLiterals;
 
-About::About(const Texts &texts, Workspace &workspace, QWidget *mainWindow)
+About::About(const Texts &texts, Launching &launching, QWidget *mainWindow)
     : Sheet(mainWindow)
 {
     setAccessibleName(localized("About Twinleaf"));
@@ -32,13 +32,13 @@ About::About(const Texts &texts, Workspace &workspace, QWidget *mainWindow)
     for (AddressField *field : fields) {
         rows().addWidget(field, 0, Qt::AlignHCenter);
         connect(field, &QPushButton::clicked, this,
-                [field, &workspace] { workspace.openAddress(field->address()); });
+                [field, &launching] { launching.openAddress(field->address()); });
     }
 
     connect(addButton(localized("OK")), &QPushButton::clicked, this, &QDialog::accept);
     if (!texts.donationAddress.isEmpty())
         connect(addButton(localized("Donate...")), &QPushButton::clicked, this,
-                [address = texts.donationAddress, &workspace] { workspace.openAddress(address); });
+                [address = texts.donationAddress, &launching] { launching.openAddress(address); });
 }
 
 void About::addText(const QString &text, bool large)

@@ -2,7 +2,7 @@
 
 #include "window/Sheet.h"
 
-class Workspace;
+class Launching;
 
 // What the program is: its name, version and copyright, and ways to its maker where there are any.
 class About final : public Sheet {
@@ -17,7 +17,7 @@ public:
         QString webAddress {};
         QString mailAddress {};
     };
-    About(const Texts &texts, Workspace &workspace, QWidget *mainWindow);
+    About(const Texts &texts, Launching &launching, QWidget *mainWindow);
 
 private:
     void addText(const QString &text, bool large);

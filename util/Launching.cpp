@@ -39,3 +39,9 @@ void Launching::launchTool(Tool tool)
 {
     launchFileURLs({ workspace.applicationForTool(tool) });
 }
+
+void Launching::openAddress(const QString &address)
+{
+    if (!workspace.openAddress(address))
+        alerts.ask(Alert::error(localized("Cannot launch application!"), localized("Ok")));
+}

@@ -17,6 +17,8 @@ public:
     void launchFileURLs(const QStringList &paths);
     // The Tools menu: starts the program that does this on the desktop at hand.
     void launchTool(Tool tool);
+    // A web or mail address, in the person's browser or mail program.
+    void openAddress(const QString &address);
 
 private:
     Workspace &workspace;

@@ -79,6 +79,22 @@ QString PathText::fromComponents(const QStringList &components)
     return path;
 }
 
+QString PathText::fromTyped(const QString &text)
+{
+    const bool fromHome = text == u"~"_s || text.startsWith(u"~/"_s);
+    if (!fromHome && !text.startsWith(u'/'))
+        return {};
+    QStringList path { u"/"_s };
+    const QStringList steps = components(fromHome ? homeFolder() + text.sliced(1) : text);
+    for (const QString &step : steps.sliced(1)) {
+        if (step != u".."_s && step != u"."_s)
+            path.append(step);
+        else if (step == u".."_s && path.size() > 1)
+            path.removeLast();
+    }
+    return fromComponents(path);
+}
+
 bool PathText::isItemName(const QString &name)
 {
     return !name.isEmpty() && name != u"."_s && name != u".."_s && !name.contains(u'/')

@@ -14,6 +14,9 @@ QString withExtension(const QString &path, const QString &extension);
 // "/a/b" gives "/", "a", "b"; doubled and trailing slashes count once.
 QStringList components(const QString &path);
 QString fromComponents(const QStringList &components);
+// The path a person types: "~" at the start is the home folder, "." and doubled or trailing slashes
+// count nothing, ".." takes the component before it away. "" for what does not start at "/" or "~".
+QString fromTyped(const QString &text);
 // A name that can be given to an item: not "", ".", "..", no "/" and no NUL.
 bool isItemName(const QString &name);
 

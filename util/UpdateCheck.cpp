@@ -3,7 +3,7 @@
 #include "platform/Alerts.h"
 #include "platform/FileName.h"
 #include "platform/VersionServer.h"
-#include "platform/Workspace.h"
+#include "util/Launching.h"
 
 #include <QLoggingCategory>
 
@@ -21,10 +21,10 @@ Alert information(const QString &text)
 
 } // namespace
 
-UpdateCheck::UpdateCheck(VersionServer &versionServer, Workspace &desktop, Alerts &alertsToAsk,
+UpdateCheck::UpdateCheck(VersionServer &versionServer, Launching &launcher, Alerts &alertsToAsk,
                          Addresses addresses, QString version)
     : server(versionServer)
-    , workspace(desktop)
+    , launching(launcher)
     , alerts(alertsToAsk)
     , _addresses(std::move(addresses))
     , _version(std::move(version))
@@ -75,6 +75,6 @@ void UpdateCheck::compare(const std::optional<QByteArray> &received)
             Alert::question(localized("A newer version is available! Do you want to download it?"));
         question.title = localized("Twinleaf - Information");
         if (alerts.ask(question) == Alert::Yes)
-            workspace.openAddress(_addresses.downloadPage);
+            launching.openAddress(_addresses.downloadPage);
     }
 }

@@ -6,8 +6,8 @@
 #include <optional>
 
 class Alerts;
+class Launching;
 class VersionServer;
-class Workspace;
 
 // Whether there is a newer version of the program than this one. Main thread.
 class UpdateCheck {
@@ -17,10 +17,13 @@ public:
         QString versionFile;
         QString downloadPage;
     };
-    UpdateCheck(VersionServer &server, Workspace &workspace, Alerts &alerts, Addresses addresses,
+    UpdateCheck(VersionServer &server, Launching &launching, Alerts &alerts, Addresses addresses,
                 QString version);
 
-    bool isOffered() const { return !_addresses.versionFile.isEmpty(); }
+    bool isOffered() const
+    {
+        return !_addresses.versionFile.isEmpty() && !_addresses.downloadPage.isEmpty();
+    }
     void checkForNewerVersion();
 
     // A version as a number: four bits a character, digits and upper-case letters up to F by their
@@ -31,7 +34,7 @@ private:
     void compare(const std::optional<QByteArray> &received);
 
     VersionServer &server;
-    Workspace &workspace;
+    Launching &launching;
     Alerts &alerts;
     const Addresses _addresses;
     const QString _version;

@@ -160,7 +160,7 @@ bool PaneDragAndDrop::acceptInto(const QString &destination, const QStringList &
 void PaneDragAndDrop::dragMove(QDragMoveEvent &event)
 {
     const Qt::DropAction action = shownAction(event);
-    if (action == Qt::IgnoreAction || !FileUrls::pathsOf(event.mimeData()->data(UriList))) {
+    if (action == Qt::IgnoreAction || !_dragHoldsFiles) {
         fileList.hideDropTarget();
         event.ignore();
         return;
@@ -179,9 +179,10 @@ void PaneDragAndDrop::drop(QDropEvent &event)
         event.ignore();
         return;
     }
-    // A source that hears of a move might delete what it dragged; here the target moves by itself.
+    // A source that hears of a move might delete what it dragged; here the target moves by itself,
+    // and perhaps not at all: the person is asked first.
     event.setDropAction(event.possibleActions() & Qt::CopyAction ? Qt::CopyAction
-                                                                 : Qt::TargetMoveAction);
+                                                                 : Qt::IgnoreAction);
     event.accept();
     // The other program waits until this event is answered: what is to be asked comes after it, for
     // the folder that the row shows now.
@@ -196,6 +197,11 @@ bool PaneDragAndDrop::eventFilter(QObject *watched, QEvent *event)
 {
     switch (event->type()) {
     case QEvent::DragEnter:
+        // Once for a drag: every look asks the other program again, for what may be a long list.
+        _dragHoldsFiles =
+            FileUrls::pathsOf(static_cast<QDragEnterEvent *>(event)->mimeData()->data(UriList))
+                .has_value();
+        [[fallthrough]];
     case QEvent::DragMove:
         dragMove(*static_cast<QDragMoveEvent *>(event));
         return true;

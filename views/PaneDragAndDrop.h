@@ -44,4 +44,5 @@ private:
     PaneWindow &windowController;
     OperationDesk &twinleaf;
     Alerts &alerts;
+    bool _dragHoldsFiles = false; // of the drag that is over the pane
 };

@@ -10,6 +10,7 @@ namespace {
 
 constexpr int SizeGap = 6;
 constexpr double LabelInset = 1.0;
+constexpr double SelectionFrame = 3; // of a labelled row
 constexpr double LabelRadius = 10.0;
 
 QColor mixed(const QColor &a, const QColor &b, double share)
@@ -78,6 +79,7 @@ void PaneTableView::paintDropTarget(QPainter &painter)
 
 void PaneTableView::showDropTarget(int row)
 {
+    startAutoScroll(); // ends by itself away from the edges
     if (_dropRow == row)
         return;
     _dropRow = row;
@@ -86,6 +88,7 @@ void PaneTableView::showDropTarget(int row)
 
 void PaneTableView::hideDropTarget()
 {
+    stopAutoScroll();
     _dropRow.reset();
     viewport()->update();
 }
@@ -160,11 +163,16 @@ QColor PaneTableView::paintRowBackground(QPainter &painter, int row, const QRect
     const QColor labelColor = FileQueries::finderLabelColor(label);
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    // A selected row keeps its label, framed by the selection.
-    const double inset = isRowSelected(row) ? LabelInset + 2 : LabelInset;
-    painter.fillPath(bezierPathWithRoundRect(QRectF(area).adjusted(inset, inset, -inset, -inset),
-                                             LabelRadius, LabelRadius),
+    painter.fillPath(bezierPathWithRoundRect(
+                         QRectF(area).adjusted(LabelInset, LabelInset, -LabelInset, -LabelInset),
+                         LabelRadius, LabelRadius),
                      labelColor);
     painter.restore();
+    if (isRowSelected(row)) { // the label alone would hide what the next command works on
+        constexpr double Half = SelectionFrame / 2;
+        painter.setPen(
+            QPen(highlight, SelectionFrame, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+        painter.drawRect(QRectF(area).adjusted(Half, Half, -Half, -Half));
+    }
     return readableOn(labelColor);
 }

@@ -9,7 +9,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-ExpandSelectionSheet::ExpandSelectionSheet(const QString &title, QWidget *mainWindow)
+ExpandSelectionSheet::ExpandSelectionSheet(const QString &title, const ExpandSelection &last,
+                                           QWidget *mainWindow)
     : Sheet(mainWindow)
 {
     auto *expandSelectionTitle = new QLabel(title, this);
@@ -22,9 +23,10 @@ ExpandSelectionSheet::ExpandSelectionSheet(const QString &title, QWidget *mainWi
 
     auto *choices = new QHBoxLayout;
     rows().addLayout(choices);
-    const auto addChoice = [&](const QString &name, const QStringList &items) {
+    const auto addChoice = [&](const QString &name, const QStringList &items, auto chosen) {
         auto *choice = new QComboBox(this);
         choice->addItems(items);
+        choice->setCurrentIndex(int(chosen));
         choice->setAccessibleName(name);
         choices->addWidget(choice, 1);
         return choice;
@@ -32,15 +34,19 @@ ExpandSelectionSheet::ExpandSelectionSheet(const QString &title, QWidget *mainWi
     // In the order of the enumerations.
     expandSelectionTarget =
         addChoice(localized("Column"),
-                  { localized("Name"), localized("Size"), localized("Date"), localized("Type") });
+                  { localized("Name"), localized("Size"), localized("Date"), localized("Type") },
+                  last.target);
     expandSelectionMethod = addChoice(localized("Comparison"),
                                       { localized("contains"), localized("begins with"),
-                                        localized("ends with"), localized("equals") });
+                                        localized("ends with"), localized("equals") },
+                                      last.method);
 
-    expandSelectionText = new QLineEdit(this);
+    expandSelectionText = new QLineEdit(last.text, this);
+    expandSelectionText->selectAll(); // typing begins a new pattern
     expandSelectionText->setAccessibleName(localized("Text"));
     rows().addWidget(expandSelectionText);
     caseSensitive = new QCheckBox(localized("Case sensitive"), this);
+    caseSensitive->setChecked(last.caseSensitive);
     rows().addWidget(caseSensitive);
 
     connect(addButton(localized("OK")), &QPushButton::clicked, this, &QDialog::accept);
@@ -50,9 +56,8 @@ ExpandSelectionSheet::ExpandSelectionSheet(const QString &title, QWidget *mainWi
 
 ExpandSelection ExpandSelectionSheet::getInput()
 {
-    if (!run())
-        return {};
+    const bool agreed = run();
     return { static_cast<MatchTarget>(expandSelectionTarget->currentIndex()),
              static_cast<MatchMethod>(expandSelectionMethod->currentIndex()),
-             expandSelectionText->text(), caseSensitive->isChecked() };
+             agreed ? expandSelectionText->text() : QString(), caseSensitive->isChecked() };
 }

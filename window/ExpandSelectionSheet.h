@@ -12,9 +12,10 @@ class ExpandSelectionSheet final : public Sheet {
     Q_OBJECT
 
 public:
-    ExpandSelectionSheet(const QString &title, QWidget *mainWindow);
+    // Comes up with what was chosen last.
+    ExpandSelectionSheet(const QString &title, const ExpandSelection &last, QWidget *mainWindow);
 
-    // The pattern; its text is "" when the sheet was cancelled.
+    // The pattern. Cancelled: its text is "", the rest stays as chosen.
     ExpandSelection getInput();
 
 private:

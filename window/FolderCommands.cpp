@@ -51,11 +51,12 @@ void FolderCommands::volumesClicked(Side menu)
 
 void FolderCommands::otherFolderClicked(Side menu)
 {
-    const QString path =
+    const QString typed =
         window.getStringFromInputSheet(localized("Please enter full path to folder:"),
                                        window.getCurrentPathFromSegmentedControl(menu));
-    if (path.isEmpty())
+    if (typed.isEmpty())
         return;
+    const QString path = PathText::fromTyped(typed);
     if (queries.isDirectory(path))
         go(menu, path);
     else

@@ -269,7 +269,8 @@ QString WindowController::getStringFromInputSheet(const QString &prompt, const Q
 ExpandSelection WindowController::getInputFromExpandSelectionSheet(const QString &title)
 {
     const Questions::Guard guard(questions);
-    return ExpandSelectionSheet(title, &mainWindow).getInput();
+    _expandSelection = ExpandSelectionSheet(title, _expandSelection, &mainWindow).getInput();
+    return _expandSelection;
 }
 
 void WindowController::setProgressIndicator(bool spinning)

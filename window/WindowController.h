@@ -90,6 +90,7 @@ private:
     Questions &questions;
     BookmarkStore _bookmarkStore;
     PathNavigators _navigators;
+    ExpandSelection _expandSelection; // as the sheet was left
     InfoBars _infoBars;
     FolderSize _folderSize;
     PaneCommands _commands;

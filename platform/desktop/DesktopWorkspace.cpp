@@ -20,11 +20,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// What starts by itself; everything else is opened with something.
+// What starts by itself; everything else is opened with something. Of the bare programs only the
+// terminal, which has no entry of its own: a program that a person opens is a file like any other.
 bool isApplication(const QString &path)
 {
     return InstalledApplications::isInstalledEntry(path)
-        || path.endsWith(".AppDir"_L1, Qt::CaseInsensitive);
+        || path.endsWith(".AppDir"_L1, Qt::CaseInsensitive)
+        || (!path.isEmpty() && path == InstalledApplications::systemTerminal());
 }
 
 } // namespace
@@ -133,7 +135,11 @@ bool DesktopWorkspace::eject(const QString &volume)
 
 QString DesktopWorkspace::volumesFolder() const
 {
+    // Neither need be there before the first volume is; where "/media" is, it will be in there.
     const QString user = FileName::fromBytes(g_get_user_name());
     const QString media = "/media/"_L1 + user;
-    return exists(media) ? media : "/run/media/"_L1 + user;
+    const QString runMedia = "/run/media/"_L1 + user;
+    if (exists(media) || (exists(u"/media"_s) && !exists(runMedia)))
+        return media;
+    return runMedia;
 }

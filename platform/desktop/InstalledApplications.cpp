@@ -7,6 +7,8 @@
 #include <gio/gdesktopappinfo.h>
 #include <gio/gio.h>
 
+#include <QStandardPaths>
+
 #include <algorithm>
 #include <cstdlib>
 #include <memory>
@@ -157,10 +159,14 @@ QString InstalledApplications::firstOf(const QStringList &ids)
     return {};
 }
 
+QString InstalledApplications::systemTerminal()
+{
+    return QStandardPaths::findExecutable(u"x-terminal-emulator"_s);
+}
+
 QString InstalledApplications::terminal()
 {
-    QString chosen = u"/usr/bin/x-terminal-emulator"_s;
-    if (isExecutableFile(chosen))
+    if (QString chosen = systemTerminal(); !chosen.isEmpty())
         return chosen;
     QString found;
     GList *infos = g_app_info_get_all();

@@ -21,6 +21,8 @@ QList<Application> all();
 // The entry of the first of these desktop ids (without ".desktop") that is installed; empty when
 // none is.
 QString firstOf(const QStringList &ids);
+// The program that the system's administrator chose as terminal; empty when there is none.
+QString systemTerminal();
 // The person's terminal: the system's choice, else any entry of that category; empty when there is
 // none.
 QString terminal();

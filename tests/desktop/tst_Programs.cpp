@@ -1,12 +1,11 @@
 #include "platform/desktop/DesktopPrograms.h"
 #include "platform/FileName.h"
+#include "tests/support/TestFolder.h"
 
 #include <QElapsedTimer>
-#include <QTemporaryDir>
 #include <QTest>
 
 #include <csignal>
-#include <sys/stat.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -15,10 +14,7 @@ class tst_Programs : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void endTellsHowTheProgramEnded_data();
     void endTellsHowTheProgramEnded();
-    void missingProgramIsToldApartFromAFailedOne();
-    void talkativeProgramIsReadToItsEndAndCutShort();
     void programRunsInAGroupOfItsOwnWithDefaultSignals();
     void whatAProgramLeavesBehindIsNotWaitedFor();
     void argumentsAreBytesAndNoShellReadsThem();
@@ -30,46 +26,31 @@ private:
     }
 };
 
-void tst_Programs::endTellsHowTheProgramEnded_data()
-{
-    QTest::addColumn<QString>("script");
-    QTest::addColumn<int>("status");
-    QTest::addColumn<QString>("errorText");
-    QTest::newRow("success") << "true" << 0 << "";
-    QTest::newRow("failure with a message")
-        << "echo no such file >&2; exit 3" << 3 << "no such file";
-    QTest::newRow("killed") << "kill -TERM $$" << 128 + SIGTERM << "";
-    QTest::newRow("input is empty, not ours") << "read line || exit 7" << 7 << "";
-    QTest::newRow("output goes nowhere") << "echo chatter" << 0 << "";
-}
-
 void tst_Programs::endTellsHowTheProgramEnded()
 {
-    QFETCH(QString, script);
-    const ProgramEnd end = runShell(script);
-    QVERIFY(end.started);
-    QTEST(end.status, "status");
-    QTEST(end.errorText, "errorText");
-}
+    const std::tuple<QString, int, QString> cases[] = {
+        { u"true"_s, 0, {} },
+        { u"echo no such file >&2; exit 3"_s, 3, u"no such file"_s },
+        { u"kill -TERM $$"_s, 128 + SIGTERM, {} },
+        { u"read line || exit 7"_s, 7, {} }, // the input is empty, not ours
+        { u"echo chatter"_s, 0, {} },
+    };
+    for (const auto &[script, status, errorText] : cases) {
+        const ProgramEnd end = runShell(script);
+        QVERIFY(end.started);
+        QCOMPARE(end.status, status);
+        QCOMPARE(end.errorText, errorText);
+    }
 
-void tst_Programs::missingProgramIsToldApartFromAFailedOne()
-{
-    bool called = false;
-    const ProgramEnd end =
-        DesktopPrograms().run({ u"/nonexistent/program"_s }, [&](pid_t) { called = true; });
-    QVERIFY(!end.started);
-    QVERIFY(!end.succeeded());
-    QVERIFY(!end.errorText.isEmpty());
-    QVERIFY(!called);
-}
-
-void tst_Programs::talkativeProgramIsReadToItsEndAndCutShort()
-{
     // Far more than a pipe holds: a reader that stopped at its limit would hang the program.
-    const ProgramEnd end = runShell(u"yes complaint | head -c 1000000 >&2; exit 5"_s);
-    QCOMPARE(end.status, 5);
-    QVERIFY(end.errorText.startsWith(u"complaint\n"));
-    QVERIFY(end.errorText.size() <= 4096);
+    const ProgramEnd talkative = runShell(u"yes complaint | head -c 1000000 >&2; exit 5"_s);
+    QCOMPARE(talkative.status, 5);
+    QVERIFY(talkative.errorText.startsWith(u"complaint\n"));
+    QVERIFY(talkative.errorText.size() <= 4096);
+
+    const ProgramEnd missing =
+        DesktopPrograms().run({ u"/nonexistent/program"_s }, [](pid_t) { QFAIL("called"); });
+    QVERIFY(!missing.started && !missing.succeeded() && !missing.errorText.isEmpty());
 }
 
 void tst_Programs::programRunsInAGroupOfItsOwnWithDefaultSignals()
@@ -97,14 +78,10 @@ void tst_Programs::whatAProgramLeavesBehindIsNotWaitedFor()
 
 void tst_Programs::argumentsAreBytesAndNoShellReadsThem()
 {
-    const QTemporaryDir folder;
-    const QByteArray name = QByteArray("/-m $(touch x) \"'\n\xff", 20);
-    const QByteArray path = folder.path().toUtf8() + name;
-    QVERIFY(DesktopPrograms().run({ u"/bin/mkdir"_s, FileName::fromBytes(path) }).succeeded());
-    struct stat status { };
-    QCOMPARE(stat(path.constData(), &status), 0);
-    // Qt cannot remove a name that is no text.
-    QCOMPARE(rmdir(path.constData()), 0);
+    const TestFolder folder;
+    const QString name = FileName::fromBytes("-m $(touch x) \"'\n\xff");
+    QVERIFY(DesktopPrograms().run({ u"/bin/mkdir"_s, folder.path(name) }).succeeded());
+    QCOMPARE(folder.names(), QStringList { name });
 }
 
 QTEST_GUILESS_MAIN(tst_Programs)

@@ -1,14 +1,11 @@
 #include "platform/desktop/Trash.h"
 #include "platform/FileName.h"
-#include "platform/FileStatus.h"
+#include "tests/support/TestTree.h"
 
 #include <QDir>
-#include <QFile>
 #include <QTest>
 
-#include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -18,138 +15,78 @@ class tst_Trash : public QObject {
 
 private Q_SLOTS:
     void initTestCase();
-    void itemMovesWholeIntoTheTrash_data();
-    void itemMovesWholeIntoTheTrash();
-    void sameNameTwiceKeepsBoth();
+    void itemMovesWholeBesideWhatIsThere();
     void linkTargetStays();
-    void whatMustStayIsRefused_data();
     void whatMustStayIsRefused();
 
 private:
-    QByteArray inHome(const QByteArray &name) const { return _home + '/' + name; }
-    QStringList trashed() const
+    qsizetype trashed() const
     {
-        return QDir(QString::fromUtf8(_home + "/.local/share/Trash/info"))
-            .entryList(QDir::Files | QDir::Hidden);
-    }
-    static void writeFile(const QByteArray &path, const QByteArray &content)
-    {
-        const int file = open(path.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
-        QVERIFY(file >= 0);
-        QCOMPARE(write(file, content.constData(), size_t(content.size())), content.size());
-        close(file);
-    }
-    static bool isThere(const QByteArray &path)
-    {
-        struct stat status { };
-        return lstat(path.constData(), &status) == 0;
+        return QDir(_trash + u"/info"_s).entryList(QDir::Files | QDir::Hidden).size();
     }
 
-    QByteArray _home;
+    const QString _home = QString::fromUtf8(qgetenv("HOME"));
+    const QString _trash = _home + u"/.local/share/Trash"_s;
+    const TestFolder folder; // beside the home folder
 };
 
 void tst_Trash::initTestCase()
 {
-    _home = qgetenv("HOME");
-    if (!_home.contains("twinleaf-test"))
+    if (!_home.contains(u"twinleaf-test"))
         QSKIP("Only in a home folder made for the test");
 }
 
-void tst_Trash::itemMovesWholeIntoTheTrash_data()
+void tst_Trash::itemMovesWholeBesideWhatIsThere()
 {
-    QTest::addColumn<QByteArray>("name");
-    QTest::addColumn<QByteArray>("kind");
-    const auto row = [](const char *title, const QByteArray &name, const char *kind) {
-        QTest::newRow(title) << name << QByteArray(kind);
-    };
-    row("file", "file", "file");
-    row("folder", "folder", "folder");
-    row("dangling link", "dangling", "link");
-    row("FIFO", "fifo", "fifo");
-    row("name that is no text", "caf\xe9 \xff", "file");
-    row("longest name", QByteArray(245, 'n'), "file");
-    row("name with newline, quotes and percent", "a\n\"b' %41", "file");
-    row("leading dash", "-rf", "file");
-}
-
-void tst_Trash::itemMovesWholeIntoTheTrash()
-{
-    QFETCH(QByteArray, name);
-    QFETCH(QByteArray, kind);
-    const QByteArray path = inHome(name);
-    if (kind == "file") {
-        writeFile(path, "content");
-    } else if (kind == "folder") {
-        QCOMPARE(mkdir(path.constData(), 0755), 0);
-        writeFile(path + "/inner", "content");
-    } else if (kind == "link") {
-        QCOMPARE(symlink("/nonexistent", path.constData()), 0);
-    } else {
-        QCOMPARE(mkfifo(path.constData(), 0644), 0);
+    makeTree(folder, u"file=content, folder/inner=content, dangling->nowhere, -rf, a\n\"b' %41"_s);
+    QCOMPARE(mkfifo(FileName::toBytes(folder.path(u"fifo"_s)), 0644), 0);
+    for (const QByteArray &name : { QByteArray(245, 'n'), QByteArray("caf\xe9 \xff") })
+        folder.write(FileName::fromBytes(name));
+    const QStringList names = folder.names();
+    QCOMPARE(names.size(), 8);
+    for (const QString &name : names) {
+        const auto status = fileStatus(folder.path(name), Links::NoFollow);
+        QVERIFY2(moveItemToTrash(folder.path(name)), qPrintable(name));
+        QVERIFY(!exists(folder.path(name)));
+        const auto trashedOne = fileStatus(_trash + u"/files/"_s + name, Links::NoFollow);
+        QVERIFY2(trashedOne && trashedOne->identity == status->identity, qPrintable(name));
     }
-    const auto before = fileStatus(FileName::fromBytes(path), Links::NoFollow);
-    QVERIFY(before);
-
-    QVERIFY(moveItemToTrash(FileName::fromBytes(path)));
-
-    QVERIFY(!isThere(path));
-    const QByteArray inTrash = _home + "/.local/share/Trash/files/" + name;
-    const auto after = fileStatus(FileName::fromBytes(inTrash), Links::NoFollow);
-    QVERIFY(after);
-    QVERIFY(after->identity == before->identity);
-}
-
-void tst_Trash::sameNameTwiceKeepsBoth()
-{
-    const qsizetype before = trashed().size();
-    for (const char *content : { "first", "second" }) {
-        writeFile(inHome("twice"), content);
-        QVERIFY(moveItemToTrash(FileName::fromBytes(inHome("twice"))));
-    }
-    QCOMPARE(trashed().size(), before + 2);
+    const qsizetype before = trashed();
+    folder.write(u"file"_s, "second");
+    QVERIFY(moveItemToTrash(folder.path(u"file"_s)));
+    QCOMPARE(trashed(), before + 1);
 }
 
 void tst_Trash::linkTargetStays()
 {
-    QCOMPARE(mkdir(inHome("target").constData(), 0755), 0);
-    writeFile(inHome("target/inner"), "content");
-    QCOMPARE(symlink("target", inHome("link").constData()), 0);
-
+    makeTree(folder, u"target/inner=content, link->target"_s);
     // With a slash at its end a path would mean the folder behind the link.
-    QVERIFY(moveItemToTrash(FileName::fromBytes(inHome("link/"))));
-
-    QVERIFY(!isThere(inHome("link")));
-    QVERIFY(isThere(inHome("target/inner")));
-}
-
-void tst_Trash::whatMustStayIsRefused_data()
-{
-    QTest::addColumn<QString>("path");
-    const QString home = QString::fromUtf8(qgetenv("HOME"));
-    QTest::newRow("root") << "/";
-    QTest::newRow("root by many slashes") << "///";
-    QTest::newRow("home") << home;
-    QTest::newRow("home with a slash") << home + u'/';
-    QTest::newRow("home by another spelling") << home + "/../home"_L1;
-    QTest::newRow("folder that holds home") << home.left(home.lastIndexOf(u'/'));
-    QTest::newRow("Trash") << home + "/.local/share/Trash"_L1;
-    QTest::newRow("its files") << home + "/.local/share/Trash/files"_L1;
-    QTest::newRow("folder that holds the Trash") << home + "/.local"_L1;
-    QTest::newRow("mount point") << "/proc";
-    QTest::newRow("nothing there") << home + "/nothing"_L1;
-    QTest::newRow("relative path") << "file";
-    QTest::newRow("empty") << "";
+    QVERIFY(moveItemToTrash(folder.path(u"link/"_s)));
+    QCOMPARE(treeOf(folder, { {} }), u"/target/inner=content"_s);
 }
 
 void tst_Trash::whatMustStayIsRefused()
 {
-    QFETCH(QString, path);
-    QDir(QString::fromUtf8(_home)).mkpath(u".local/share/Trash/files"_s);
-    const qsizetype before = trashed().size();
-    QVERIFY(!moveItemToTrash(path));
-    QCOMPARE(trashed().size(), before);
-    QVERIFY(isThere(_home));
-    QVERIFY(isThere(_home + "/.local/share/Trash/files"));
+    QDir(_trash).mkpath(u"files"_s);
+    const qsizetype before = trashed();
+    const QString paths[] = { u"/"_s,
+                              u"///"_s,
+                              u"/proc"_s,
+                              u""_s,
+                              u"file"_s, // not from the root
+                              _home,
+                              _home + u'/',
+                              _home + u"/../home"_s,
+                              _home + u"/nothing"_s,
+                              _home.section(u'/', 0, -2),
+                              _home + u"/.local"_s,
+                              _trash,
+                              _trash + u"/files"_s };
+    for (const QString &path : paths) {
+        QVERIFY2(!moveItemToTrash(path), qPrintable(path));
+        QCOMPARE(trashed(), before);
+        QVERIFY2(exists(_trash + u"/files"_s), qPrintable(path));
+    }
 }
 
 QTEST_GUILESS_MAIN(tst_Trash)

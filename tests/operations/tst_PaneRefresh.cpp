@@ -41,6 +41,7 @@ class tst_PaneRefresh : public QObject {
 private Q_SLOTS:
     void theOperationAndTheFocusDecideWhatIsListedAndSelected_data();
     void theOperationAndTheFocusDecideWhatIsListedAndSelected();
+    void aDropFromOutsideIsListedWhereItLanded();
     void aRowBeyondTheEndSelectsNone();
 };
 
@@ -92,6 +93,27 @@ void tst_PaneRefresh::theOperationAndTheFocusDecideWhatIsListedAndSelected()
         QCOMPARE(panes.active().redraws, 1);
         QCOMPARE(panes.other().redraws, 1);
         QCOMPARE(panes.window.updates, 1);
+    }
+}
+
+void tst_PaneRefresh::aDropFromOutsideIsListedWhereItLanded()
+{
+    const std::tuple<UpdateBoth, Side, QString> drops[] = {
+        { UpdateBoth::DragDropFinder, Side::Left, u"RL"_s }, // on the pane with the focus
+        { UpdateBoth::DragDropFinder, Side::Right, u"R"_s },
+        { UpdateBoth::DragDropCopy, Side::Left, u"R"_s },
+    };
+    for (const auto &[update, dropped, posted] : drops) {
+        Panes panes(Side::Left, false);
+        panes.folder.makeFolder(u"outside"_s);
+        panes.folder.write(u"outside/new"_s);
+        panes.operations.copyItems(operationRequest(dropped, panes.folder.path(u"outside"_s),
+                                                    panes.window.paths[dropped], { u"new"_s },
+                                                    update));
+        panes.operations.drain();
+        QCOMPARE(panes.posted(), posted);
+        if (update == UpdateBoth::DragDropFinder)
+            QVERIFY(panes.model.rows(dropped).rowOfName(u"new"_s) > 0);
     }
 }
 

@@ -1,6 +1,6 @@
 #include "platform/FileFlags.h"
 #include "platform/FileName.h"
-#include "tests/support/TestFolder.h"
+#include "tests/support/TestTree.h"
 
 #include <QtEndian>
 #include <QTest>
@@ -10,12 +10,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-struct Attribute {
-    const char *name;
-    QByteArray value;
-};
-using Attributes = QList<Attribute>;
 
 QByteArray finderInfo(quint16 flags)
 {
@@ -45,72 +39,54 @@ class tst_FileFlags : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void marksComeFromTheFirstThatAnswers_data();
     void marksComeFromTheFirstThatAnswers();
     void marksFollowLinksAndLocksDoNot();
-    void hiddenNamesAreBytes();
-    void hiddenFileThatIsNoFileIsNotRead();
+    void hiddenNamesAreBytesOfAFile();
 
 private:
     TestFolder folder;
 };
 
-void tst_FileFlags::marksComeFromTheFirstThatAnswers_data()
-{
-    QTest::addColumn<Attributes>("attributes");
-    QTest::addColumn<int>("labelBits");
-    QTest::addColumn<bool>("invisible");
-    QTest::addColumn<bool>("alias");
-    QTest::newRow("none") << Attributes {} << 0 << false << false;
-    QTest::newRow("red") << Attributes { { Label, "1" } } << 0x0C << false << false;
-    QTest::newRow("grey") << Attributes { { Label, "7" } } << 0x02 << false << false;
-    QTest::newRow("no label hides the others")
-        << Attributes { { Label, "0" }, { Tags, "Red" }, { Finder, finderInfo(0x06) } } << 0
-        << false << false;
-    QTest::newRow("a label that is none")
-        << Attributes { { Label, "8" }, { Tags, "red" } } << 0x0C << false << false;
-    QTest::newRow("first colour of the tags")
-        << Attributes { { Tags, "holiday, GRAY ,Red" }, { Finder, finderInfo(0x06) } } << 0x02
-        << false << false;
-    QTest::newRow("tags without a colour")
-        << Attributes { { Tags, "holiday,Reddish" }, { Finder, finderInfo(0x06) } } << 0x06 << false
-        << false;
-    QTest::newRow("flags beside a label")
-        << Attributes { { Label, "7" }, { Finder, finderInfo(0xC00C) } } << 0x02 << true << true;
-    QTest::newRow("flags beyond the label")
-        << Attributes { { Finder, finderInfo(0x3FF1) } } << 0 << false << false;
-    QTest::newRow("cut off") << Attributes { { Finder, "12345678\xFF" } } << 0 << false << false;
-    QTest::newRow("AppleDouble") << Attributes { { Netatalk, appleDouble(1, 9, 38, 0x8004) } }
-                                 << 0x04 << false << true;
-    QTest::newRow("AppleDouble, other entry")
-        << Attributes { { Netatalk, appleDouble(1, 8, 38, 0x8004) } } << 0 << false << false;
-    QTest::newRow("AppleDouble, past the end")
-        << Attributes { { Netatalk, appleDouble(1, 9, 0xFFFFFFF0, 0x8004) } } << 0 << false
-        << false;
-    QTest::newRow("AppleDouble, more entries than bytes")
-        << Attributes { { Netatalk, appleDouble(0xFFFF, 8, 38, 0x8004) } } << 0 << false << false;
-}
-
 void tst_FileFlags::marksComeFromTheFirstThatAnswers()
 {
-    QFETCH(Attributes, attributes);
-    QFETCH(int, labelBits);
-    const QString name = QString::fromUtf8(QTest::currentDataTag());
-    folder.write(name);
-    for (const Attribute &attribute : attributes) {
-        if (!folder.setAttribute(name, attribute.name, attribute.value))
-            QSKIP("no attributes on this file system");
+    using FileFlags::Alias;
+    using FileFlags::Invisible;
+    const struct {
+        const char *name;
+        QList<std::pair<const char *, QByteArray>> attributes;
+        int marks;
+    } cases[] = {
+        { "none", {}, 0 },
+        { "red", { { Label, "1" } }, 0x0C },
+        { "grey", { { Label, "7" } }, 0x02 },
+        { "no label hides", { { Label, "0" }, { Tags, "Red" }, { Finder, finderInfo(0x06) } }, 0 },
+        { "a label that is none", { { Label, "8" }, { Tags, "red" } }, 0x0C },
+        { "first colour", { { Tags, "holiday, GRAY ,Red" }, { Finder, finderInfo(0x06) } }, 0x02 },
+        { "no colour", { { Tags, "holiday,Reddish" }, { Finder, finderInfo(0x06) } }, 0x06 },
+        { "flags beside a label", { { Label, "7" }, { Finder, finderInfo(0xC00C) } }, 0xC002 },
+        { "flags beyond the label", { { Finder, finderInfo(0x3FF1) } }, 0 },
+        { "cut off", { { Finder, "12345678\xFF" } }, 0 },
+        { "AppleDouble", { { Netatalk, appleDouble(1, 9, 38, 0x8004) } }, 0x8004 },
+        { "other entry", { { Netatalk, appleDouble(1, 8, 38, 0x8004) } }, 0 },
+        { "past the end", { { Netatalk, appleDouble(1, 9, 0xFFFFFFF0, 0x8004) } }, 0 },
+        { "entries past the end", { { Netatalk, appleDouble(0xFFFF, 8, 38, 0x8004) } }, 0 },
+    };
+    for (const auto &[name, attributes, expected] : cases) {
+        const QString file = QString::fromUtf8(name);
+        folder.write(file);
+        for (const auto &[attribute, value] : attributes) {
+            if (!folder.setAttribute(file, attribute, value))
+                QSKIP("no attributes on this file system");
+        }
+        const auto marks = FileFlags::marks(folder.path(file));
+        const int flags = (marks.invisible ? Invisible : 0) | (marks.alias ? Alias : 0);
+        QVERIFY2((marks.labelBits | flags) == expected, name);
     }
-    const auto marks = FileFlags::marks(folder.path(name));
-    QCOMPARE(int(marks.labelBits), labelBits);
-    QTEST(marks.invisible, "invisible");
-    QTEST(marks.alias, "alias");
 }
 
 void tst_FileFlags::marksFollowLinksAndLocksDoNot()
 {
-    folder.write(u"marked"_s);
-    folder.link(u"marked"_s, u"link"_s);
+    makeTree(folder, u"marked, link->marked"_s);
     if (!folder.setAttribute(u"marked"_s, Label, "1"))
         QSKIP("no attributes on this file system");
     folder.setAttribute(u"marked"_s, "user.twinleaf.locked", "1");
@@ -120,20 +96,15 @@ void tst_FileFlags::marksFollowLinksAndLocksDoNot()
     QVERIFY(!FileFlags::isLocked(folder.path(u"missing"_s)));
 }
 
-void tst_FileFlags::hiddenNamesAreBytes()
+void tst_FileFlags::hiddenNamesAreBytesOfAFile()
 {
-    folder.makeFolder(u"hiding"_s);
+    makeTree(folder, u"hiding/, waiting/"_s);
     folder.write(u"hiding/.hidden"_s, "one\n\n two \n\xFF\nlast");
+    QCOMPARE(mkfifo(FileName::toBytes(folder.path(u"waiting/.hidden"_s)), 0600), 0);
     QCOMPARE(FileFlags::hiddenNames(folder.path(u"hiding"_s)),
              (QSet<QByteArray> { "one", " two ", "\xFF", "last" }));
-    QVERIFY(FileFlags::hiddenNames(folder.path(u"missing"_s)).isEmpty());
-}
-
-void tst_FileFlags::hiddenFileThatIsNoFileIsNotRead()
-{
-    folder.makeFolder(u"waiting"_s);
-    QCOMPARE(mkfifo(FileName::toBytes(folder.path(u"waiting/.hidden"_s)), 0600), 0);
-    QVERIFY(FileFlags::hiddenNames(folder.path(u"waiting"_s)).isEmpty());
+    for (const QString &name : { u"missing"_s, u"waiting"_s })
+        QVERIFY(FileFlags::hiddenNames(folder.path(name)).isEmpty());
 }
 
 QTEST_GUILESS_MAIN(tst_FileFlags)

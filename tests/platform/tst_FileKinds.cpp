@@ -6,54 +6,41 @@
 
 using namespace Qt::StringLiterals;
 
-Q_DECLARE_METATYPE(FileKind)
-
 class tst_FileKinds : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void kindIsToldByNameAndType_data();
     void kindIsToldByNameAndType();
     void specialNameDoesNotSpeakForItsSuffix();
-    void packageNames_data();
     void packageNames();
-    void everyKindHasAnIconOnABareSystem_data();
-    void everyKindHasAnIconOnABareSystem();
-    void drawnIconsAreSharpAtAnyScale();
+    void everyKindHasASharpIconOnABareSystem();
 };
-
-void tst_FileKinds::kindIsToldByNameAndType_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<FileKind>("kind");
-    QTest::addColumn<QString>("text");
-    using enum FileKind;
-    QTest::newRow("folder") << "src" << Directory << "Folder";
-    QTest::newRow("folder named like a file") << "photo.png" << Directory << "Folder";
-    QTest::newRow("application") << "Editor.app" << Directory << "Application";
-    QTest::newRow("AppDir") << "Editor.AppDir" << Directory << "Application";
-    QTest::newRow("other package") << "Tools.pkg" << Directory << "Package";
-    QTest::newRow("hidden folder, no package") << ".app" << Directory << "Folder";
-    QTest::newRow("picture") << "photo.png" << Regular << "PNG image";
-    QTest::newRow("capitals") << "PHOTO.PNG" << Regular << "PNG image";
-    QTest::newRow("first letter becomes a capital")
-        << "notes.txt" << Regular << "Plain text document";
-    QTest::newRow("no suffix") << "data" << Regular << "--";
-    QTest::newRow("unknown suffix") << "data.qqqzzz" << Regular << "--";
-    QTest::newRow("dot at the end") << "data." << Regular << "--";
-    QTest::newRow("name that is no text")
-        << QString(QChar(0xDCFF)) + ".png"_L1 << Regular << "PNG image";
-    QTest::newRow("link") << "photo.png" << Symlink << "Symbolic link";
-    QTest::newRow("FIFO") << "photo.png" << Fifo << "Pipe";
-}
 
 void tst_FileKinds::kindIsToldByNameAndType()
 {
-    QFETCH(QString, name);
-    QFETCH(FileKind, kind);
+    using enum FileKind;
+    const std::tuple<QString, FileKind, QString> cases[] = {
+        { u"src"_s, Directory, u"Folder"_s },
+        { u"photo.png"_s, Directory, u"Folder"_s },
+        { u"Editor.app"_s, Directory, u"Application"_s },
+        { u"Editor.AppDir"_s, Directory, u"Application"_s },
+        { u"Tools.pkg"_s, Directory, u"Package"_s },
+        { u".app"_s, Directory, u"Folder"_s }, // hidden, no package
+        { u"photo.png"_s, Regular, u"PNG image"_s },
+        { u"PHOTO.PNG"_s, Regular, u"PNG image"_s },
+        { u"notes.txt"_s, Regular, u"Plain text document"_s }, // a capital at the start
+        { u"data"_s, Regular, u"--"_s },
+        { u"data.qqqzzz"_s, Regular, u"--"_s },
+        { u"data."_s, Regular, u"--"_s },
+        { QChar(0xDCFF) + u".png"_s, Regular, u"PNG image"_s }, // a name that is no text
+        { u"photo.png"_s, Symlink, u"Symbolic link"_s },
+        { u"photo.png"_s, Fifo, u"Pipe"_s },
+    };
     const FileKinds kinds;
-    QTEST(kinds.kindText(name, kind), "text");
-    QTEST(kinds.kindText(name, kind), "text"); // kept from the first time
+    for (int time = 0; time < 2; ++time) { // the second time from memory
+        for (const auto &[name, kind, text] : cases)
+            QCOMPARE(name + u": "_s + kinds.kindText(name, kind), name + u": "_s + text);
+    }
 }
 
 void tst_FileKinds::specialNameDoesNotSpeakForItsSuffix()
@@ -69,61 +56,38 @@ void tst_FileKinds::specialNameDoesNotSpeakForItsSuffix()
     QCOMPARE(kinds.kindText(u"b.1.tar.gz"_s, FileKind::Regular), packed);
 }
 
-void tst_FileKinds::packageNames_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<bool>("package");
-    for (const char *suffix :
-         { "app", "pkg", "mpkg", "bundle", "plugin", "framework", "rtfd", "AppDir" })
-        QTest::newRow(suffix) << "A."_L1 + QLatin1StringView(suffix) << true;
-    QTest::newRow("last suffix counts") << "A.app.old" << false;
-    QTest::newRow("suffix alone") << "app" << false;
-    QTest::newRow("hidden") << ".app" << false;
-}
-
 void tst_FileKinds::packageNames()
 {
-    QFETCH(QString, name);
-    QTEST(FileKinds::isPackageName(name), "package");
+    for (const char *suffix :
+         { "app", "pkg", "mpkg", "bundle", "plugin", "framework", "rtfd", "AppDir" })
+        QVERIFY2(FileKinds::isPackageName("A."_L1 + QLatin1StringView(suffix)), suffix);
+    for (const QString &name : { u"A.app.old"_s, u"app"_s, u".app"_s })
+        QVERIFY2(!FileKinds::isPackageName(name), qPrintable(name));
 }
 
-void tst_FileKinds::everyKindHasAnIconOnABareSystem_data()
+void tst_FileKinds::everyKindHasASharpIconOnABareSystem()
 {
-    QTest::addColumn<QIcon>("icon");
     using enum FileKind;
     QIcon::setThemeName(u"no-such-theme"_s);
     QIcon::setFallbackThemeName(u"no-such-theme"_s);
     const FileKinds kinds;
-    QTest::newRow("folder") << kinds.icon(u"a"_s, Directory);
-    QTest::newRow("package") << kinds.icon(u"a.pkg"_s, Directory);
-    QTest::newRow("link") << kinds.icon(u"a"_s, Symlink);
-    QTest::newRow("dangling link") << kinds.icon(u"a"_s, Symlink, true);
-    QTest::newRow("socket") << kinds.icon(u"a"_s, Socket);
+    QList icons { kinds.icon(u"a"_s, Directory), kinds.icon(u"a.pkg"_s, Directory),
+                  kinds.icon(u"a"_s, Symlink),   kinds.icon(u"a"_s, Symlink, true),
+                  kinds.icon(u"a"_s, Socket),    kinds.genericFolderIcon() };
     for (const char *suffix :
          { "txt", "png", "mp3", "mkv", "zip", "tar.gz", "deb", "pdf", "sh", "qqqzzz" })
-        QTest::newRow(suffix) << kinds.icon("a."_L1 + QLatin1StringView(suffix), Regular);
+        icons += kinds.icon("a."_L1 + QLatin1StringView(suffix), Regular);
     for (const char *action : { "edit-copy", "go-jump", "folder-new", "edit-delete", "edit-rename",
                                 "view-refresh", "go-up" })
-        QTest::newRow(action) << themedIcon(QLatin1StringView(action));
-}
-
-void tst_FileKinds::everyKindHasAnIconOnABareSystem()
-{
-    QFETCH(QIcon, icon);
-    const QImage image = icon.pixmap(16, 16).toImage().convertToFormat(QImage::Format_ARGB32);
-    int painted = 0;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x)
-            painted += qAlpha(image.pixel(x, y)) > 128;
+        icons += themedIcon(QLatin1StringView(action));
+    for (qsizetype i = 0; i < icons.size(); ++i) {
+        QCOMPARE(icons[i].pixmap(QSize(16, 16), 3).size(), QSize(48, 48));
+        const QImage image = icons[i].pixmap(16, 16).toImage();
+        int painted = 0;
+        for (int pixel = 0; pixel < image.width() * image.height(); ++pixel)
+            painted += image.pixelColor(pixel % image.width(), pixel / image.width()).alpha() > 128;
+        QVERIFY2(painted > 15, qPrintable(QString::number(i)));
     }
-    QVERIFY2(painted > 15, qPrintable(QString::number(painted)));
-}
-
-void tst_FileKinds::drawnIconsAreSharpAtAnyScale()
-{
-    QIcon::setThemeName(u"no-such-theme"_s);
-    const QPixmap pixmap = FileKinds().genericFolderIcon().pixmap(QSize(16, 16), 3);
-    QCOMPARE(pixmap.size(), QSize(48, 48));
 }
 
 QTEST_MAIN(tst_FileKinds)

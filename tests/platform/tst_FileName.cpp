@@ -1,4 +1,5 @@
 #include "platform/FileName.h"
+#include "platform/FileUrls.h"
 
 #include <QRandomGenerator>
 #include <QTest>
@@ -9,42 +10,35 @@ class tst_FileName : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void bytesSurvive_data();
     void bytesSurvive();
     void anyBytesSurvive();
-    void shownTextIsOneSafeLine_data();
     void shownTextIsOneSafeLine();
+    void urlsBringEveryByteBack();
+    void onlyUrlsOfFilesOfThisMachineAreTaken();
 };
-
-void tst_FileName::bytesSurvive_data()
-{
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<QString>("path");
-    const auto lone = [](std::initializer_list<char16_t> units) {
-        return QString(reinterpret_cast<const QChar *>(units.begin()), qsizetype(units.size()));
-    };
-    QTest::newRow("ASCII") << QByteArray("a b\n") << u"a b\n"_s;
-    QTest::newRow("umlaut, composed") << QByteArray("\xC3\xA4") << u"\u00E4"_s;
-    QTest::newRow("umlaut, decomposed") << QByteArray("a\xCC\x88") << u"a\u0308"_s;
-    QTest::newRow("beyond 16 bits") << QByteArray("\xF0\x9F\x98\x80") << u"\U0001F600"_s;
-    QTest::newRow("Latin-1") << QByteArray("M\xFCll") << u"M"_s + lone({ 0xDCFC }) + u"ll"_s;
-    QTest::newRow("cut off") << QByteArray("x\xE2\x82") << u"x"_s + lone({ 0xDCE2, 0xDC82 });
-    QTest::newRow("overlong slash") << QByteArray("\xC0\xAF") << lone({ 0xDCC0, 0xDCAF });
-    QTest::newRow("encoded surrogate")
-        << QByteArray("\xED\xB2\x80") << lone({ 0xDCED, 0xDCB2, 0xDC80 });
-    QTest::newRow("past Unicode") << QByteArray("\xF4\x90\x80\x80")
-                                  << lone({ 0xDCF4, 0xDC90, 0xDC80, 0xDC80 });
-    QTest::newRow("byte order mark") << QByteArray("\xEF\xBB\xBFname") << u"\uFEFFname"_s;
-    QTest::newRow("byte order mark behind a byte")
-        << QByteArray("\xFF\xEF\xBB\xBF") << lone({ 0xDCFF, 0xFEFF });
-}
 
 void tst_FileName::bytesSurvive()
 {
-    QFETCH(QByteArray, bytes);
-    QFETCH(QString, path);
-    QCOMPARE(FileName::fromBytes(bytes), path);
-    QCOMPARE(FileName::toBytes(path), bytes);
+    const auto lone = [](std::initializer_list<char16_t> units) {
+        return QString(reinterpret_cast<const QChar *>(units.begin()), qsizetype(units.size()));
+    };
+    const std::pair<QByteArray, QString> cases[] = {
+        { "a b\n", u"a b\n"_s },
+        { "\xC3\xA4", u"\u00E4"_s }, // composed and decomposed are two names
+        { "a\xCC\x88", u"a\u0308"_s },
+        { "\xF0\x9F\x98\x80", u"\U0001F600"_s },
+        { "M\xFCll", u"M"_s + lone({ 0xDCFC }) + u"ll"_s },
+        { "x\xE2\x82", u"x"_s + lone({ 0xDCE2, 0xDC82 }) }, // cut off
+        { "\xC0\xAF", lone({ 0xDCC0, 0xDCAF }) }, // overlong slash
+        { "\xED\xB2\x80", lone({ 0xDCED, 0xDCB2, 0xDC80 }) }, // encoded surrogate
+        { "\xF4\x90\x80\x80", lone({ 0xDCF4, 0xDC90, 0xDC80, 0xDC80 }) }, // past Unicode
+        { "\xEF\xBB\xBFname", u"\uFEFFname"_s }, // byte order marks
+        { "\xFF\xEF\xBB\xBF", lone({ 0xDCFF, 0xFEFF }) },
+    };
+    for (const auto &[bytes, path] : cases) {
+        QCOMPARE(FileName::fromBytes(bytes), path);
+        QCOMPARE(FileName::toBytes(path), bytes);
+    }
 }
 
 void tst_FileName::anyBytesSurvive()
@@ -63,23 +57,49 @@ void tst_FileName::anyBytesSurvive()
     }
 }
 
-void tst_FileName::shownTextIsOneSafeLine_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("shown");
-    QTest::newRow("plain") << u"Grüße \U0001F600.txt"_s << u"Grüße \U0001F600.txt"_s;
-    QTest::newRow("line break") << u"a\nb\r\t"_s << u"a\\nb\\r\\t"_s;
-    QTest::newRow("terminal escape") << u"\x1B[31m"_s << u"\\x1B[31m"_s;
-    QTest::newRow("control of Latin-1") << u"\u0085"_s << u"\\x85"_s;
-    QTest::newRow("text direction") << u"a\u202Egpj.exe"_s << u"a\\u202Egpj.exe"_s;
-    QTest::newRow("paragraph") << u"a\u2029b"_s << u"a\\u2029b"_s;
-    QTest::newRow("undecodable") << FileName::fromBytes("M\xFCll") << u"M\uFFFDll"_s;
-}
-
 void tst_FileName::shownTextIsOneSafeLine()
 {
-    QFETCH(QString, name);
-    QTEST(FileName::shown(name), "shown");
+    const std::pair<QString, QString> cases[] = {
+        { u"Grüße \U0001F600.txt"_s, u"Grüße \U0001F600.txt"_s },
+        { u"a\nb\r\t"_s, u"a\\nb\\r\\t"_s },
+        { u"\x1B[31m"_s, u"\\x1B[31m"_s },
+        { u"\u0085"_s, u"\\x85"_s },
+        { u"a\u202Egpj.exe"_s, u"a\\u202Egpj.exe"_s },
+        { u"a\u2029b"_s, u"a\\u2029b"_s },
+        { FileName::fromBytes("M\xFCll"), u"M\uFFFDll"_s },
+    };
+    for (const auto &[name, shown] : cases)
+        QCOMPARE(FileName::shown(name), shown);
+}
+
+void tst_FileName::urlsBringEveryByteBack()
+{
+    QByteArray bytes = "/";
+    for (int byte = 1; byte < 256; ++byte)
+        if (byte != '/')
+            bytes += char(byte);
+    const QStringList paths { FileName::fromBytes(bytes), u"/a b"_s, u"/#%?é"_s, u"/"_s };
+    const QByteArray list = FileUrls::uriList(paths);
+    QCOMPARE(FileUrls::pathsOf(list), paths);
+    // Nothing but plain characters travels.
+    QVERIFY(std::all_of(list.begin(), list.end(),
+                        [](char c) { return c == '\r' || c == '\n' || (c > ' ' && c < 0x7F); }));
+}
+
+void tst_FileName::onlyUrlsOfFilesOfThisMachineAreTaken()
+{
+    const std::pair<QByteArray, QString> cases[] = {
+        { "#x\r\nfile:///a%20b/\r\n", u"/a b"_s },
+        { "file:///a", u"/a"_s },
+        { "file:/a", u"/a"_s },
+        { "FILE://LocalHost/a", u"/a"_s },
+        { "file://" + QSysInfo::machineHostName().toUtf8() + "/a", u"/a"_s },
+    };
+    for (const auto &[list, path] : cases)
+        QCOMPARE(FileUrls::pathsOf(list), QStringList { path });
+    for (const char *list : { "", "#x\r\n", "file://other.example/a", "https://a/b", "file:a",
+                              "file:///a\r\nsftp://h/b\r\n", "file:///a%00b" })
+        QVERIFY2(!FileUrls::pathsOf(list), list);
 }
 
 QTEST_GUILESS_MAIN(tst_FileName)

@@ -1,8 +1,8 @@
 #include "platform/FileName.h"
-#include "platform/FileStatus.h"
+#include "platform/FileSystem.h"
 #include "platform/PropertyList.h"
 #include "platform/UserDefaults.h"
-#include "tests/support/TestFolder.h"
+#include "tests/support/TestTree.h"
 
 #include <QRegularExpression>
 #include <QTest>
@@ -28,21 +28,18 @@ class tst_UserDefaults : public QObject {
 
 private Q_SLOTS:
     void init() { folder = std::make_unique<TestFolder>(); }
-    void valuesSurviveTheFile_data();
     void valuesSurviveTheFile();
     void fileIsWrittenOnceForManyChanges();
-    void otherTypesAnswerNothing_data();
     void otherTypesAnswerNothing();
     void storedValuesHideGlobalOnes();
     void ownChangesAreMergedOverThoseOfOthers();
     void damagedFileIsSetAside_data();
     void damagedFileIsSetAside();
     void partOfAFileIsNeverTakenForTheWhole();
-    void fileThatCannotBeReadStays();
-    void settingsThatCannotBeWrittenStayInMemory();
+    void whatCannotBeWrittenStaysInMemory_data();
+    void whatCannotBeWrittenStaysInMemory();
     void linkKeepsLeadingToTheFile_data();
     void linkKeepsLeadingToTheFile();
-    void newFilesAreTheUsersOwn();
 
 private:
     QString file() const { return folder->path(u"settings.plist"_s); }
@@ -51,55 +48,35 @@ private:
     std::unique_ptr<TestFolder> folder;
 };
 
-void tst_UserDefaults::valuesSurviveTheFile_data()
-{
-    QTest::addColumn<QVariant>("value");
-    QTest::newRow("yes") << QVariant(true);
-    QTest::newRow("no") << QVariant(false);
-    QTest::newRow("negative") << QVariant(qlonglong(-1));
-    QTest::newRow("large") << QVariant(std::numeric_limits<qlonglong>::max());
-    QTest::newRow("smallest") << QVariant(std::numeric_limits<qlonglong>::min());
-    QTest::newRow("colour component") << QVariant(double(0.47058824F));
-    QTest::newRow("third") << QVariant(1.0 / 3);
-    QTest::newRow("whole double") << QVariant(1.0);
-    QTest::newRow("tiny double") << QVariant(-1.5e-9);
-    QTest::newRow("bytes") << QVariant(QByteArray("\0\xFF<", 3));
-    QTest::newRow("no bytes") << QVariant(QByteArray(""));
-    QTest::newRow("date") << QVariant(
-        QDateTime(QDate(1999, 12, 31), QTime(23, 59, 58), QTimeZone::utc()));
-    QTest::newRow("empty") << QVariant(QVariantList { u""_s, QVariantList(), QVariantMap() });
-    const QString texts[] = {
-        u" blanks around\t\n"_s,
-        u"<&>\"' &amp; ]]>"_s,
-        u"\r\n"_s,
-        u"\x1B[0m\x01"_s,
-        QString(QChar(0)) + u"after"_s,
-        u"Grüße 日本 \U0001F600"_s,
-        FileName::fromBytes("/a\xFF/\xC3\xED\xA0\x80\xEE\xBB"),
-        QString(QChar(0xD800)) + QChar(0xDBFF),
-        u"\uEF01\uEF00 \uEFFF\uE000\uF000"_s,
-        u"\uFFFE\uFFFF\uFFFD"_s,
-        u"--><!-- <?xml?>"_s,
-    };
-    for (int i = 0; i < int(std::size(texts)); ++i) {
-        QTest::addRow("text %d", i) << QVariant(texts[i]);
-        QTest::addRow("key %d", i)
-            << QVariant(QVariantMap { { texts[i], QVariantMap { { texts[i], u"x"_s } } } });
-    }
-    QTest::newRow("empty key") << QVariant(QVariantMap { { u""_s, u"x"_s }, { u"b"_s, u"y"_s } });
-}
-
 void tst_UserDefaults::valuesSurviveTheFile()
 {
-    QFETCH(QVariant, value);
-    {
-        UserDefaults defaults(file());
-        defaults.setValue(Key, value);
-        defaults.setValue(Other, u"after"_s);
+    constexpr auto most = std::numeric_limits<qlonglong>::max();
+    constexpr double colourComponent = 0.47058824F;
+    const QDateTime date(QDate(1999, 12, 31), QTime(23, 59, 58), QTimeZone::utc());
+    QVariantList values;
+    values << true << false << -1LL << most << -most - 1 << colourComponent << 1.0 / 3 << 1.0
+           << -1.5e-9 << QByteArray("\0\xFF<", 3) << QByteArray("") << date
+           << QVariant(QVariantList { u""_s, QVariantList(), QVariantMap() })
+           << QVariantMap { { u""_s, u"x"_s }, { u"b"_s, u"y"_s } };
+    QStringList texts;
+    texts << u"<&>\"' &amp; ]]>"_s << u" blanks around\t\n"_s << u"\r\n"_s << u"\x1B[0m\x01"_s
+          << QChar(0) + u"after"_s << u"--><!-- <?xml?>"_s << u"Grüße 日本 \U0001F600"_s
+          << u"\uFFFE\uFFFF\uFFFD"_s << u"\uEF01\uEF00 \uEFFF\uE000\uF000"_s
+          << QString(QChar(0xD800)) + QChar(0xDBFF)
+          << FileName::fromBytes("/a\xFF/\xC3\xED\xA0\x80\xEE\xBB");
+    for (const QString &text : std::as_const(texts))
+        values << text << QVariantMap { { text, QVariantMap { { text, u"x"_s } } } };
+    for (const QVariant &value : std::as_const(values)) {
+        {
+            UserDefaults defaults(file());
+            defaults.setValue(Key, value);
+            defaults.setValue(Other, u"after"_s);
+        }
+        QCOMPARE(readBack(Key), value);
+        QCOMPARE(readBack(Key).typeId(), value.typeId());
+        QCOMPARE(readBack(Other).toString(), u"after"_s);
+        QVERIFY(!unlink(FileName::toBytes(file())));
     }
-    QCOMPARE(readBack(Key), value);
-    QCOMPARE(readBack(Key).typeId(), value.typeId());
-    QCOMPARE(readBack(Other).toString(), u"after"_s);
 }
 
 void tst_UserDefaults::fileIsWrittenOnceForManyChanges()
@@ -112,40 +89,31 @@ void tst_UserDefaults::fileIsWrittenOnceForManyChanges()
     QCOMPARE(readBack(Key), QVariant(99LL));
 }
 
-void tst_UserDefaults::otherTypesAnswerNothing_data()
-{
-    QTest::addColumn<QVariant>("value");
-    QTest::addColumn<QVariant>("boolean");
-    QTest::addColumn<QVariant>("integer");
-    QTest::addColumn<QVariant>("string");
-    const QVariant none;
-    QTest::newRow("boolean") << QVariant(true) << QVariant(true) << none << none;
-    QTest::newRow("number") << QVariant(2) << QVariant(true) << QVariant(2) << QVariant(u"2"_s);
-    QTest::newRow("zero") << QVariant(0) << QVariant(false) << QVariant(0) << QVariant(u"0"_s);
-    QTest::newRow("digits") << QVariant(u"14"_s) << none << QVariant(14) << QVariant(u"14"_s);
-    QTest::newRow("word") << QVariant(u"YES"_s) << none << none << QVariant(u"YES"_s);
-    QTest::newRow("too large") << QVariant(1LL << 31) << QVariant(true) << none
-                               << QVariant(u"2147483648"_s);
-    QTest::newRow("huge double") << QVariant(1e300) << QVariant(true) << none
-                                 << QVariant(u"1e+300"_s);
-    QTest::newRow("list") << QVariant(QVariantList { 1 }) << none << none << none;
-    QTest::newRow("dictionary") << QVariant(QVariantMap { { u"a"_s, 1 } }) << none << none << none;
-    QTest::newRow("absent") << none << none << none << none;
-}
-
 void tst_UserDefaults::otherTypesAnswerNothing()
 {
-    QFETCH(QVariant, value);
-    UserDefaults defaults(file());
-    defaults.setValue(Key, value);
-    const auto answer = [](const auto &optional) {
-        return optional ? QVariant(*optional) : QVariant();
+    using Text = std::optional<QString>;
+    const std::tuple<QVariant, std::optional<bool>, std::optional<int>, Text> cases[] = {
+        { true, true, {}, {} },
+        { 2, true, 2, u"2"_s },
+        { 0, false, 0, u"0"_s },
+        { 0.5, true, 0, u"0.5"_s },
+        { u"14"_s, {}, 14, u"14"_s },
+        { u"YES"_s, {}, {}, u"YES"_s },
+        { 1LL << 31, true, {}, u"2147483648"_s },
+        { -1e300, true, {}, u"-1e+300"_s },
+        { QVariantList { 1 }, {}, {}, {} },
+        { QVariantMap { { u"a"_s, 1 } }, {}, {}, {} },
+        { {}, {}, {}, {} },
     };
-    QTEST(answer(defaults.boolean(Key)), "boolean");
-    QTEST(answer(defaults.integer(Key)), "integer");
-    QTEST(answer(defaults.string(Key)), "string");
-    QCOMPARE(defaults.array(Key).has_value(), value.typeId() == QMetaType::QVariantList);
-    QCOMPARE(defaults.dictionary(Key).has_value(), value.typeId() == QMetaType::QVariantMap);
+    UserDefaults defaults(file());
+    for (const auto &[value, boolean, integer, string] : cases) {
+        defaults.setValue(Key, value);
+        QVERIFY2(defaults.boolean(Key) == boolean, value.typeName());
+        QVERIFY2(defaults.integer(Key) == integer, value.typeName());
+        QVERIFY2(defaults.string(Key) == string, value.typeName());
+        QCOMPARE(defaults.array(Key).has_value(), value.typeId() == QMetaType::QVariantList);
+        QCOMPARE(defaults.dictionary(Key).has_value(), value.typeId() == QMetaType::QVariantMap);
+    }
 }
 
 void tst_UserDefaults::storedValuesHideGlobalOnes()
@@ -169,19 +137,16 @@ void tst_UserDefaults::ownChangesAreMergedOverThoseOfOthers()
     first.setValue(Key, u"first"_s);
     first.setValue("TWGone"_L1, true);
     QVERIFY(first.synchronize());
-
     UserDefaults second(file());
     second.setValue(Other, u"second"_s);
     second.setValue(Key, u"second"_s);
     QVERIFY(second.synchronize());
     first.remove("TWGone"_L1);
     QVERIFY(first.synchronize());
-
     QCOMPARE(readBack(Key).toString(), u"second"_s);
     QCOMPARE(readBack(Other).toString(), u"second"_s);
     QVERIFY(!readBack("TWGone"_L1).isValid());
     QCOMPARE(first.string(Other), u"second"_s);
-
     // A file taken away is written again with everything.
     QCOMPARE(unlink(FileName::toBytes(file())), 0);
     first.setValue(Key, u"again"_s);
@@ -218,91 +183,74 @@ void tst_UserDefaults::damagedFileIsSetAside()
 
 void tst_UserDefaults::partOfAFileIsNeverTakenForTheWhole()
 {
-    {
-        UserDefaults defaults(file());
-        defaults.setValue(
-            Key, QVariantMap { { u"a"_s, u"<&\x01"_s }, { u"b"_s, QVariantList { 1, 2.5 } } });
-        defaults.setValue(Other, QByteArray("bytes"));
-    }
-    const QByteArray whole = folder->read(u"settings.plist"_s);
+    const QVariantMap nested { { u"a"_s, u"<&\x01"_s }, { u"b"_s, QVariantList { 1LL, 2.5 } } };
+    const QByteArray whole =
+        PropertyList::toXml({ { Key, nested }, { Other, QByteArray("bytes") } });
     const auto all = PropertyList::read(whole);
-    QVERIFY(all && all->size() == 2);
+    QVERIFY(all && all->value(Key) == nested && all->size() == 2);
     for (qsizetype length = 0; length < whole.size(); ++length) {
         const auto part = PropertyList::read(whole.left(length));
         QVERIFY2(!part || part == all, whole.left(length).constData());
     }
 }
 
-void tst_UserDefaults::fileThatCannotBeReadStays()
+void tst_UserDefaults::whatCannotBeWrittenStaysInMemory_data()
 {
+    QTest::addColumn<QString>("inTheWay");
     // A folder at the name cannot be read as a file by anybody, root included.
-    folder->makeFolder(u"settings.plist"_s);
-    QTest::failOnWarning(QRegularExpression(u"."_s));
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"settings.plist"_s));
-    UserDefaults defaults(file());
-    defaults.setValue(Key, 1);
-    QVERIFY(!defaults.synchronize());
-    QVERIFY(!defaults.synchronize());
-    QCOMPARE(defaults.integer(Key), 1);
-    QCOMPARE(folder->names(), QStringList { u"settings.plist"_s });
+    QTest::newRow("a folder at the name") << "conf/deep/settings.plist/";
+    QTest::newRow("a file in place of the folder") << "conf";
 }
 
-void tst_UserDefaults::settingsThatCannotBeWrittenStayInMemory()
+void tst_UserDefaults::whatCannotBeWrittenStaysInMemory()
 {
-    folder->write(u"file"_s);
+    QFETCH(QString, inTheWay);
+    makeTree(*folder, inTheWay);
+    const QString before = treeOf(*folder, { {} });
     QTest::failOnWarning(QRegularExpression(u"."_s));
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"stay in memory"_s));
-    UserDefaults defaults(folder->path(u"file/settings.plist"_s));
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"stay in memory.*settings.plist"_s));
+    UserDefaults defaults(folder->path(u"conf/deep/settings.plist"_s));
     defaults.setValue(Key, 1);
     QVERIFY(!defaults.synchronize());
+    QVERIFY(!defaults.synchronize()); // and says so once
     QCOMPARE(defaults.integer(Key), 1);
-    // Kept for the next try.
-    QCOMPARE(unlink(FileName::toBytes(folder->path(u"file"_s))), 0);
+    QCOMPARE(treeOf(*folder, { {} }), before);
+    // Kept for the next try. What that makes is the user's own.
+    QVERIFY(!FileSystem::removeTree(folder->path(u"conf"_s)));
     QVERIFY(defaults.synchronize());
     QCOMPARE(UserDefaults(defaults.filePath()).integer(Key), 1);
+    QCOMPARE(fileStatus(folder->path(u"conf"_s), Links::NoFollow)->mode, mode_t(0700));
+    QCOMPARE(fileStatus(defaults.filePath(), Links::NoFollow)->mode, mode_t(0600));
+    QCOMPARE(folder->names(u"conf/deep"_s), QStringList { u"settings.plist"_s });
 }
 
 void tst_UserDefaults::linkKeepsLeadingToTheFile_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<QStringList>("names");
-    QTest::newRow("whole") << plistStart + "<dict><key>TWOther</key><true/></dict></plist>"
-                           << QStringList { u"s.plist"_s };
+    const QStringList names { u"s.plist"_s };
+    QTest::newRow("whole") << plistStart + "<dict/></plist>" << names;
     QTest::newRow("damaged") << QByteArray("damaged")
-                             << QStringList { u"s.plist"_s, u"s.plist.damaged"_s };
-    QTest::newRow("dangling") << QByteArray() << QStringList { u"s.plist"_s };
+                             << names + QStringList { u"s.plist.damaged"_s };
+    QTest::newRow("dangling") << QByteArray() << names;
 }
 
 void tst_UserDefaults::linkKeepsLeadingToTheFile()
 {
     QFETCH(QByteArray, content);
+    makeTree(*folder, u"second->dotfiles/s.plist, settings.plist->~/second"_s);
     if (!content.isEmpty()) {
         folder->makeFolder(u"dotfiles"_s);
         folder->write(u"dotfiles/s.plist"_s, content);
     }
-    folder->link(u"dotfiles/s.plist"_s, u"second"_s);
-    folder->link(folder->path(u"second"_s), u"settings.plist"_s);
     if (content == "damaged")
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"s.plist.damaged"_s));
-    {
-        UserDefaults defaults(file());
-        defaults.setValue(Key, 1);
-        QVERIFY(defaults.synchronize());
-    }
+    UserDefaults defaults(file());
+    defaults.setValue(Key, 1);
+    QVERIFY(defaults.synchronize());
     QCOMPARE(linkTarget(file()), folder->path(u"second"_s));
     QTEST(folder->names(u"dotfiles"_s), "names");
     QCOMPARE(UserDefaults(folder->path(u"dotfiles/s.plist"_s)).integer(Key), 1);
-}
-
-void tst_UserDefaults::newFilesAreTheUsersOwn()
-{
-    const QString path = folder->path(u"new/config/settings.plist"_s);
-    UserDefaults defaults(path);
-    defaults.setValue(Key, 1);
-    QVERIFY(defaults.synchronize());
-    QCOMPARE(fileStatus(folder->path(u"new"_s), Links::NoFollow)->mode, mode_t(0700));
-    QCOMPARE(fileStatus(path, Links::NoFollow)->mode, mode_t(0600));
-    QCOMPARE(folder->names(u"new/config"_s), QStringList { u"settings.plist"_s });
 }
 
 QTEST_GUILESS_MAIN(tst_UserDefaults)

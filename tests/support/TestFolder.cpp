@@ -113,7 +113,7 @@ void TestFolder::setModified(const QString &name, time_t seconds) const
 
 QByteArray TestFolder::attribute(const QString &name, const char *attribute) const
 {
-    QByteArray value(256, '\0');
+    QByteArray value(4096, '\0');
     const auto size = lgetxattr(bytes(name), attribute, value.data(), size_t(value.size()));
     value.resize(qMax<qsizetype>(size, 0));
     return value;

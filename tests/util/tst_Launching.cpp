@@ -22,6 +22,7 @@ void tst_Launching::failureHasItsOwnTextAndButton()
     launching.launchApp(u"/a"_s);
     launching.launchInstallerPackage(u"/a"_s);
     launching.launchFileURLs({ u"/a"_s, u"/b"_s }); // the first failure stops nothing
+    launching.openAddress(u"https://a"_s);
 
     QStringList calls;
     QStringList texts;
@@ -33,12 +34,12 @@ void tst_Launching::failureHasItsOwnTextAndButton()
         QCOMPARE(alert.buttons.size(), 1);
         QCOMPARE(alert.buttons[0].text, u"Ok"_s);
     }
-    QCOMPARE(calls.join(u", "_s), u"launch/a, install/a, open/a, open/b"_s);
+    QCOMPARE(calls.join(u", "_s), u"launch/a, install/a, open/a, open/b, addresshttps://a"_s);
     QCOMPARE(
         texts,
         QStringList({ u"Cannot launch application!"_s, u"Cannot launch installer or package!"_s,
                       u"Application cannot open given file!"_s,
-                      u"Application cannot open given file!"_s }));
+                      u"Application cannot open given file!"_s, u"Cannot launch application!"_s }));
 }
 
 QTEST_GUILESS_MAIN(tst_Launching)

@@ -12,6 +12,7 @@ class tst_PathText : public QObject {
 private Q_SLOTS:
     void partsOfAPath();
     void extensions();
+    void typedPaths();
     void itemNames();
     void settingsFileLiesInAnAbsoluteFolder();
 };
@@ -44,6 +45,23 @@ void tst_PathText::extensions()
         QCOMPARE(PathText::extension(path), extension);
         QCOMPARE(PathText::withoutExtension(path), rest);
     }
+}
+
+void tst_PathText::typedPaths()
+{
+    qputenv("HOME", "/home/x");
+    const QList<std::pair<QString, QString>> cases {
+        { u"/a//b/"_s, u"/a/b"_s },
+        { u"/a/./b/../c"_s, u"/a/c"_s },
+        { u"/../.."_s, u"/"_s },
+        { u"~"_s, u"/home/x"_s },
+        { u"~/a b/"_s, u"/home/x/a b"_s },
+        { u"~other/a"_s, {} },
+        { u"a/b"_s, {} },
+        { u""_s, {} },
+    };
+    for (const auto &[typed, path] : cases)
+        QCOMPARE(PathText::fromTyped(typed), path);
 }
 
 void tst_PathText::itemNames()

@@ -3,6 +3,7 @@
 #include "platform/VersionServer.h"
 #include "tests/support/AlertScript.h"
 #include "tests/support/RecordedWorkspace.h"
+#include "util/Launching.h"
 
 #include <QTest>
 
@@ -71,7 +72,8 @@ void tst_UpdateCheck::theAnswerDecidesTheAlert()
         AlertScript alerts;
         if (!text.isEmpty())
             alerts.answer(Alert::Yes);
-        UpdateCheck check(server, workspace, alerts, { u"https://a"_s, u"https://b"_s },
+        Launching launching(workspace, alerts);
+        UpdateCheck check(server, launching, alerts, { u"https://a"_s, u"https://b"_s },
                           u"1.2.3"_s);
         check.checkForNewerVersion();
         QCOMPARE(alerts.shown().value(0).text, text);

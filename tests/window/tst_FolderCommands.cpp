@@ -83,11 +83,17 @@ void tst_FolderCommands::anotherFolderMustBeOne()
     world.window.typed = world.folder.path(u"there"_s);
     world.folders.otherFolderClicked(Side::Right);
     QCOMPARE(world.shown(Side::Right), world.window.typed);
-    world.window.typed = u"/not/there"_s;
-    world.alerts.answer(Alert::Ok);
+    world.window.typed += u"//"_s;
     world.folders.otherFolderClicked(Side::Left);
-    QCOMPARE(world.alerts.shown().last().text, u"Folder does not exists!"_s);
-    QCOMPARE(world.shown(Side::Left), world.folder.path());
+    QCOMPARE(world.shown(Side::Left), world.folder.path(u"there"_s));
+    // A path that is not whole would be looked for where the program was started.
+    for (const QString &typed : { u"/not/there"_s, u"."_s }) {
+        world.window.typed = typed;
+        world.alerts.answer(Alert::Ok);
+        world.folders.otherFolderClicked(Side::Left);
+        QCOMPARE(world.alerts.shown().last().text, u"Folder does not exists!"_s);
+        QCOMPARE(world.shown(Side::Left), world.folder.path(u"there"_s));
+    }
 }
 
 void tst_FolderCommands::aPathIsCopiedAsItIsOrAsShown()

@@ -100,7 +100,7 @@ void tst_Sheets::whatTheCancelButtonAnswersIsNoText()
 
 void tst_Sheets::aPatternIsChosenByKeys()
 {
-    ExpandSelectionSheet sheet(u"Group selection"_s, nullptr);
+    ExpandSelectionSheet sheet(u"Group selection"_s, {}, nullptr);
     QTimer::singleShot(0, &sheet, [&] {
         QVERIFY(shows(sheet, u"Group selection"_s));
         const auto typeInto = [&](Qt::Key key) { QTest::keyClick(sheet.focusWidget(), key); };
@@ -120,8 +120,18 @@ void tst_Sheets::aPatternIsChosenByKeys()
     QCOMPARE(request.method, MatchMethod::Equals);
     QCOMPARE(request.text, u"a*"_s);
     QVERIFY(request.caseSensitive);
-    QTimer::singleShot(0, &sheet, [&] { QTest::keyClick(&sheet, Qt::Key_Escape); });
-    QCOMPARE(sheet.getInput().text, QString());
+
+    ExpandSelectionSheet next(u"Group deselection"_s, request, nullptr);
+    QTimer::singleShot(0, &next, [&] {
+        QTest::keyClicks(next.focusWidget(), u"b"_s); // in place of the last one
+        QTest::keyClick(next.focusWidget(), Qt::Key_Return);
+    });
+    QCOMPARE(next.getInput().text, u"b"_s);
+    QTimer::singleShot(0, &next, [&] { QTest::keyClick(&next, Qt::Key_Escape); });
+    const ExpandSelection cancelled = next.getInput();
+    QCOMPARE(cancelled.text, QString());
+    QCOMPARE(cancelled.target, MatchTarget::Date);
+    QVERIFY(cancelled.caseSensitive);
 }
 
 void tst_Sheets::theWorkingSheetStaysWhateverIsPressed()
