@@ -168,6 +168,10 @@ void tst_Listing::oddItems()
             QVERIFY(!entry.type().isEmpty());
         }
     }
+    const Listing listing = read();
+    for (const QString &broken : { u"dangling"_s, u"loop"_s })
+        QCOMPARE(listing[listing.rowOfName(broken)].type(),
+                 kinds.kindText(broken, FileKind::Symlink, true));
 }
 
 void tst_Listing::anyNameIsFoundAgain()

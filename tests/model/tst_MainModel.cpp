@@ -103,11 +103,13 @@ void tst_MainModel::reloadSortsByTheLastDirectionOfEitherPane()
 void tst_MainModel::rememberedRowIsKeptOrForgotten()
 {
     const QList<std::tuple<int, std::optional<QString>, int, RowSet>> cases {
-        { 2, u".."_s, 2, { 2 } },        { 2, u"sub"_s, 2, { 2 } }, // on the way the pane shows
+        { 2, u".."_s, 2, { 2 } }, // going up
+        { 99, u".."_s, 99, {} }, // beyond the end
+        { 2, u"sub"_s, 2, { 2 } }, // on the way the pane shows
         { 2, u"su"_s, 2, { 2 } }, // part of a name on that way
         { 2, u"elsewhere"_s, 0, { 0 } }, // reached anew
-        { 2, u""_s, 0, { 0 } },          { 2, std::nullopt, 0, { 0 } }, // a plain reload
-        { 99, u".."_s, 99, {} }, // beyond the end
+        { 2, u""_s, 0, { 0 } }, // no name
+        { 2, {}, 0, { 0 } }, // a plain reload
     };
     StartedWorld world;
     world.bus.post(DirectoryChanged.right, { .path = world.left });

@@ -104,9 +104,9 @@ void tst_FileQueries::aliasesResolveToTheirEnd()
 void tst_FileQueries::labelColourOfFinderFlags()
 {
     const QList<std::tuple<int, int, QColor>> cases {
-        { 0, 0, { 0, 0, 0 } },       { 12, 1, { 255, 80, 80 } },      { 14, 2, { 255, 207, 0 } },
-        { 10, 3, { 255, 255, 80 } }, { 4, 4, { 80, 255, 80 } },       { 8, 5, { 80, 80, 255 } },
-        { 6, 6, { 255, 80, 255 } },  { 0xC003, 7, { 200, 200, 200 } } // among other flags
+        { 0, 0, { 0, 0, 0 } },       { 12, 1, { 255, 80, 80 } },       { 14, 2, { 255, 207, 0 } },
+        { 10, 3, { 255, 255, 80 } }, { 4, 4, { 80, 255, 80 } },        { 8, 5, { 80, 80, 255 } },
+        { 6, 6, { 255, 80, 255 } },  { 0xC003, 7, { 200, 200, 200 } },
     };
     folder->write(u"labelled"_s);
     for (const auto &[bits, label, colour] : cases) {

@@ -50,7 +50,7 @@ void tst_PathText::extensions()
 void tst_PathText::typedPaths()
 {
     qputenv("HOME", "/home/x");
-    const std::pair<QString, QString> rows[] = {
+    const QList<std::pair<QString, QString>> cases {
         { u"/a//b/"_s, u"/a/b"_s },
         { u"/a/./b/../c"_s, u"/a/c"_s },
         { u"/../.."_s, u"/"_s },
@@ -60,7 +60,7 @@ void tst_PathText::typedPaths()
         { u"a/b"_s, {} },
         { u""_s, {} },
     };
-    for (const auto &[typed, path] : rows)
+    for (const auto &[typed, path] : cases)
         QCOMPARE(PathText::fromTyped(typed), path);
 }
 
