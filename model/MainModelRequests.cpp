@@ -129,15 +129,17 @@ OperationRequest MainModel::getDictionaryForCopyMove(std::optional<Side> side,
 
 void MainModel::newFolder(const NewFolderRequest &request)
 {
-    // Without an active pane the request names no side, and is refused at the operations' door.
-    const Side side = request.side.value_or(Side::Right);
+    // Without an active pane there is no folder to make it in: a name is not asked for in vain.
+    if (!request.side)
+        return;
+    const Side side = *request.side;
     const QString folder =
         _rows[side].isEmpty() ? currentPath(*windowController, side) : _rows[side][0].path();
     const QString name =
         windowController->getStringFromInputSheet(localized("Please input new folder name:"));
     if (!name.isEmpty())
         twinleaf->newFolder(
-            operationRequest(request.side, folder, u""_s, { name }, updateFor(*windowController)));
+            operationRequest(side, folder, u""_s, { name }, updateFor(*windowController)));
 }
 
 void MainModel::deleteItem(const ItemRequest &request)

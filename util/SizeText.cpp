@@ -24,7 +24,6 @@ std::optional<Scaled> scaled(double bytes)
     return std::nullopt;
 }
 
-// The C library's digits with a point in every locale; Qt's own formatting rounds 2.5 up.
 QString digits(double value, std::chars_format format, int precision)
 {
     char text[400];
@@ -40,7 +39,7 @@ QString SizeText::getCalcFileSize(qint64 bytes)
     if (!size)
         return QString::number(bytes) + u" Bytes"_s;
     const int decimals = bytes >= 0x100000 ? 2 : 0;
-    return digits(size->value, std::chars_format::fixed, decimals) + size->unit;
+    return fixed(size->value, decimals) + size->unit;
 }
 
 QString SizeText::getCalcFileSizeWithDouble(double bytes)
@@ -52,4 +51,9 @@ QString SizeText::getCalcFileSizeWithDouble(double bytes)
         return u"0 Bytes"_s;
     // Kept: three digits, so the last of a unit reads "1.02e+03 KB".
     return digits(size->value, std::chars_format::general, 3) + size->unit;
+}
+
+QString SizeText::fixed(double value, int decimals)
+{
+    return digits(value, std::chars_format::fixed, decimals);
 }

@@ -9,4 +9,6 @@ public:
     static QString getCalcFileSize(qint64 bytes);
     // A sum of sizes, three significant digits: "118 MB".
     static QString getCalcFileSizeWithDouble(double bytes);
+    // The C library's digits with a point in every locale; Qt's own formatting rounds 2.5 up.
+    static QString fixed(double value, int decimals);
 };

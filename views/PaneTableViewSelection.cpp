@@ -121,4 +121,6 @@ void PaneTableView::reset()
     QTableView::reset();
     _newestRow = -1;
     rememberSelection();
+    // The selection model says nothing of a selection that ends with its rows.
+    Q_EMIT selectedRowsChanged();
 }

@@ -53,7 +53,8 @@ void UnifiedWindow::paintEvent(QPaintEvent *)
                             piece(u"bottom_middle"_s));
     painter.drawPixmap(right, bottom, piece(u"bottom_right"_s));
     const int between = std::max(0, bottom - BackgroundTopHeight);
-    // One row high and alike all the way down: tiles are what stretching gives, without the scaling.
+    // One row high and alike all the way down: tiles are what stretching gives, without the
+    // scaling.
     painter.drawTiledPixmap(0, BackgroundTopHeight, BackgroundSideWidth, between,
                             piece(u"middle_left"_s));
     painter.drawTiledPixmap(right, BackgroundTopHeight, BackgroundSideWidth, between,

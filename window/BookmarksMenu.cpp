@@ -29,12 +29,22 @@ BookmarksMenu::BookmarksMenu(QMenu &menu, BookmarkStore &bookmarks,
 {
 }
 
+std::optional<QString> BookmarksMenu::folderToAdd() const
+{
+    const QString path = commands.selectedPath(true);
+    return !path.isEmpty() && queries.isDirectory(path) ? std::optional(path) : std::nullopt;
+}
+
 void BookmarksMenu::setBookmarksMenu()
 {
     bookmarksMenu.clear();
     QAction *add = bookmarksMenu.addAction(localized("Add bookmark..."));
     add->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_A));
     connect(add, &QAction::triggered, this, &BookmarksMenu::addBookmark);
+    // Only while the menu is open: its key looks at what is selected then.
+    connect(&bookmarksMenu, &QMenu::aboutToShow, add,
+            [this, add] { add->setEnabled(folderToAdd().has_value()); });
+    connect(&bookmarksMenu, &QMenu::aboutToHide, add, [add] { add->setEnabled(true); });
     bookmarksMenu.addSeparator();
     const auto bookmarks = store.getBookmarksFromUserDefaults();
     for (const Bookmark &bookmark : bookmarks) {
@@ -48,14 +58,14 @@ void BookmarksMenu::setBookmarksMenu()
 
 void BookmarksMenu::addBookmark()
 {
-    const QString path = commands.selectedPath(true);
-    if (path.isEmpty() || !queries.isDirectory(path))
+    const auto path = folderToAdd();
+    if (!path)
         return;
-    const QString shown = queries.getLocalizedPath(path);
+    const QString shown = queries.getLocalizedPath(*path);
     // Kept: what is typed there only confirms; the bookmark is named by the folder's own path.
     if (window.getStringFromInputSheet(localized("Enter path for bookmark:"), shown).isEmpty())
         return;
-    store.addBookmarkEntry(shown, path);
+    store.addBookmarkEntry(shown, *path);
     setBookmarksMenu();
 }
 

@@ -4,6 +4,8 @@
 
 #include <QObject>
 
+#include <optional>
+
 class Alerts;
 class FileQueries;
 class MessageBus;
@@ -24,6 +26,8 @@ public:
     void clickedBookmark(const QString &title);
 
 private:
+    std::optional<QString> folderToAdd() const; // the selected one
+
     QMenu &bookmarksMenu;
     BookmarkStore &store;
     const PaneCommands &commands;

@@ -5,11 +5,14 @@
 #include "platform/FolderWalk.h"
 #include "platform/Localized.h"
 #include "util/FileQueries.h"
+#include "util/SizeText.h"
 #include "window/InfoBars.h"
 
 #include <QThread>
 
 #include <memory>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -76,10 +79,10 @@ double FolderSize::totalOf(const QString &folder, const std::atomic<bool> &stop)
 QString FolderSize::text(double total)
 {
     if (total >= Gigabyte)
-        return QString::asprintf("%.2f GB", total / Gigabyte);
+        return SizeText::fixed(total / Gigabyte, 2) + u" GB"_s;
     if (total >= Megabyte)
-        return QString::asprintf("%.2f MB", total / Megabyte);
+        return SizeText::fixed(total / Megabyte, 2) + u" MB"_s;
     if (total >= Kilobyte)
-        return QString::asprintf("%.0f KB", total / Kilobyte);
-    return QString::asprintf("%.0f Bytes", total);
+        return SizeText::fixed(total / Kilobyte, 0) + u" KB"_s;
+    return SizeText::fixed(total, 0) + u" Bytes"_s;
 }

@@ -72,10 +72,12 @@ void InfoBars::setInfoBarsColors()
     for (const Side side : { Side::Left, Side::Right })
         for (InfoBarTextField *field :
              { _fields[side].fileName, _fields[side].fileSize, _fields[side].fileDate }) {
-            // Without a stored colour the palette's, which is black unless the window is dark.
+            // Black where nothing is stored, as far as that can be read.
             QPalette colors;
             if (stored)
                 colors.setColor(QPalette::WindowText, colorOfDictionary(*stored));
+            else if (colors.color(QPalette::Window).lightness() > 127)
+                colors.setColor(QPalette::WindowText, Qt::black);
             field->setPalette(colors);
             field->readFrameColors(defaults);
         }

@@ -141,10 +141,16 @@ void PaneCommands::packageContentClicked()
 void PaneCommands::ejectClicked()
 {
     const QString path = selectedPath();
-    if (path.isEmpty() || queries.unmountVolume(path))
+    if (path.isEmpty() || _ejecting.contains(path))
         return;
-    alerts.ask(Alert::error(filled(localized("'%@' could not be ejected!"),
-                                   FileName::shown(PathText::lastComponent(path)))));
+    _ejecting.insert(path);
+    window.setProgressIndicator(true);
+    const bool ejected = queries.unmountVolume(path); // what is not written yet takes its time
+    window.setProgressIndicator(false);
+    _ejecting.remove(path);
+    if (!ejected)
+        alerts.ask(Alert::error(filled(localized("'%@' could not be ejected!"),
+                                       FileName::shown(PathText::lastComponent(path)))));
 }
 
 void PaneCommands::archiveClicked()

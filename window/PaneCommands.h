@@ -2,6 +2,8 @@
 
 #include "model/Messages.h"
 
+#include <QSet>
+
 class Alerts;
 class FileQueries;
 class MainModel;
@@ -49,6 +51,7 @@ private:
     const FileQueries &queries;
     OpenPanel &openPanel;
     Alerts &alerts;
+    QSet<QString> _ejecting; // the window takes input meanwhile
 };
 
 // "Report.txt" becomes "Report Copy.txt", the folder "Photos" becomes "Photos Copy".

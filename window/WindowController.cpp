@@ -15,6 +15,7 @@
 #include "window/InputSheet.h"
 #include "window/MainWindowLayout.h"
 
+#include <QApplication>
 #include <QMenu>
 #include <QMenuBar>
 #include <QTimer>
@@ -65,6 +66,10 @@ WindowController::~WindowController()
 
 void WindowController::connectControls()
 {
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget *before, const QWidget *now) {
+        if (now == mainWindow.menuBar())
+            _focusBeforeMenuBar = before;
+    });
     const auto click = [this](ClassicButton *button, void (PaneCommands::*command)()) {
         connect(button, &ClassicButton::clicked, this, [this, command] { (_commands.*command)(); });
     };
@@ -181,6 +186,13 @@ void WindowController::setupToolsMenu()
 
 void WindowController::reloadFileListsForVolumes()
 {
+    if (questions.anyOpen()) {
+        connect(&questions, &Questions::allAnswered, this,
+                &WindowController::reloadFileListsForVolumes,
+                Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection
+                                   | Qt::UniqueConnection));
+        return;
+    }
     // The segment under which the desktop mounts volumes; a pane elsewhere has nothing to show.
     const int segment = int(PathText::components(workspace.volumesFolder()).size()) - 1;
     for (const Side side : { Side::Left, Side::Right })
@@ -204,9 +216,13 @@ void WindowController::applicationWillTerminate(const NoPayload &)
 
 std::optional<Side> WindowController::activeSide() const
 {
-    // The window's own focus, which stays while a menu or a sheet has the keyboard.
+    // The window's own focus, which stays while a menu or a sheet has the keyboard; the menu bar
+    // alone takes it for itself.
+    const QWidget *focus = mainWindow.focusWidget();
+    if (focus == mainWindow.menuBar())
+        focus = _focusBeforeMenuBar;
     for (const Side side : { Side::Left, Side::Right })
-        if (mainWindow.focusWidget() == &mainWindow.fileList(side))
+        if (focus == &mainWindow.fileList(side))
             return side;
     return std::nullopt;
 }

@@ -16,6 +16,7 @@
 #include "window/WorkingSheet.h"
 
 #include <QObject>
+#include <QPointer>
 
 class Alerts;
 class MainWindowLayout;
@@ -90,6 +91,7 @@ private:
     Questions &questions;
     BookmarkStore _bookmarkStore;
     PathNavigators _navigators;
+    QPointer<QWidget> _focusBeforeMenuBar;
     ExpandSelection _expandSelection; // as the sheet was left
     InfoBars _infoBars;
     FolderSize _folderSize;

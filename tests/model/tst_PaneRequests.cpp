@@ -108,11 +108,13 @@ void tst_PaneRequests::bothPanesAreRefreshedWhenTheyShowOnePath()
     world.bus.post(DeleteItem, world.request(u"b"_s));
     world.bus.post(RenameItem, world.request(u"b"_s));
     world.bus.post(NewFolder, { .side = Side::Left });
-    // Without an active pane a request names no side, and the operations refuse it: a guessed one
-    // would act on a pane nobody chose.
+    // Without an active pane no name is asked for, and a request names no side, so that the
+    // operations refuse it: a guessed one would act on a pane nobody chose.
+    const auto prompts = world.window.prompts;
     world.bus.post(NewFolder, {});
+    QCOMPARE(world.window.prompts, prompts);
     world.bus.post(DeleteItem, { .item = { 1 }, .seen = world.model.rowsRight() });
-    QCOMPARE(world.desk.requests.size(), 5);
+    QCOMPARE(world.desk.requests.size(), 4);
     for (const OperationRequest &request : world.desk.requests) {
         QCOMPARE(request.value(RequestKey::UpdateBoth), u"YES"_s);
         QCOMPARE(request.contains(RequestKey::Side), &request < &world.desk.requests[3]);

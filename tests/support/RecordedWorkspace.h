@@ -52,6 +52,8 @@ public:
     bool eject(const QString &volume) override
     {
         calls.append({ QStringLiteral("eject"), volume });
+        if (whileEjecting)
+            whileEjecting();
         return succeeds;
     }
     QString volumesFolder() const override { return QStringLiteral("/media/somebody"); }
@@ -62,6 +64,7 @@ public:
     QString trashFolder;
     bool trashWorks = true;
     std::function<void()> beforeTrash;
+    std::function<void()> whileEjecting;
     QStringList volumes { QStringLiteral("/") };
 
 private:

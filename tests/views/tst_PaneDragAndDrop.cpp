@@ -166,8 +166,7 @@ void tst_PaneDragAndDrop::eventsFromOutsideAreCopiedBeforeTheyAreMoved()
     } rows[] = {
         { file, Qt::CopyAction | Qt::MoveAction | Qt::LinkAction, Qt::CopyAction,
           u"copy DragDropFinder"_s },
-        { file, Qt::MoveAction, Qt::IgnoreAction,
-          u"move DragDropFinder"_s }, // nobody else deletes
+        { file, Qt::MoveAction, Qt::IgnoreAction, u"move DragDropFinder"_s }, // nobody else deletes
         { file, Qt::LinkAction, Qt::IgnoreAction, {} },
         { "https://a/b\r\n", Qt::CopyAction, Qt::IgnoreAction, {} },
     };

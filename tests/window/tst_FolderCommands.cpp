@@ -118,8 +118,18 @@ void tst_FolderCommands::aBookmarkIsNamedByItsFolder()
     world.window.typed = u"anything"_s;
     world.select(u"file"_s);
     world.bookmarks.addBookmark(); // no folder
+    world.bookmarks.setBookmarksMenu();
+    const auto offered = [&] {
+        Q_EMIT world.menu.aboutToShow();
+        const bool enabled = world.menu.actions().first()->isEnabled();
+        Q_EMIT world.menu.aboutToHide();
+        // With the menu closed its key goes on working.
+        return enabled && world.menu.actions().first()->isEnabled();
+    };
+    QVERIFY(!offered());
     world.window.typed.clear();
     world.select(u"a&b"_s);
+    QVERIFY(offered());
     world.bookmarks.addBookmark(); // cancelled
     QVERIFY(world.store.getBookmarksFromUserDefaults().isEmpty());
     // Kept: what was typed only confirms.
@@ -175,6 +185,15 @@ void tst_FolderCommands::packagesAreEnteredAndVolumesEjected()
     world.alerts.answer(Alert::Ok);
     world.panes.ejectClicked();
     QCOMPARE(world.alerts.shown().last().text, u"'stick' could not be ejected!"_s);
+    world.workspace.whileEjecting = [&] {
+        QCOMPARE(world.window.spinners, 1);
+        world.panes.ejectClicked(); // again, while it goes on
+    };
+    world.workspace.succeeds = true;
+    world.workspace.calls.clear();
+    world.panes.ejectClicked();
+    QCOMPARE(world.workspace.calls.size(), 1);
+    QCOMPARE(world.window.spinners, 0);
 
     world.select(u"bundle.app"_s);
     world.panes.packageContentClicked();

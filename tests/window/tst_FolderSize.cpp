@@ -40,8 +40,9 @@ void tst_FolderSize::eachFileCountsItsSizeAnd4095Bytes()
 void tst_FolderSize::theTextSwitchesUnits()
 {
     const std::pair<double, QString> rows[] = {
-        { 0, u"0 Bytes"_s },       { 1023, u"1023 Bytes"_s }, { 1024, u"1 KB"_s },
-        { 1048575, u"1024 KB"_s }, { 1048576, u"1.00 MB"_s }, { 1610612736, u"1.50 GB"_s },
+        { 0, u"0 Bytes"_s },          { 1023, u"1023 Bytes"_s }, { 1024, u"1 KB"_s },
+        { 1048575, u"1024 KB"_s },    { 4608, u"4 KB"_s },       { 1048576, u"1.00 MB"_s },
+        { 1610612736, u"1.50 GB"_s },
     };
     for (const auto &[total, text] : rows)
         QCOMPARE(FolderSize::text(total), text);

@@ -193,6 +193,15 @@ void tst_WindowController::menusFollowTheSelection()
     world.select(Side::Left, u"a"_s);
     QVERIFY(enabled(u"Copy"_s));
     QVERIFY(enabled(u"Duplicate"_s));
+    // Alt gives the menu bar the focus; the pane stays the active one.
+    world.window.activateWindow();
+    QTRY_VERIFY(world.window.leftFileList->hasFocus());
+    world.window.menuBar()->setFocus();
+    QVERIFY(enabled(u"Duplicate"_s));
+    world.window.segmentedControls.left->setFocus();
+    world.window.menuBar()->setFocus();
+    QVERIFY(!enabled(u"Duplicate"_s));
+    world.window.leftFileList->setFocus();
     world.window.leftFileList->selectRow(0);
     QVERIFY(!enabled(u"Duplicate"_s));
     // Closed again, its key must work for the next selection.
@@ -219,6 +228,10 @@ void tst_WindowController::theInfoBarTellsOfTheSelection()
     QCOMPARE(bar.fileDate->text(), QString());
     world.window.leftFileList->clearSelection();
     QCOMPARE(bar.fileName->text(), QString());
+    // Nor does it tell of an item that went with its listing.
+    world.select(Side::Left, u"b"_s);
+    world.window.leftFileList->reset();
+    QCOMPARE(bar.fileName->text(), QString());
 }
 
 void tst_WindowController::hiddenFilesComeAndGoInBothPanes()
@@ -243,9 +256,17 @@ void tst_WindowController::onlyAPaneAmongTheVolumesFollowsAMount()
     // "/" and "media" stand before the folder of the volumes.
     world.window.segmentedControls.right->setSegmentCount(3);
     world.window.segmentedControls.right->setLabel(2, localized("Volumes"));
-    world.controller.volumeDidMount();
+    {
+        const Questions::Guard open(world.questions); // about the rows on the screen
+        world.controller.volumeDidMount();
+        QCOMPARE(world.row(u"new"_s, Side::Right), -1);
+    }
+    QTRY_VERIFY(world.row(u"new"_s, Side::Right) > 0);
     QCOMPARE(world.row(u"new"_s), -1);
-    QVERIFY(world.row(u"new"_s, Side::Right) > 0);
+    world.folder.write(u"right/newer"_s);
+    world.window.segmentedControls.right->setLabel(2, localized("Volumes"));
+    world.controller.volumeDidUnmount();
+    QVERIFY(world.row(u"newer"_s, Side::Right) > 0);
 }
 
 void tst_WindowController::screenReadersFindANameOnEverything()
