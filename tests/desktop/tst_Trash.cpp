@@ -76,21 +76,10 @@ void tst_Trash::whatMustStayIsRefused()
     folder.write(u"relative"_s);
     QVERIFY(QDir::setCurrent(folder.path()));
     const qsizetype before = trashed();
-    const QString paths[] = { u"/"_s,
-                              u"///"_s,
-                              u"/proc"_s,
-                              u""_s,
-                              u"relative"_s,
-                              u"/nothing"_s,
-                              _home,
-                              _home + u'/',
-                              _home + u"/../home"_s,
-                              _home.section(u'/', 0, -2),
-                              _data.path(),
-                              _trash,
-                              _trash + u"/files"_s,
-                              _trash + u"/info"_s };
-    for (const QString &path : paths) {
+    QStringList paths { u"/"_s, u"///"_s, u"/proc"_s, u""_s, u"relative"_s, u"/nothing"_s };
+    paths << _home << _home + u'/' << _home + u"/../home"_s << _home.section(u'/', 0, -2)
+          << _data.path() << _trash << _trash + u"/files"_s << _trash + u"/info"_s;
+    for (const QString &path : std::as_const(paths)) {
         QVERIFY2(!moveItemToTrash(path), qPrintable(path));
         QCOMPARE(trashed(), before);
     }
