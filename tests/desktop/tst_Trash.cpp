@@ -9,7 +9,7 @@
 
 using namespace Qt::StringLiterals;
 
-// The real Trash, in the home folder that the test runs in.
+// The real Trash, in a data folder of the test's own.
 class tst_Trash : public QObject {
     Q_OBJECT
 
@@ -26,14 +26,16 @@ private:
     }
 
     const QString _home = QString::fromUtf8(qgetenv("HOME"));
-    const QString _trash = _home + u"/.local/share/Trash"_s;
-    const TestFolder folder; // beside the home folder
+    const TestFolder folder;
+    const TestFolder _data; // outside the home folder, which could not move into itself
+    const QString _trash = _data.path(u"Trash"_s);
 };
 
 void tst_Trash::initTestCase()
 {
     if (!_home.contains(u"twinleaf-test"))
         QSKIP("Only in a home folder made for the test");
+    qputenv("XDG_DATA_HOME", _data.path().toUtf8());
 }
 
 void tst_Trash::itemMovesWholeBesideWhatIsThere()
@@ -60,33 +62,29 @@ void tst_Trash::itemMovesWholeBesideWhatIsThere()
 void tst_Trash::linkTargetStays()
 {
     makeTree(folder, u"target/inner=content, link->target"_s);
+    folder.link(_home, u"home"_s);
     // With a slash at its end a path would mean the folder behind the link.
-    QVERIFY(moveItemToTrash(folder.path(u"link/"_s)));
+    for (const QString &link : { u"link/"_s, u"home/"_s })
+        QVERIFY2(moveItemToTrash(folder.path(link)), qPrintable(link));
     QCOMPARE(treeOf(folder, { {} }), u"/target/inner=content"_s);
+    QVERIFY(exists(_home));
 }
 
 void tst_Trash::whatMustStayIsRefused()
 {
-    QDir(_trash).mkpath(u"files"_s);
+    makeTree(_data, u"Trash/files/, Trash/info/"_s);
+    folder.write(u"relative"_s);
+    QVERIFY(QDir::setCurrent(folder.path()));
     const qsizetype before = trashed();
-    const QString paths[] = { u"/"_s,
-                              u"///"_s,
-                              u"/proc"_s,
-                              u""_s,
-                              u"file"_s, // not from the root
-                              _home,
-                              _home + u'/',
-                              _home + u"/../home"_s,
-                              _home + u"/nothing"_s,
-                              _home.section(u'/', 0, -2),
-                              _home + u"/.local"_s,
-                              _trash,
-                              _trash + u"/files"_s };
-    for (const QString &path : paths) {
+    QStringList paths { u"/"_s, u"///"_s, u"/proc"_s, u""_s, u"relative"_s, u"/nothing"_s };
+    paths << _home << _home + u'/' << _home + u"/../home"_s << _home.section(u'/', 0, -2)
+          << _data.path() << _trash << _trash + u"/files"_s << _trash + u"/info"_s;
+    for (const QString &path : std::as_const(paths)) {
         QVERIFY2(!moveItemToTrash(path), qPrintable(path));
         QCOMPARE(trashed(), before);
-        QVERIFY2(exists(_trash + u"/files"_s), qPrintable(path));
     }
+    for (const QString &path : { u"relative"_s, _home, _trash + u"/files"_s })
+        QVERIFY2(exists(path), qPrintable(path));
 }
 
 QTEST_GUILESS_MAIN(tst_Trash)
