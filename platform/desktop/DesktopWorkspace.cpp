@@ -137,8 +137,8 @@ QString DesktopWorkspace::volumesFolder() const
 {
     // Neither need be there before the first volume is; where "/media" is, it will be in there.
     const QString user = FileName::fromBytes(g_get_user_name());
-    const QString media = "/media/"_L1 + user;
-    const QString runMedia = "/run/media/"_L1 + user;
+    QString media = "/media/"_L1 + user;
+    QString runMedia = "/run/media/"_L1 + user;
     if (exists(media) || (exists(u"/media"_s) && !exists(runMedia)))
         return media;
     return runMedia;
