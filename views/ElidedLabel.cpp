@@ -12,7 +12,7 @@ ElidedLabel::ElidedLabel(Qt::TextElideMode mode, QWidget *parent)
 void ElidedLabel::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    painter.setPen(palette().color(foregroundRole()));
+    painter.setPen(textColor());
     painter.drawText(contentsRect(), int(alignment()) | Qt::TextSingleLine,
                      fontMetrics().elidedText(text(), _mode, contentsRect().width()));
 }

@@ -13,6 +13,7 @@ public:
 
 protected:
     void paintEvent(QPaintEvent *event) override;
+    virtual QColor textColor() const { return palette().color(foregroundRole()); }
 
 private:
     const Qt::TextElideMode _mode;

@@ -7,11 +7,23 @@
 #include <QPainter>
 #include <QPaintEvent>
 
-void InfoBarTextField::readFrameColors(const UserDefaults &defaults)
+void InfoBarTextField::readColors(const UserDefaults &defaults)
 {
+    _text.reset();
+    if (const auto stored = defaults.dictionary(Settings::InfoBarFontColor))
+        _text = colorOfDictionary(*stored);
     if (const auto stored = defaults.dictionary(Settings::InfoBarFrameColor))
         _frame = colorOfDictionary(*stored);
     update();
+}
+
+QColor InfoBarTextField::textColor() const
+{
+    if (_text)
+        return *_text;
+    // Looked at anew each time: the desktop can turn dark while the window is open.
+    const bool isDark = palette().color(QPalette::Window).lightness() < 128;
+    return isDark ? ElidedLabel::textColor() : QColor(Qt::black);
 }
 
 void InfoBarTextField::paintEvent(QPaintEvent *event)

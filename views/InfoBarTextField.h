@@ -2,10 +2,12 @@
 
 #include "views/ElidedLabel.h"
 
+#include <optional>
+
 class UserDefaults;
 
-// A field of an info bar, with a frame in the person's colour. Without a stored colour the frame is
-// transparent.
+// A field of an info bar, with text and frame in the person's colours. Without stored ones the text
+// is black, in a dark window as light as other texts, and the frame transparent.
 class InfoBarTextField final : public ElidedLabel {
     Q_OBJECT
 
@@ -15,12 +17,14 @@ public:
     {
     }
 
-    void readFrameColors(const UserDefaults &defaults);
+    void readColors(const UserDefaults &defaults);
     QColor frameColor() const { return _frame; }
+    QColor textColor() const override;
 
 protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    std::optional<QColor> _text;
     QColor _frame { Qt::transparent };
 };

@@ -4,9 +4,7 @@
 #include "platform/FileName.h"
 #include "platform/Localized.h"
 #include "platform/UserDefaults.h"
-#include "util/ColorDictionary.h"
 #include "util/DateText.h"
-#include "util/SettingsKeys.h"
 #include "util/SizeText.h"
 #include "views/InfoBarTextField.h"
 
@@ -68,19 +66,10 @@ void InfoBars::setFileInfoBar(const PaneTable &list)
 
 void InfoBars::setInfoBarsColors()
 {
-    const auto stored = defaults.dictionary(Settings::InfoBarFontColor);
     for (const Side side : { Side::Left, Side::Right })
         for (InfoBarTextField *field :
-             { _fields[side].fileName, _fields[side].fileSize, _fields[side].fileDate }) {
-            // Black where nothing is stored, as far as that can be read.
-            QPalette colors;
-            if (stored)
-                colors.setColor(QPalette::WindowText, colorOfDictionary(*stored));
-            else if (colors.color(QPalette::Window).lightness() > 127)
-                colors.setColor(QPalette::WindowText, Qt::black);
-            field->setPalette(colors);
-            field->readFrameColors(defaults);
-        }
+             { _fields[side].fileName, _fields[side].fileSize, _fields[side].fileDate })
+            field->readColors(defaults);
 }
 
 void InfoBars::setFileSize(Side side, const QString &text)

@@ -20,6 +20,7 @@ private Q_SLOTS:
     void theLeastSizeIs150SquaredAndTheCloseBoxOnlyAsks();
     void thePiecesAreSharpAtAnyScale();
     void aFieldIsFramedWhereItIsPaintedAnew();
+    void theTextOfAFieldCanBeReadInLightAndDark();
 
 private:
     TestFolder folder;
@@ -64,11 +65,11 @@ void tst_UnifiedWindow::thePiecesAreSharpAtAnyScale()
 void tst_UnifiedWindow::aFieldIsFramedWhereItIsPaintedAnew()
 {
     InfoBarTextField field(Qt::ElideRight);
-    field.readFrameColors(defaults);
+    field.readColors(defaults);
     QCOMPARE(field.frameColor().alpha(), 0);
     defaults.setValue(Settings::InfoBarFrameColor,
                       QVariantMap { { u"Red"_s, 1.0 }, { u"Alpha"_s, 1 } });
-    field.readFrameColors(defaults);
+    field.readColors(defaults);
     QCOMPARE(field.frameColor(), QColor(Qt::red));
     field.resize(40, 20);
     QImage image(field.size(), QImage::Format_ARGB32_Premultiplied);
@@ -77,6 +78,21 @@ void tst_UnifiedWindow::aFieldIsFramedWhereItIsPaintedAnew()
     field.render(&image, QPoint(10, 5), QRect(10, 5, 20, 10), {});
     QCOMPARE(image.pixelColor(10, 5), QColor(Qt::red));
     QCOMPARE(image.pixelColor(0, 0), QColor(Qt::white));
+}
+
+void tst_UnifiedWindow::theTextOfAFieldCanBeReadInLightAndDark()
+{
+    InfoBarTextField field(Qt::ElideRight);
+    field.readColors(defaults);
+    for (const bool dark : { false, true, false }) { // as the desktop turns
+        field.setPalette(dark ? QPalette(Qt::black) : QPalette(Qt::white));
+        QCOMPARE(field.textColor().lightness() > 127, dark);
+    }
+    QCOMPARE(field.textColor(), QColor(Qt::black));
+    defaults.setValue(Settings::InfoBarFontColor,
+                      QVariantMap { { u"Blue"_s, 1.0 }, { u"Alpha"_s, 1 } });
+    field.readColors(defaults);
+    QCOMPARE(field.textColor(), QColor(Qt::blue));
 }
 
 QTEST_MAIN(tst_UnifiedWindow)
