@@ -13,10 +13,16 @@
 #include <QDrag>
 #include <QDropEvent>
 #include <QMimeData>
+#include <QScrollBar>
+
+#include <chrono>
 
 using namespace Qt::StringLiterals;
 
 namespace {
+
+constexpr int EdgeHeight = 16;
+constexpr auto EdgePause = std::chrono::milliseconds(60); // a row each time
 
 const QString UriList = u"text/uri-list"_s;
 
@@ -76,6 +82,8 @@ PaneDragAndDrop::PaneDragAndDrop(PaneTableView &table, const MainModel &model, P
     fileList.viewport()->setAcceptDrops(true);
     fileList.viewport()->installEventFilter(this);
     connect(&fileList, &PaneTableView::dragRequested, this, &PaneDragAndDrop::startDrag);
+    _edgeScroll.setInterval(EdgePause);
+    _edgeScroll.callOnTimeout(this, &PaneDragAndDrop::scrollAtEdge);
 }
 
 QMimeData *PaneDragAndDrop::writeRows(const QList<int> &rows) const
@@ -161,18 +169,37 @@ void PaneDragAndDrop::dragMove(QDragMoveEvent &event)
 {
     const Qt::DropAction action = shownAction(event);
     if (action == Qt::IgnoreAction || !_dragHoldsFiles) {
-        fileList.hideDropTarget();
+        dragEnded();
         event.ignore();
         return;
     }
     event.setDropAction(action);
     event.accept();
-    fileList.showDropTarget(fileList.rowAt(event.position().toPoint().y()));
+    _dragY = event.position().toPoint().y();
+    fileList.showDropTarget(fileList.rowAt(_dragY));
+    if (!_edgeScroll.isActive())
+        _edgeScroll.start();
+}
+
+void PaneDragAndDrop::dragEnded()
+{
+    _edgeScroll.stop();
+    fileList.hideDropTarget();
+}
+
+void PaneDragAndDrop::scrollAtEdge()
+{
+    QScrollBar *rows = fileList.verticalScrollBar();
+    if (_dragY < EdgeHeight)
+        rows->setValue(rows->value() - 1);
+    else if (_dragY >= fileList.viewport()->height() - EdgeHeight)
+        rows->setValue(rows->value() + 1);
+    fileList.showDropTarget(fileList.rowAt(_dragY));
 }
 
 void PaneDragAndDrop::drop(QDropEvent &event)
 {
-    fileList.hideDropTarget();
+    dragEnded();
     const auto paths = FileUrls::pathsOf(event.mimeData()->data(UriList));
     const int mask = sourceMask(event);
     if (!paths || mask == 0) {
@@ -206,7 +233,7 @@ bool PaneDragAndDrop::eventFilter(QObject *watched, QEvent *event)
         dragMove(*static_cast<QDragMoveEvent *>(event));
         return true;
     case QEvent::DragLeave:
-        fileList.hideDropTarget();
+        dragEnded();
         return true;
     case QEvent::Drop:
         drop(*static_cast<QDropEvent *>(event));

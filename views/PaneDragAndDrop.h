@@ -2,6 +2,7 @@
 
 #include <QObject>
 #include <QStringList>
+#include <QTimer>
 
 class Alerts;
 class MainModel;
@@ -35,6 +36,9 @@ private:
     void startDrag();
     void dragMove(QDragMoveEvent &event);
     void drop(QDropEvent &event);
+    void dragEnded();
+    // A drag that is held at the upper or lower edge brings further rows into view.
+    void scrollAtEdge();
     QString destinationOf(int row) const;
     bool acceptInto(const QString &destination, const QStringList &paths, int mask,
                     bool fromOutside);
@@ -44,5 +48,8 @@ private:
     PaneWindow &windowController;
     OperationDesk &twinleaf;
     Alerts &alerts;
-    bool _dragHoldsFiles = false; // of the drag that is over the pane
+    // Of the drag that is over the pane.
+    bool _dragHoldsFiles = false;
+    int _dragY = 0;
+    QTimer _edgeScroll;
 };

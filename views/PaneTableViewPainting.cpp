@@ -79,7 +79,6 @@ void PaneTableView::paintDropTarget(QPainter &painter)
 
 void PaneTableView::showDropTarget(int row)
 {
-    startAutoScroll(); // ends by itself away from the edges
     if (_dropRow == row)
         return;
     _dropRow = row;
@@ -88,7 +87,6 @@ void PaneTableView::showDropTarget(int row)
 
 void PaneTableView::hideDropTarget()
 {
-    stopAutoScroll();
     _dropRow.reset();
     viewport()->update();
 }

@@ -6,6 +6,8 @@
 
 #include <QDropEvent>
 #include <QMimeData>
+#include <QScrollBar>
+#include <QSignalSpy>
 
 using namespace Qt::StringLiterals;
 
@@ -50,6 +52,7 @@ private Q_SLOTS:
     void onlyYesGoesOn();
     void rowsLeaveWithEveryByte();
     void eventsFromOutsideAreCopiedBeforeTheyAreMoved();
+    void aDragHeldAtTheEdgeScrolls();
 };
 
 void tst_PaneDragAndDrop::theMaskDecidesTheWork()
@@ -183,6 +186,37 @@ void tst_PaneDragAndDrop::eventsFromOutsideAreCopiedBeforeTheyAreMoved()
         QCOMPARE(event.dropAction(), answered);
         QTRY_COMPARE(world.asked(), work);
     }
+}
+
+void tst_PaneDragAndDrop::aDragHeldAtTheEdgeScrolls()
+{
+    World world;
+    for (int number = 0; number < 100; ++number)
+        world.folder.write(QString::number(number));
+    world.bus.post(DirectoryChanged.left, { .path = world.folder.path() });
+    world.left.resize(400, 200);
+    world.left.show();
+    const QWidget &viewport = *world.left.viewport();
+    const QScrollBar &rows = *world.left.verticalScrollBar();
+    QTRY_VERIFY(rows.maximum() > 50);
+    QMimeData data;
+    data.setData(u"text/uri-list"_s, "file:///elsewhere/x\r\n");
+    const auto drag = [&](QEvent &&event) {
+        world.drops.eventFilter(world.left.viewport(), &event);
+        return event.isAccepted();
+    };
+    const auto hold = [&](int y) {
+        return drag(
+            QDragEnterEvent(QPoint(5, y), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier));
+    };
+    QVERIFY(hold(viewport.height() - 2));
+    QTRY_VERIFY(rows.value() >= 3);
+    QVERIFY(hold(2));
+    QTRY_COMPARE(rows.value(), 0);
+    QVERIFY(hold(viewport.height() - 2));
+    QSignalSpy scrolled(&rows, &QScrollBar::valueChanged);
+    drag(QDragLeaveEvent());
+    QVERIFY(!scrolled.wait(150));
 }
 
 QTEST_MAIN(tst_PaneDragAndDrop)
