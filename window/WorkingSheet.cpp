@@ -48,7 +48,12 @@ WorkingSheet::WorkingSheet(MessageBus &messages, QWidget *mainWindow)
     connect(cancel, &QPushButton::clicked, this, &WorkingSheet::cancelWorkingSheet);
     _paintPause.setSingleShot(true);
     _paintPause.setInterval(PaintPause);
-    _paintPause.callOnTimeout(this, [this] { setUpdatesEnabled(true); });
+    // At once: an update that was asked for before the pause is forgotten in it, and the toolkit
+    // takes a later one for that one.
+    _paintPause.callOnTimeout(this, [this] {
+        setUpdatesEnabled(true);
+        repaint();
+    });
 }
 
 void WorkingSheet::showWorkingSheet()
