@@ -1,24 +1,24 @@
 #include "app/Application.h"
 
-#include "platform/LocaleDefaults.h"
-#include "platform/Localized.h"
-#include "tools/About.h"
-#include "util/BundleInfo.h"
+#include "base/Localized.h"
+#include "settings/BundleInfo.h"
+#include "settings/LocaleDefaults.h"
+#include "sheets/About.h"
 #include "views/TableViews.h"
 
 #include <QCoreApplication>
 
 Application::Application(const CommandLine &line)
     : _defaults(BundleInfo::getBundleIdentifier(), localeDefaults())
-    , _alerts(_questions)
-    , _openPanel(_questions)
-    , _twinleaf(_bus, _defaults, _alerts, _programs, _workspace, _kinds, _questions)
+    , _alerts(_openDialogs)
+    , _openPanel(_openDialogs)
+    , _twinleaf(_bus, _defaults, _alerts, _programs, _workspace, _kinds, _openDialogs)
     , _mainModel(_bus, _defaults, _alerts, _twinleaf, _twinleaf, _kinds)
     , _mainWindow(_bus, _mainModel, _defaults)
     , _leftSource(*_mainWindow.leftFileList, _mainModel, _bus, _defaults)
     , _rightSource(*_mainWindow.rightFileList, _mainModel, _bus, _defaults)
     , _windowController(_mainWindow, _bus, _mainModel, _twinleaf,
-                        { _defaults, _workspace, _openPanel, _alerts, _questions })
+                        { _defaults, _workspace, _openPanel, _alerts, _openDialogs })
     , _leftDrops(*_mainWindow.leftFileList, _mainModel, _windowController, _twinleaf, _alerts)
     , _rightDrops(*_mainWindow.rightFileList, _mainModel, _windowController, _twinleaf, _alerts)
     , _updateCheck(_versionServer, _twinleaf, _alerts,
@@ -72,13 +72,13 @@ void Application::powerOff()
     save();
     _twinleaf.stopAll();
     // A worker behind a question ends when the question's own event loop has; see ~Application.
-    if (!_questions.anyOpen())
+    if (!_openDialogs.anyOpen())
         _twinleaf.drain();
 }
 
 void Application::showAbout()
 {
-    const Questions::Guard guard(_questions);
+    const OpenDialogs::Guard guard(_openDialogs);
     About about({ .name = BundleInfo::name(),
                   .version = BundleInfo::versionLine(),
                   .copyright = BundleInfo::copyright(),

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/CommandLine.h"
+#include "commands/UpdateCheck.h"
 #include "model/MainModel.h"
 #include "model/MessageBus.h"
 #include "operations/Twinleaf.h"
@@ -10,12 +11,11 @@
 #include "platform/desktop/DesktopPrograms.h"
 #include "platform/desktop/DesktopWorkspace.h"
 #include "platform/desktop/HttpVersionServer.h"
-#include "platform/FileKinds.h"
-#include "platform/Questions.h"
-#include "platform/UserDefaults.h"
-#include "util/UpdateCheck.h"
+#include "platform/OpenDialogs.h"
+#include "settings/UserDefaults.h"
 #include "views/PaneDragAndDrop.h"
 #include "views/TableViewDataSources.h"
+#include "widgets/FileKinds.h"
 #include "window/MainWindowLayout.h"
 #include "window/WindowController.h"
 
@@ -44,7 +44,7 @@ private:
     void stopWork();
 
     ColorScheme _colorScheme;
-    Questions _questions;
+    OpenDialogs _openDialogs;
     UserDefaults _defaults;
     MessageBus _bus;
     DesktopAlerts _alerts;

@@ -1,10 +1,10 @@
 #include "app/CommandLine.h"
 
-#include "platform/DirectoryReader.h"
-#include "platform/FileName.h"
-#include "platform/FileStatus.h"
-#include "platform/Localized.h"
-#include "util/PathText.h"
+#include "base/Localized.h"
+#include "files/DirectoryReader.h"
+#include "files/FileName.h"
+#include "files/FileStatus.h"
+#include "files/PathText.h"
 
 #include <cstdio>
 #include <filesystem>

@@ -1,6 +1,6 @@
 #include "app/Application.h"
 
-#include "platform/Localized.h"
+#include "base/Localized.h"
 
 // Who is connected to whom, and in which order the objects wake up.
 

@@ -1,6 +1,6 @@
 #include "app/Application.h"
 #include "app/CommandLine.h"
-#include "util/BundleInfo.h"
+#include "settings/BundleInfo.h"
 
 #include <QApplication>
 #include <QTimer>

@@ -7,12 +7,12 @@
 #include "platform/Alerts.h"
 #include "platform/desktop/DesktopPrograms.h"
 #include "platform/desktop/DesktopWorkspace.h"
-#include "platform/FileKinds.h"
-#include "platform/Questions.h"
-#include "platform/UserDefaults.h"
+#include "platform/OpenDialogs.h"
+#include "settings/UserDefaults.h"
+#include "sheets/ArchiveSheet.h"
+#include "sheets/WorkingSheet.h"
 #include "views/TableViewDataSources.h"
-#include "window/ArchiveSheet.h"
-#include "window/WorkingSheet.h"
+#include "widgets/FileKinds.h"
 
 #include <QCoreApplication>
 #include <QHBoxLayout>
@@ -76,12 +76,12 @@ public:
 
     UserDefaults defaults;
     MessageBus bus;
-    Questions questions;
+    OpenDialogs openDialogs;
     NoAlerts alerts;
     DesktopPrograms programs;
     DesktopWorkspace workspace;
     FileKinds kinds;
-    Twinleaf twinleaf { bus, defaults, alerts, programs, workspace, kinds, questions };
+    Twinleaf twinleaf { bus, defaults, alerts, programs, workspace, kinds, openDialogs };
     MainModel model { bus, defaults, alerts, twinleaf, twinleaf, kinds };
     TableViewLeft left { bus, model, defaults };
     TableViewRight right { bus, model, defaults };

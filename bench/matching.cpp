@@ -3,7 +3,7 @@
 #include "bench/LargeFolder.h"
 #include "bench/Measure.h"
 #include "bench/Panes.h"
-#include "window/RowMatching.h"
+#include "model/RowMatching.h"
 
 #include <QApplication>
 #include <QSet>

@@ -4,7 +4,7 @@
 #include "bench/Measure.h"
 #include "bench/OwnHome.h"
 #include "model/Listing.h"
-#include "platform/FileKinds.h"
+#include "widgets/FileKinds.h"
 
 #include <QApplication>
 

@@ -35,12 +35,11 @@ function(twinleaf_program)
 endfunction()
 
 # The unpacking program, which the main program starts; they lie beside each other.
-function(twinleaf_ditto)
-  file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_SOURCE_DIR}/ditto/*.cpp" "${CMAKE_SOURCE_DIR}/ditto/*.h")
-  add_executable(twinleaf-ditto ${sources})
+function(twinleaf_unpack)
+  add_executable(twinleaf-ditto "${CMAKE_SOURCE_DIR}/unpack/main.cpp")
   # Of the layers' many libraries it loads only what it calls: it is to start at once.
   target_link_options(twinleaf-ditto PRIVATE LINKER:--as-needed)
-  target_link_libraries(twinleaf-ditto PRIVATE twinleaf_desktop PkgConfig::LIBARCHIVE)
+  target_link_libraries(twinleaf-ditto PRIVATE twinleaf_unpack)
   set_target_properties(twinleaf-ditto PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}")
   if(TARGET twinleaf)
     add_dependencies(twinleaf twinleaf-ditto)

@@ -1,9 +1,9 @@
 #include "model/Entry.h"
 
+#include "files/FileName.h"
+#include "files/PathText.h"
 #include "model/ListingData.h"
-#include "platform/FileName.h"
-#include "util/PathText.h"
-#include "util/SizeText.h"
+#include "settings/SizeText.h"
 
 using namespace Qt::StringLiterals;
 

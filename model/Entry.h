@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/FileStatus.h"
+#include "files/FileStatus.h"
 
 #include <QByteArrayView>
 #include <QDateTime>

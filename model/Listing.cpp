@@ -1,10 +1,10 @@
 #include "model/Listing.h"
 
+#include "files/FileName.h"
+#include "files/PathText.h"
 #include "model/ListingData.h"
 #include "model/ListingReader.h"
 #include "model/Sorting.h"
-#include "platform/FileName.h"
-#include "util/PathText.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/FileKinds.h"
+#include "widgets/FileKinds.h"
 
 #include <QByteArray>
 #include <QString>

@@ -1,7 +1,7 @@
 #include "model/ListingOptions.h"
 
-#include "platform/UserDefaults.h"
-#include "util/SettingsKeys.h"
+#include "settings/SettingsKeys.h"
+#include "settings/UserDefaults.h"
 
 ListingOptions ListingOptions::fromDefaults(const UserDefaults &defaults)
 {

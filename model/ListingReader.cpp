@@ -1,11 +1,11 @@
 #include "model/ListingReader.h"
 
+#include "files/DirectoryReader.h"
+#include "files/FileFlags.h"
+#include "files/FileName.h"
+#include "files/MountTable.h"
+#include "model/FileQueries.h"
 #include "model/ListingData.h"
-#include "platform/DirectoryReader.h"
-#include "platform/FileFlags.h"
-#include "platform/FileName.h"
-#include "platform/MountTable.h"
-#include "util/FileQueries.h"
 
 #include <QSet>
 

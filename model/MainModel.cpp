@@ -1,14 +1,14 @@
 #include "model/MainModel.h"
 
+#include "base/Localized.h"
+#include "files/PathText.h"
+#include "model/CoreDumps.h"
+#include "model/FileQueries.h"
 #include "model/OperationDesk.h"
 #include "model/PaneWindow.h"
 #include "platform/Alerts.h"
-#include "platform/Localized.h"
-#include "platform/UserDefaults.h"
-#include "util/CoreDumps.h"
-#include "util/FileQueries.h"
-#include "util/PathText.h"
-#include "util/SettingsKeys.h"
+#include "settings/SettingsKeys.h"
+#include "settings/UserDefaults.h"
 
 MainModel::MainModel(MessageBus &messages, UserDefaults &userDefaults, Alerts &alertsToAsk,
                      FileQueries &fileQueries, Launching &launcher, const FileKinds &fileKinds)

@@ -1,10 +1,10 @@
 #include "model/MainModel.h"
 
+#include "files/PathText.h"
+#include "model/CurrentRows.h"
+#include "model/FileQueries.h"
+#include "model/Launching.h"
 #include "model/PaneWindow.h"
-#include "model/RowsNow.h"
-#include "util/FileQueries.h"
-#include "util/Launching.h"
-#include "util/PathText.h"
 
 using namespace Qt::StringLiterals;
 
@@ -34,7 +34,7 @@ void MainModel::fillFileList(Side side, const FolderChange &change)
 void MainModel::getRows(Side side, const RowsOfPane &opened)
 {
     const Listing &listing = _rows[side];
-    const RowSet rows = rowsNow(opened.rows, opened.seen, listing);
+    const RowSet rows = currentRows(opened.rows, opened.seen, listing);
     if (rows.isEmpty())
         return;
     const int first = rows.first();
@@ -92,7 +92,7 @@ void MainModel::gotoNextDirectory(Side side, const RowsOfPane &selected)
         return extension == u"app"_s || extension == u"pkg"_s;
     };
     setInsideBundle(std::any_of(components.begin(), components.end(), inBundle));
-    const RowSet rows = rowsNow(selected.rows, selected.seen, _rows[side]);
+    const RowSet rows = currentRows(selected.rows, selected.seen, _rows[side]);
     if (!rows.isEmpty() && rows.first() != 0) {
         const QString path = _rows[side][rows.first()].path();
         if (queries.isDirectory(path))

@@ -1,14 +1,14 @@
 #include "model/MainModel.h"
 
+#include "files/FileName.h"
+#include "files/PathText.h"
+#include "files/SameFile.h"
+#include "model/CurrentRows.h"
 #include "model/ItemInformation.h"
+#include "model/Launching.h"
 #include "model/OperationDesk.h"
 #include "model/PaneWindow.h"
-#include "model/RowsNow.h"
 #include "platform/Alerts.h"
-#include "platform/FileName.h"
-#include "platform/FileSystem.h"
-#include "util/Launching.h"
-#include "util/PathText.h"
 
 using namespace Qt::StringLiterals;
 
@@ -68,7 +68,7 @@ bool refusesParent(Alerts &alerts, const RowSet &rows)
 void MainModel::showItemInfo(const ItemRequest &request)
 {
     const Side side = request.side.value_or(Side::Right);
-    const auto row = singleRow(rowsNow(request.item, request.seen, _rows[side]));
+    const auto row = singleRow(currentRows(request.item, request.seen, _rows[side]));
     if (!row || !infoSheetController)
         return;
     const QString path = _rows[side][*row].path();
@@ -92,7 +92,7 @@ void MainModel::requestCopyMove(const ItemRequest &request, Operation operation)
     const bool copies = operation == Operation::Copy;
     const Side side = request.side.value_or(Side::Right);
     const Listing listing = _rows[side];
-    const RowSet rows = rowsNow(request.item, request.seen, listing);
+    const RowSet rows = currentRows(request.item, request.seen, listing);
     if (rows.isEmpty())
         return;
     // Built before anything is asked: the rows shown now are the ones the answer is about.
@@ -146,7 +146,7 @@ void MainModel::deleteItem(const ItemRequest &request)
 {
     const Side side = request.side.value_or(Side::Right);
     const Listing listing = _rows[side];
-    const RowSet rows = rowsNow(request.item, request.seen, listing);
+    const RowSet rows = currentRows(request.item, request.seen, listing);
     if (rows.isEmpty())
         return;
     if (refusesParent(alerts, rows))
@@ -166,7 +166,7 @@ void MainModel::deleteItem(const ItemRequest &request)
 void MainModel::renameItem(const ItemRequest &request)
 {
     const Side side = request.side.value_or(Side::Right);
-    const auto row = singleRow(rowsNow(request.item, request.seen, _rows[side]));
+    const auto row = singleRow(currentRows(request.item, request.seen, _rows[side]));
     if (!row)
         return;
     const QString path = _rows[side][*row].path();
@@ -185,7 +185,7 @@ void MainModel::openFileWithApplication(const OpenWithRequest &request)
 {
     const Side side = request.side.value_or(Side::Right);
     QStringList paths;
-    const RowSet rows = rowsNow(request.items, request.seen, _rows[side]);
+    const RowSet rows = currentRows(request.items, request.seen, _rows[side]);
     for (const int row : rows)
         paths.append(_rows[side][row].path());
     launching.openFiles(paths, request.appPath);

@@ -1,7 +1,7 @@
 #include "model/Sorting.h"
 
+#include "files/FileName.h"
 #include "model/ListingData.h"
-#include "platform/FileName.h"
 
 #include <QHash>
 #include <QtEndian>

@@ -1,18 +1,19 @@
 #include "operations/Archives.h"
 
-#include "model/ArchiveSheetDoor.h"
+#include "base/MainThread.h"
+#include "files/FileFlags.h"
+#include "files/FileName.h"
+#include "files/FileStatus.h"
+#include "files/PathText.h"
+#include "files/SameFile.h"
+#include "model/ArchiveProgressSheet.h"
 #include "operations/SetAside.h"
+#include "operations/SyncRemovable.h"
 #include "operations/Workers.h"
-#include "operations/WrittenOut.h"
 #include "platform/Alerts.h"
 #include "platform/ChildProcess.h"
-#include "platform/FileFlags.h"
-#include "platform/FileName.h"
-#include "platform/FileSystem.h"
-#include "platform/MainThread.h"
 #include "platform/Programs.h"
 #include "platform/Workspace.h"
-#include "util/PathText.h"
 
 #include <algorithm>
 #include <csignal>

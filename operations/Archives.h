@@ -5,7 +5,7 @@
 #include <memory>
 
 class Alerts;
-class ArchiveSheetDoor;
+class ArchiveProgressSheet;
 class Journal;
 class Programs;
 class Workers;
@@ -23,7 +23,7 @@ public:
              Workers &workers);
     ~Archives();
 
-    void setArchiveSheet(ArchiveSheetDoor *archiveSheet) { sheet = archiveSheet; }
+    void setArchiveSheet(ArchiveProgressSheet *archiveSheet) { sheet = archiveSheet; }
 
     void archiveItems(const QStringList &paths, const QString &destination,
                       const QString &archiveName);
@@ -54,7 +54,7 @@ private:
     Workspace &workspace;
     const Journal &journal;
     Workers &workers;
-    ArchiveSheetDoor *sheet = nullptr;
+    ArchiveProgressSheet *sheet = nullptr;
     int _sheetNumber = 0; // counts the jobs: only the newest one closes the sheet
     std::shared_ptr<Task> task; // of the newest unpacking
     QList<std::weak_ptr<Task>> _tasks;

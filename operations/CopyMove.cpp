@@ -1,20 +1,21 @@
 #include "operations/CopyMove.h"
 
+#include "base/MainThread.h"
+#include "files/FileFlags.h"
+#include "files/FileName.h"
+#include "files/FileSystem.h"
+#include "files/PathText.h"
+#include "files/SameFile.h"
+#include "model/FileQueries.h"
 #include "model/ProgressSheet.h"
-#include "operations/ItemMonitor.h"
+#include "operations/CopyProgress.h"
 #include "operations/SetAside.h"
-#include "operations/WrittenOut.h"
+#include "operations/SyncRemovable.h"
 #include "platform/Alerts.h"
-#include "platform/FileFlags.h"
-#include "platform/FileName.h"
-#include "platform/FileSystem.h"
-#include "platform/MainThread.h"
 #include "platform/Programs.h"
 #include "platform/Workspace.h"
-#include "util/DateText.h"
-#include "util/FileQueries.h"
-#include "util/PathText.h"
-#include "util/SizeText.h"
+#include "settings/DateText.h"
+#include "settings/SizeText.h"
 
 #include <QElapsedTimer>
 
@@ -91,9 +92,9 @@ CopyMove::CopyMove(Alerts &alertsToAsk, Programs &programsToRun, Workspace &work
 }
 
 void CopyMove::performCopyMoveProgress(const AcceptedRequest &request, Operation operation,
-                                       RunTurns::Ticket ticket) // worker thread
+                                       RunQueue::Ticket ticket) // worker thread
 {
-    if (!_turns.wait(ticket))
+    if (!_queue.wait(ticket))
         return;
     const QStringList &items = request.items;
     Run run { request, operation, PathText::joined(request.source, items.value(0)) };
@@ -112,7 +113,7 @@ void CopyMove::performCopyMoveProgress(const AcceptedRequest &request, Operation
         });
     }
     onMainThread([&] { sheet->closeWorkingSheet(); });
-    _turns.end(ticket);
+    _queue.end(ticket);
 }
 
 CopyMove::Next CopyMove::performItem(Run &run, qsizetype &index) // worker thread
@@ -126,7 +127,7 @@ CopyMove::Next CopyMove::performItem(Run &run, qsizetype &index) // worker threa
     };
     if (name == u".."_s)
         return refuseParent();
-    if (_turns.isCancelled())
+    if (_queue.isCancelled())
         return Next::EndThread;
 
     bool copyOver = false;
@@ -266,7 +267,7 @@ bool CopyMove::copyFile(const QString &source, const QString &destination)
         ? PathText::joined(destination, PathText::lastComponent(source))
         : destination;
     const bool folder = status->kind == FileKind::Directory;
-    std::optional<ItemMonitor> monitor;
+    std::optional<CopyProgress> monitor;
     if (folder || status->size >= MonitoredSize) {
         monitor.emplace(source, [this](const QString &line) {
             onMainThread([&] {

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "files/FileStatus.h"
+#include "files/Journal.h"
 #include "model/OperationRecord.h"
 #include "operations/RequestValidation.h"
-#include "operations/RunTurns.h"
-#include "platform/FileStatus.h"
-#include "platform/Journal.h"
+#include "operations/RunQueue.h"
 
 #include <QSet>
 
@@ -24,16 +24,16 @@ public:
 
     void setProgressSheet(ProgressSheet *progressSheet) { sheet = progressSheet; }
 
-    RunTurns::Ticket enqueue() { return _turns.enqueue(); }
+    RunQueue::Ticket enqueue() { return _queue.enqueue(); }
     // Carries a request out when its turn has come. Worker thread.
     void performCopyMoveProgress(const AcceptedRequest &run, Operation operation,
-                                 RunTurns::Ticket ticket);
+                                 RunQueue::Ticket ticket);
 
     // Stops the active run between two items; asked again, it cancels the runs that wait. A call
     // when nothing runs has no effect. Any thread.
-    void cancelThread() { _turns.cancel(); }
+    void cancelThread() { _queue.cancel(); }
     // Stops the active run and the waiting ones. Any thread.
-    void cancelAll() { _turns.cancelAll(); }
+    void cancelAll() { _queue.cancelAll(); }
 
     // One item by the system's command, with its extended attributes. Any worker thread.
     bool copyFile(const QString &source, const QString &destination);
@@ -66,6 +66,6 @@ private:
     const DateText &dates;
     ProgressSheet *sheet = nullptr;
 
-    RunTurns _turns;
+    RunQueue _queue;
     Journal _journal;
 };

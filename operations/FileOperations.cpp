@@ -1,23 +1,23 @@
 #include "operations/FileOperations.h"
 
+#include "files/FileName.h"
+#include "files/PathText.h"
 #include "model/MainModel.h"
 #include "model/PaneWindow.h"
 #include "operations/SetAside.h"
 #include "platform/Alerts.h"
-#include "platform/FileName.h"
 #include "platform/Workspace.h"
-#include "util/PathText.h"
 
 FileOperations::FileOperations(MessageBus &bus, Alerts &alertsToAsk, Programs &programs,
                                Workspace &workspaceInUse, FileQueries &queries,
-                               const DateText &dates, Questions &questions)
+                               const DateText &dates, OpenDialogs &openDialogs)
     : alerts(alertsToAsk)
     , workspace(workspaceInUse)
     , _copyMove(alertsToAsk, programs, workspaceInUse, queries, dates)
     , _singleSteps(alertsToAsk, programs, workspaceInUse, _copyMove)
     , _refresh(bus)
     , _archives(alertsToAsk, programs, workspaceInUse, _copyMove.journal(), _workers)
-    , _workers(questions)
+    , _workers(openDialogs)
 {
     bus.subscribe(CancelThread, this, &FileOperations::cancelThread);
     bus.subscribe(CancelArchiving, this, &FileOperations::cancelArchiving);

@@ -8,20 +8,20 @@
 #include "operations/SingleSteps.h"
 #include "operations/Workers.h"
 
-class Questions;
+class OpenDialogs;
 
 // The public verbs: each checks its request and starts a worker on its twin with the underscore.
 // Main thread.
 class FileOperations : public OperationDesk {
 public:
     FileOperations(MessageBus &bus, Alerts &alerts, Programs &programs, Workspace &workspace,
-                   FileQueries &queries, const DateText &dates, Questions &questions);
+                   FileQueries &queries, const DateText &dates, OpenDialogs &openDialogs);
     ~FileOperations() override;
 
     // Outlets, set before the first request.
     void setMainModel(MainModel *model);
     void setWindowController(PaneWindow *window, ProgressSheet *sheet);
-    void setArchiveSheet(ArchiveSheetDoor *sheet) { _archives.setArchiveSheet(sheet); }
+    void setArchiveSheet(ArchiveProgressSheet *sheet) { _archives.setArchiveSheet(sheet); }
 
     void copyItems(const OperationRequest &request) override;
     void moveItems(const OperationRequest &request) override;

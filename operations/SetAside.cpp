@@ -1,8 +1,8 @@
 #include "operations/SetAside.h"
 
-#include "platform/FileSystem.h"
+#include "files/FileSystem.h"
+#include "files/PathText.h"
 #include "platform/Workspace.h"
-#include "util/PathText.h"
 
 #include <QLoggingCategory>
 #include <QUuid>

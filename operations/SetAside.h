@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Journal.h"
+#include "files/Journal.h"
 
 #include <QString>
 

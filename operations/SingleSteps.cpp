@@ -1,13 +1,13 @@
 #include "operations/SingleSteps.h"
 
+#include "files/FileFlags.h"
+#include "files/FileName.h"
+#include "files/FileSystem.h"
+#include "files/PathText.h"
 #include "operations/CopyMove.h"
 #include "platform/Alerts.h"
-#include "platform/FileFlags.h"
-#include "platform/FileName.h"
-#include "platform/FileSystem.h"
 #include "platform/Programs.h"
 #include "platform/Workspace.h"
-#include "util/PathText.h"
 
 using namespace Qt::StringLiterals;
 

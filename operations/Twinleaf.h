@@ -1,10 +1,10 @@
 #pragma once
 
+#include "model/FileQueries.h"
+#include "model/Launching.h"
 #include "operations/FileOperations.h"
-#include "util/DateText.h"
-#include "util/FileQueries.h"
-#include "util/Launching.h"
-#include "util/SizeText.h"
+#include "settings/DateText.h"
+#include "settings/SizeText.h"
 
 // The operations object: joins the parts that answer questions and carry out requests, and adds no
 // logic of its own.
@@ -15,11 +15,11 @@ class Twinleaf final : public SizeText,
                        public FileOperations {
 public:
     Twinleaf(MessageBus &bus, const UserDefaults &defaults, Alerts &alerts, Programs &programs,
-             Workspace &workspace, const FileKinds &kinds, Questions &questions)
+             Workspace &workspace, const FileKinds &kinds, OpenDialogs &openDialogs)
         : DateText(defaults)
         , FileQueries(workspace, kinds)
         , Launching(workspace, alerts)
-        , FileOperations(bus, alerts, programs, workspace, *this, *this, questions)
+        , FileOperations(bus, alerts, programs, workspace, *this, *this, openDialogs)
     {
     }
 };

@@ -1,7 +1,7 @@
 #include "operations/Workers.h"
 
-#include "platform/MainThread.h"
-#include "platform/Questions.h"
+#include "base/MainThread.h"
+#include "platform/OpenDialogs.h"
 
 #include <QAbstractEventDispatcher>
 #include <QEventLoop>
@@ -26,11 +26,12 @@ void serveUntil(const std::function<bool()> &reached, QEventLoop::ProcessEventsF
 
 } // namespace
 
-Workers::Workers(Questions &questionsOnScreen)
-    : questions(questionsOnScreen)
+Workers::Workers(OpenDialogs &questionsOnScreen)
+    : openDialogs(questionsOnScreen)
 {
     // Queued: the code that asked goes on first, with the rows it asked about.
-    connect(&questions, &Questions::allAnswered, this, &Workers::settleEnded, Qt::QueuedConnection);
+    connect(&openDialogs, &OpenDialogs::allClosed, this, &Workers::settleEnded,
+            Qt::QueuedConnection);
 }
 
 Workers::~Workers()
@@ -88,7 +89,7 @@ void Workers::handOver(const OperationRecord &record)
 void Workers::settleEnded()
 {
     // Nothing is listed again under an open question: the rows it is about stay on the screen.
-    while (!_ended.isEmpty() && !questions.anyOpen()) {
+    while (!_ended.isEmpty() && !openDialogs.anyOpen()) {
         const OperationRecord record = _ended.takeFirst();
         if (_exitHandler)
             _exitHandler(record);

@@ -7,7 +7,7 @@
 
 #include <functional>
 
-class Questions;
+class OpenDialogs;
 
 // The threads of the file operations, one per request. A worker's last act is handing its record
 // over to the main thread, once, after its last file step. Main thread.
@@ -15,7 +15,7 @@ class Workers final : public QObject {
     Q_OBJECT
 
 public:
-    explicit Workers(Questions &questions);
+    explicit Workers(OpenDialogs &openDialogs);
     ~Workers() override; // drains
 
     // Receives the record of each worker that ends, as long as no question is open.
@@ -35,7 +35,7 @@ private:
     void handOver(const OperationRecord &record);
     void settleEnded();
 
-    Questions &questions;
+    OpenDialogs &openDialogs;
     std::function<void(const OperationRecord &)> _exitHandler;
     QList<OperationRecord> _ended; // waiting for the open question to be answered
     int _running = 0;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Localized.h"
+#include "base/Localized.h"
 
 #include <QList>
 

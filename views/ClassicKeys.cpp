@@ -1,8 +1,8 @@
 #include "views/ClassicKeys.h"
 
-#include "platform/UserDefaults.h"
-#include "platform/VirtualKeys.h"
-#include "util/SettingsKeys.h"
+#include "settings/SettingsKeys.h"
+#include "settings/UserDefaults.h"
+#include "views/VirtualKeys.h"
 
 using namespace Qt::StringLiterals;
 

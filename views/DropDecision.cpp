@@ -1,6 +1,6 @@
 #include "views/DropDecision.h"
 
-#include "util/PathText.h"
+#include "files/PathText.h"
 
 #include <QHash>
 

@@ -1,10 +1,10 @@
 #include "views/PaneDataSource.h"
 
+#include "files/FileName.h"
 #include "model/MainModel.h"
-#include "platform/FileName.h"
-#include "platform/UserDefaults.h"
-#include "util/CalendarFormat.h"
-#include "util/SettingsKeys.h"
+#include "settings/CalendarFormat.h"
+#include "settings/SettingsKeys.h"
+#include "settings/UserDefaults.h"
 #include "views/PaneTableView.h"
 
 #include <QHelpEvent>

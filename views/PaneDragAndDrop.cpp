@@ -1,12 +1,12 @@
 #include "views/PaneDragAndDrop.h"
 
+#include "files/FileUrls.h"
+#include "files/PathText.h"
+#include "files/SameFile.h"
 #include "model/MainModel.h"
 #include "model/OperationDesk.h"
 #include "model/PaneWindow.h"
 #include "platform/Alerts.h"
-#include "platform/FileSystem.h"
-#include "platform/FileUrls.h"
-#include "util/PathText.h"
 #include "views/DropDecision.h"
 #include "views/PaneTableView.h"
 

@@ -1,10 +1,10 @@
 #include "views/PaneTableModel.h"
 
+#include "base/Localized.h"
+#include "files/FileName.h"
 #include "model/MainModel.h"
-#include "platform/FileName.h"
-#include "platform/Localized.h"
-#include "platform/UserDefaults.h"
-#include "util/CalendarFormat.h"
+#include "settings/CalendarFormat.h"
+#include "settings/UserDefaults.h"
 
 PaneTableModel::PaneTableModel(Side side, const MainModel &model, const UserDefaults &settings,
                                QObject *parent)

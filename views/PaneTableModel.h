@@ -2,7 +2,7 @@
 
 #include "model/Listing.h"
 #include "model/Side.h"
-#include "platform/FileKinds.h"
+#include "widgets/FileKinds.h"
 
 #include <QAbstractTableModel>
 #include <QVariantMap>

@@ -1,8 +1,8 @@
 #include "views/PaneTableView.h"
 
+#include "base/Localized.h"
 #include "model/MainModel.h"
-#include "platform/Localized.h"
-#include "platform/VirtualKeys.h"
+#include "views/VirtualKeys.h"
 
 #include <QContextMenuEvent>
 #include <QHeaderView>

@@ -1,7 +1,7 @@
-#include "platform/Localized.h"
-#include "util/FileQueries.h"
-#include "util/RoundRect.h"
+#include "base/Localized.h"
+#include "model/FileQueries.h"
 #include "views/PaneTableView.h"
+#include "widgets/RoundRect.h"
 
 #include <QPainter>
 #include <QPaintEvent>

@@ -1,15 +1,15 @@
 #include "window/BookmarksMenu.h"
 
+#include "commands/PaneCommands.h"
+#include "files/FileName.h"
+#include "files/FileStatus.h"
+#include "files/PathText.h"
+#include "model/FileQueries.h"
 #include "model/Messages.h"
 #include "model/PaneWindow.h"
 #include "platform/Alerts.h"
-#include "platform/FileName.h"
-#include "platform/FileStatus.h"
-#include "platform/Icons.h"
-#include "util/FileQueries.h"
-#include "util/PathText.h"
+#include "widgets/Icons.h"
 #include "window/MenuText.h"
-#include "window/PaneCommands.h"
 
 #include <QMenu>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "util/BookmarkStore.h"
+#include "settings/BookmarkStore.h"
 
 #include <QObject>
 

@@ -1,11 +1,11 @@
 #include "window/FolderSize.h"
 
+#include "base/Localized.h"
+#include "files/FolderWalk.h"
+#include "model/CurrentRows.h"
+#include "model/FileQueries.h"
 #include "model/MainModel.h"
-#include "model/RowsNow.h"
-#include "platform/FolderWalk.h"
-#include "platform/Localized.h"
-#include "util/FileQueries.h"
-#include "util/SizeText.h"
+#include "settings/SizeText.h"
 #include "window/InfoBars.h"
 
 #include <QThread>
@@ -45,7 +45,7 @@ FolderSize::~FolderSize()
 void FolderSize::showFolderSize(Side side, const RowsOfPane &asked)
 {
     const Listing &listing = mainModel.rows(side);
-    const RowSet rows = rowsNow(asked.rows, asked.seen, listing);
+    const RowSet rows = currentRows(asked.rows, asked.seen, listing);
     if (rows.isEmpty() || rows.first() == 0)
         return;
     const QString path = listing[rows.first()].path();

@@ -1,12 +1,12 @@
 #include "window/InfoBars.h"
 
+#include "base/Localized.h"
+#include "files/FileName.h"
 #include "model/MainModel.h"
-#include "platform/FileName.h"
-#include "platform/Localized.h"
-#include "platform/UserDefaults.h"
-#include "util/DateText.h"
-#include "util/SizeText.h"
-#include "views/InfoBarTextField.h"
+#include "settings/DateText.h"
+#include "settings/SizeText.h"
+#include "settings/UserDefaults.h"
+#include "window/InfoBarTextField.h"
 
 using namespace Qt::StringLiterals;
 

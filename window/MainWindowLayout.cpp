@@ -1,11 +1,11 @@
 #include "window/MainWindowLayout.h"
 
-#include "platform/Localized.h"
-#include "views/InfoBarTextField.h"
+#include "base/Localized.h"
 #include "views/TableViews.h"
-#include "window/ActivitySpinner.h"
+#include "widgets/ActivitySpinner.h"
+#include "widgets/SegmentedControl.h"
 #include "window/ClassicButton.h"
-#include "window/SegmentedControl.h"
+#include "window/InfoBarTextField.h"
 
 #include <QMenuBar>
 #include <QSplitter>

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "model/Side.h"
-#include "views/UnifiedWindow.h"
 #include "window/InfoBars.h"
+#include "window/UnifiedWindow.h"
 
 class ActivitySpinner;
 class ClassicButton;

@@ -1,12 +1,12 @@
 #include "window/MenuBar.h"
 
+#include "base/Localized.h"
+#include "commands/FolderCommands.h"
+#include "commands/PaneCommands.h"
+#include "commands/SelectionCommands.h"
 #include "model/PaneWindow.h"
-#include "platform/Icons.h"
-#include "platform/Localized.h"
 #include "views/ClassicKeys.h"
-#include "window/FolderCommands.h"
-#include "window/PaneCommands.h"
-#include "window/SelectionCommands.h"
+#include "widgets/Icons.h"
 
 #include <QMenu>
 #include <QMenuBar>

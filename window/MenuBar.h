@@ -1,7 +1,7 @@
 #pragma once
 
+#include "commands/MenuValidation.h"
 #include "model/Side.h"
-#include "window/MenuValidation.h"
 
 #include <QObject>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/FileName.h"
+#include "files/FileName.h"
 
 // A name as the text of a menu item: plain, its "&" no mark of a key, its tab none before one.
 inline QString menuText(const QString &name)

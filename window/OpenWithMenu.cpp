@@ -1,10 +1,10 @@
 #include "window/OpenWithMenu.h"
 
-#include "platform/Localized.h"
+#include "base/Localized.h"
+#include "commands/PaneCommands.h"
 #include "platform/Workspace.h"
-#include "util/BookmarkStore.h"
+#include "settings/BookmarkStore.h"
 #include "window/MenuText.h"
-#include "window/PaneCommands.h"
 
 #include <QMenu>
 

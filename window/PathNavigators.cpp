@@ -1,11 +1,11 @@
 #include "window/PathNavigators.h"
 
+#include "base/Localized.h"
+#include "files/PathText.h"
+#include "model/FileQueries.h"
 #include "model/MainModel.h"
-#include "platform/Localized.h"
-#include "platform/UserDefaults.h"
-#include "util/FileQueries.h"
-#include "util/PathText.h"
-#include "util/SettingsKeys.h"
+#include "settings/SettingsKeys.h"
+#include "settings/UserDefaults.h"
 
 #include <QFontDatabase>
 
@@ -91,12 +91,6 @@ void PathNavigators::pathNavigatorClicked(Side side)
         PathText::fromComponents(PathText::components(_completeNavigatorPath[side]).mid(0, end));
     bus.post(DirectoryChanged[side],
              { .path = path, .item = navigator.label(navigator.selectedSegment()) });
-}
-
-void PathNavigators::useOpositePath(Side side)
-{
-    const QString path = _navigatorPath[otherSide(side)];
-    bus.post(DirectoryChanged[side], { .path = path, .item = PathText::lastComponent(path) });
 }
 
 QString PathNavigators::getCurrentNavigatorPath(Side side) const

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "model/Messages.h"
-#include "window/SegmentedControl.h"
+#include "widgets/SegmentedControl.h"
 
 #include <QObject>
 
@@ -23,8 +23,6 @@ public:
     void setupPathNavigators();
     void setPathNavigator(Side side, const FolderChange &change);
     void pathNavigatorClicked(Side side);
-    // The other pane's folder in this one.
-    void useOpositePath(Side side);
 
     QString navigatorPath(Side side) const { return _navigatorPath[side]; }
     // The longest path whose components the segments still show.

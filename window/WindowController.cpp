@@ -1,18 +1,18 @@
 #include "window/WindowController.h"
 
+#include "base/Localized.h"
+#include "files/PathText.h"
 #include "model/MainModel.h"
 #include "operations/Twinleaf.h"
-#include "platform/Localized.h"
-#include "platform/Questions.h"
-#include "platform/UserDefaults.h"
+#include "platform/OpenDialogs.h"
 #include "platform/Workspace.h"
-#include "util/PathText.h"
-#include "util/SettingsKeys.h"
+#include "settings/SettingsKeys.h"
+#include "settings/UserDefaults.h"
+#include "sheets/ExpandSelectionSheet.h"
 #include "views/TableViews.h"
-#include "window/ActivitySpinner.h"
+#include "widgets/ActivitySpinner.h"
+#include "widgets/InputSheet.h"
 #include "window/ClassicButton.h"
-#include "window/ExpandSelectionSheet.h"
-#include "window/InputSheet.h"
 #include "window/MainWindowLayout.h"
 
 #include <QApplication>
@@ -36,14 +36,14 @@ WindowController::WindowController(MainWindowLayout &layout, MessageBus &message
     , twinleaf(operations)
     , defaults(services.defaults)
     , workspace(services.workspace)
-    , questions(services.questions)
+    , openDialogs(services.openDialogs)
     , _bookmarkStore(services.defaults)
     , _navigators(*layout.segmentedControls.left, *layout.segmentedControls.right, messages, model,
                   operations, services.defaults)
     , _infoBars(layout.infoBars, model, operations, services.defaults)
     , _folderSize(messages, model, operations, _infoBars)
     , _commands(*this, messages, model, operations, operations, services.openPanel, services.alerts)
-    , _folderCommands(*this, _navigators, messages, operations, services.workspace, services.alerts)
+    , _folderCommands(*this, messages, operations, services.workspace, services.alerts)
     , _selectionCommands(
           *this, messages, model, operations, operations, services.defaults,
           [this](const QString &title) { return getInputFromExpandSelectionSheet(title); })
@@ -186,8 +186,8 @@ void WindowController::setupToolsMenu()
 
 void WindowController::reloadFileListsForVolumes()
 {
-    if (questions.anyOpen()) {
-        connect(&questions, &Questions::allAnswered, this,
+    if (openDialogs.anyOpen()) {
+        connect(&openDialogs, &OpenDialogs::allClosed, this,
                 &WindowController::reloadFileListsForVolumes,
                 Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection
                                    | Qt::UniqueConnection));
@@ -277,14 +277,14 @@ void WindowController::setMenuItemShowHiddenItems(const QString &title)
 
 QString WindowController::getStringFromInputSheet(const QString &prompt, const QString &inputText)
 {
-    const Questions::Guard guard(questions);
+    const OpenDialogs::Guard guard(openDialogs);
     InputSheet sheet(prompt, inputText, &mainWindow);
     return sheet.getString();
 }
 
 ExpandSelection WindowController::getInputFromExpandSelectionSheet(const QString &title)
 {
-    const Questions::Guard guard(questions);
+    const OpenDialogs::Guard guard(openDialogs);
     _expandSelection = ExpandSelectionSheet(title, _expandSelection, &mainWindow).getInput();
     return _expandSelection;
 }

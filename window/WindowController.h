@@ -1,19 +1,19 @@
 #pragma once
 
+#include "commands/FolderCommands.h"
+#include "commands/PaneCommands.h"
+#include "commands/SelectionCommands.h"
 #include "model/Messages.h"
 #include "model/PaneWindow.h"
-#include "util/BookmarkStore.h"
-#include "window/ArchiveSheet.h"
+#include "settings/BookmarkStore.h"
+#include "sheets/ArchiveSheet.h"
+#include "sheets/WorkingSheet.h"
 #include "window/BookmarksMenu.h"
-#include "window/FolderCommands.h"
 #include "window/FolderSize.h"
 #include "window/InfoBars.h"
 #include "window/MenuBar.h"
 #include "window/OpenWithMenu.h"
-#include "window/PaneCommands.h"
 #include "window/PathNavigators.h"
-#include "window/SelectionCommands.h"
-#include "window/WorkingSheet.h"
 
 #include <QObject>
 #include <QPointer>
@@ -21,7 +21,7 @@
 class Alerts;
 class MainWindowLayout;
 class OpenPanel;
-class Questions;
+class OpenDialogs;
 class Twinleaf;
 class Workspace;
 
@@ -31,7 +31,7 @@ struct WindowServices {
     Workspace &workspace;
     OpenPanel &openPanel;
     Alerts &alerts;
-    Questions &questions;
+    OpenDialogs &openDialogs;
 };
 
 // The hub of the main window: its start and what is saved at its end, the button row, and the
@@ -58,7 +58,7 @@ public:
 
     MenuBar &menus() { return _menus; }
     ProgressSheet &workingSheet() { return _workingSheet; }
-    ArchiveSheetDoor &archiveSheet() { return _archiveSheet; }
+    ArchiveProgressSheet &archiveSheet() { return _archiveSheet; }
 
     PaneTable &getTableView(Side side) override;
     PaneTable *getFirstResponderTableView() override;
@@ -88,7 +88,7 @@ private:
     Twinleaf &twinleaf;
     UserDefaults &defaults;
     const Workspace &workspace;
-    Questions &questions;
+    OpenDialogs &openDialogs;
     BookmarkStore _bookmarkStore;
     PathNavigators _navigators;
     QPointer<QWidget> _focusBeforeMenuBar;

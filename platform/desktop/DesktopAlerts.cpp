@@ -1,8 +1,8 @@
 #include "platform/desktop/DesktopAlerts.h"
 
-#include "platform/Icons.h"
-#include "platform/MainThread.h"
-#include "platform/Questions.h"
+#include "base/MainThread.h"
+#include "platform/OpenDialogs.h"
+#include "widgets/Icons.h"
 
 #include <QApplication>
 #include <QDialog>
@@ -146,7 +146,7 @@ Alert::Answer DesktopAlerts::show(const Alert &alert)
 {
     if (_silent)
         return alert.cancel;
-    const Questions::Guard guard(_questions);
+    const OpenDialogs::Guard guard(_openDialogs);
     QWidget *modal = QApplication::activeModalWidget();
     QPointer<AlertDialog> dialog = new AlertDialog(alert, modal ? modal : _parent.data());
     dialog->exec();

@@ -5,13 +5,13 @@
 #include <QPointer>
 #include <QWidget>
 
-class Questions;
+class OpenDialogs;
 
 // Alerts as dialogs over the main window, or over the dialog that is open there.
 class DesktopAlerts final : public Alerts {
 public:
-    explicit DesktopAlerts(Questions &questions)
-        : _questions(questions)
+    explicit DesktopAlerts(OpenDialogs &openDialogs)
+        : _openDialogs(openDialogs)
     {
     }
 
@@ -36,7 +36,7 @@ public:
 private:
     Alert::Answer show(const Alert &alert);
 
-    Questions &_questions;
+    OpenDialogs &_openDialogs;
     QPointer<QWidget> _parent;
     bool _silent = false;
 };

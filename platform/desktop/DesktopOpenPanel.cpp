@@ -1,8 +1,8 @@
 #include "platform/desktop/DesktopOpenPanel.h"
 
+#include "base/Localized.h"
 #include "platform/desktop/InstalledApplications.h"
-#include "platform/Localized.h"
-#include "platform/Questions.h"
+#include "platform/OpenDialogs.h"
 
 #include <QApplication>
 #include <QDialog>
@@ -100,7 +100,7 @@ private:
 
 std::optional<QString> DesktopOpenPanel::chooseApplication()
 {
-    const Questions::Guard guard(_questions);
+    const OpenDialogs::Guard guard(_openDialogs);
     QWidget *modal = QApplication::activeModalWidget();
     ApplicationPanel panel(modal ? modal : _parent.data());
     if (panel.exec() != QDialog::Accepted)
@@ -110,7 +110,7 @@ std::optional<QString> DesktopOpenPanel::chooseApplication()
 
 std::optional<QString> DesktopOpenPanel::chooseFolder(const QString &start)
 {
-    const Questions::Guard guard(_questions);
+    const OpenDialogs::Guard guard(_openDialogs);
     QWidget *modal = QApplication::activeModalWidget();
     // The dialog cannot go to a folder whose name is no text; it starts at home then.
     const bool isText = start.isValidUtf16();

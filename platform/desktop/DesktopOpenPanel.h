@@ -5,13 +5,13 @@
 #include <QPointer>
 #include <QWidget>
 
-class Questions;
+class OpenDialogs;
 
 // Lets a person pick one of the installed applications, or a folder.
 class DesktopOpenPanel final : public OpenPanel {
 public:
-    explicit DesktopOpenPanel(Questions &questions)
-        : _questions(questions)
+    explicit DesktopOpenPanel(OpenDialogs &openDialogs)
+        : _openDialogs(openDialogs)
     {
     }
 
@@ -21,6 +21,6 @@ public:
     std::optional<QString> chooseFolder(const QString &start) override;
 
 private:
-    Questions &_questions;
+    OpenDialogs &_openDialogs;
     QPointer<QWidget> _parent;
 };

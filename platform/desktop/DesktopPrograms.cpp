@@ -1,6 +1,6 @@
 #include "platform/desktop/DesktopPrograms.h"
 
-#include "platform/FileName.h"
+#include "files/FileName.h"
 
 #include <QVarLengthArray>
 

@@ -1,11 +1,11 @@
 #include "platform/desktop/DesktopWorkspace.h"
 
+#include "base/MainThread.h"
+#include "files/FileName.h"
+#include "files/FileStatus.h"
 #include "platform/desktop/InstalledApplications.h"
 #include "platform/desktop/Trash.h"
 #include "platform/desktop/VolumeEjection.h"
-#include "platform/FileName.h"
-#include "platform/FileStatus.h"
-#include "platform/MainThread.h"
 
 #include <QDesktopServices>
 #include <QEventLoop>

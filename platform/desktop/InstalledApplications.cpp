@@ -1,8 +1,8 @@
 #include "platform/desktop/InstalledApplications.h"
 
-#include "platform/FileName.h"
-#include "platform/FileStatus.h"
-#include "platform/Icons.h"
+#include "files/FileName.h"
+#include "files/FileStatus.h"
+#include "widgets/Icons.h"
 
 #include <gio/gdesktopappinfo.h>
 #include <gio/gio.h>

@@ -1,6 +1,6 @@
 #include "platform/desktop/MountWatch.h"
 
-#include "platform/MountTable.h"
+#include "files/MountTable.h"
 
 #include <QSocketNotifier>
 

@@ -1,8 +1,8 @@
 #include "platform/desktop/Trash.h"
 
-#include "platform/FileName.h"
-#include "platform/FileStatus.h"
-#include "platform/FileSystem.h"
+#include "files/FileName.h"
+#include "files/FileStatus.h"
+#include "files/SameFile.h"
 
 #include <gio/gio.h>
 

@@ -1,7 +1,7 @@
 #include "platform/desktop/VolumeEjection.h"
 
+#include "files/MountTable.h"
 #include "platform/desktop/DesktopPrograms.h"
-#include "platform/MountTable.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>

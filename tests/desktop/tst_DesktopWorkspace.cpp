@@ -1,7 +1,7 @@
 #include "platform/desktop/DesktopWorkspace.h"
 
-#include "platform/FileName.h"
-#include "platform/FileStatus.h"
+#include "files/FileName.h"
+#include "files/FileStatus.h"
 #include "tests/support/TestFolder.h"
 
 #include <QTest>

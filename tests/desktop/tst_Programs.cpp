@@ -1,5 +1,5 @@
+#include "files/FileName.h"
 #include "platform/desktop/DesktopPrograms.h"
-#include "platform/FileName.h"
 #include "tests/support/TestFolder.h"
 
 #include <QElapsedTimer>

@@ -1,5 +1,5 @@
+#include "files/FileName.h"
 #include "platform/desktop/Trash.h"
-#include "platform/FileName.h"
 #include "tests/support/TestTree.h"
 
 #include <QDir>

@@ -1,9 +1,9 @@
 #include "model/Listing.h"
 
-#include "platform/FileKinds.h"
-#include "platform/FileName.h"
+#include "files/FileName.h"
+#include "files/PathText.h"
 #include "tests/support/TestTree.h"
-#include "util/PathText.h"
+#include "widgets/FileKinds.h"
 
 #include <QTest>
 

@@ -1,4 +1,4 @@
-#include "platform/FileName.h"
+#include "files/FileName.h"
 #include "tests/model/PaneModelWorld.h"
 
 #include <QTest>

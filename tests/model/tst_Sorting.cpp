@@ -1,8 +1,8 @@
 #include "model/Listing.h"
 
-#include "platform/FileKinds.h"
-#include "platform/FileName.h"
+#include "files/FileName.h"
 #include "tests/support/TestFolder.h"
+#include "widgets/FileKinds.h"
 
 #include <QTest>
 

@@ -1,11 +1,11 @@
 #pragma once
 
+#include "model/Launching.h"
 #include "model/MainModel.h"
 #include "operations/FileOperations.h"
 #include "tests/operations/OperationWorld.h"
 #include "tests/support/ArchiveSheetStub.h"
 #include "tests/support/PaneWindowStub.h"
-#include "util/Launching.h"
 
 // The operations between two panes, and what was listed again.
 struct Desk : World {
@@ -33,6 +33,6 @@ struct Desk : World {
     MainModel model { bus, defaults, alerts, queries, launching, kinds };
     PaneWindowStub window;
     ArchiveSheetStub archiveSheet;
-    FileOperations operations { bus, alerts, programs, workspace, queries, dates, questions };
+    FileOperations operations { bus, alerts, programs, workspace, queries, dates, openDialogs };
     QStringList listed;
 };

@@ -1,20 +1,20 @@
 #pragma once
 
+#include "files/FileName.h"
+#include "files/PathText.h"
+#include "model/FileQueries.h"
 #include "operations/CopyMove.h"
 #include "operations/SingleSteps.h"
 #include "operations/Workers.h"
-#include "platform/FileKinds.h"
-#include "platform/FileName.h"
-#include "platform/Questions.h"
-#include "platform/UserDefaults.h"
+#include "platform/OpenDialogs.h"
+#include "settings/DateText.h"
+#include "settings/UserDefaults.h"
 #include "tests/support/AlertScript.h"
 #include "tests/support/ProgressSheetStub.h"
 #include "tests/support/RecordedPrograms.h"
 #include "tests/support/RecordedWorkspace.h"
 #include "tests/support/TestTree.h"
-#include "util/DateText.h"
-#include "util/FileQueries.h"
-#include "util/PathText.h"
+#include "widgets/FileKinds.h"
 
 #include <QSet>
 
@@ -62,11 +62,11 @@ struct World {
     UserDefaults defaults { folder.path(u"settings.plist"_s) };
     DateText dates { defaults };
     ProgressSheetStub sheet;
-    Questions questions;
+    OpenDialogs openDialogs;
     CopyMove engine { alerts, programs, workspace, queries, dates };
     SingleSteps steps { alerts, programs, workspace, engine };
     OperationRecord record;
-    Workers workers { questions };
+    Workers workers { openDialogs };
 
     explicit World(const QString &words = {})
     {

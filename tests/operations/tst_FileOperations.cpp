@@ -36,7 +36,7 @@ void tst_FileOperations::panesAreNotListedAgainUnderAnOpenQuestion()
     Desk desk;
     const QString made = desk.source + u"/new"_s;
     {
-        const Questions::Guard open(desk.questions);
+        const OpenDialogs::Guard open(desk.openDialogs);
         desk.operations.newFolder(operationRequest(Side::Left, desk.source, desk.destination,
                                                    { u"new"_s }, UpdateBoth::No));
         QTRY_VERIFY(exists(made));

@@ -1,6 +1,6 @@
 #include "tests/operations/OperationWorld.h"
 
-#include "platform/FileSystem.h"
+#include "files/FileSystem.h"
 
 #include <QRandomGenerator>
 #include <QTest>

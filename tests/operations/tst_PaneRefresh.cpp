@@ -1,6 +1,6 @@
 #include "operations/PaneRefresh.h"
 
-#include "platform/FileSystem.h"
+#include "files/FileSystem.h"
 #include "tests/operations/DeskWorld.h"
 
 #include <QTest>

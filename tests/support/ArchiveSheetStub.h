@@ -1,11 +1,11 @@
 #pragma once
 
-#include "model/ArchiveSheetDoor.h"
+#include "model/ArchiveProgressSheet.h"
 
 #include <QStringList>
 
 // Keeps what packing and unpacking tell the archive sheet.
-class ArchiveSheetStub final : public ArchiveSheetDoor {
+class ArchiveSheetStub final : public ArchiveProgressSheet {
 public:
     void showArchiveSheet(const QString &title) override
     {

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "files/PathText.h"
 #include "model/PaneWindow.h"
-#include "util/PathText.h"
 
 // A pane's table without widgets: a selection and what was asked of it.
 class PaneTableStub final : public PaneTable {

@@ -1,16 +1,16 @@
 #pragma once
 
+#include "model/FileQueries.h"
+#include "model/Launching.h"
 #include "model/MainModel.h"
-#include "platform/FileKinds.h"
-#include "platform/UserDefaults.h"
+#include "settings/SettingsKeys.h"
+#include "settings/UserDefaults.h"
 #include "tests/support/AlertScript.h"
 #include "tests/support/PaneWindowStub.h"
 #include "tests/support/RecordedDesk.h"
 #include "tests/support/RecordedWorkspace.h"
 #include "tests/support/TestFolder.h"
-#include "util/FileQueries.h"
-#include "util/Launching.h"
-#include "util/SettingsKeys.h"
+#include "widgets/FileKinds.h"
 
 // The pane model over real folders, with a person and a desktop by script.
 struct ModelWorld {

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "files/PathText.h"
 #include "model/OperationDesk.h"
-#include "util/PathText.h"
 
 // Keeps what the operations were asked for, and does none of it.
 class RecordedDesk final : public OperationDesk {

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/FileSystem.h"
+#include "files/FileSystem.h"
+#include "files/PathText.h"
 #include "platform/Workspace.h"
-#include "util/PathText.h"
 
 #include <QMutex>
 

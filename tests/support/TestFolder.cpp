@@ -1,6 +1,6 @@
 #include "tests/support/TestFolder.h"
 
-#include "platform/FileName.h"
+#include "files/FileName.h"
 
 #include <QFile>
 #include <QtEndian>

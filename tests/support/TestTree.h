@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/FileStatus.h"
+#include "files/FileStatus.h"
 #include "tests/support/TestFolder.h"
 
 // A tree of files in words: "a/b=content, folder/, link->target, hard link==file, locked=!content".

@@ -1,8 +1,8 @@
-#include "platform/UserDefaults.h"
-#include "platform/VirtualKeys.h"
+#include "settings/SettingsKeys.h"
+#include "settings/UserDefaults.h"
 #include "tests/support/TestFolder.h"
-#include "util/SettingsKeys.h"
 #include "views/ClassicKeys.h"
+#include "views/VirtualKeys.h"
 
 #include <QtTest>
 

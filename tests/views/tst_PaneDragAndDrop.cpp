@@ -1,6 +1,6 @@
 #include "views/PaneDragAndDrop.h"
 
-#include "platform/FileUrls.h"
+#include "files/FileUrls.h"
 #include "tests/views/PanesOnFolder.h"
 #include "views/DropDecision.h"
 

@@ -1,5 +1,5 @@
-#include "platform/VirtualKeys.h"
 #include "tests/views/PanesOnFolder.h"
+#include "views/VirtualKeys.h"
 
 using namespace Qt::StringLiterals;
 

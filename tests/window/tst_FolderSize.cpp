@@ -1,9 +1,9 @@
 #include "window/FolderSize.h"
 
+#include "settings/DateText.h"
 #include "tests/support/PaneWorld.h"
-#include "util/DateText.h"
-#include "views/InfoBarTextField.h"
 #include "window/InfoBars.h"
+#include "window/InfoBarTextField.h"
 
 #include <QTest>
 #include <QThread>

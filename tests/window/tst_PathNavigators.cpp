@@ -1,6 +1,6 @@
 #include "window/PathNavigators.h"
 
-#include "platform/Localized.h"
+#include "base/Localized.h"
 #include "tests/support/PaneWorld.h"
 
 #include <QTest>
@@ -36,7 +36,6 @@ private Q_SLOTS:
     void segmentsStayUntilTheFolderLeavesTheirPath();
     void anotherFolderOfAShownNameKeepsTheCompletePath();
     void aClickGoesToThePathOfTheSegment();
-    void theOtherPanesFolder();
     void onlyTheLeftPaneKnowsWhatLiesInItsPath();
     void theFontSizeNeedsAStyle();
 };
@@ -100,18 +99,6 @@ void tst_PathNavigators::aClickGoesToThePathOfTheSegment()
     for (const auto key : { Qt::Key_End, Qt::Key_Return })
         QTest::keyClick(&control, key);
     QCOMPARE(world.navigators.navigatorPath(Side::Left), world.folder.path(odd + u"/C"_s));
-}
-
-void tst_PathNavigators::theOtherPanesFolder()
-{
-    World world;
-    for (const QString &name : { u"A"_s, u"B"_s })
-        world.folder.makeFolder(name);
-    world.show(Side::Left, u"A"_s);
-    world.show(Side::Right, u"B"_s);
-    world.navigators.useOpositePath(Side::Right);
-    for (const Side side : { Side::Left, Side::Right })
-        QCOMPARE(world.navigators.navigatorPath(side), world.folder.path(u"A"_s));
 }
 
 void tst_PathNavigators::onlyTheLeftPaneKnowsWhatLiesInItsPath()

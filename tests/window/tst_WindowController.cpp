@@ -1,15 +1,15 @@
 #include "window/WindowController.h"
 
+#include "base/Localized.h"
 #include "operations/Twinleaf.h"
-#include "platform/Localized.h"
-#include "platform/Questions.h"
+#include "platform/OpenDialogs.h"
 #include "tests/support/PaneWorld.h"
 #include "tests/support/RecordedOpenPanel.h"
 #include "tests/support/RecordedPrograms.h"
-#include "views/ElidedLabel.h"
-#include "views/InfoBarTextField.h"
 #include "views/TableViewDataSources.h"
+#include "widgets/ElidedLabel.h"
 #include "window/ClassicButton.h"
+#include "window/InfoBarTextField.h"
 #include "window/MainWindowLayout.h"
 
 #include <QAccessible>
@@ -27,15 +27,15 @@ namespace {
 
 // The whole window over real folders, with a person and a desktop by script.
 struct World : ModelWorld {
-    Questions questions;
+    OpenDialogs openDialogs;
     RecordedPrograms programs;
-    Twinleaf twinleaf { bus, defaults, alerts, programs, workspace, kinds, questions };
+    Twinleaf twinleaf { bus, defaults, alerts, programs, workspace, kinds, openDialogs };
     MainWindowLayout window { bus, model, defaults };
     TableViewDataSourceLeft leftSource { *window.leftFileList, model, bus, defaults };
     TableViewDataSourceRight rightSource { *window.rightFileList, model, bus, defaults };
     RecordedOpenPanel openPanel;
     WindowController controller {
-        window, bus, model, twinleaf, { defaults, workspace, openPanel, alerts, questions }
+        window, bus, model, twinleaf, { defaults, workspace, openPanel, alerts, openDialogs }
     };
 
     World(const QStringList &files = {})
@@ -257,7 +257,7 @@ void tst_WindowController::onlyAPaneAmongTheVolumesFollowsAMount()
     world.window.segmentedControls.right->setSegmentCount(3);
     world.window.segmentedControls.right->setLabel(2, localized("Volumes"));
     {
-        const Questions::Guard open(world.questions); // about the rows on the screen
+        const OpenDialogs::Guard open(world.openDialogs); // about the rows on the screen
         world.controller.volumeDidMount();
         QCOMPARE(world.row(u"new"_s, Side::Right), -1);
     }

@@ -1,0 +1,78 @@
+#include "commands/FolderCommands.h"
+
+#include "files/FileName.h"
+#include "files/PathText.h"
+#include "model/FileQueries.h"
+#include "model/Messages.h"
+#include "model/PaneWindow.h"
+#include "platform/Alerts.h"
+#include "platform/Workspace.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QMimeData>
+
+#include <memory>
+
+using namespace Qt::StringLiterals;
+
+FolderCommands::FolderCommands(PaneWindow &paneWindow, MessageBus &messages,
+                               const FileQueries &fileQueries, const Workspace &desktop,
+                               Alerts &alertsToAsk)
+    : window(paneWindow)
+    , bus(messages)
+    , queries(fileQueries)
+    , workspace(desktop)
+    , alerts(alertsToAsk)
+{
+}
+
+void FolderCommands::go(Side side, const QString &path)
+{
+    bus.post(DirectoryChanged[side], { .path = path, .item = PathText::lastComponent(path) });
+}
+
+void FolderCommands::homeFolderClicked(Side menu)
+{
+    go(menu, PathText::homeFolder());
+}
+
+void FolderCommands::volumesClicked(Side menu)
+{
+    // Kept: the left pane is looked at first, so the right navigator's menu sends the left pane
+    // there while that one is active.
+    const PaneTable *active = window.getFirstResponderTableView();
+    const bool left = menu == Side::Left || (active && active->side() == Side::Left);
+    bus.post(DirectoryChanged[left ? Side::Left : Side::Right],
+             { .path = workspace.volumesFolder(), .item = u"Volumes"_s });
+}
+
+void FolderCommands::otherFolderClicked(Side menu)
+{
+    const QString typed =
+        window.getStringFromInputSheet(localized("Please enter full path to folder:"),
+                                       window.getCurrentPathFromSegmentedControl(menu));
+    if (typed.isEmpty())
+        return;
+    const QString path = PathText::fromTyped(typed);
+    if (queries.isDirectory(path))
+        go(menu, path);
+    else
+        alerts.ask(Alert::error(localized("Folder does not exists!"), localized("Ok")));
+}
+
+void FolderCommands::useOpositePath(Side menu)
+{
+    go(menu, window.getCurrentPathFromSegmentedControl(otherSide(menu)));
+}
+
+void FolderCommands::copyPathClicked(Side menu, PathForm form)
+{
+    const QString path = window.getCurrentPathFromSegmentedControl(menu);
+    auto data = std::make_unique<QMimeData>();
+    // As bytes: a name that is not UTF-8 is pasted as it stands on the disk.
+    data->setData(
+        u"text/plain"_s,
+        FileName::toBytes(form == PathForm::Plain ? path : queries.getLocalizedPath(path)));
+    QGuiApplication::clipboard()->setMimeData(data.release());
+}

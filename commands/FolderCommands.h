@@ -1,0 +1,35 @@
+#pragma once
+
+#include "model/MessageBus.h"
+#include "model/Side.h"
+
+#include <QString>
+
+class Alerts;
+class FileQueries;
+class PaneWindow;
+class Workspace;
+
+// The commands of the navigators' menus: each acts on the pane whose menu it was chosen from.
+class FolderCommands final {
+public:
+    FolderCommands(PaneWindow &window, MessageBus &bus, const FileQueries &queries,
+                   const Workspace &workspace, Alerts &alerts);
+
+    void homeFolderClicked(Side menu);
+    void volumesClicked(Side menu);
+    void otherFolderClicked(Side menu);
+    void useOpositePath(Side menu); // the other pane's folder in this one
+
+    enum class PathForm { Plain, Localized };
+    void copyPathClicked(Side menu, PathForm form);
+
+private:
+    void go(Side side, const QString &path);
+
+    PaneWindow &window;
+    MessageBus &bus;
+    const FileQueries &queries;
+    const Workspace &workspace;
+    Alerts &alerts;
+};

@@ -1,0 +1,222 @@
+#include "commands/PaneCommands.h"
+
+#include "commands/MenuValidation.h"
+#include "files/FileName.h"
+#include "files/PathText.h"
+#include "model/FileQueries.h"
+#include "model/MainModel.h"
+#include "model/OperationDesk.h"
+#include "model/PaneWindow.h"
+#include "operations/Archives.h"
+#include "platform/Alerts.h"
+#include "platform/OpenPanel.h"
+
+using namespace Qt::StringLiterals;
+
+QString nameOfDuplicate(const QString &name, bool isFolder)
+{
+    if (isFolder)
+        return name + localized(" Copy");
+    const QString extension = PathText::extension(name);
+    const QString copy = PathText::withoutExtension(name) + localized(" Copy");
+    return extension.isEmpty() ? copy : PathText::withExtension(copy, extension);
+}
+
+PaneCommands::PaneCommands(PaneWindow &paneWindow, MessageBus &messages, MainModel &model,
+                           OperationDesk &desk, const FileQueries &fileQueries, OpenPanel &panel,
+                           Alerts &alertsToAsk)
+    : window(paneWindow)
+    , bus(messages)
+    , mainModel(model)
+    , twinleaf(desk)
+    , queries(fileQueries)
+    , openPanel(panel)
+    , alerts(alertsToAsk)
+{
+}
+
+PaneTable *PaneCommands::listOnItem() const
+{
+    PaneTable *list = window.getFirstResponderTableView();
+    return list && isRow(list->selectedRow()) ? list : nullptr;
+}
+
+void PaneCommands::post(const Message<ItemRequest> &message) const
+{
+    if (const PaneTable *list = listOnItem())
+        bus.post(message,
+                 { .side = list->side(),
+                   .item = list->selectedRows(),
+                   .seen = mainModel.rows(list->side()) });
+}
+
+void PaneCommands::copyButtonClicked()
+{
+    post(CopyItem);
+}
+
+void PaneCommands::moveButtonClicked()
+{
+    post(MoveItem);
+}
+
+void PaneCommands::deleteButtonClicked()
+{
+    post(DeleteItem);
+}
+
+void PaneCommands::postSelectedRow(const Message<ItemRequest> &message) const
+{
+    if (const PaneTable *list = listOnItem())
+        bus.post(message,
+                 { .side = list->side(),
+                   .item = { list->selectedRow() },
+                   .seen = mainModel.rows(list->side()) });
+}
+
+void PaneCommands::renameButtonClicked()
+{
+    postSelectedRow(RenameItem);
+}
+
+void PaneCommands::infoClicked()
+{
+    postSelectedRow(ShowInfo);
+}
+
+void PaneCommands::newFolderButtonClicked()
+{
+    const PaneTable *list = window.getFirstResponderTableView();
+    bus.post(NewFolder, { .side = list ? std::optional(list->side()) : std::nullopt });
+}
+
+void PaneCommands::openClicked()
+{
+    if (const PaneTable *list = window.getFirstResponderTableView())
+        bus.post(GetRows[list->side()],
+                 { .rows = list->selectedRows(), .seen = mainModel.rows(list->side()) });
+}
+
+void PaneCommands::reloadClicked()
+{
+    if (const PaneTable *list = window.getFirstResponderTableView())
+        bus.post(DirectoryChanged[list->side()],
+                 { .path = window.getCurrentPathFromSegmentedControl(list->side()) });
+}
+
+void PaneCommands::duplicateClicked()
+{
+    const QString path = listOnItem() ? selectedPath() : QString();
+    if (path.isEmpty())
+        return;
+    const QString name = nameOfDuplicate(PathText::lastComponent(path), queries.isDirectory(path));
+    twinleaf.duplicateItem(path, PathText::joined(PathText::parent(path), name));
+}
+
+void PaneCommands::openWithClicked()
+{
+    if (const auto application = openPanel.chooseApplication())
+        openWith(*application);
+}
+
+void PaneCommands::openWith(const QString &application)
+{
+    OpenWithRequest request { .appPath = application };
+    if (const PaneTable *list = window.getFirstResponderTableView()) {
+        request.items = list->selectedRows();
+        request.side = list->side();
+        request.seen = mainModel.rows(list->side());
+    }
+    bus.post(OpenFileWithApplication, request);
+}
+
+void PaneCommands::packageContentClicked()
+{
+    mainModel.setInsideBundle(true);
+    if (const PaneTable *list = window.getFirstResponderTableView())
+        if (const QString path = selectedPath(); !path.isEmpty())
+            bus.post(DirectoryChanged[list->side()], { .path = path });
+}
+
+void PaneCommands::ejectClicked()
+{
+    const QString path = selectedPath();
+    if (path.isEmpty() || _ejecting.contains(path))
+        return;
+    _ejecting.insert(path);
+    window.setProgressIndicator(true);
+    const bool ejected = queries.unmountVolume(path); // what is not written yet takes its time
+    window.setProgressIndicator(false);
+    _ejecting.remove(path);
+    if (!ejected)
+        alerts.ask(Alert::error(filled(localized("'%@' could not be ejected!"),
+                                       FileName::shown(PathText::lastComponent(path)))));
+}
+
+void PaneCommands::archiveClicked()
+{
+    const PaneTable *list = listOnItem();
+    if (!list)
+        return;
+    // The rows asked about, whatever is listed when the sheet was answered.
+    const Listing rows = mainModel.rows(list->side());
+    QStringList items;
+    const RowSet selected = list->selectedRows();
+    for (const int row : selected)
+        if (row > 0 && rows.holds(row)) // ".." would pack everything around the selected items
+            items.append(rows[row].path());
+    if (items.isEmpty())
+        return;
+    const QString destination = window.getCurrentPathFromSegmentedControl(otherSide(list->side()));
+    const QString suggested =
+        PathText::withExtension(PathText::lastComponent(items.first()), u"zip"_s);
+    const QString name =
+        window.getStringFromInputSheet(localized("Please enter archive name:"), suggested);
+    if (name.isEmpty())
+        return;
+    // Under its final name: that is the file which would be replaced.
+    const QString archive = archiveFileName(name);
+    if (PathText::isItemName(archive) && exists(PathText::joined(destination, archive))) {
+        const Alert question { .style = Alert::Style::Informational,
+                               .title = localized("Twinleaf - Information"),
+                               .text = localized("Archive already exists! Override?"),
+                               .buttons = { { Alert::No, localized("No") },
+                                            { Alert::Yes, localized("Yes") } },
+                               .cancel = Alert::No };
+        if (alerts.ask(question) != Alert::Yes)
+            return;
+    }
+    twinleaf.archiveItems(items, destination, name);
+}
+
+void PaneCommands::unpackClicked()
+{
+    const PaneTable *list = listOnItem();
+    if (!list)
+        return;
+    const Listing &rows = mainModel.rows(list->side());
+    const int row = list->selectedRows().first();
+    if (!rows.holds(row))
+        return;
+    const QString archive = rows[row].path();
+    const QString extension = PathText::extension(archive);
+    if (extension != u"zip" && extension != u"gzip" && extension != u"cpgz") {
+        Alert alert = Alert::error(filled(localized("'%@' is not an archive!"),
+                                          FileName::shown(PathText::lastComponent(archive))));
+        alert.style = Alert::Style::Informational;
+        alerts.ask(alert);
+        return;
+    }
+    twinleaf.unpackArchive(archive,
+                           window.getCurrentPathFromSegmentedControl(otherSide(list->side())));
+}
+
+QString PaneCommands::selectedPath(bool orFirst) const
+{
+    const PaneTable *list = window.getFirstResponderTableView();
+    if (!list)
+        return {};
+    const int row = orFirst ? std::max(list->selectedRow(), 0) : list->selectedRow();
+    const Listing &rows = mainModel.rows(list->side());
+    return rows.holds(row) ? rows[row].path() : QString();
+}

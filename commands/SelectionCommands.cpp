@@ -1,0 +1,160 @@
+#include "commands/SelectionCommands.h"
+
+#include "base/Localized.h"
+#include "files/PathText.h"
+#include "model/FileQueries.h"
+#include "model/Launching.h"
+#include "model/MainModel.h"
+#include "model/PaneWindow.h"
+#include "settings/CalendarFormat.h"
+#include "settings/SettingsKeys.h"
+#include "settings/UserDefaults.h"
+
+#include <algorithm>
+#include <iterator>
+#include <numeric>
+
+using namespace Qt::StringLiterals;
+
+SelectionCommands::SelectionCommands(PaneWindow &paneWindow, MessageBus &messages,
+                                     const MainModel &model, const FileQueries &fileQueries,
+                                     Launching &launcher, const UserDefaults &settings,
+                                     AskForPattern ask)
+    : window(paneWindow)
+    , bus(messages)
+    , mainModel(model)
+    , queries(fileQueries)
+    , launching(launcher)
+    , defaults(settings)
+    , _askForPattern(std::move(ask))
+{
+    bus.subscribe(SpotlightSearchResultClicked, this,
+                  &SelectionCommands::spotlightSearchResultClicked);
+    bus.subscribe(LetterPressed, this, &SelectionCommands::letterPressed);
+}
+
+SelectionCommands::~SelectionCommands()
+{
+    bus.unsubscribe(this);
+}
+
+RowMatching::DateToText SelectionCommands::dateText() const
+{
+    const Settings::Key key =
+        mainModel.useLongDateFormat() ? Settings::TimeDateFormat : Settings::ShortTimeDateFormat;
+    return [format = defaults.string(key).value_or(QString()),
+            locale = defaults.dictionaryRepresentation()](const QDateTime &date) {
+        return CalendarFormat::text(date, format, locale);
+    };
+}
+
+void SelectionCommands::show(PaneTable &list, int row)
+{
+    if (row < 0)
+        return; // nothing found: the selection stays
+    list.selectRow(row);
+    list.scrollToRow(row);
+}
+
+void SelectionCommands::letterPressed(const TypedLetter &typed)
+{
+    if (PaneTable *list = window.getFirstResponderTableView())
+        show(*list,
+             RowMatching::nextLetterItem(typed.characters, mainModel.rows(list->side()),
+                                         list->selectedRow()));
+}
+
+void SelectionCommands::selectAllClicked()
+{
+    PaneTable *list = window.getFirstResponderTableView();
+    if (!list)
+        return;
+    RowSet all(list->rowCount());
+    std::iota(all.begin(), all.end(), 0);
+    list->selectRows(all);
+}
+
+void SelectionCommands::selectSameClicked()
+{
+    if (PaneTable *list = window.getFirstResponderTableView())
+        list->selectRows(RowMatching::rowsOfSameName(mainModel.rows(list->side()),
+                                                     mainModel.rows(otherSide(list->side()))));
+}
+
+void SelectionCommands::compareFoldersClicked()
+{
+    PaneTable *list = window.getFirstResponderTableView();
+    PaneTable *other = window.getOtherResponderTableView();
+    if (!list || !other)
+        return;
+    const auto equal =
+        RowMatching::equalRows(mainModel.rows(list->side()), mainModel.rows(other->side()));
+    list->selectRows(equal.here);
+    other->selectRows(equal.there);
+}
+
+void SelectionCommands::groupSelectClicked()
+{
+    group(true);
+}
+
+void SelectionCommands::groupDeselectClicked()
+{
+    group(false);
+}
+
+void SelectionCommands::group(bool select)
+{
+    const ExpandSelection request =
+        _askForPattern(select ? localized("Group selection") : localized("Group deselection"));
+    PaneTable *list = window.getFirstResponderTableView();
+    if (request.text.isEmpty() || !list)
+        return;
+    const RowSet matching =
+        RowMatching::matchingRows(mainModel.rows(list->side()), request, dateText());
+    const RowSet selected = list->selectedRows();
+    RowSet result;
+    if (select)
+        std::ranges::set_union(selected, matching, std::back_inserter(result));
+    else
+        std::ranges::set_difference(selected, matching, std::back_inserter(result));
+    list->selectRows(result);
+}
+
+void SelectionCommands::searchClicked(Ask ask)
+{
+    if (ask == Ask::Always || _globalSearchString.isEmpty())
+        _globalSearchString = window.getStringFromInputSheet(
+            localized("Please enter search term(s):"), _globalSearchString);
+    PaneTable *list = window.getFirstResponderTableView();
+    if (_globalSearchString.isEmpty() || !list)
+        return;
+    show(*list,
+         RowMatching::nextFoundItem(_globalSearchString, mainModel.rows(list->side()),
+                                    list->selectedRow(), dateText()));
+}
+
+void SelectionCommands::spotlightSearchClicked()
+{
+    bus.post(SpotlightSearch);
+}
+
+void SelectionCommands::spotlightSearchMenuItemClicked()
+{
+    const PaneTable *list = window.getFirstResponderTableView();
+    if (list && mainModel.rows(list->side()).holds(list->selectedRow()))
+        bus.post(SpotlightSearch, { mainModel.rows(list->side())[list->selectedRow()].name() });
+}
+
+void SelectionCommands::spotlightSearchResultClicked(const ChosenResult &result)
+{
+    const QString extension = PathText::extension(result.path);
+    if (extension == u"app"_s)
+        launching.launchApp(result.path);
+    else if (extension == u"pkg"_s || extension == u"mpkg"_s)
+        launching.launchInstallerPackage(result.path);
+    else if (!queries.isDirectory(result.path))
+        launching.launchFileURLs({ result.path });
+    else if (const PaneTable *list = window.getFirstResponderTableView())
+        bus.post(DirectoryChanged[list->side()], { .path = result.path });
+}

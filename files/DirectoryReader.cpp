@@ -1,0 +1,75 @@
+#include "files/DirectoryReader.h"
+
+#include "files/FileName.h"
+#include "files/StatxStatus.h"
+
+#include <cerrno>
+#include <cstring>
+#include <dirent.h>
+#include <fcntl.h>
+#include <memory>
+#include <sched.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr size_t BufferSize = 256 * 1024; // bytes
+
+std::error_code lastError()
+{
+    return { errno, std::generic_category() };
+}
+
+} // namespace
+
+DirectoryReader::~DirectoryReader()
+{
+    if (_descriptor >= 0)
+        ::close(_descriptor);
+}
+
+std::error_code DirectoryReader::open(const QString &path, Links links)
+{
+    _descriptor =
+        ::open(FileName::toBytes(path).constData(),
+               O_RDONLY | O_DIRECTORY | O_CLOEXEC | (links == Links::NoFollow ? O_NOFOLLOW : 0));
+    return _descriptor < 0 ? lastError() : std::error_code();
+}
+
+std::error_code DirectoryReader::openAt(int folder, const char *name)
+{
+    _descriptor = ::openat(folder, name, O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NOFOLLOW);
+    return _descriptor < 0 ? lastError() : std::error_code();
+}
+
+std::error_code DirectoryReader::read(const std::function<bool(const DirectoryItem &)> &visit)
+{
+    const auto buffer = std::make_unique_for_overwrite<char[]>(BufferSize);
+    for (;;) {
+        const long filled = ::syscall(SYS_getdents64, _descriptor, buffer.get(), BufferSize);
+        if (filled < 0)
+            return lastError();
+        if (filled == 0)
+            return {};
+        for (long at = 0; at < filled;) {
+            const auto *item = reinterpret_cast<const dirent64 *>(buffer.get() + at);
+            at += item->d_reclen;
+            const QByteArrayView name(item->d_name, qsizetype(std::strlen(item->d_name)));
+            if (name == "." || name == "..")
+                continue;
+            if (!visit({ name, item->d_type }))
+                return {};
+        }
+    }
+}
+
+bool DirectoryReader::workHere() const
+{
+    return ::unshare(CLONE_FS) == 0 && ::fchdir(_descriptor) == 0;
+}
+
+std::optional<FileStatus> DirectoryReader::status(const char *name, Links links) const
+{
+    return statxStatus(_descriptor, name, links);
+}

@@ -1,0 +1,236 @@
+#include "files/FileSystem.h"
+
+#include "files/DirectoryReader.h"
+#include "files/FileName.h"
+
+#include <QList>
+
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/xattr.h>
+#include <unistd.h>
+
+namespace {
+
+std::error_code errorOf(int result)
+{
+    return result == 0 ? std::error_code() : std::error_code(errno, std::generic_category());
+}
+
+std::error_code error(std::errc code)
+{
+    return std::make_error_code(code);
+}
+
+QByteArray lastName(const QByteArray &path)
+{
+    return path.mid(path.lastIndexOf('/') + 1);
+}
+
+QByteArray folderOf(const QByteArray &path)
+{
+    const qsizetype slash = path.lastIndexOf('/');
+    return slash > 0 ? path.left(slash) : QByteArray("/");
+}
+
+// A NUL would end the path early: the call would then reach another item.
+bool isPath(const QByteArray &path)
+{
+    return !path.isEmpty() && !path.contains('\0');
+}
+
+bool isFolderEntry(const QByteArray &name)
+{
+    return name == "." || name == "..";
+}
+
+bool exists(const QByteArray &path)
+{
+    struct stat status;
+    return ::lstat(path.constData(), &status) == 0;
+}
+
+// For a file system without RENAME_NOREPLACE (some network and FUSE ones).
+std::error_code renameChecked(const QByteArray &from, const QByteArray &to)
+{
+    struct stat status;
+    if (::lstat(from.constData(), &status) != 0)
+        return errorOf(-1);
+    if (S_ISREG(status.st_mode)) {
+        // A link cannot replace anything, however late something appears at the name.
+        if (::link(from.constData(), to.constData()) == 0)
+            return errorOf(::unlink(from.constData()));
+        if (errno == EEXIST)
+            return errorOf(-1);
+    }
+    if (exists(to))
+        return error(std::errc::file_exists);
+    return errorOf(::rename(from.constData(), to.constData()));
+}
+
+std::error_code renameNoReplaceBytes(const QByteArray &from, const QByteArray &to)
+{
+    if (!isPath(from) || !isPath(to))
+        return error(std::errc::invalid_argument);
+    if (::renameat2(AT_FDCWD, from.constData(), AT_FDCWD, to.constData(), RENAME_NOREPLACE) == 0)
+        return {};
+    if (errno == EINVAL || errno == ENOSYS || errno == EOPNOTSUPP)
+        return renameChecked(from, to);
+    return errorOf(-1);
+}
+
+// Whether both names are one entry of a folder that folds case: then only one of them is listed.
+bool isOneEntry(const QByteArray &from, const QByteArray &to)
+{
+    if (folderOf(from) != folderOf(to)
+        || FileName::fromBytes(from).compare(FileName::fromBytes(to), Qt::CaseInsensitive) != 0)
+        return false;
+    struct stat a;
+    struct stat b;
+    if (::lstat(from.constData(), &a) != 0 || ::lstat(to.constData(), &b) != 0
+        || a.st_ino != b.st_ino || a.st_dev != b.st_dev)
+        return false;
+    DirectoryReader reader;
+    if (reader.open(FileName::fromBytes(folderOf(from))))
+        return false;
+    bool listed = false;
+    const bool whole = !reader.read([&](const DirectoryItem &item) {
+        listed = listed || item.name == lastName(to);
+        return true;
+    });
+    return whole && !listed;
+}
+
+dev_t deviceOf(const struct statx &status)
+{
+    return (dev_t(status.stx_dev_major) << 32) | status.stx_dev_minor;
+}
+
+// Removes one entry; a folder with everything in it. Depth costs one descriptor a level.
+std::error_code removeAt(int folder, const char *name, dev_t device)
+{
+    struct statx status;
+    if (::statx(folder, name, AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT, STATX_BASIC_STATS, &status)
+        != 0)
+        return errorOf(-1);
+    if (deviceOf(status) != device || (status.stx_attributes & STATX_ATTR_MOUNT_ROOT))
+        return error(std::errc::device_or_resource_busy);
+    if (!S_ISDIR(status.stx_mode))
+        return errorOf(::unlinkat(folder, name, 0));
+
+    DirectoryReader reader;
+    if (const auto failed = reader.openAt(folder, name))
+        return failed;
+    QList<QByteArray> names;
+    if (const auto failed = reader.read([&](const DirectoryItem &item) {
+            names.append(item.name.toByteArray());
+            return true;
+        }))
+        return failed;
+    std::error_code first;
+    for (const QByteArray &entry : std::as_const(names)) {
+        if (const auto failed = removeAt(reader.descriptor(), entry.constData(), device); !first)
+            first = failed;
+    }
+    return first ? first : errorOf(::unlinkat(folder, name, AT_REMOVEDIR));
+}
+
+QList<QByteArray> userAttributes(const QByteArray &path)
+{
+    QByteArray names(4096, Qt::Uninitialized);
+    ssize_t length = ::llistxattr(path.constData(), names.data(), size_t(names.size()));
+    if (length < 0 && errno == ERANGE) {
+        names.resize(65536); // the kernel's own limit
+        length = ::llistxattr(path.constData(), names.data(), size_t(names.size()));
+    }
+    QList<QByteArray> result;
+    for (ssize_t at = 0; at < length;) {
+        const QByteArray name(names.constData() + at);
+        if (name.startsWith("user."))
+            result.append(name);
+        at += name.size() + 1;
+    }
+    return result;
+}
+
+} // namespace
+
+std::error_code FileSystem::makeFolder(const QString &path)
+{
+    const QByteArray bytes = FileName::toBytes(path);
+    return isPath(bytes) ? errorOf(::mkdir(bytes.constData(), 0777))
+                         : error(std::errc::invalid_argument);
+}
+
+std::error_code FileSystem::renameNoReplace(const QString &from, const QString &to)
+{
+    return renameNoReplaceBytes(FileName::toBytes(from), FileName::toBytes(to));
+}
+
+std::error_code FileSystem::renameItem(const QString &from, const QString &to)
+{
+    const QByteArray source = FileName::toBytes(from);
+    const QByteArray target = FileName::toBytes(to);
+    const QByteArray name = lastName(target);
+    if (name.isEmpty() || isFolderEntry(name) || isFolderEntry(lastName(source)) || source == "/")
+        return error(std::errc::invalid_argument);
+    const auto failed = renameNoReplaceBytes(source, target);
+    if (failed == std::errc::file_exists && isOneEntry(source, target))
+        return errorOf(::rename(source.constData(), target.constData()));
+    return failed;
+}
+
+std::error_code FileSystem::removeTree(const QString &path)
+{
+    const QByteArray bytes = FileName::toBytes(path);
+    if (!isPath(bytes) || isFolderEntry(lastName(bytes)))
+        return error(std::errc::invalid_argument);
+    struct statx status;
+    if (::statx(AT_FDCWD, bytes.constData(), AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT,
+                STATX_BASIC_STATS, &status)
+        != 0)
+        return errorOf(-1);
+    return removeAt(AT_FDCWD, bytes.constData(), deviceOf(status));
+}
+
+std::error_code FileSystem::removeEmptyFolder(const QString &path)
+{
+    const QByteArray bytes = FileName::toBytes(path);
+    return isPath(bytes) ? errorOf(::rmdir(bytes.constData())) : error(std::errc::invalid_argument);
+}
+
+std::error_code FileSystem::sync(const QString &path)
+{
+    const int descriptor =
+        ::open(FileName::toBytes(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (descriptor < 0)
+        return errorOf(-1);
+    const auto result = errorOf(::syncfs(descriptor));
+    ::close(descriptor);
+    return result;
+}
+
+bool FileSystem::hasUserAttributes(const QString &path)
+{
+    return !userAttributes(FileName::toBytes(path)).isEmpty();
+}
+
+void FileSystem::copyUserAttributes(const QString &from, const QString &to)
+{
+    const QByteArray source = FileName::toBytes(from);
+    const QByteArray target = FileName::toBytes(to);
+    const auto names = userAttributes(source);
+    for (const QByteArray &name : names) {
+        const ssize_t size = ::lgetxattr(source.constData(), name.constData(), nullptr, 0);
+        if (size < 0)
+            continue;
+        QByteArray value(size, Qt::Uninitialized);
+        const ssize_t read =
+            ::lgetxattr(source.constData(), name.constData(), value.data(), size_t(size));
+        if (read >= 0)
+            ::lsetxattr(target.constData(), name.constData(), value.constData(), size_t(read),
+                        XATTR_CREATE);
+    }
+}

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "files/FileStatus.h"
+
+#include <system_error>
+
+// The changes to the file system that the program makes by itself. Names are bytes, links are never
+// followed, nothing is ever replaced. Each answers the system's error, or none. Any thread.
+namespace FileSystem {
+
+// Creates one folder (mode 0777 less the umask).
+std::error_code makeFolder(const QString &path);
+
+// Renames within one file system and fails with file_exists rather than replace anything. Uses
+// RENAME_NOREPLACE; where the file system lacks it, a check and a plain rename (for a regular file
+// a hard link and an unlink, which cannot replace either).
+std::error_code renameNoReplace(const QString &from, const QString &to);
+
+// Like renameNoReplace, and lets a name change its case on a folder that folds case. "" or "." or
+// ".." or a name with "/" or NUL as last component of `to` is refused with invalid_argument.
+std::error_code renameItem(const QString &from, const QString &to);
+
+// Removes a file, a link or a whole tree. Never follows a link and never crosses a mount point: one
+// inside the tree stops the removal with device_or_resource_busy.
+std::error_code removeTree(const QString &path);
+
+// Removes a folder only when nothing is in it.
+std::error_code removeEmptyFolder(const QString &path);
+
+// Waits until everything written to the file system that holds the path is on the medium.
+std::error_code sync(const QString &path);
+
+// Copies the extended attributes "user.*" that `from` has and `to` lacks; does nothing where either
+// side has no attributes. Links are not followed.
+void copyUserAttributes(const QString &from, const QString &to);
+
+// Whether the item itself carries any "user.*" attribute.
+bool hasUserAttributes(const QString &path);
+
+} // namespace FileSystem

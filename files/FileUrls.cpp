@@ -1,0 +1,61 @@
+#include "files/FileUrls.h"
+
+#include "files/FileName.h"
+
+#include <unistd.h>
+
+namespace {
+
+// "localhost" and this machine's own name stand for no host at all.
+bool isThisMachine(const QByteArray &host)
+{
+    char name[256] = {};
+    return host.isEmpty() || host.compare("localhost", Qt::CaseInsensitive) == 0
+        || (gethostname(name, sizeof name - 1) == 0
+            && host.compare(name, Qt::CaseInsensitive) == 0);
+}
+
+std::optional<QString> pathOf(const QByteArray &url)
+{
+    if (url.left(5).compare("file:", Qt::CaseInsensitive) != 0)
+        return std::nullopt;
+    QByteArray rest = url.mid(5);
+    if (rest.startsWith("//")) {
+        const qsizetype slash = rest.indexOf('/', 2);
+        if (slash < 0 || !isThisMachine(rest.mid(2, slash - 2)))
+            return std::nullopt;
+        rest = rest.mid(slash);
+    }
+    QByteArray path = QByteArray::fromPercentEncoding(rest);
+    if (!path.startsWith('/') || path.contains('\0'))
+        return std::nullopt;
+    while (path.size() > 1 && path.endsWith('/'))
+        path.chop(1);
+    return FileName::fromBytes(path);
+}
+
+} // namespace
+
+QByteArray FileUrls::uriList(const QStringList &paths)
+{
+    QByteArray list;
+    for (const QString &path : paths)
+        list += "file://" + FileName::toBytes(path).toPercentEncoding("/") + "\r\n";
+    return list;
+}
+
+std::optional<QStringList> FileUrls::pathsOf(const QByteArray &uriList)
+{
+    QStringList paths;
+    const auto lines = uriList.split('\n');
+    for (const QByteArray &line : lines) {
+        const QByteArray url = line.trimmed();
+        if (url.isEmpty() || url.startsWith('#') || url == QByteArray(1, '\0'))
+            continue;
+        const auto path = pathOf(url);
+        if (!path)
+            return std::nullopt;
+        paths.append(*path);
+    }
+    return paths.isEmpty() ? std::nullopt : std::optional(paths);
+}

@@ -1,0 +1,118 @@
+#include "files/Journal.h"
+
+#include "files/DirectoryReader.h"
+#include "files/FileName.h"
+
+#include <QUuid>
+
+#include <cerrno>
+#include <cstdlib>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void makeFolders(const QByteArray &path)
+{
+    for (qsizetype slash = path.indexOf('/', 1); slash > 0; slash = path.indexOf('/', slash + 1))
+        ::mkdir(path.left(slash).constData(), 0700);
+    ::mkdir(path.constData(), 0700);
+}
+
+QByteArray readAll(int descriptor)
+{
+    QByteArray bytes;
+    char buffer[4096];
+    for (ssize_t n = 0; (n = ::read(descriptor, buffer, sizeof buffer)) > 0;)
+        bytes.append(buffer, n);
+    return bytes;
+}
+
+} // namespace
+
+Journal::Journal(const QString &folder)
+    : _folder(FileName::toBytes(folder))
+{
+}
+
+QString Journal::stateFolder()
+{
+    if (const char *state = std::getenv("XDG_STATE_HOME"); state && *state == '/')
+        return FileName::fromBytes(state) + u"/twinleaf"_s;
+    const char *home = std::getenv("HOME");
+    return FileName::fromBytes(home ? home : "/") + u"/.local/state/twinleaf"_s;
+}
+
+Journal::Note::Note(QByteArray file, int descriptor, QStringList fields)
+    : _file(std::move(file))
+    , _descriptor(descriptor)
+    , _fields(std::move(fields))
+{
+}
+
+Journal::Note::~Note()
+{
+    ::close(_descriptor);
+}
+
+void Journal::Note::remove()
+{
+    ::unlink(_file.constData());
+}
+
+std::unique_ptr<Journal::Note> Journal::write(const QStringList &fields) const
+{
+    const QByteArray file = _folder + '/' + QUuid::createUuid().toByteArray(QUuid::WithoutBraces);
+    const auto open = [&] {
+        return ::open(file.constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+    };
+    int descriptor = open();
+    if (descriptor < 0 && errno == ENOENT) {
+        makeFolders(_folder);
+        descriptor = open();
+    }
+    if (descriptor < 0)
+        return nullptr;
+    std::unique_ptr<Note> note(new Note(file, descriptor, fields));
+
+    // Each field ends with a NUL, which no file name holds: a note cut short by a crash shows.
+    QByteArray bytes;
+    for (const QString &field : fields)
+        bytes += FileName::toBytes(field) + '\0';
+    if (::flock(descriptor, LOCK_EX | LOCK_NB) != 0
+        || ::write(descriptor, bytes.constData(), size_t(bytes.size())) != bytes.size()) {
+        note->remove();
+        return nullptr;
+    }
+    return note;
+}
+
+QList<std::shared_ptr<Journal::Note>> Journal::abandoned() const
+{
+    QList<std::shared_ptr<Note>> notes;
+    DirectoryReader reader;
+    if (reader.open(FileName::fromBytes(_folder)))
+        return notes;
+    reader.read([&](const DirectoryItem &item) {
+        const QByteArray file = _folder + '/' + item.name.toByteArray();
+        const int descriptor = ::open(file.constData(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW);
+        if (descriptor < 0)
+            return true;
+        if (::flock(descriptor, LOCK_EX | LOCK_NB) != 0) {
+            ::close(descriptor);
+            return true;
+        }
+        QStringList fields;
+        QList<QByteArray> parts = readAll(descriptor).split('\0');
+        parts.removeLast(); // what stands behind the last NUL
+        for (const QByteArray &part : std::as_const(parts))
+            fields.append(FileName::fromBytes(part));
+        notes.append(std::shared_ptr<Note>(new Note(file, descriptor, fields)));
+        return true;
+    });
+    return notes;
+}

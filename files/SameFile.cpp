@@ -1,0 +1,85 @@
+#include "files/SameFile.h"
+#include "files/FileName.h"
+#include "files/MountTable.h"
+#include "files/StatxStatus.h"
+
+#include <climits>
+#include <cstdlib>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace {
+
+// Where a folder lies in its file system, whatever mount it was reached by.
+struct Place {
+    quint64 device = 0;
+    QString path;
+};
+
+std::optional<Place> placeOf(const QString &folder, const MountTable &table)
+{
+    char resolved[PATH_MAX];
+    if (!::realpath(FileName::toBytes(folder).constData(), resolved))
+        return std::nullopt;
+    const QString path = FileName::fromBytes(resolved);
+    const Mount *mount = table.mountOf(path);
+    if (!mount)
+        return std::nullopt;
+    QString below = mount->point == u"/" ? path : path.mid(mount->point.size());
+    if (mount->root != u"/")
+        below.prepend(mount->root);
+    while (below.endsWith(u'/'))
+        below.chop(1);
+    return Place { mount->device, below };
+}
+
+// Follows ".." from a folder up to the root.
+bool isBelow(const QString &inner, const FileIdentity &folder)
+{
+    int at = ::open(FileName::toBytes(inner).constData(), O_PATH | O_DIRECTORY | O_CLOEXEC);
+    std::optional<FileIdentity> last;
+    bool found = false;
+    while (at >= 0 && !found) {
+        const auto status = statxStatus(at, ".", Links::NoFollow);
+        if (!status || status->identity == last)
+            break;
+        last = status->identity;
+        found = *last == folder;
+        const int up = ::openat(at, "..", O_PATH | O_DIRECTORY | O_CLOEXEC);
+        ::close(at);
+        at = up;
+    }
+    if (at >= 0)
+        ::close(at);
+    return found;
+}
+
+} // namespace
+
+bool SameFile::isSame(const QString &a, const QString &b)
+{
+    for (const Links linksOfA : { Links::NoFollow, Links::Follow }) {
+        const auto first = fileStatus(a, linksOfA);
+        for (const Links linksOfB : { Links::NoFollow, Links::Follow }) {
+            const auto second = fileStatus(b, linksOfB);
+            if (first && second && first->identity == second->identity)
+                return true;
+        }
+    }
+    return false;
+}
+
+bool SameFile::isInside(const QString &inner, const QString &folder)
+{
+    const auto status = fileStatus(folder, Links::NoFollow);
+    if (!status || status->kind != FileKind::Directory)
+        return false;
+    if (isBelow(inner, status->identity))
+        return true;
+    // A part of the folder may be mounted elsewhere a second time.
+    const MountTable table = MountTable::current();
+    const auto a = placeOf(inner, table);
+    const auto b = placeOf(folder, table);
+    return a && b && a->device == b->device
+        && (a->path == b->path || a->path.startsWith(b->path + u'/'));
+}

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QString>
+
+// Which file is which: through links, hard links, bind mounts and other names for one folder.
+namespace SameFile {
+
+// Whether both paths lead to one file or folder, each taken as itself and as what it links to.
+bool isSame(const QString &a, const QString &b);
+
+// Whether the existing folder `inner` is `folder` itself or lies anywhere below it, also by way of
+// another mount of the same file system. `folder` is taken as itself: a link is no folder.
+bool isInside(const QString &inner, const QString &folder);
+
+} // namespace SameFile

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "files/FileStatus.h"
+
+#include <QColor>
+#include <QDateTime>
+#include <QIcon>
+#include <QStringList>
+
+#include <atomic>
+
+class FileKinds;
+class Workspace;
+
+// The questions the panes, sheets and operations ask about a path. Failures answer the stated
+// fall-back and are never shown. Any thread unless said otherwise; every answer comes fresh from
+// disk.
+class FileQueries {
+public:
+    FileQueries(Workspace &workspace, const FileKinds &kinds);
+
+    // Whether attributes "as set" are those of a link's target. Set by the pane model.
+    void setTraverseLinks(bool follow) { _traverseLinks = follow; }
+    Links linksAsSet() const { return _traverseLinks ? Links::Follow : Links::NoFollow; }
+
+    bool isFileHidden(const QString &path) const;
+    bool isDirectory(const QString &path) const; // a folder that is no package, links followed
+    bool isPackage(const QString &path) const;
+    bool isItemFolderOrOversized(const QString &path) const;
+    bool isSymbolicLink(const QString &path) const;
+    QString pathContentOfSymbolicLinkAtPath(const QString &path) const;
+    QString getPathContentOfSymbolicLinkAtPath(const QString &path) const;
+    bool isAlias(const QString &path) const;
+    QString resolveAliasPath(const QString &path) const;
+    int finderLabelColorOfPath(const QString &path) const;
+    static int labelOfBits(int bits); // the 3-bit label field of the Finder flags
+    static QColor finderLabelColor(int label);
+    QString getFileType(const QString &path) const; // main thread
+    QString getApplicationForFile(const QString &path) const; // main thread
+    QIcon
+    getIconForFile(const QString &path) const; // main thread; any size, so no width and height
+    QString getLocalizedPath(const QString &path) const;
+    static QString getPathComponents(const QString &path, int toIndex);
+    static QString getPathComponent(const QString &path, int fromIndex);
+    QString getMountedLocalVolumePath(int index) const;
+    bool isVolumeMounted(const QString &path) const;
+    bool
+    unmountVolume(const QString &path) const; // main thread; false: told to the user by the caller
+    QDateTime getDateForFile(const QString &path) const; // invalid when the path has no attributes
+
+    static bool isStringInSubstring(const QString &text, const QString &search,
+                                    Qt::CaseSensitivity sensitivity = Qt::CaseSensitive);
+
+private:
+    Workspace &workspace;
+    const FileKinds &kinds;
+    std::atomic<bool> _traverseLinks { true }; // set by the main thread, read by workers
+};

@@ -1,0 +1,137 @@
+#include "sheets/WorkingSheet.h"
+
+#include "base/Localized.h"
+#include "files/FileName.h"
+#include "model/Messages.h"
+#include "widgets/ElidedLabel.h"
+
+#include <QApplication>
+#include <QHBoxLayout>
+#include <QProgressBar>
+#include <QPushButton>
+
+#include <chrono>
+
+namespace {
+
+constexpr auto PaintPause = std::chrono::milliseconds(30); // as often as an eye can follow
+
+} // namespace
+
+WorkingSheet::WorkingSheet(MessageBus &messages, QWidget *mainWindow)
+    : Sheet(mainWindow)
+    , bus(messages)
+    , workingInfoText(new ElidedLabel(Qt::ElideMiddle, this))
+    , _counter(new QLabel(this))
+    , workingProgressIndicator(new QProgressBar(this))
+    , _details(new ElidedLabel(Qt::ElideRight, this))
+{
+    setAccessibleName(localized("Progress"));
+    workingProgressIndicator->setAccessibleName(localized("Progress"));
+    workingProgressIndicator->setTextVisible(false);
+    _counter->setTextFormat(Qt::PlainText);
+    for (ElidedLabel *label : { workingInfoText, _details })
+        label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+
+    auto *texts = new QHBoxLayout;
+    texts->addWidget(workingInfoText, 1);
+    texts->addWidget(_counter);
+    rows().addLayout(texts);
+    rows().addWidget(workingProgressIndicator);
+    rows().addWidget(_details); // keeps its line while empty, so that nothing moves
+    auto *cancel = addButton(localized("Cancel"));
+    // The sheet comes up unasked: a Return or a space meant for a pane must not stop the run, so
+    // there is no default button and the bar has the focus.
+    cancel->setDefault(false);
+    cancel->setAutoDefault(false);
+    workingProgressIndicator->setFocusPolicy(Qt::StrongFocus);
+    connect(cancel, &QPushButton::clicked, this, &WorkingSheet::cancelWorkingSheet);
+    _paintPause.setSingleShot(true);
+    _paintPause.setInterval(PaintPause);
+    // At once: an update that was asked for before the pause is forgotten in it, and the toolkit
+    // takes a later one for that one.
+    _paintPause.callOnTimeout(this, [this] {
+        setUpdatesEnabled(true);
+        repaint();
+    });
+}
+
+void WorkingSheet::showWorkingSheet()
+{
+    setWorkingSheetProgressValue(0);
+    setWorkingSheetDetailText({}); // of the last item of an earlier run
+    if (!isVisible())
+        standOverWindow();
+}
+
+void WorkingSheet::standOverWindow()
+{
+    // Of two modal sheets the newer one blocks the older: who answers a question would find it
+    // dead until the run ends. So the sheet becomes modal only when the question is answered.
+    const auto *question = qobject_cast<QDialog *>(QApplication::activeModalWidget());
+    if (question)
+        connect(question, &QDialog::finished, this, &WorkingSheet::questionAnswered,
+                Qt::ConnectionType(Qt::SingleShotConnection | Qt::UniqueConnection));
+    setWindowModality(question ? Qt::NonModal : Qt::WindowModal);
+    setAttribute(Qt::WA_ShowWithoutActivating, question != nullptr);
+    workingProgressIndicator->setFocus();
+    show();
+}
+
+void WorkingSheet::questionAnswered()
+{
+    if (!isVisible())
+        return;
+    hide(); // a window in sight keeps its modality
+    standOverWindow();
+}
+
+void WorkingSheet::closeWorkingSheet()
+{
+    hide();
+}
+
+void WorkingSheet::cancelWorkingSheet()
+{
+    setWorkingSheetInfoText(localized("Canceling progress..."));
+    bus.post(CancelThread);
+}
+
+void WorkingSheet::paintSoon()
+{
+    setUpdatesEnabled(false);
+    if (!_paintPause.isActive())
+        _paintPause.start();
+}
+
+void WorkingSheet::setWorkingSheetInfoText(const QString &text)
+{
+    paintSoon();
+    workingInfoText->setText(FileName::shown(text));
+}
+
+void WorkingSheet::setWorkingSheetDetailText(const QString &text)
+{
+    paintSoon();
+    _details->setText(text);
+}
+
+void WorkingSheet::setWorkingSheetMaxProgressValue(double value)
+{
+    workingProgressIndicator->setMaximum(int(value));
+    showCounter();
+}
+
+void WorkingSheet::setWorkingSheetProgressValue(double value)
+{
+    workingProgressIndicator->setValue(int(value));
+    showCounter();
+}
+
+void WorkingSheet::showCounter()
+{
+    paintSoon();
+    const int value = std::max(0, workingProgressIndicator->value());
+    _counter->setText(
+        filled(filled(localized("%i of %i"), value), workingProgressIndicator->maximum()));
+}

@@ -1,0 +1,102 @@
+#include "files/DirectoryReader.h"
+#include "files/FileName.h"
+#include "files/MountTable.h"
+#include "tests/support/TestFolder.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr auto MountInfo = "22 1 8:1 / / rw,relatime shared:1 - ext4 /dev/sda1 rw\n"
+                           "23 22 0:5 / /proc rw - proc proc rw\n"
+                           "24 22 8:2 / /home rw shared:2 master:1 - ext4 /dev/sda2 rw\n"
+                           "25 22 8:17 / /media/me/My\\040Disk\\011\\134 rw - vfat /dev/sdb1 rw\n"
+                           "26 22 0:40 / /home/me/server rw - nfs4 host:/export rw\n"
+                           "27 22 8:2 /me/work /work rw - ext4 /dev/sda2 rw\n"
+                           "28 22 7:1 / /snap/tool/1 ro - squashfs /dev/loop1 ro\n"
+                           "29 22 8:3 / /boot/efi rw - vfat /dev/sda3 rw\n"
+                           "30 22 8:18 / /system rw - ext4 /dev/sdb2 rw\n"
+                           "31 22 0:50 / /home/me/server rw - fuse.sshfs me@host: rw\n"
+                           "32 22 8:19 / /media/me/\xFF rw - ext4 /dev/sdb3 rw\n"
+                           "a line that is none\n"
+                           "33 22 8:20 / /cut rw -\n";
+
+} // namespace
+
+class tst_MountTable : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void mountOfIsTheDeepestAndLatest();
+    void volumesAreLocalDisks();
+    void folderIsReadWhole();
+};
+
+void tst_MountTable::mountOfIsTheDeepestAndLatest()
+{
+    const std::pair<QString, QString> cases[] = {
+        { u"/"_s, u"/dev/sda1"_s },
+        { u"/homes/me"_s, u"/dev/sda1"_s },
+        { u"/home"_s, u"/dev/sda2"_s },
+        { u"/home/me/servers"_s, u"/dev/sda2"_s },
+        { u"/home/me/server/x"_s, u"me@host:"_s },
+        { u"/media/me/My Disk\t\\/x"_s, u"/dev/sdb1"_s },
+        { FileName::fromBytes("/media/me/\xFF/x"), u"/dev/sdb3"_s },
+    };
+    const auto table = MountTable::fromText(MountInfo);
+    for (const auto &[path, source] : cases) {
+        const Mount *mount = table.mountOf(path);
+        QCOMPARE(mount ? mount->source : QString(), source);
+    }
+}
+
+void tst_MountTable::volumesAreLocalDisks()
+{
+    const auto table = MountTable::fromText(MountInfo);
+    QStringList volumes;
+    QStringList network;
+    for (const Mount &mount : table.mounts()) {
+        if (MountTable::isLocalVolume(mount))
+            volumes.append(mount.point);
+        if (MountTable::isNetwork(mount))
+            network.append(mount.type);
+    }
+    QCOMPARE(volumes,
+             (QStringList { u"/"_s, u"/home"_s, u"/media/me/My Disk\t\\"_s, u"/system"_s,
+                            FileName::fromBytes("/media/me/\xFF") }));
+    QCOMPARE(network, (QStringList { u"nfs4"_s, u"fuse.sshfs"_s }));
+}
+
+void tst_MountTable::folderIsReadWhole()
+{
+    // More names than one read of the kernel answers.
+    constexpr int Count = 2500;
+    TestFolder folder;
+    const QString tail = QString(200, u'x');
+    for (int i = 0; i < Count; ++i)
+        folder.write(QString::number(i) + tail);
+    folder.makeFolder(FileName::fromBytes("\xFF"));
+    folder.link(u"nowhere"_s, u"link"_s);
+
+    DirectoryReader reader;
+    QVERIFY(!reader.open(folder.path()));
+    QSet<QByteArray> names;
+    QVERIFY(!reader.read([&](const DirectoryItem &item) {
+        names.insert(item.name.toByteArray());
+        return true;
+    }));
+    QCOMPARE(names.size(), Count + 2);
+    QVERIFY(names.contains("\xFF"));
+    QCOMPARE(reader.status("\xFF", Links::NoFollow)->kind, FileKind::Directory);
+    QCOMPARE(reader.status("link", Links::NoFollow)->kind, FileKind::Symlink);
+    QVERIFY(!reader.status("link", Links::Follow));
+
+    DirectoryReader none;
+    QCOMPARE(none.open(folder.path(u"link"_s)), std::errc::no_such_file_or_directory);
+    QCOMPARE(none.open(folder.path(u"0"_s + tail)), std::errc::not_a_directory);
+}
+
+QTEST_GUILESS_MAIN(tst_MountTable)
+#include "tst_MountTable.moc"

@@ -1,0 +1,42 @@
+#include "widgets/InputSheet.h"
+
+#include "base/Localized.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+InputSheet::InputSheet(const QString &prompt, const QString &text, QWidget *mainWindow)
+    : Sheet(mainWindow)
+    , inputText(new QLineEdit(text, this))
+{
+    auto *infoText = new QLabel(prompt, this);
+    infoText->setTextFormat(Qt::PlainText);
+    infoText->setWordWrap(true);
+    infoText->setBuddy(inputText);
+    inputText->setAccessibleName(prompt);
+    setAccessibleName(prompt);
+    rows().addWidget(infoText);
+    rows().addWidget(inputText);
+    connect(addButton(localized("OK")), &QPushButton::clicked, this, &QDialog::accept);
+    connect(addButton(localized("Cancel")), &QPushButton::clicked, this, &QDialog::reject);
+    inputText->setFocus();
+    selectName();
+}
+
+void InputSheet::selectName()
+{
+    // What a person mostly changes: a name without its extension, a path as a whole.
+    const QString text = inputText->text();
+    const auto dot = text.lastIndexOf(u'.');
+    if (dot > 0 && !text.contains(u'/'))
+        inputText->setSelection(0, int(dot));
+    else
+        inputText->selectAll();
+}
+
+QString InputSheet::getString()
+{
+    return run() ? inputText->text() : QString();
+}

@@ -1,0 +1,38 @@
+#include "window/InfoBarTextField.h"
+
+#include "settings/SettingsKeys.h"
+#include "settings/UserDefaults.h"
+#include "widgets/ColorDictionary.h"
+
+#include <QPainter>
+#include <QPaintEvent>
+
+void InfoBarTextField::readColors(const UserDefaults &defaults)
+{
+    _text.reset();
+    if (const auto stored = defaults.dictionary(Settings::InfoBarFontColor))
+        _text = colorOfDictionary(*stored);
+    if (const auto stored = defaults.dictionary(Settings::InfoBarFrameColor))
+        _frame = colorOfDictionary(*stored);
+    update();
+}
+
+QColor InfoBarTextField::textColor() const
+{
+    if (_text)
+        return *_text;
+    // Looked at anew each time: the desktop can turn dark while the window is open.
+    const bool isDark = palette().color(QPalette::Window).lightness() < 128;
+    return isDark ? ElidedLabel::textColor() : QColor(Qt::black);
+}
+
+void InfoBarTextField::paintEvent(QPaintEvent *event)
+{
+    ElidedLabel::paintEvent(event);
+    if (_frame.alpha() == 0)
+        return;
+    QPainter painter(this);
+    painter.setPen(_frame);
+    // Kept: around what is painted anew, so a field that is redrawn in part gets a frame in part.
+    painter.drawRect(event->rect().adjusted(0, 0, -1, -1));
+}

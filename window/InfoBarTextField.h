@@ -1,0 +1,30 @@
+#pragma once
+
+#include "widgets/ElidedLabel.h"
+
+#include <optional>
+
+class UserDefaults;
+
+// A field of an info bar, with text and frame in the person's colours. Without stored ones the text
+// is black, in a dark window as light as other texts, and the frame transparent.
+class InfoBarTextField final : public ElidedLabel {
+    Q_OBJECT
+
+public:
+    explicit InfoBarTextField(Qt::TextElideMode mode, QWidget *parent = nullptr)
+        : ElidedLabel(mode, parent)
+    {
+    }
+
+    void readColors(const UserDefaults &defaults);
+    QColor frameColor() const { return _frame; }
+    QColor textColor() const override;
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    std::optional<QColor> _text;
+    QColor _frame { Qt::transparent };
+};
