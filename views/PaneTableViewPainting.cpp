@@ -1,6 +1,7 @@
 #include "base/Localized.h"
 #include "model/FileQueries.h"
 #include "views/PaneTableView.h"
+#include "widgets/Colors.h"
 #include "widgets/RoundRect.h"
 
 #include <QPainter>
@@ -13,18 +14,6 @@ constexpr double LabelInset = 1.0;
 constexpr double SelectionFrame = 3; // of a labelled row
 constexpr double LabelRadius = 10.0;
 
-QColor mixed(const QColor &a, const QColor &b, double share)
-{
-    const auto channel = [share](float x, float y) { return float(x * share + y * (1 - share)); };
-    return QColor::fromRgbF(channel(a.redF(), b.redF()), channel(a.greenF(), b.greenF()),
-                            channel(a.blueF(), b.blueF()));
-}
-
-QColor readableOn(const QColor &background)
-{
-    return qGray(background.rgb()) > 110 ? Qt::black : Qt::white;
-}
-
 } // namespace
 
 bool PaneTableView::isActivePane() const
@@ -35,8 +24,8 @@ bool PaneTableView::isActivePane() const
 
 QColor PaneTableView::mutedHighlight() const
 {
-    return mixed(palette().color(QPalette::Active, QPalette::Highlight),
-                 palette().color(QPalette::Base), 0.28);
+    return mixed(palette().color(QPalette::Base),
+                 palette().color(QPalette::Active, QPalette::Highlight), 0.28);
 }
 
 void PaneTableView::paintFrame()
@@ -49,7 +38,7 @@ void PaneTableView::paintFrame()
         painter.drawRect(QRectF(frame).adjusted(1, 1, -1, -1));
     } else {
         painter.setPen(
-            mixed(palette().color(QPalette::Text), palette().color(QPalette::Base), 0.25));
+            mixed(palette().color(QPalette::Base), palette().color(QPalette::Text), 0.25));
         painter.drawRect(frame.adjusted(0, 0, -1, -1));
     }
 }

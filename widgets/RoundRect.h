@@ -3,4 +3,9 @@
 #include <QPainterPath>
 
 // A closed rounded rectangle; radii are limited to half the sides. Any thread.
-QPainterPath bezierPathWithRoundRect(const QRectF &rect, double xRadius, double yRadius);
+inline QPainterPath bezierPathWithRoundRect(const QRectF &rect, double xRadius, double yRadius)
+{
+    QPainterPath path;
+    path.addRoundedRect(rect, xRadius, yRadius);
+    return path;
+}

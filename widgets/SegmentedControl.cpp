@@ -2,6 +2,7 @@
 
 #include "base/Localized.h"
 #include "files/FileName.h"
+#include "widgets/Colors.h"
 #include "widgets/RoundRect.h"
 
 #include <QContextMenuEvent>
@@ -17,13 +18,6 @@ namespace {
 
 constexpr int Padding = 8; // left and right of a label
 constexpr double Radius = 5;
-
-QColor blend(const QColor &below, const QColor &above, double share)
-{
-    return QColor::fromRgbF(float(below.redF() + (above.redF() - below.redF()) * share),
-                            float(below.greenF() + (above.greenF() - below.greenF()) * share),
-                            float(below.blueF() + (above.blueF() - below.blueF()) * share));
-}
 
 } // namespace
 
@@ -154,7 +148,7 @@ void SegmentedControl::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    const QColor line = blend(palette().color(QPalette::Window),
+    const QColor line = mixed(palette().color(QPalette::Window),
                               palette().color(QPalette::WindowText), hasFocus() ? 0.5 : 0.22);
     const QPainterPath frame =
         bezierPathWithRoundRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), Radius, Radius);
@@ -182,17 +176,17 @@ void SegmentedControl::paintSegment(QPainter &painter, int segment, const QRect 
     const QColor text = palette().color(QPalette::Text);
     const QColor accent = palette().color(QPalette::Highlight);
     if (segment == _selected)
-        painter.fillRect(area, blend(base, accent, segment == _pressed ? 0.5 : 0.28));
+        painter.fillRect(area, mixed(base, accent, segment == _pressed ? 0.5 : 0.28));
     else if (segment == _pressed)
-        painter.fillRect(area, blend(base, text, 0.2));
+        painter.fillRect(area, mixed(base, text, 0.2));
     else if (segment == _hovered)
-        painter.fillRect(area, blend(base, text, 0.08));
+        painter.fillRect(area, mixed(base, text, 0.08));
     if (hasFocus() && segment == _keyboard) {
         painter.setPen(QPen(accent, 2));
         painter.drawRect(QRectF(area).adjusted(2, 2, -3, -2));
     }
     // The folders further on, by which the user came, stand back.
-    painter.setPen(segment > _selected ? blend(base, text, 0.6) : text);
+    painter.setPen(segment > _selected ? mixed(base, text, 0.6) : text);
     const int padding = std::min(Padding, area.width() / 4);
     const QRect inner = area.adjusted(padding, 0, -padding, 0);
     painter.drawText(inner, Qt::AlignCenter | Qt::TextSingleLine | Qt::TextDontClip,

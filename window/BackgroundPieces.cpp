@@ -1,11 +1,11 @@
 #include "window/BackgroundPieces.h"
 
+#include "widgets/Colors.h"
+
 #include <QHash>
 #include <QLinearGradient>
 #include <QPainter>
 #include <QPixmapCache>
-
-#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -13,16 +13,6 @@ namespace {
 
 // Alike along its whole width; the wider, the fewer tiles are set side by side.
 constexpr int EdgeWidth = 128;
-
-// The window's colour, lighter (above 0) or darker by a share of the whole range. Nearly the same
-// in light and dark: a step is as visible in either.
-QColor shaded(const QColor &color, double share)
-{
-    const auto channel = [share](float value) {
-        return std::clamp(value + float(share), 0.0F, 1.0F);
-    };
-    return QColor::fromRgbF(channel(color.redF()), channel(color.greenF()), channel(color.blueF()));
-}
 
 struct Piece {
     QSize size;
@@ -61,8 +51,8 @@ QPixmap backgroundPiece(const QString &name, const QColor &window, double device
     pixmap = QPixmap(piece->size * devicePixelRatio);
     pixmap.setDevicePixelRatio(devicePixelRatio);
     QLinearGradient shade(0, 0, 0, piece->size.height());
-    shade.setColorAt(0, piece->top ? shaded(window, strength) : window);
-    shade.setColorAt(1, piece->bottom ? shaded(window, -strength) : window);
+    shade.setColorAt(0, piece->top ? shifted(window, strength) : window);
+    shade.setColorAt(1, piece->bottom ? shifted(window, -strength) : window);
     QPainter painter(&pixmap);
     painter.fillRect(QRect(QPoint(), piece->size), shade);
     painter.end();

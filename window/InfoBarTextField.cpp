@@ -2,7 +2,7 @@
 
 #include "settings/SettingsKeys.h"
 #include "settings/UserDefaults.h"
-#include "widgets/ColorDictionary.h"
+#include "widgets/Colors.h"
 
 #include <QPainter>
 #include <QPaintEvent>
@@ -22,8 +22,7 @@ QColor InfoBarTextField::textColor() const
     if (_text)
         return *_text;
     // Looked at anew each time: the desktop can turn dark while the window is open.
-    const bool isDark = palette().color(QPalette::Window).lightness() < 128;
-    return isDark ? ElidedLabel::textColor() : QColor(Qt::black);
+    return isDark(palette()) ? ElidedLabel::textColor() : QColor(Qt::black);
 }
 
 void InfoBarTextField::paintEvent(QPaintEvent *event)

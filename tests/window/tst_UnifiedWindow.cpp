@@ -3,7 +3,6 @@
 #include "settings/SettingsKeys.h"
 #include "settings/UserDefaults.h"
 #include "tests/support/TestFolder.h"
-#include "widgets/ColorDictionary.h"
 #include "window/BackgroundPieces.h"
 #include "window/InfoBarTextField.h"
 

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QColor>
+#include <QVariantMap>
+
+class QPalette;
+
+// `above` laid over `below`: none of it at a share of 0, nothing else at 1. Opaque. Any thread, as
+// all of these.
+QColor mixed(const QColor &below, const QColor &above, double share);
+
+// Lighter (above 0) or darker by a share of the whole range: a step is as visible in light as in
+// dark.
+QColor shifted(const QColor &color, double share);
+
+// Black or white, whichever can be read on this ground.
+QColor readableOn(const QColor &ground);
+
+// Whether windows are dark, with light texts.
+bool isDark(const QPalette &palette);
+
+// A colour as the settings hold it: "Red", "Green", "Blue", "Alpha", floats from 0 to 1; what is
+// missing or no number counts as 0.
+QColor colorOfDictionary(const QVariantMap &dictionary);
