@@ -32,6 +32,8 @@ function(twinleaf_program)
   install(TARGETS twinleaf RUNTIME DESTINATION bin)
   install(FILES "${CMAKE_SOURCE_DIR}/cmake/org.twinleaf.Twinleaf.desktop"
           DESTINATION share/applications)
+  install(FILES "${CMAKE_SOURCE_DIR}/widgets/icons/org.twinleaf.Twinleaf.svg"
+          DESTINATION share/icons/hicolor/scalable/apps)
 endfunction()
 
 # The unpacking program, which the main program starts; they lie beside each other.

@@ -4,6 +4,6 @@
 #include <QString>
 
 // Icons by their freedesktop name ("folder", "edit-copy", "text-x-generic", ...): the theme's, else
-// the program's own drawing in resources, tinted to the palette, so that a bare system shows all of
-// them. Sharp at any scale. Main thread.
+// the program's own drawing in icons/, so that a bare system shows all of them. What a drawing has
+// in "currentColor" takes the colour of the palette's texts. Sharp at any scale. Main thread.
 QIcon themedIcon(const QString &name, const QString &fallback = {});

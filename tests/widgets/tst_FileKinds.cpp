@@ -1,7 +1,9 @@
 #include "widgets/FileKinds.h"
 #include "widgets/Icons.h"
 
+#include <QGuiApplication>
 #include <QImage>
+#include <QPalette>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -75,10 +77,11 @@ void tst_FileKinds::everyKindHasASharpIconOnABareSystem()
                   kinds.icon(u"a"_s, Symlink),   kinds.icon(u"a"_s, Symlink, true),
                   kinds.icon(u"a"_s, Socket),    kinds.genericFolderIcon() };
     for (const char *suffix :
-         { "txt", "png", "mp3", "mkv", "zip", "tar.gz", "deb", "pdf", "sh", "qqqzzz" })
+         { "txt", "html", "png", "mp3", "mkv", "zip", "ttf", "pdf", "ods", "odp", "sh", "qqqzzz" })
         icons += kinds.icon("a."_L1 + QLatin1StringView(suffix), Regular);
-    for (const char *action : { "edit-copy", "go-jump", "folder-new", "edit-delete", "edit-rename",
-                                "view-refresh", "go-up" })
+    for (const char *action :
+         { "edit-copy", "edit-move", "folder-new", "edit-delete", "edit-rename", "view-refresh",
+           "document-open", "user-home", "drive-harddisk", "dialog-error", "dialog-information" })
         icons += themedIcon(QLatin1StringView(action));
     for (qsizetype i = 0; i < icons.size(); ++i) {
         QCOMPARE(icons[i].pixmap(QSize(16, 16), 3).size(), QSize(48, 48));
@@ -87,6 +90,13 @@ void tst_FileKinds::everyKindHasASharpIconOnABareSystem()
         for (int pixel = 0; pixel < image.width() * image.height(); ++pixel)
             painted += image.pixelColor(pixel % image.width(), pixel / image.width()).alpha() > 128;
         QVERIFY2(painted > 15, qPrintable(QString::number(i)));
+    }
+    // Strokes are as light or dark as texts, also after the desktop turned.
+    for (const Qt::GlobalColor ground : { Qt::white, Qt::black, Qt::white }) {
+        QGuiApplication::setPalette(QPalette(ground));
+        const QImage image = themedIcon(u"edit-copy"_s).pixmap(48, 48).toImage();
+        const QColor ink = QGuiApplication::palette().color(QPalette::WindowText);
+        QCOMPARE(image.pixelColor(29, 16), ink); // the middle of a stroke
     }
 }
 
