@@ -34,7 +34,7 @@ Application::Application(const CommandLine &line)
 Application::~Application()
 {
     // The session's end may have ended the event loop under an open question.
-    const DesktopAlerts::Silence silence(_alerts);
+    const AlertSheets::Silence silence(_alerts);
     stopWork();
 }
 
@@ -68,7 +68,7 @@ void Application::quit()
 void Application::powerOff()
 {
     // Nobody is there to answer any more.
-    const DesktopAlerts::Silence silence(_alerts);
+    const AlertSheets::Silence silence(_alerts);
     save();
     _twinleaf.stopAll();
     // A worker behind a question ends when the question's own event loop has; see ~Application.

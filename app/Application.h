@@ -6,7 +6,6 @@
 #include "model/MessageBus.h"
 #include "operations/Twinleaf.h"
 #include "platform/desktop/ColorScheme.h"
-#include "platform/desktop/DesktopAlerts.h"
 #include "platform/desktop/DesktopOpenPanel.h"
 #include "platform/desktop/DesktopPrograms.h"
 #include "platform/desktop/DesktopWorkspace.h"
@@ -15,6 +14,7 @@
 #include "settings/UserDefaults.h"
 #include "views/PaneDragAndDrop.h"
 #include "views/TableViewDataSources.h"
+#include "widgets/AlertSheets.h"
 #include "widgets/FileKinds.h"
 #include "window/MainWindowLayout.h"
 #include "window/WindowController.h"
@@ -47,7 +47,7 @@ private:
     OpenDialogs _openDialogs;
     UserDefaults _defaults;
     MessageBus _bus;
-    DesktopAlerts _alerts;
+    AlertSheets _alerts;
     DesktopOpenPanel _openPanel;
     DesktopPrograms _programs;
     DesktopWorkspace _workspace;

@@ -5,52 +5,44 @@
 #include "widgets/AddressField.h"
 #include "widgets/Icons.h"
 
-#include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+constexpr int PictureSide = 64;
+constexpr double NameScale = 1.4;
+
+} // namespace
+
 About::About(const Texts &texts, Launching &launching, QWidget *mainWindow)
     : Sheet(mainWindow)
 {
     setAccessibleName(localized("About Twinleaf"));
-    auto *icon = new QLabel(this);
-    icon->setPixmap(themedIcon(u"org.twinleaf.Twinleaf"_s, u"folder"_s)
-                        .pixmap(QSize(64, 64), devicePixelRatioF()));
-    icon->setAccessibleName(texts.name);
-    rows().addWidget(icon, 0, Qt::AlignHCenter);
-    addText(texts.name, true);
-    addText(texts.version, false);
-    addText(texts.copyright, false);
+    setPicture(themedIcon(u"org.twinleaf.Twinleaf"_s), PictureSide);
+    QLabel *name = addText(texts.name, TextStyle::Headline);
+    QFont large = name->font();
+    large.setPointSizeF(large.pointSizeF() * NameScale);
+    name->setFont(large);
+    addText(texts.version);
+    addText(texts.copyright);
 
+    const auto open = [&launching](const QString &address) { launching.openAddress(address); };
     QList<AddressField *> fields;
     if (!texts.webAddress.isEmpty())
         fields.append(new WebTextField(texts.webAddress, this));
     if (!texts.mailAddress.isEmpty())
         fields.append(new MailTextField(texts.mailAddress, this));
     for (AddressField *field : fields) {
-        rows().addWidget(field, 0, Qt::AlignHCenter);
-        connect(field, &QPushButton::clicked, this,
-                [field, &launching] { launching.openAddress(field->address()); });
+        rows().addWidget(field);
+        connect(field, &QLabel::linkActivated, this, open);
     }
+    rows().addStretch();
 
     connect(addButton(localized("OK")), &QPushButton::clicked, this, &QDialog::accept);
     if (!texts.donationAddress.isEmpty())
         connect(addButton(localized("Donate...")), &QPushButton::clicked, this,
-                [address = texts.donationAddress, &launching] { launching.openAddress(address); });
-}
-
-void About::addText(const QString &text, bool large)
-{
-    auto *label = new QLabel(text, this);
-    label->setTextFormat(Qt::PlainText);
-    label->setAlignment(Qt::AlignHCenter);
-    if (large) {
-        QFont font = label->font();
-        font.setPointSizeF(font.pointSizeF() * 1.4);
-        font.setBold(true);
-        label->setFont(font);
-    }
-    rows().addWidget(label);
+                [address = texts.donationAddress, open] { open(address); });
 }

@@ -18,7 +18,4 @@ public:
         QString mailAddress {};
     };
     About(const Texts &texts, Launching &launching, QWidget *mainWindow);
-
-private:
-    void addText(const QString &text, bool large);
 };

@@ -4,7 +4,6 @@
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -13,14 +12,8 @@ ExpandSelectionSheet::ExpandSelectionSheet(const QString &title, const ExpandSel
                                            QWidget *mainWindow)
     : Sheet(mainWindow)
 {
-    auto *expandSelectionTitle = new QLabel(title, this);
-    expandSelectionTitle->setTextFormat(Qt::PlainText);
-    QFont bold = font();
-    bold.setBold(true);
-    expandSelectionTitle->setFont(bold);
     setAccessibleName(title);
-    rows().addWidget(expandSelectionTitle);
-
+    addText(title, TextStyle::Headline);
     auto *choices = new QHBoxLayout;
     rows().addLayout(choices);
     const auto addChoice = [&](const QString &name, const QStringList &items, auto chosen) {

@@ -1,34 +1,13 @@
 #include "widgets/AddressField.h"
 
-#include <QPainter>
-#include <QStyle>
-#include <QStyleOptionFocusRect>
-
 using namespace Qt::StringLiterals;
 
 AddressField::AddressField(const QString &text, const QString &address, QWidget *parent)
-    : QPushButton(text, parent)
-    , _address(address)
+    : QLabel(u"<a href=\"%1\">%2</a>"_s.arg(address.toHtmlEscaped(), text.toHtmlEscaped()), parent)
 {
-    setFlat(true);
-    setAutoDefault(false);
-    setCursor(Qt::PointingHandCursor);
+    setTextFormat(Qt::RichText);
+    setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
     setAccessibleName(text);
-    QFont underlined = font();
-    underlined.setUnderline(true);
-    setFont(underlined);
-}
-
-void AddressField::paintEvent(QPaintEvent *)
-{
-    QPainter painter(this);
-    painter.setPen(palette().color(QPalette::Link));
-    painter.drawText(rect(), Qt::AlignCenter | Qt::TextSingleLine, text());
-    if (hasFocus()) {
-        QStyleOptionFocusRect option;
-        option.initFrom(this);
-        style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, this);
-    }
 }
 
 MailTextField::MailTextField(const QString &mailAddress, QWidget *parent)

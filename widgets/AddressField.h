@@ -1,26 +1,16 @@
 #pragma once
 
-#include <QPushButton>
+#include <QLabel>
 
-// A text that opens an address when it is clicked: a hand over it, a link's colour, and the
-// keyboard's way to it.
-class AddressField : public QPushButton {
+// A text that is a link, for the mouse and for the keyboard; linkActivated() says its address.
+class AddressField : public QLabel {
     Q_OBJECT
 
 protected:
     AddressField(const QString &text, const QString &address, QWidget *parent);
-
-public:
-    QString address() const { return _address; }
-
-protected:
-    void paintEvent(QPaintEvent *event) override;
-
-private:
-    const QString _address;
 };
 
-// Opens a new message to the maker.
+// Leads to a new message to the maker.
 class MailTextField final : public AddressField {
     Q_OBJECT
 
@@ -28,7 +18,7 @@ public:
     MailTextField(const QString &mailAddress, QWidget *parent);
 };
 
-// Opens one of the maker's pages.
+// Leads to one of the maker's pages.
 class WebTextField final : public AddressField {
     Q_OBJECT
 

@@ -11,13 +11,9 @@ InputSheet::InputSheet(const QString &prompt, const QString &text, QWidget *main
     : Sheet(mainWindow)
     , inputText(new QLineEdit(text, this))
 {
-    auto *infoText = new QLabel(prompt, this);
-    infoText->setTextFormat(Qt::PlainText);
-    infoText->setWordWrap(true);
-    infoText->setBuddy(inputText);
-    inputText->setAccessibleName(prompt);
     setAccessibleName(prompt);
-    rows().addWidget(infoText);
+    addText(prompt, TextStyle::Headline)->setBuddy(inputText);
+    inputText->setAccessibleName(prompt);
     rows().addWidget(inputText);
     connect(addButton(localized("OK")), &QPushButton::clicked, this, &QDialog::accept);
     connect(addButton(localized("Cancel")), &QPushButton::clicked, this, &QDialog::reject);

@@ -1,6 +1,8 @@
 #include "widgets/Sheet.h"
 
+#include <QApplication>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QPushButton>
 
 using namespace Qt::StringLiterals;
@@ -8,33 +10,53 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int Margin = 20;
+constexpr int BlockSpacing = 16; // between picture, texts and buttons
 constexpr int Spacing = 10;
 constexpr int ButtonSpacing = 8;
 // Fixed, so that texts that change while it stands do not move it; wider where letters are large.
 constexpr int Width = 460;
 constexpr int Letters = 64;
 
+// A label wraps between words only, and a file name of 255 letters is one word: gives it places to
+// break, which nobody sees.
+QString breakable(const QString &text)
+{
+    constexpr int longestRun = 32;
+    QString result;
+    int run = 0;
+    for (const QChar character : text) {
+        if (run >= longestRun && !character.isLowSurrogate() && !character.isMark()) {
+            result += QChar(0x200B);
+            run = 0;
+        }
+        result += character;
+        run = character.isSpace() ? 0 : run + 1;
+    }
+    return result;
+}
+
 } // namespace
 
-Sheet::Sheet(QWidget *mainWindow)
-    : QDialog(mainWindow)
+Sheet::Sheet(QWidget *below)
+    : QDialog(below)
+    , _columns(new QHBoxLayout)
     , _rows(new QVBoxLayout)
     , _buttons(new QHBoxLayout)
 {
     setWindowTitle(u"Twinleaf"_s);
-    setWindowModality(Qt::WindowModal);
+    setWindowModality(below ? Qt::WindowModal : Qt::ApplicationModal);
     auto *all = new QVBoxLayout(this);
-    all->setContentsMargins(Margin, Margin, Margin, Margin * 3 / 4);
-    all->setSpacing(Margin * 3 / 4);
+    all->setContentsMargins(Margin, Margin, Margin, BlockSpacing);
+    all->setSpacing(BlockSpacing);
     all->setSizeConstraint(QLayout::SetFixedSize);
     all->addStrut(std::max(Width, Letters * fontMetrics().averageCharWidth()));
-    all->addLayout(_rows);
+    all->addLayout(_columns);
+    all->addLayout(_buttons);
+    _columns->setSpacing(BlockSpacing);
+    _columns->addLayout(_rows, 1);
     _rows->setSpacing(Spacing);
     _buttons->setSpacing(ButtonSpacing);
-    auto *buttonRow = new QHBoxLayout;
-    buttonRow->addStretch();
-    buttonRow->addLayout(_buttons);
-    all->addLayout(buttonRow);
+    _buttons->addStretch();
 }
 
 bool Sheet::run()
@@ -42,11 +64,43 @@ bool Sheet::run()
     return exec() == Accepted;
 }
 
+QWidget *Sheet::topmost(QWidget *window)
+{
+    QWidget *modal = QApplication::activeModalWidget();
+    return modal ? modal : window;
+}
+
+QLabel *Sheet::addText(const QString &text, TextStyle style)
+{
+    auto *label = new QLabel(this);
+    label->setTextFormat(Qt::PlainText);
+    // As wide as the sheet is, and as high as the text then needs.
+    label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    label->setWordWrap(true);
+    label->setText(breakable(text));
+    label->setAccessibleName(text);
+    if (style == TextStyle::Headline) {
+        QFont bold = label->font();
+        bold.setWeight(QFont::DemiBold);
+        label->setFont(bold);
+    }
+    _rows->addWidget(label);
+    return label;
+}
+
+void Sheet::setPicture(const QIcon &icon, int side)
+{
+    auto *picture = new QLabel(this);
+    picture->setPixmap(icon.pixmap(QSize(side, side), devicePixelRatioF()));
+    picture->setAccessibleName(windowTitle());
+    _columns->insertWidget(0, picture, 0, Qt::AlignTop);
+}
+
 QPushButton *Sheet::addButton(const QString &text)
 {
-    auto *button = new QPushButton(text, this);
+    auto *button = new QPushButton(QString(text).replace(u'&', "&&"_L1), this);
     button->setAccessibleName(text);
-    button->setDefault(_buttons->isEmpty());
+    button->setDefault(_buttons->count() == 1);
     _buttons->addWidget(button);
     return button;
 }

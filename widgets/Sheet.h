@@ -2,11 +2,13 @@
 
 #include <QDialog>
 
+class QHBoxLayout;
+class QLabel;
 class QPushButton;
 class QVBoxLayout;
 
-// A dialog that belongs to the main window and stands over it: plain text, its buttons in a row at
-// the bottom. Return takes the default button where there is one, Escape and the close box reject.
+// A dialog that belongs to a window and stands over it: plain text, its buttons in a row at the
+// bottom. Return takes the default button where there is one, Escape and the close box reject.
 // Main thread.
 class Sheet : public QDialog {
     Q_OBJECT
@@ -15,15 +17,24 @@ public:
     // Shows the sheet and returns when it was answered; true for the default button.
     bool run();
 
-protected:
-    explicit Sheet(QWidget *mainWindow);
+    // What a sheet that is asked for now stands over: the dialog that has the keyboard, else the
+    // window given, which may be none.
+    static QWidget *topmost(QWidget *window);
 
-    // What stands above the buttons.
+protected:
+    enum class TextStyle { Headline, Body };
+
+    explicit Sheet(QWidget *below);
+
+    // What stands above the buttons, and beside them all a picture, `side` logical pixels wide.
     QVBoxLayout &rows() const { return *_rows; }
+    QLabel *addText(const QString &text, TextStyle style = TextStyle::Body);
+    void setPicture(const QIcon &icon, int side);
     // The buttons stand from left to right in the order they are added, the default one first.
     QPushButton *addButton(const QString &text);
 
 private:
+    QHBoxLayout *_columns;
     QVBoxLayout *_rows;
-    QLayout *_buttons;
+    QHBoxLayout *_buttons;
 };

@@ -129,8 +129,9 @@ QString pathOf(GAppInfo *info)
 
 } // namespace
 
-QList<InstalledApplications::Application> InstalledApplications::all()
+QList<ApplicationPanel::Application> InstalledApplications::all()
 {
+    using Application = ApplicationPanel::Application;
     QList<Application> applications;
     GList *infos = g_app_info_get_all();
     for (GList *each = infos; each; each = each->next) {

@@ -1,22 +1,15 @@
 #pragma once
 
-#include <QIcon>
-#include <QList>
-#include <QString>
+#include "widgets/ApplicationPanel.h"
+
 #include <QStringList>
 
 // The applications of this machine: desktop entries in the XDG application folders, and AppDirs,
 // which bring their own starter along. Everything here starts programs detached from ours.
 namespace InstalledApplications {
 
-struct Application {
-    QString path; // of its .desktop entry
-    QString name;
-    QIcon icon;
-};
-
-// Those that a person would look for, by name.
-QList<Application> all();
+// Those that a person would look for, by name; each one's path is that of its .desktop entry.
+QList<ApplicationPanel::Application> all();
 
 // The entry of the first of these desktop ids (without ".desktop") that is installed; empty when
 // none is.

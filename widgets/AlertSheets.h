@@ -7,10 +7,10 @@
 
 class OpenDialogs;
 
-// Alerts as dialogs over the main window, or over the dialog that is open there.
-class DesktopAlerts final : public Alerts {
+// Alerts as sheets over the main window, or over the dialog that is open there.
+class AlertSheets final : public Alerts {
 public:
-    explicit DesktopAlerts(OpenDialogs &openDialogs)
+    explicit AlertSheets(OpenDialogs &openDialogs)
         : _openDialogs(openDialogs)
     {
     }
@@ -24,13 +24,13 @@ public:
     // ones too. Main thread.
     class Silence {
     public:
-        explicit Silence(DesktopAlerts &alerts);
+        explicit Silence(AlertSheets &alerts);
         ~Silence() { _alerts._silent = false; }
         Silence(const Silence &) = delete;
         Silence &operator=(const Silence &) = delete;
 
     private:
-        DesktopAlerts &_alerts;
+        AlertSheets &_alerts;
     };
 
 private:

@@ -1,0 +1,79 @@
+#include "widgets/AlertSheets.h"
+
+#include "base/MainThread.h"
+#include "platform/OpenDialogs.h"
+#include "widgets/Icons.h"
+#include "widgets/Sheet.h"
+
+#include <QApplication>
+#include <QPushButton>
+#include <QStyle>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class AlertSheet final : public Sheet {
+public:
+    AlertSheet(const Alert &alert, QWidget *below)
+        : Sheet(below)
+        , _answer(alert.cancel)
+    {
+        setWindowTitle(alert.title);
+        setAccessibleName(alert.title);
+        setAccessibleDescription(alert.text);
+        const bool critical = alert.style == Alert::Style::Critical;
+        setPicture(themedIcon(critical ? u"dialog-error"_s : u"dialog-information"_s),
+                   style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, this));
+        addText(alert.text, TextStyle::Headline);
+        if (!alert.details.isEmpty())
+            addText(alert.details);
+        rows().addStretch();
+        for (const Alert::Button &button : alert.buttons)
+            connect(addButton(button.text), &QPushButton::clicked, this,
+                    [this, answer = button.answer] {
+                        _answer = answer;
+                        accept();
+                    });
+    }
+
+    Alert::Answer answer() const { return _answer; }
+
+private:
+    Alert::Answer _answer;
+};
+
+} // namespace
+
+Alert::Answer AlertSheets::ask(const Alert &alert)
+{
+    Alert::Answer answer = alert.cancel;
+    onMainThread([&] { answer = show(alert); });
+    return answer;
+}
+
+AlertSheets::Silence::Silence(AlertSheets &alerts)
+    : _alerts(alerts)
+{
+    _alerts._silent = true;
+    const auto windows = QApplication::topLevelWidgets();
+    for (QWidget *window : windows)
+        if (auto *alert = dynamic_cast<AlertSheet *>(window))
+            alert->reject();
+}
+
+Alert::Answer AlertSheets::show(const Alert &alert)
+{
+    if (_silent)
+        return alert.cancel;
+    const OpenDialogs::Guard guard(_openDialogs);
+    const QPointer<AlertSheet> sheet = new AlertSheet(alert, Sheet::topmost(_parent));
+    sheet->run();
+    // The window below may have gone meanwhile, and the sheet with it.
+    if (!sheet)
+        return alert.cancel;
+    const Alert::Answer answer = sheet->answer();
+    delete sheet;
+    return answer;
+}
