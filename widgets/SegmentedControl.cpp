@@ -96,17 +96,13 @@ QSize SegmentedControl::minimumSizeHint() const
     return { 80, sizeHint().height() };
 }
 
-int SegmentedControl::naturalWidth(int segment) const
-{
-    return fontMetrics().horizontalAdvance(FileName::shown(_segments[segment].label)) + 2 * Padding;
-}
-
 QList<int> SegmentedControl::widths() const
 {
     QList<int> widths;
     int excess = -width();
-    for (int segment = 0; segment < segmentCount(); ++segment) {
-        widths.append(naturalWidth(segment));
+    for (const Segment &segment : _segments) {
+        widths.append(fontMetrics().horizontalAdvance(FileName::shown(segment.label))
+                      + 2 * Padding);
         excess += widths.last();
     }
     const int narrow = fontMetrics().horizontalAdvance(QChar(0x2026)) + 2 * Padding;
@@ -115,14 +111,14 @@ QList<int> SegmentedControl::widths() const
         widths[segment] -= taken;
         excess -= taken;
     };
-    for (int segment = 0; segment < _selected; ++segment)
-        shrink(segment, narrow);
-    for (int segment = segmentCount() - 1; segment > _selected; --segment)
-        shrink(segment, narrow);
-    for (int segment = 0; segment < _selected; ++segment)
-        shrink(segment, 0);
-    for (int segment = segmentCount() - 1; segment >= 0; --segment)
-        shrink(segment, 0);
+    for (const int least : { narrow, 0 }) {
+        for (int segment = 0; segment < _selected; ++segment)
+            shrink(segment, least);
+        for (int segment = segmentCount() - 1; segment > _selected; --segment)
+            shrink(segment, least);
+    }
+    if (_selected >= 0)
+        shrink(_selected, 0);
     return widths;
 }
 

@@ -52,7 +52,6 @@ private:
         QString toolTip;
     };
     QList<int> widths() const;
-    int naturalWidth(int segment) const;
     int segmentAt(const QPoint &position) const; // -1 for none
     void choose(int segment);
     void describe();

@@ -36,6 +36,7 @@ private Q_SLOTS:
     void segmentsStayUntilTheFolderLeavesTheirPath();
     void anotherFolderOfAShownNameKeepsTheCompletePath();
     void aClickGoesToThePathOfTheSegment();
+    void aNarrowBarKeepsTheShownFolderReadable();
     void onlyTheLeftPaneKnowsWhatLiesInItsPath();
     void theFontSizeNeedsAStyle();
 };
@@ -99,6 +100,26 @@ void tst_PathNavigators::aClickGoesToThePathOfTheSegment()
     for (const auto key : { Qt::Key_End, Qt::Key_Return })
         QTest::keyClick(&control, key);
     QCOMPARE(world.navigators.navigatorPath(Side::Left), world.folder.path(odd + u"/C"_s));
+}
+
+void tst_PathNavigators::aNarrowBarKeepsTheShownFolderReadable()
+{
+    SegmentedControl control;
+    const QString names[] = { u"first of all"_s, u"second"_s, u"the one shown"_s, u"further on"_s };
+    control.setSegmentCount(4);
+    for (int segment = 0; segment < 4; ++segment)
+        control.setLabel(segment, names[segment]);
+    control.setSelectedSegment(2);
+    control.resize(2000, 30);
+    const auto width = [&](int segment) { return control.segmentRect(segment).width(); };
+    const int shown = width(2);
+    const int second = width(1);
+    control.resize(control.segmentRect(3).right() + 1 - width(0) / 2, 30);
+    QCOMPARE(width(1), second); // the first gives way first
+    control.resize(shown + 10, 30);
+    QCOMPARE(width(2), shown);
+    control.resize(shown / 2, 30);
+    QCOMPARE(width(2), shown / 2);
 }
 
 void tst_PathNavigators::onlyTheLeftPaneKnowsWhatLiesInItsPath()
