@@ -17,6 +17,7 @@ constexpr qsizetype mostKeys = 4096;
 
 // Keys that are no file name: a file's key starts with "." (its suffix) or "=" (its name).
 constexpr auto folderKey = "folder"_L1;
+constexpr auto documentKey = "document"_L1;
 constexpr auto applicationKey = "application"_L1;
 constexpr auto packageKey = "package"_L1;
 constexpr auto brokenLinkKey = "broken"_L1;
@@ -84,6 +85,8 @@ QIcon iconOf(const QString &key, const QMimeType &type)
 {
     if (key == folderKey)
         return themedIcon(u"folder"_s);
+    if (key == documentKey)
+        return themedIcon(u"text-x-generic"_s);
     if (key == applicationKey)
         return themedIcon(u"application-x-executable"_s);
     if (key == packageKey)
@@ -157,7 +160,7 @@ QIcon FileKinds::genericFolderIcon() const
 
 QIcon FileKinds::genericDocumentIcon() const
 {
-    return themedIcon(u"text-x-generic"_s);
+    return iconOfKey(documentKey);
 }
 
 FileKinds::Known &FileKinds::known(const QString &key) const
