@@ -21,13 +21,8 @@ ArchiveSheet::ArchiveSheet(MessageBus &messages, QWidget *mainWindow)
     line->addWidget(archiveSheetProgressIndicator);
     line->addWidget(archiveSheetTitle, 1);
     rows().addLayout(line);
-    auto *cancel = addButton(localized("Cancel"));
-    // A Return or a space typed ahead for a pane must not cancel, so the button is no default and
-    // does not have the focus.
-    cancel->setDefault(false);
-    cancel->setAutoDefault(false);
-    archiveSheetProgressIndicator->setFocusPolicy(Qt::StrongFocus);
-    connect(cancel, &QPushButton::clicked, this, &ArchiveSheet::cancelArchiveSheet);
+    connect(addQuietButton(localized("Cancel"), *archiveSheetProgressIndicator),
+            &QPushButton::clicked, this, &ArchiveSheet::cancelArchiveSheet);
 }
 
 void ArchiveSheet::showArchiveSheet(const QString &title)

@@ -39,13 +39,8 @@ WorkingSheet::WorkingSheet(MessageBus &messages, QWidget *mainWindow)
     rows().addLayout(texts);
     rows().addWidget(workingProgressIndicator);
     rows().addWidget(_details); // keeps its line while empty, so that nothing moves
-    auto *cancel = addButton(localized("Cancel"));
-    // The sheet comes up unasked: a Return or a space meant for a pane must not stop the run, so
-    // there is no default button and the bar has the focus.
-    cancel->setDefault(false);
-    cancel->setAutoDefault(false);
-    workingProgressIndicator->setFocusPolicy(Qt::StrongFocus);
-    connect(cancel, &QPushButton::clicked, this, &WorkingSheet::cancelWorkingSheet);
+    connect(addQuietButton(localized("Cancel"), *workingProgressIndicator), &QPushButton::clicked,
+            this, &WorkingSheet::cancelWorkingSheet);
     _paintPause.setSingleShot(true);
     _paintPause.setInterval(PaintPause);
     // At once: an update that was asked for before the pause is forgotten in it, and the toolkit

@@ -26,6 +26,7 @@ public:
         const bool critical = alert.style == Alert::Style::Critical;
         setPicture(themedIcon(critical ? u"dialog-error"_s : u"dialog-information"_s),
                    style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, this));
+        rows().addStretch(); // one line stands beside the middle of the picture
         addText(alert.text, TextStyle::Headline);
         if (!alert.details.isEmpty())
             addText(alert.details);

@@ -21,7 +21,7 @@ constexpr int Letters = 64;
 // break, which nobody sees.
 QString breakable(const QString &text)
 {
-    constexpr int longestRun = 32;
+    constexpr int longestRun = 16;
     QString result;
     int run = 0;
     for (const QChar character : text) {
@@ -102,5 +102,14 @@ QPushButton *Sheet::addButton(const QString &text)
     button->setAccessibleName(text);
     button->setDefault(_buttons->count() == 1);
     _buttons->addWidget(button);
+    return button;
+}
+
+QPushButton *Sheet::addQuietButton(const QString &text, QWidget &focused)
+{
+    QPushButton *button = addButton(text);
+    button->setDefault(false);
+    button->setAutoDefault(false);
+    focused.setFocusPolicy(Qt::StrongFocus);
     return button;
 }

@@ -32,6 +32,9 @@ protected:
     void setPicture(const QIcon &icon, int side);
     // The buttons stand from left to right in the order they are added, the default one first.
     QPushButton *addButton(const QString &text);
+    // For a sheet that comes up unasked: a Return or a space meant for what was there before must
+    // not press its button. So that is no default one, and another widget can have the focus.
+    QPushButton *addQuietButton(const QString &text, QWidget &focused);
 
 private:
     QHBoxLayout *_columns;
