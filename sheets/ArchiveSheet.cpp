@@ -29,9 +29,9 @@ void ArchiveSheet::showArchiveSheet(const QString &title)
 {
     setArchiveSheetTitleText(title);
     archiveSheetProgressIndicator->setFocus();
-    if (!isVisible())
+    if (!isUp())
         setArchiveProgressIndicator(true);
-    show();
+    comeUp();
 }
 
 void ArchiveSheet::setArchiveSheetTitleText(const QString &text)
@@ -42,7 +42,7 @@ void ArchiveSheet::setArchiveSheetTitleText(const QString &text)
 void ArchiveSheet::closeArchiveSheet()
 {
     setArchiveProgressIndicator(false);
-    hide();
+    goAway();
 }
 
 void ArchiveSheet::cancelArchiveSheet()

@@ -55,7 +55,7 @@ void WorkingSheet::showWorkingSheet()
 {
     setWorkingSheetProgressValue(0);
     setWorkingSheetDetailText({}); // of the last item of an earlier run
-    if (!isVisible())
+    if (!isUp())
         standOverWindow();
 }
 
@@ -70,12 +70,12 @@ void WorkingSheet::standOverWindow()
     setWindowModality(question ? Qt::NonModal : Qt::WindowModal);
     setAttribute(Qt::WA_ShowWithoutActivating, question != nullptr);
     workingProgressIndicator->setFocus();
-    show();
+    comeUp();
 }
 
 void WorkingSheet::questionAnswered()
 {
-    if (!isVisible())
+    if (!isUp())
         return;
     hide(); // a window in sight keeps its modality
     standOverWindow();
@@ -83,7 +83,7 @@ void WorkingSheet::questionAnswered()
 
 void WorkingSheet::closeWorkingSheet()
 {
-    hide();
+    goAway();
 }
 
 void WorkingSheet::cancelWorkingSheet()

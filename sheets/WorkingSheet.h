@@ -20,7 +20,7 @@ public:
     WorkingSheet(MessageBus &bus, QWidget *mainWindow);
 
     void showWorkingSheet() override;
-    bool isWorkingSheetVisible() const override { return isVisible(); }
+    bool isWorkingSheetVisible() const override { return isUp(); }
     void closeWorkingSheet() override;
     void cancelWorkingSheet() override;
     void setWorkingSheetInfoText(const QString &text) override;

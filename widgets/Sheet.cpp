@@ -4,6 +4,9 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QWindow>
+
+#include <chrono>
 
 using namespace Qt::StringLiterals;
 
@@ -16,6 +19,8 @@ constexpr int ButtonSpacing = 8;
 // Fixed, so that texts that change while it stands do not move it; wider where letters are large.
 constexpr int Width = 460;
 constexpr int Letters = 64;
+// The keyboard is back after a few of the window manager's turns; or the person works elsewhere.
+constexpr std::chrono::milliseconds LongestWait { 250 };
 
 // A label wraps between words only, and a file name of 255 letters is one word: gives it places to
 // break, which nobody sees.
@@ -57,11 +62,43 @@ Sheet::Sheet(QWidget *below)
     _rows->setSpacing(Spacing);
     _buttons->setSpacing(ButtonSpacing);
     _buttons->addStretch();
+    _waitForKeyboard.setSingleShot(true);
+    _waitForKeyboard.setInterval(LongestWait);
+    _waitForKeyboard.callOnTimeout(this, &QWidget::show);
+    connect(qApp, &QGuiApplication::focusWindowChanged, this, [this] {
+        if (_waitForKeyboard.isActive() && canShow()) {
+            _waitForKeyboard.stop();
+            show();
+        }
+    });
 }
 
 bool Sheet::run()
 {
     return exec() == Accepted;
+}
+
+bool Sheet::canShow() const
+{
+    const QWidget *below = parentWidget() ? parentWidget()->window() : nullptr;
+    return testAttribute(Qt::WA_ShowWithoutActivating) || !below || !below->isVisible()
+        || below->isActiveWindow();
+}
+
+void Sheet::comeUp()
+{
+    _up = true;
+    if (canShow())
+        show();
+    else
+        _waitForKeyboard.start();
+}
+
+void Sheet::goAway()
+{
+    _up = false;
+    _waitForKeyboard.stop();
+    hide();
 }
 
 QWidget *Sheet::topmost(QWidget *window)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDialog>
+#include <QTimer>
 
 class QHBoxLayout;
 class QLabel;
@@ -36,8 +37,20 @@ protected:
     // not press its button. So that is no default one, and another widget can have the focus.
     QPushButton *addQuietButton(const QString &text, QWidget &focused);
 
+    // For a sheet that comes up unasked while the program works, and goes unasked. While the
+    // keyboard is on its way back to the window below, as after a question, the sheet is not shown
+    // yet: one that goes before it got the keyboard would take it along, and no key would reach the
+    // window any more.
+    void comeUp();
+    void goAway();
+    bool isUp() const { return _up; }
+
 private:
+    bool canShow() const;
+
     QHBoxLayout *_columns;
     QVBoxLayout *_rows;
     QHBoxLayout *_buttons;
+    bool _up = false;
+    QTimer _waitForKeyboard;
 };

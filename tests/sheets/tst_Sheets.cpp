@@ -49,6 +49,7 @@ private Q_SLOTS:
     void aPatternIsChosenByKeys();
     void theWorkingSheetStaysWhateverIsPressed();
     void theWorkingSheetLeavesTheKeyboardToAQuestion();
+    void aSheetWaitsForTheKeyboardToComeBack();
     void longAndHostileTextsNeverMoveTheWorkingSheet();
     void theDetailsOfAnEarlierRunAreGone();
     void aFastRunDoesNotWaitForThePaintingOfItsTexts();
@@ -174,9 +175,49 @@ void tst_Sheets::theWorkingSheetLeavesTheKeyboardToAQuestion()
     });
     question.getString();
     QVERIFY(world.sheet.isWorkingSheetVisible());
-    QCOMPARE(QApplication::activeModalWidget(), &world.sheet);
+    QTRY_COMPARE(QApplication::activeModalWidget(), &world.sheet);
     world.sheet.closeWorkingSheet();
     QCOMPARE(QApplication::activeModalWidget(), nullptr);
+}
+
+void tst_Sheets::aSheetWaitsForTheKeyboardToComeBack()
+{
+    QWidget window;
+    QWidget question;
+    World world(&window);
+    struct Shows : QObject {
+        bool eventFilter(QObject *, QEvent *event) override
+        {
+            count += event->type() == QEvent::Show;
+            return false;
+        }
+        int count = 0;
+    } shows;
+    world.sheet.installEventFilter(&shows);
+    window.show();
+    question.show();
+    question.activateWindow();
+    QTRY_VERIFY(question.isActiveWindow());
+    // A run so short that it ends before: the sheet never takes the keyboard.
+    world.sheet.showWorkingSheet();
+    QVERIFY(world.sheet.isWorkingSheetVisible());
+    world.sheet.closeWorkingSheet();
+    QVERIFY(!world.sheet.isWorkingSheetVisible());
+    window.activateWindow();
+    QTRY_VERIFY(window.isActiveWindow());
+    QCOMPARE(shows.count, 0);
+    // A longer one: shown when the keyboard is back, or when it does not come.
+    question.activateWindow();
+    QTRY_VERIFY(question.isActiveWindow());
+    world.sheet.showWorkingSheet();
+    QCOMPARE(shows.count, 0);
+    window.activateWindow();
+    QTRY_COMPARE(shows.count, 1);
+    world.sheet.closeWorkingSheet();
+    question.activateWindow();
+    QTRY_VERIFY(question.isActiveWindow());
+    world.sheet.showWorkingSheet();
+    QTRY_COMPARE(shows.count, 2);
 }
 
 void tst_Sheets::theDetailsOfAnEarlierRunAreGone()
