@@ -3,45 +3,52 @@ PREFIX ?= /usr/local
 DESTDIR ?=
 ARGS ?=
 JOBS ?= $(shell nproc)
+HAS_DISPLAY := $(DISPLAY)$(WAYLAND_DISPLAY)
 
-.PHONY: run build test sanitizers bench lint install deps clean
+.PHONY: run build test sanitizers bench lint release install clean
 
-run: deps
+run:
+	@scripts/install-deps run $(if $(HAS_DISPLAY),,tour)
 	cmake --preset debug
 	cmake --build build --parallel $(JOBS) --target twinleaf
-	@if [ -n "$$DISPLAY$$WAYLAND_DISPLAY" ]; then exec build/twinleaf $(ARGS); \
-	else exec scripts/tour build/twinleaf build/tour; fi
+	@exec $(if $(HAS_DISPLAY),build/twinleaf $(ARGS),scripts/tour build/twinleaf build/tour)
 
-build: deps
+build:
+	@scripts/install-deps test
 	cmake --preset debug
 	cmake --build build --parallel $(JOBS)
 
 test: build
-	ctest --test-dir build --output-on-failure --parallel $(JOBS)
+	ctest --test-dir build --output-on-failure --parallel $(JOBS) --no-tests=error
 
 # halt_on_error for both; leaks are left out, the font and theme libraries keep what they once loaded.
-sanitizers: deps
+sanitizers:
+	@scripts/install-deps test
 	cmake --preset sanitizers
 	cmake --build build-sanitizers --parallel $(JOBS)
 	ASAN_OPTIONS=detect_leaks=0 UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1 \
-	    ctest --test-dir build-sanitizers --output-on-failure --parallel $(JOBS)
+	    ctest --test-dir build-sanitizers --output-on-failure --parallel $(JOBS) --no-tests=error
 
-bench: deps
+bench:
+	@scripts/install-deps bench
 	cmake --preset release
 	cmake --build build-release --parallel $(JOBS)
 	scripts/bench build-release
 
-lint: deps
+lint:
+	@scripts/install-deps lint
 	cmake --preset debug
 	scripts/lint build
 
-install: deps
+release:
+	@scripts/install-deps run
 	cmake --preset release -DTWINLEAF_BENCHMARKS=OFF
 	cmake --build build-release --parallel $(JOBS) --target twinleaf
-	DESTDIR="$(DESTDIR)" cmake --install build-release --prefix "$(PREFIX)"
 
-deps:
-	@scripts/install-deps
+# Only copies, so that root need not build: `make release`, then `sudo make install`.
+install:
+	@test -x build-release/twinleaf || { echo "install: run 'make release' first" >&2; exit 1; }
+	DESTDIR="$(DESTDIR)" cmake --install build-release --prefix "$(PREFIX)"
 
 clean:
 	rm -rf build build-release build-sanitizers

@@ -33,8 +33,7 @@ private:
 
 void tst_Trash::initTestCase()
 {
-    if (!_home.contains(u"twinleaf-test"))
-        QSKIP("Only in a home folder made for the test");
+    QVERIFY2(_home.contains(u"twinleaf-test"), "only in a home folder made for the test");
     qputenv("XDG_DATA_HOME", _data.path().toUtf8());
 }
 

@@ -11,6 +11,7 @@ import tempfile
 import traceback
 
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
+sys.dont_write_bytecode = True
 from desktop import Display, Failure, Program  # noqa: E402
 
 # Names that a careless command line or text would trip over.

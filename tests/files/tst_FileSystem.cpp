@@ -180,8 +180,7 @@ void tst_FileSystem::attributesOfTheTargetAreKept()
 {
     makeTree(*folder, u"from, to, plain, link->from, plain link->plain"_s);
     const QByteArray large(3000, 'x');
-    if (!folder->setAttribute(u"from"_s, "user.both", "from"))
-        QSKIP("no attributes on this file system");
+    folder->setAttribute(u"from"_s, "user.both", "from");
     folder->setAttribute(u"from"_s, "user.large", large);
     folder->setAttribute(u"to"_s, "user.both", "to");
     FileSystem::copyUserAttributes(path(u"link"_s), path(u"plain"_s));

@@ -27,9 +27,7 @@ struct ArchiveDesk : Desk {
     // What an archive in the destination holds, read by another program.
     QStringList members(const QString &archive)
     {
-        DesktopPrograms().runShell(
-            u"cd '%1' && rm -rf seen && mkdir seen && bsdtar -xf 'to/%2' -C seen"_s.arg(
-                folder.path(), archive));
+        folder.shell(u"rm -rf seen; mkdir seen; bsdtar -xf 'to/%1' -C seen"_s.arg(archive));
         return folder.names(u"seen"_s);
     }
 };
@@ -240,8 +238,8 @@ void tst_Archives::cancellingEndsTheUnpacking()
     QFETCH(bool, early);
     QFETCH(bool, quits);
     ArchiveDesk desk;
-    desk.programs.runShell(u"cd '%1' && truncate -s 100M big && echo big | "
-                           "cpio -o --quiet -H newc | gzip -1 > a.cpgz"_s.arg(desk.source));
+    desk.folder.shell(u"cd from; truncate -s 100M big; "
+                      "echo big | cpio -o --quiet -H newc | gzip -1 > a.cpgz"_s);
     desk.operations.unpackArchive(PathText::joined(desk.source, u"a.cpgz"_s), desk.destination);
     QVERIFY(desk.operations.anyRunning());
     if (!early)

@@ -1,4 +1,5 @@
 #include "tests/operations/OperationWorld.h"
+#include "tests/support/KilledAtCall.h"
 
 #include "operations/SetAside.h"
 
@@ -6,7 +7,6 @@
 
 #include <csignal>
 #include <sys/wait.h>
-#include <thread>
 #include <unistd.h>
 
 // The program or the copy command is killed in the middle of a replacement; after the next start
@@ -30,24 +30,37 @@ void killSelf()
     kill(getpid(), SIGKILL);
 }
 
-// Runs the replacement in a process of its own, which dies on the way, or else after `patience`.
-void runAndDie(World &world, Operation operation, std::chrono::microseconds patience = {})
+void replace(World &world, Operation operation)
+{
+    world.alerts.decide = [](const Alert &alert) {
+        return alert.buttons.size() > 1 ? Alert::Yes : Alert::Ok;
+    };
+    world.runHere(operation, { u"a"_s });
+}
+
+// Runs the replacement in a process of its own, which dies on the way.
+void runAndDie(World &world, Operation operation)
 {
     const pid_t child = fork();
     if (child == 0) {
-        world.alerts.decide = [](const Alert &alert) {
-            return alert.buttons.size() > 1 ? Alert::Yes : Alert::Ok;
-        };
-        world.runHere(operation, { u"a"_s });
+        replace(world, operation);
         _exit(0);
-    }
-    if (patience.count() > 0) {
-        std::this_thread::sleep_for(patience);
-        kill(child, SIGKILL);
     }
     int status = 0;
     waitpid(child, &status, 0);
-    QVERIFY(patience.count() > 0 || WIFSIGNALED(status));
+    QVERIFY2(WIFSIGNALED(status), "came to its end");
+}
+
+// What is replaced, and what replaces it.
+QSet<QByteArray> makeLargeFolders(const World &world)
+{
+    QSet<QByteArray> replacement { "new" };
+    for (int number = 0; number < 200; ++number) {
+        replacement += QByteArray::number(number);
+        world.folder.write(u"from/a/"_s + QString::number(number), QByteArray::number(number));
+        world.folder.write(u"to/a/"_s + QString::number(number), "old");
+    }
+    return replacement;
 }
 
 void startAgain(World &world)
@@ -115,22 +128,23 @@ void tst_Killed::theProgramAtAStep()
 
 void tst_Killed::theProgramAtAnyMoment_data()
 {
-    QTest::addColumn<int>("microseconds");
-    for (int delay = 500; delay < 40'000; delay += delay / 2)
-        QTest::addRow("after %d microseconds", delay) << delay;
+    QTest::addColumn<int>("percent");
+    for (int percent = 2; percent < 100; percent += 4)
+        QTest::addRow("after %d %% of its way", percent) << percent;
 }
 
 void tst_Killed::theProgramAtAnyMoment()
 {
-    QFETCH(int, microseconds);
+    QFETCH(int, percent);
+    static const int all = [] { // calls to the kernel
+        World whole(oldAndNew(true));
+        makeLargeFolders(whole);
+        return callsUntilKilled([&] { replace(whole, Operation::Move); }, 0);
+    }();
     World world(oldAndNew(true));
-    QSet<QByteArray> replacement { "new" };
-    for (int number = 0; number < 200; ++number) {
-        replacement += QByteArray::number(number);
-        world.folder.write(u"from/a/"_s + QString::number(number), QByteArray::number(number));
-        world.folder.write(u"to/a/"_s + QString::number(number), "old");
-    }
-    runAndDie(world, Operation::Move, std::chrono::microseconds(microseconds));
+    const QSet<QByteArray> replacement = makeLargeFolders(world);
+    const int last = all * percent / 100;
+    QCOMPARE(callsUntilKilled([&] { replace(world, Operation::Move); }, last), last);
     startAgain(world);
     const auto found = contentsBelow(world.folder.path());
     QVERIFY(found.contains(replacement));

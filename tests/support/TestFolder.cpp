@@ -1,6 +1,7 @@
 #include "tests/support/TestFolder.h"
 
 #include "files/FileName.h"
+#include "platform/desktop/DesktopPrograms.h"
 
 #include <QFile>
 #include <QtEndian>
@@ -92,17 +93,27 @@ QStringList TestFolder::names(const QString &folder) const
     return names;
 }
 
-bool TestFolder::setAttribute(const QString &name, const char *attribute,
-                              const QByteArray &value) const
+void TestFolder::shell(const QString &script) const
 {
-    return lsetxattr(bytes(name), attribute, value.constData(), size_t(value.size()), 0) == 0;
+    const ProgramEnd end = DesktopPrograms().run({ u"/bin/bash"_s, u"-e"_s, u"-o"_s, u"pipefail"_s,
+                                                   u"-c"_s, u"cd \"$0\"; "_s + script, _path });
+    if (!end.succeeded())
+        qFatal("%s: status %d: %s", qUtf8Printable(script), end.status,
+               qUtf8Printable(end.errorText));
 }
 
-bool TestFolder::setFinderFlags(const QString &name, quint16 flags) const
+void TestFolder::setAttribute(const QString &name, const char *attribute,
+                              const QByteArray &value) const
+{
+    require(lsetxattr(bytes(name), attribute, value.constData(), size_t(value.size()), 0) == 0,
+            "setxattr", bytes(name));
+}
+
+void TestFolder::setFinderFlags(const QString &name, quint16 flags) const
 {
     QByteArray finderInfo(32, '\0');
     qToBigEndian(flags, finderInfo.data() + 8);
-    return setAttribute(name, "user.com.apple.FinderInfo", finderInfo);
+    setAttribute(name, "user.com.apple.FinderInfo", finderInfo);
 }
 
 void TestFolder::setModified(const QString &name, time_t seconds) const

@@ -3,7 +3,7 @@
 #include <QStringList>
 
 // A temporary folder of real files, removed at the end. Names are relative to it and may hold any
-// bytes (platform/FileName); making something that cannot be made fails the test.
+// bytes (files/FileName); making something that cannot be made fails the test.
 class TestFolder {
 public:
     TestFolder();
@@ -22,8 +22,12 @@ public:
     QByteArray read(const QString &name) const; // empty when there is no such file
     QStringList names(const QString &folder = {}) const; // sorted, hidden ones too
 
-    bool setAttribute(const QString &name, const char *attribute, const QByteArray &value) const;
-    bool setFinderFlags(const QString &name, quint16 flags) const; // label, invisible, alias
+    // Runs a script of bash in the folder; a command of it that fails, in a pipe too, fails the
+    // test.
+    void shell(const QString &script) const;
+
+    void setAttribute(const QString &name, const char *attribute, const QByteArray &value) const;
+    void setFinderFlags(const QString &name, quint16 flags) const; // label, invisible, alias
     void setModified(const QString &name, time_t seconds) const;
     QByteArray attribute(const QString &name, const char *attribute) const;
 

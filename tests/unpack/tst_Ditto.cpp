@@ -10,7 +10,6 @@
 #include <clocale>
 #include <csignal>
 #include <sys/stat.h>
-#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -70,21 +69,12 @@ struct World {
             arguments.append(u"-k"_s);
         return programs.run(arguments << archive(kind) << folder.path(u"to"_s), started).status;
     }
-    int shell(const QString &script)
-    {
-        return programs
-            .run({ u"/bin/sh"_s, u"-c"_s, u"cd '"_s + folder.path() + u"' && "_s + script })
-            .status;
-    }
     // Kind, permissions and content of everything below a folder.
     QByteArray tree(const QString &name)
     {
-        const int status =
-            shell(u"cd %1 && { find . -mindepth 1 -printf '%P %y %m %l\\n' | "
-                  "LC_ALL=C sort; find . -type f -exec md5sum {} + | LC_ALL=C sort; } "
-                  "> ../listed"_s.arg(name));
-        return status == 0 ? folder.read(u"listed"_s)
-                           : QByteArray("no listing of ") + name.toUtf8();
+        folder.shell(u"cd %1; { find . -mindepth 1 -printf '%P %y %m %l\\n' | LC_ALL=C sort; "
+                     "find . -type f -exec md5sum {} + | LC_ALL=C sort; } > ../listed"_s.arg(name));
+        return folder.read(u"listed"_s);
     }
     QString left() const { return treeOf(folder, { u"to"_s, u"outside"_s }); }
     unsigned mode(const QString &name) const
@@ -93,7 +83,7 @@ struct World {
     }
     QByteArray trashed(const QString &name)
     {
-        shell(u"cp \"$HOME/.local/share/Trash/files/%1\" trashed"_s.arg(name));
+        folder.shell(u"cp \"$HOME/.local/share/Trash/files/%1\" trashed"_s.arg(name));
         return folder.read(u"trashed"_s);
     }
 };
@@ -125,9 +115,10 @@ void tst_Ditto::whatOtherToolsPackComesOutWhole_data()
     QTest::addColumn<QString>("command");
     QTest::newRow("zip") << u"zip -qry ../a.zip ."_s;
     QTest::newRow("bsdtar's zip") << u"bsdtar --format zip -cf ../a.zip ."_s;
-    QTest::newRow("streamed zip") << u"zip -qry - . | cat > ../a.zip"_s;
+    // Which refuses to stream a link.
+    QTest::newRow("streamed zip") << u"rm link; zip -qr - . | cat > ../a.zip"_s;
     QTest::newRow("zip behind a program")
-        << u"zip -qry ../b . && { printf '#!/bin/sh\n'; cat ../b.zip; } > ../a.zip && zip -qA ../a.zip"_s;
+        << u"zip -qry ../b .; { printf '#!/bin/sh\n'; cat ../b.zip; } > ../a.zip; zip -qA ../a.zip"_s;
     const QString cpio = u"find . -print0 | cpio -0 -o --quiet -H "_s;
     QTest::newRow("new cpio") << cpio + u"newc | gzip > ../a.cpgz"_s;
     QTest::newRow("old cpio") << cpio + u"odc | gzip > ../a.cpgz"_s;
@@ -142,13 +133,12 @@ void tst_Ditto::whatOtherToolsPackComesOutWhole()
     world.folder.write(u"from/deep/program"_s, QByteArray(300000, 'p'));
     if (!command.contains(u"bsdtar"_s)) // which refuses such a name
         world.folder.write(u"from/caf"_s + QChar(0xDCE9), "bytes");
-    QCOMPARE(world.shell(u"cd from && chmod 755 deep/program && chmod 600 -- -m && "
-                         "ln deep/program twin && chmod 555 deep"_s),
-             0);
-    QCOMPARE(world.shell(u"cd from && "_s + command), 0);
+    world.folder.shell(u"cd from; chmod 755 deep/program; chmod 600 -- -m; "
+                       "ln deep/program twin; chmod 555 deep"_s);
+    world.folder.shell(u"cd from; "_s + command);
     QCOMPARE(world.unpack(command.contains(u"a.zip"_s) ? Made::Zip : Made::Cpio), 0);
     QCOMPARE(world.tree(u"to"_s), world.tree(u"from"_s));
-    world.shell(u"chmod 755 from/deep to/deep"_s);
+    world.folder.shell(u"chmod 755 from/deep to/deep"_s);
 }
 
 void tst_Ditto::hostileMembersAreRefused_data()
@@ -208,15 +198,14 @@ void tst_Ditto::markedNamesStayTheBytesTheyAre()
 {
     // Two spellings of one accent, and a name that is not what its mark says.
     World world;
-    QCOMPARE(world.shell(uR"(python3 - <<'END'
+    world.folder.shell(uR"(python3 - <<'END'
 import zipfile
 with zipfile.ZipFile('a.zip', 'w') as made:
     for number, name in enumerate(['e\u0301', '\u00e9', '\u00fc']):
         made.writestr(name, str(number))
 data = open('a.zip', 'rb').read()
 open('a.zip', 'wb').write(data.replace('\u00fc'.encode(), b'\x81\xff'))
-END)"_s),
-             0);
+END)"_s);
     QCOMPARE(world.unpack(Made::Zip), 0);
     QCOMPARE(world.folder.read(u"to/e\u0301"_s), "0");
     QCOMPARE(world.folder.read(u"to/\u00E9"_s), "1");
@@ -230,11 +219,11 @@ void tst_Ditto::nothingComesOfABrokenArchive_data()
     const auto row = [](const char *name, const QString &damage) {
         QTest::newRow(name) << (damage.contains(u"a.zip"_s) ? Made::Zip : Made::Cpio) << damage;
     };
-    row("cut short", u"zip -qr b.zip from && head -c 300000 b.zip > a.zip"_s);
-    row("directory cut short", u"zip -qr a.zip from && truncate -s -30 a.zip"_s);
+    row("cut short", u"zip -qr b.zip from; head -c 300000 b.zip > a.zip"_s);
+    row("directory cut short", u"zip -qr a.zip from; truncate -s -30 a.zip"_s);
     row("encrypted", u"zip -qr -P secret a.zip from"_s);
     row("changed content",
-        u"zip -q0r a.zip from && printf XX | dd of=a.zip bs=1 seek=5000 conv=notrunc"_s);
+        u"zip -q0r a.zip from; printf XX | dd of=a.zip bs=1 seek=5000 conv=notrunc"_s);
     row("no archive", u"echo hello > a.zip"_s);
     row("empty file", u": > a.zip"_s);
     row("missing", u"rm -f a.zip"_s);
@@ -242,8 +231,8 @@ void tst_Ditto::nothingComesOfABrokenArchive_data()
     row("folder", u"mkdir a.zip"_s);
     row("cpio called zip", u"find from | cpio -o --quiet -H newc > a.zip"_s);
     row("cpio cut short",
-        u"find from | cpio -o --quiet -H newc | gzip > b && head -c 300000 b > a.cpgz"_s);
-    row("zip called cpio", u"zip -qr b.zip from && mv b.zip a.cpgz"_s);
+        u"find from | cpio -o --quiet -H newc | gzip > b; head -c 300000 b > a.cpgz"_s);
+    row("zip called cpio", u"zip -qr b.zip from; mv b.zip a.cpgz"_s);
 }
 
 void tst_Ditto::nothingComesOfABrokenArchive()
@@ -251,7 +240,7 @@ void tst_Ditto::nothingComesOfABrokenArchive()
     QFETCH(Made, kind);
     QFETCH(QString, damage);
     World world(u"from/a=a, to/old=old"_s);
-    QCOMPARE(world.shell(u"head -c 600000 /dev/urandom > from/b && { %1; }"_s.arg(damage)), 0);
+    world.folder.shell(u"head -c 600000 /dev/urandom > from/b; "_s + damage);
     QCOMPARE(world.unpack(kind), 1);
     QCOMPARE(world.left(), u"to/old=old"_s);
 }
@@ -260,7 +249,7 @@ void tst_Ditto::whatIsInTheWayGoesToTheTrash()
 {
     World world(u"from/d/both=new, from/d/new/x=x, from/linked/x=x, to/d/both=old, to/d/kept=kept, "
                 "to/d/new=a file where a folder comes, to/linked->~/outside"_s);
-    QCOMPARE(world.shell(u"chmod 700 to/d && cd from && zip -qr ../a.zip ."_s), 0);
+    world.folder.shell(u"chmod 700 to/d; cd from; zip -qr ../a.zip ."_s);
     QCOMPARE(world.unpack(Made::Zip), 0);
     QCOMPARE(world.left(), u"to/d/both=new, to/d/kept=kept, to/d/new/x=x, to/linked/x=x"_s);
     QCOMPARE(world.trashed(u"both"_s), "old");
@@ -271,8 +260,6 @@ void tst_Ditto::whatIsInTheWayGoesToTheTrash()
 void tst_Ditto::whatMustStayStays()
 {
     World world(u"to/folder/x=x, to/locked=!old, to/closed=!a file where a closed folder comes"_s);
-    if (!world.folder.setAttribute(u"to"_s, "user.note", "1"))
-        QSKIP("no extended attributes here");
     writeArchive(world.archive(Made::Zip), Made::Zip,
                  { { "folder", "file" },
                    { "locked", "new" },
@@ -288,12 +275,10 @@ void tst_Ditto::whatMustStayStays()
 void tst_Ditto::cancellingLeavesNothing()
 {
     World world(u"to/old=old"_s);
-    QCOMPARE(world.shell(u"mkdir from && truncate -s 100M from/big && find from | "
-                         "cpio -o --quiet -H newc | gzip -1 > a.cpgz"_s),
-             0);
+    world.folder.shell(u"mkdir from; truncate -s 100M from/big; "
+                       "find from | cpio -o --quiet -H newc | gzip -1 > a.cpgz"_s);
     const int status = world.unpack(Made::Cpio, [&](pid_t process) {
-        while (world.folder.names(u"to"_s).size() < 2)
-            usleep(1000);
+        QTRY_VERIFY(world.folder.names(u"to"_s).size() > 1);
         kill(process, SIGTERM);
     });
     QCOMPARE(status, 15);

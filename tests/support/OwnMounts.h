@@ -1,0 +1,95 @@
+#pragma once
+
+#include "files/FileName.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QTest>
+
+#include <linux/capability.h>
+#include <sched.h>
+#include <sys/mount.h>
+#include <sys/prctl.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+// Mounts of the test's own, which nobody else sees and which end with it: by root's rights, or in a
+// user namespace where there are none. Of root's other rights it gives up those to read and write
+// what is closed, so that root is refused what anybody is. Before there are threads.
+inline void enterOwnMounts()
+{
+    const auto require = [](bool done, const char *what) {
+        if (!done)
+            qFatal(
+                "No mounts for this test, neither by root's rights nor in a user namespace: %s: %s",
+                what, std::strerror(errno));
+    };
+    const auto write = [&](const QString &file, const QByteArray &text) {
+        QFile opened(QStringLiteral("/proc/self/") + file);
+        require(opened.open(QIODevice::WriteOnly | QIODevice::Unbuffered)
+                    && opened.write(text) == text.size(),
+                qUtf8Printable(file));
+    };
+    const QByteArray user = QByteArray::number(geteuid());
+    const QByteArray group = QByteArray::number(getegid());
+    if (unshare(CLONE_NEWNS) != 0) {
+        require(unshare(CLONE_NEWUSER | CLONE_NEWNS) == 0, "unshare");
+        write(QStringLiteral("setgroups"), "deny");
+        write(QStringLiteral("uid_map"), user + ' ' + user + " 1");
+        write(QStringLiteral("gid_map"), group + ' ' + group + " 1");
+    }
+    require(mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0, "mount");
+
+    __user_cap_header_struct header { _LINUX_CAPABILITY_VERSION_3, 0 };
+    __user_cap_data_struct rights[2] {};
+    require(syscall(SYS_capget, &header, rights) == 0, "capget");
+    for (const int right : { CAP_DAC_OVERRIDE, CAP_DAC_READ_SEARCH }) {
+        require(prctl(PR_CAPBSET_DROP, right, 0, 0, 0) == 0, "prctl");
+        rights[0].effective &= ~(1U << right);
+        rights[0].permitted &= ~(1U << right);
+        rights[0].inheritable &= ~(1U << right);
+    }
+    require(syscall(SYS_capset, &header, rights) == 0, "capset");
+}
+
+// A mount that goes at the end of its scope. What cannot be mounted fails the test.
+class TestMount {
+public:
+    explicit TestMount(const QString &point)
+        : _point(FileName::toBytes(point))
+    {
+    }
+    ~TestMount() { umount2(_point, MNT_DETACH); }
+    TestMount(const TestMount &) = delete;
+    TestMount &operator=(const TestMount &) = delete;
+
+    // Another, empty file system. `options` as for tmpfs: "size=64k".
+    void fresh(const char *options) { require(mount("none", _point, "tmpfs", 0, options)); }
+    void makeReadOnly()
+    {
+        require(mount(nullptr, _point, nullptr, MS_REMOUNT | MS_RDONLY, nullptr));
+    }
+    void show(const QString &folder)
+    {
+        require(mount(FileName::toBytes(folder), _point, nullptr, MS_BIND, nullptr));
+    }
+
+private:
+    void require(int answer) const
+    {
+        if (answer != 0)
+            qFatal("mount %s: %s", _point.constData(), std::strerror(errno));
+    }
+
+    QByteArray _point;
+};
+
+// In place of QTEST_GUILESS_MAIN.
+#define TWINLEAF_MAIN_WITH_MOUNTS(Test)                                                            \
+    int main(int argc, char **argv)                                                                \
+    {                                                                                              \
+        enterOwnMounts();                                                                          \
+        const QCoreApplication application(argc, argv);                                            \
+        Test test;                                                                                 \
+        return QTest::qExec(&test, argc, argv);                                                    \
+    }
