@@ -128,12 +128,14 @@ class Program:
         self.key("ctrl+a")
         self.display.xdotool("type", "--clearmodifiers", "--delay", "20", "--", text)
 
+    def _new_question(self):
+        """Number and title of a dialog over the main window that was not asked for before, or None."""
+        active = self.display.active_window()
+        return active if active and active[0] not in (self.window, self._question) else None
+
     def wait_for_question(self, what):
         """Waits for a dialog over the main window that was not asked for before; its title."""
-        def other():
-            active = self.display.active_window()
-            return active if active and active[0] not in (self.window, self._question) else None
-        self._question, title = self._wait(other, what)
+        self._question, title = self._wait(self._new_question, what)
         return title
 
     def wait_for_main_window(self):
@@ -146,7 +148,14 @@ class Program:
         self._process.send_signal(signal.SIGTERM)
 
     def wait_for_end(self):
-        wait_for(lambda: self._process.poll() is not None, "the program to end")
+        """The exit status. An operation whose files are done may not have ended: it may be stopped."""
+        def ended():
+            question = self._new_question()
+            if question:
+                self._question = question[0]
+                self.key("Return")
+            return self._process.poll() is not None
+        wait_for(ended, "the program to end")
         return self._process.returncode
 
     def log(self):
