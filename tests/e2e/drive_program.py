@@ -265,7 +265,10 @@ def main():
     program = os.path.abspath(sys.argv[1])
     shots = pathlib.Path(sys.argv[2]) if len(sys.argv) > 2 else None
     only = sys.argv[3:]
-    display = Display()
+    try:
+        display = Display()
+    except Failure as failure:
+        return f"drive_program: {failure}"
     failed = 0
     try:
         for play in SCENES:
