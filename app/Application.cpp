@@ -1,27 +1,52 @@
 #include "app/Application.h"
 
 #include "base/Localized.h"
+#include "platform/Alerts.h"
+#include "platform/OpenDialogs.h"
 #include "settings/BundleInfo.h"
-#include "settings/LocaleDefaults.h"
+#include "settings/UserDefaults.h"
 #include "sheets/About.h"
+#include "sheets/ExpandSelectionSheet.h"
 #include "views/TableViews.h"
 
 #include <QCoreApplication>
+#include <QMenuBar>
 
-Application::Application(const CommandLine &line)
-    : _defaults(BundleInfo::getBundleIdentifier(), localeDefaults())
-    , _alerts(_openDialogs)
-    , _openPanel(_openDialogs)
-    , _twinleaf(_bus, _defaults, _alerts, _programs, _workspace, _kinds, _openDialogs)
-    , _mainModel(_bus, _defaults, _alerts, _twinleaf, _twinleaf, _kinds)
-    , _mainWindow(_bus, _mainModel, _defaults)
-    , _leftSource(*_mainWindow.leftFileList, _mainModel, _bus, _defaults)
-    , _rightSource(*_mainWindow.rightFileList, _mainModel, _bus, _defaults)
-    , _windowController(_mainWindow, _bus, _mainModel, _twinleaf,
-                        { _defaults, _workspace, _openPanel, _alerts, _openDialogs })
-    , _leftDrops(*_mainWindow.leftFileList, _mainModel, _windowController, _twinleaf, _alerts)
-    , _rightDrops(*_mainWindow.rightFileList, _mainModel, _windowController, _twinleaf, _alerts)
-    , _updateCheck(_versionServer, _twinleaf, _alerts,
+Application::Application(const Services &services, const CommandLine &line)
+    : _services(services)
+    , _twinleaf(_bus, services.defaults, services.alerts, services.programs, services.workspace,
+                _kinds, services.openDialogs)
+    , _mainModel(_bus, services.defaults, services.alerts, _twinleaf, _twinleaf, _kinds)
+    , _mainWindow(_bus, _mainModel, services.defaults)
+    , _navigators(*_mainWindow.segmentedControls.left, *_mainWindow.segmentedControls.right, _bus,
+                  _mainModel, _twinleaf, services.defaults)
+    , _infoBars(_mainWindow.infoBars, _mainModel, _twinleaf, services.defaults)
+    , _folderSize(_bus, _mainModel, _twinleaf, _infoBars)
+    , _leftSource(*_mainWindow.leftFileList, _mainModel, _bus, services.defaults)
+    , _rightSource(*_mainWindow.rightFileList, _mainModel, _bus, services.defaults)
+    , _workingSheet(_bus, &_mainWindow)
+    , _archiveSheet(_bus, &_mainWindow)
+    , _windowController(_mainWindow, _bus, _navigators, _mainModel, services.defaults,
+                        services.openDialogs)
+    , _volumeReload(_navigators, services.workspace, services.openDialogs, _bus)
+    , _leftDrops(*_mainWindow.leftFileList, _mainModel, _windowController, _twinleaf,
+                 services.alerts)
+    , _rightDrops(*_mainWindow.rightFileList, _mainModel, _windowController, _twinleaf,
+                  services.alerts)
+    , _paneCommands(_windowController, _bus, _mainModel, _twinleaf, _twinleaf, services.defaults,
+                    services.openPanel, services.alerts)
+    , _folderCommands(_windowController, _bus, _twinleaf, services.workspace, services.alerts)
+    , _selectionCommands(_windowController, _bus, _mainModel, _twinleaf, _twinleaf,
+                         services.defaults,
+                         [this](const QString &title) { return askForPattern(title); })
+    , _commands({ _paneCommands, _selectionCommands, _folderCommands, _twinleaf },
+                _windowController, _twinleaf, _mainWindow.leftFileList->classicKeys())
+    , _menus(*_mainWindow.menuBar(), _commands)
+    , _bookmarkStore(services.defaults)
+    , _bookmarksMenu(_menus.bookmarksMenu(), _bookmarkStore, _paneCommands, _windowController, _bus,
+                     _twinleaf, services.alerts)
+    , _openWithMenu(_menus.openWithMenu(), _bookmarkStore, _paneCommands, services.workspace)
+    , _updateCheck(services.versionServer, _twinleaf, services.alerts,
                    { BundleInfo::versionFileAddress(), BundleInfo::downloadAddress() },
                    BundleInfo::version())
 {
@@ -34,7 +59,7 @@ Application::Application(const CommandLine &line)
 Application::~Application()
 {
     // The session's end may have ended the event loop under an open question.
-    const AlertSheets::Silence silence(_alerts);
+    const Alerts::Silence silence(_services.alerts);
     stopWork();
 }
 
@@ -53,7 +78,7 @@ void Application::quit()
         return;
     _quitting = true;
     if (_twinleaf.anyRunning()
-        && _alerts.ask(Alert::question(localized(
+        && _services.alerts.ask(Alert::question(localized(
                "A file operation is still running. Stop it after the current item and quit?")))
             != Alert::Yes) {
         _quitting = false;
@@ -68,17 +93,24 @@ void Application::quit()
 void Application::powerOff()
 {
     // Nobody is there to answer any more.
-    const AlertSheets::Silence silence(_alerts);
+    const Alerts::Silence silence(_services.alerts);
     save();
     _twinleaf.stopAll();
     // A worker behind a question ends when the question's own event loop has; see ~Application.
-    if (!_openDialogs.anyOpen())
+    if (!_services.openDialogs.anyOpen())
         _twinleaf.drain();
+}
+
+ExpandSelection Application::askForPattern(const QString &title)
+{
+    const OpenDialogs::Guard guard(_services.openDialogs);
+    _expandSelection = ExpandSelectionSheet(title, _expandSelection, &_mainWindow).getInput();
+    return _expandSelection;
 }
 
 void Application::showAbout()
 {
-    const OpenDialogs::Guard guard(_openDialogs);
+    const OpenDialogs::Guard guard(_services.openDialogs);
     About about({ .name = BundleInfo::name(),
                   .version = BundleInfo::versionLine(),
                   .copyright = BundleInfo::copyright(),
@@ -92,7 +124,7 @@ void Application::showAbout()
 void Application::save()
 {
     _bus.post(ApplicationWillTerminate, {});
-    _defaults.synchronize();
+    _services.defaults.synchronize();
 }
 
 void Application::stopWork()

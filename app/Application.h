@@ -1,32 +1,40 @@
 #pragma once
 
 #include "app/CommandLine.h"
+#include "app/Services.h"
+#include "commands/Commands.h"
+#include "commands/FolderCommands.h"
+#include "commands/PaneCommands.h"
+#include "commands/SelectionCommands.h"
 #include "commands/UpdateCheck.h"
 #include "model/MainModel.h"
 #include "model/MessageBus.h"
 #include "operations/Twinleaf.h"
-#include "platform/desktop/ColorScheme.h"
-#include "platform/desktop/DesktopOpenPanel.h"
-#include "platform/desktop/DesktopPrograms.h"
-#include "platform/desktop/DesktopWorkspace.h"
-#include "platform/desktop/HttpVersionServer.h"
-#include "platform/OpenDialogs.h"
-#include "settings/UserDefaults.h"
+#include "settings/BookmarkStore.h"
+#include "sheets/ArchiveSheet.h"
+#include "sheets/WorkingSheet.h"
 #include "views/PaneDragAndDrop.h"
 #include "views/TableViewDataSources.h"
-#include "widgets/AlertSheets.h"
 #include "widgets/FileKinds.h"
+#include "window/BookmarksMenu.h"
+#include "window/FolderSize.h"
+#include "window/InfoBars.h"
 #include "window/MainWindowLayout.h"
+#include "window/MenuBar.h"
+#include "window/OpenWithMenu.h"
+#include "window/PathNavigators.h"
+#include "window/VolumeReload.h"
 #include "window/WindowController.h"
 
 #include <QObject>
 
-// Owns every long-lived object, in the order of construction, and sees to the program's end.
+// Owns every long-lived object, in the order of construction, on the services it is given, and sees
+// to the program's end. The program, its tests and its benchmarks are all built on it. Main thread.
 class Application final : public QObject {
     Q_OBJECT
 
 public:
-    explicit Application(const CommandLine &line);
+    explicit Application(const Services &services, const CommandLine &line = {});
     ~Application() override;
 
     void start();
@@ -34,33 +42,54 @@ public:
     // Asks when work is under way; then stops it between two items, saves and ends the event loop.
     void quit();
 
+    MessageBus &bus() { return _bus; }
+    const FileKinds &kinds() const { return _kinds; }
+    Twinleaf &twinleaf() { return _twinleaf; }
+    MainModel &mainModel() { return _mainModel; }
+    MainWindowLayout &mainWindow() { return _mainWindow; }
+    PaneTableView &fileList(Side side) { return _mainWindow.fileList(side); }
+    WindowController &windowController() { return _windowController; }
+    Commands &commands() { return _commands; }
+    MenuBar &menus() { return _menus; }
+    BookmarkStore &bookmarkStore() { return _bookmarkStore; }
+
 private:
     void connectAll(); // Wiring.cpp
+    void connectPane(Side side); // Wiring.cpp
+    void giveRunners(); // Wiring.cpp
     void awakeAll(); // Wiring.cpp
-    void addHelpItems(); // Wiring.cpp
+    ExpandSelection askForPattern(const QString &title);
     void showAbout();
     void powerOff();
     void save();
     void stopWork();
 
-    ColorScheme _colorScheme;
-    OpenDialogs _openDialogs;
-    UserDefaults _defaults;
+    const Services _services;
     MessageBus _bus;
-    AlertSheets _alerts;
-    DesktopOpenPanel _openPanel;
-    DesktopPrograms _programs;
-    DesktopWorkspace _workspace;
     FileKinds _kinds;
     Twinleaf _twinleaf;
     MainModel _mainModel;
     MainWindowLayout _mainWindow;
+    PathNavigators _navigators;
+    InfoBars _infoBars;
+    FolderSize _folderSize;
     TableViewDataSourceLeft _leftSource;
     TableViewDataSourceRight _rightSource;
+    WorkingSheet _workingSheet;
+    ArchiveSheet _archiveSheet;
     WindowController _windowController;
+    VolumeReload _volumeReload;
     PaneDragAndDrop _leftDrops;
     PaneDragAndDrop _rightDrops;
-    HttpVersionServer _versionServer;
+    PaneCommands _paneCommands;
+    FolderCommands _folderCommands;
+    SelectionCommands _selectionCommands;
+    Commands _commands;
+    MenuBar _menus;
+    BookmarkStore _bookmarkStore;
+    BookmarksMenu _bookmarksMenu;
+    OpenWithMenu _openWithMenu;
     UpdateCheck _updateCheck;
+    ExpandSelection _expandSelection; // as the sheet was left
     bool _quitting = false;
 };

@@ -1,40 +1,77 @@
 #include "app/Application.h"
+#include "platform/Workspace.h"
+#include "views/TableViews.h"
+#include "window/ClassicButton.h"
+#include "window/ToolsMenu.h"
 
-#include "base/Localized.h"
+#include <QMenu>
+#include <QTimer>
 
 // Who is connected to whom, and in which order the objects wake up.
 
+namespace {
+
+constexpr std::chrono::milliseconds AfterFirstPaint { 200 };
+
+} // namespace
+
 void Application::connectAll()
 {
-    _alerts.setParent(&_mainWindow);
-    _openPanel.setParent(&_mainWindow);
     _mainModel.setWindowController(&_windowController);
     _mainModel.setTwinleaf(&_twinleaf);
     _twinleaf.setMainModel(&_mainModel);
-    _twinleaf.setWindowController(&_windowController, &_windowController.workingSheet());
-    _twinleaf.setArchiveSheet(&_windowController.archiveSheet());
+    _twinleaf.setWindowController(&_windowController, &_workingSheet);
+    _twinleaf.setArchiveSheet(&_archiveSheet);
+    _windowController.setCommands(&_commands);
 
+    connectPane(Side::Left);
+    connectPane(Side::Right);
     for (PaneDataSource *source : { static_cast<PaneDataSource *>(&_leftSource),
                                     static_cast<PaneDataSource *>(&_rightSource) })
-        connect(source, &PaneDataSource::selectionDidChange, &_windowController,
-                &WindowController::setFileInfoBar);
+        connect(source, &PaneDataSource::selectionDidChange, &_mainWindow,
+                [this](Side side) { _infoBars.setFileInfoBar(fileList(side)); });
+    for (auto button = _mainWindow.buttons.cbegin(); button != _mainWindow.buttons.cend(); ++button)
+        connect(button.value(), &ClassicButton::clicked, &_commands,
+                [this, command = button.key()] { _commands.run(command); });
+    connect(&_mainWindow, &UnifiedWindow::closeAsked, this, &Application::quit);
 
-    connect(&_workspace, &Workspace::volumeDidMount, &_windowController,
-            &WindowController::volumeDidMount);
-    connect(&_workspace, &Workspace::volumeDidUnmount, &_windowController,
-            &WindowController::volumeDidUnmount);
-    connect(&_workspace, &Workspace::willPowerOff, this, &Application::powerOff);
-    connect(&_windowController, &WindowController::terminateRequested, this, &Application::quit);
-    addHelpItems();
+    const Workspace &workspace = _services.workspace;
+    connect(&workspace, &Workspace::volumeDidMount, &_volumeReload, &VolumeReload::volumeDidMount);
+    connect(&workspace, &Workspace::volumeDidUnmount, &_volumeReload,
+            &VolumeReload::volumeDidUnmount);
+    connect(&workspace, &Workspace::willPowerOff, this, &Application::powerOff);
+    giveRunners();
 }
 
-void Application::addHelpItems()
+void Application::connectPane(Side side)
 {
-    MenuBar &menus = _windowController.menus();
+    PaneTableView &list = fileList(side);
+    PaneTableView &other = fileList(otherSide(side));
+    SegmentedControl &navigator = _navigators.control(side);
+    connect(&list, &PaneTableView::otherPaneRequested, &other, [&other] { other.setFocus(); });
+    connect(&list, &PaneTableView::terminateRequested, this, &Application::quit);
+    connect(&list, &PaneTableView::contextMenuRequested, &_menus.popUpMenu(),
+            [this](const QPoint &position) { _menus.popUpMenu().popup(position); });
+    connect(&navigator, &SegmentedControl::escaped, &list, [&list] { list.setFocus(); });
+    connect(&navigator, &SegmentedControl::contextMenuAsked, &_menus.pathMenu(side),
+            [this, side](const QPoint &position) { _menus.pathMenu(side).popup(position); });
+}
+
+// What answers the commands that the table leaves to the application; one line for each sheet.
+void Application::giveRunners()
+{
+    _commands.setRunner(Command::Quit, [this] { quit(); });
+    _commands.setRunner(Command::ShowClassicButtons,
+                        [this] { _windowController.showClassicButtonsClicked(); });
+    _commands.setRunner(Command::ChooseInPath, [this] {
+        if (const PaneTable *list = _windowController.getFirstResponderTableView())
+            _navigators.control(list->side()).setFocus(Qt::ShortcutFocusReason);
+    });
+    _commands.setRunner(Command::AddBookmark, [this] { _bookmarksMenu.addBookmark(); });
     if (_updateCheck.isOffered())
-        menus.addHelp(localized("Check for newer version..."),
-                      [this] { _updateCheck.checkForNewerVersion(); });
-    menus.addHelp(localized("About Twinleaf"), [this] { showAbout(); });
+        _commands.setRunner(Command::CheckForNewerVersion,
+                            [this] { _updateCheck.checkForNewerVersion(); });
+    _commands.setRunner(Command::About, [this] { showAbout(); });
 }
 
 void Application::awakeAll()
@@ -43,4 +80,12 @@ void Application::awakeAll()
     _leftSource.awakeFromNib();
     _rightSource.awakeFromNib();
     _windowController.awakeFromNib();
+    _navigators.setupPathNavigators();
+    _infoBars.setInfoBarsColors();
+    // The window does not wait for it.
+    QTimer::singleShot(AfterFirstPaint, &_commands, [this] {
+        setupToolsMenu(_menus.toolsMenu(), _commands, _services.workspace);
+    });
+    _openWithMenu.setOpenWithFavoriteApplications();
+    _bookmarksMenu.setBookmarksMenu();
 }

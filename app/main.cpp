@@ -1,5 +1,6 @@
 #include "app/Application.h"
 #include "app/CommandLine.h"
+#include "app/DesktopServices.h"
 #include "settings/BundleInfo.h"
 
 #include <QApplication>
@@ -59,7 +60,9 @@ int main(int argc, char **argv)
 
     // Alerts and sheets come and go; the end of the program is the main window's to ask for.
     QApplication::setQuitOnLastWindowClosed(false);
-    Application twinleaf(line);
+    DesktopServices desktop;
+    Application twinleaf(desktop.services(), line);
+    desktop.setMainWindow(&twinleaf.mainWindow());
     twinleaf.start();
     // Opens the window, turns the event loop and quits.
     if (line.task == CommandLine::Task::SelfTest)

@@ -66,13 +66,20 @@ void FolderCommands::useOpositePath(Side menu)
     go(menu, window.getCurrentPathFromSegmentedControl(otherSide(menu)));
 }
 
-void FolderCommands::copyPathClicked(Side menu, PathForm form)
+void FolderCommands::copyPathClicked(Side menu)
 {
-    const QString path = window.getCurrentPathFromSegmentedControl(menu);
+    copy(window.getCurrentPathFromSegmentedControl(menu));
+}
+
+void FolderCommands::copyLocalizedPathClicked(Side menu)
+{
+    copy(queries.getLocalizedPath(window.getCurrentPathFromSegmentedControl(menu)));
+}
+
+void FolderCommands::copy(const QString &text)
+{
     auto data = std::make_unique<QMimeData>();
     // As bytes: a name that is not UTF-8 is pasted as it stands on the disk.
-    data->setData(
-        u"text/plain"_s,
-        FileName::toBytes(form == PathForm::Plain ? path : queries.getLocalizedPath(path)));
+    data->setData(u"text/plain"_s, FileName::toBytes(text));
     QGuiApplication::clipboard()->setMimeData(data.release());
 }

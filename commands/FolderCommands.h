@@ -20,12 +20,12 @@ public:
     void volumesClicked(Side menu);
     void otherFolderClicked(Side menu);
     void useOpositePath(Side menu); // the other pane's folder in this one
-
-    enum class PathForm { Plain, Localized };
-    void copyPathClicked(Side menu, PathForm form);
+    void copyPathClicked(Side menu);
+    void copyLocalizedPathClicked(Side menu); // as it is shown
 
 private:
     void go(Side side, const QString &path);
+    static void copy(const QString &text);
 
     PaneWindow &window;
     MessageBus &bus;

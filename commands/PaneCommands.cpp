@@ -1,6 +1,6 @@
 #include "commands/PaneCommands.h"
 
-#include "commands/MenuValidation.h"
+#include "commands/MenuRules.h"
 #include "files/FileName.h"
 #include "files/PathText.h"
 #include "model/FileQueries.h"
@@ -10,6 +10,8 @@
 #include "operations/Archives.h"
 #include "platform/Alerts.h"
 #include "platform/OpenPanel.h"
+#include "settings/SettingsKeys.h"
+#include "settings/UserDefaults.h"
 
 using namespace Qt::StringLiterals;
 
@@ -23,13 +25,14 @@ QString nameOfDuplicate(const QString &name, bool isFolder)
 }
 
 PaneCommands::PaneCommands(PaneWindow &paneWindow, MessageBus &messages, MainModel &model,
-                           OperationDesk &desk, const FileQueries &fileQueries, OpenPanel &panel,
-                           Alerts &alertsToAsk)
+                           OperationDesk &desk, const FileQueries &fileQueries,
+                           UserDefaults &settings, OpenPanel &panel, Alerts &alertsToAsk)
     : window(paneWindow)
     , bus(messages)
     , mainModel(model)
     , twinleaf(desk)
     , queries(fileQueries)
+    , defaults(settings)
     , openPanel(panel)
     , alerts(alertsToAsk)
 {
@@ -102,6 +105,16 @@ void PaneCommands::reloadClicked()
     if (const PaneTable *list = window.getFirstResponderTableView())
         bus.post(DirectoryChanged[list->side()],
                  { .path = window.getCurrentPathFromSegmentedControl(list->side()) });
+}
+
+void PaneCommands::showHiddenFilesClicked()
+{
+    defaults.setValue(Settings::ShowHiddenFiles, !mainModel.showHiddenFiles());
+    mainModel.setUserDefaultValues();
+    const QString left = window.getCurrentPathFromSegmentedControl(Side::Left);
+    const QString right = window.getCurrentPathFromSegmentedControl(Side::Right);
+    bus.post(DirectoryChanged[Side::Left], { .path = left });
+    bus.post(DirectoryChanged[Side::Right], { .path = right });
 }
 
 void PaneCommands::duplicateClicked()

@@ -11,13 +11,15 @@ class OpenPanel;
 class OperationDesk;
 class PaneTable;
 class PaneWindow;
+class UserDefaults;
 
 // The commands of the menus and the button row, on the active pane. Each builds a request and posts
 // it or hands it to the operations.
 class PaneCommands final {
 public:
     PaneCommands(PaneWindow &window, MessageBus &bus, MainModel &mainModel, OperationDesk &twinleaf,
-                 const FileQueries &queries, OpenPanel &openPanel, Alerts &alerts);
+                 const FileQueries &queries, UserDefaults &defaults, OpenPanel &openPanel,
+                 Alerts &alerts);
 
     void copyButtonClicked();
     void moveButtonClicked();
@@ -27,6 +29,7 @@ public:
     void infoClicked(); // asks for the information sheet; no menu offers it before that is built
     void openClicked();
     void reloadClicked();
+    void showHiddenFilesClicked(); // or hides them, in both panes
     void duplicateClicked();
     void openWithClicked();
     void openWith(const QString &application);
@@ -49,6 +52,7 @@ private:
     MainModel &mainModel;
     OperationDesk &twinleaf;
     const FileQueries &queries;
+    UserDefaults &defaults;
     OpenPanel &openPanel;
     Alerts &alerts;
     QSet<QString> _ejecting; // the window takes input meanwhile

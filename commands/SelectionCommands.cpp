@@ -121,11 +121,23 @@ void SelectionCommands::group(bool select)
     list->selectRows(result);
 }
 
-void SelectionCommands::searchClicked(Ask ask)
+void SelectionCommands::searchClicked()
 {
-    if (ask == Ask::Always || _globalSearchString.isEmpty())
-        _globalSearchString = window.getStringFromInputSheet(
-            localized("Please enter search term(s):"), _globalSearchString);
+    _globalSearchString = window.getStringFromInputSheet(localized("Please enter search term(s):"),
+                                                         _globalSearchString);
+    search();
+}
+
+void SelectionCommands::searchNextClicked()
+{
+    if (_globalSearchString.isEmpty())
+        searchClicked();
+    else
+        search();
+}
+
+void SelectionCommands::search()
+{
     PaneTable *list = window.getFirstResponderTableView();
     if (_globalSearchString.isEmpty() || !list)
         return;

@@ -31,8 +31,8 @@ public:
     void compareFoldersClicked();
     void groupSelectClicked();
     void groupDeselectClicked();
-    enum class Ask { Always, WithoutTerm };
-    void searchClicked(Ask ask);
+    void searchClicked(); // asks what for
+    void searchNextClicked(); // asks only when nothing was searched for yet
 
     // The metadata search, empty or for the name of the selected item; no menu offers it before its
     // sheet is built.
@@ -47,6 +47,7 @@ private:
     RowMatching::DateToText dateText() const;
     static void show(PaneTable &list, int row);
     void group(bool select);
+    void search();
 
     PaneWindow &window;
     MessageBus &bus;

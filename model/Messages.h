@@ -11,7 +11,7 @@
 // Requests to the pane model
 
 // The folder of a pane changed: list it. Posted by the pane model, the navigators, the commands and
-// the operations. Received by MainModel::fillFileList, then WindowController::setPathNavigator.
+// the operations. Received by MainModel::fillFileList, then PathNavigators::setPathNavigator.
 struct FolderChange {
     QString path; // empty: the home folder
     std::optional<QString>
@@ -28,7 +28,7 @@ struct RowsOfPane {
     Listing seen;
 };
 
-// Open these rows; row 0 goes up. Posted by the pane views and WindowController::openClicked.
+// Open these rows; row 0 goes up. Posted by the pane views and PaneCommands::openClicked.
 // Received by MainModel::getRows.
 inline constexpr SidedMessage<RowsOfPane> GetRows {
     { "TWGetRowsLeftNotification" },
@@ -86,7 +86,7 @@ inline constexpr Message<OpenWithRequest> OpenFileWithApplication {
 // Replies and view messages
 
 // Select the row before this number: the answer to GetRowCount. Received by
-// PaneTableView::selectRow.
+// PaneTableView::selectRowBefore.
 struct RowCount {
     int count = 0;
 };
@@ -95,13 +95,15 @@ inline constexpr SidedMessage<RowCount> SelectRow {
     { "TWSelectRightRowNotification" },
 };
 
-// A letter or digit was typed in a pane: the characters of the key event.
+// A letter or digit was typed in a pane: the characters of the key event. Posted by the pane views.
+// Received by SelectionCommands::letterPressed.
 struct TypedLetter {
     QString characters;
 };
 inline constexpr Message<TypedLetter> LetterPressed { "TWLetterPressedNotification" };
 
-// Compute the size of the first of these rows.
+// Compute the size of the first of these rows. Posted by the pane views (Space). Received by
+// FolderSize::showFolderSize.
 inline constexpr SidedMessage<RowsOfPane> ShowFolderSize {
     { "TWShowFolderSizeLeftNotification" },
     { "TWShowFolderSizeRightNotification" },
@@ -115,7 +117,8 @@ struct SearchFor {
 };
 inline constexpr Message<SearchFor> SpotlightSearch { "TWSpotlightSearchNotification" };
 
-// A result of the metadata search was chosen.
+// A result of the metadata search was chosen. Received by
+// SelectionCommands::spotlightSearchResultClicked.
 struct ChosenResult {
     QString path;
 };
@@ -128,6 +131,7 @@ inline constexpr Message<ChosenResult> SpotlightSearchResultClicked {
 inline constexpr Message<NoPayload> CancelThread { "TWCancelThreadNotification" };
 
 // Kept: the name is spelt like this. Stop unpacking. Posted by the archive sheet's Cancel.
+// Received by FileOperations::cancelArchiving.
 inline constexpr Message<NoPayload> CancelArchiving { "TWCancelArchvingNotification" };
 
 // Messages about the platform

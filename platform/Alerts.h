@@ -33,4 +33,24 @@ class Alerts {
 public:
     virtual ~Alerts() = default;
     virtual Alert::Answer ask(const Alert &alert) = 0;
+
+    // While it lives nobody is asked: each alert answers at once as if it had been cancelled, those
+    // on the screen too. Main thread.
+    class Silence {
+    public:
+        explicit Silence(Alerts &alerts)
+            : _alerts(alerts)
+        {
+            _alerts.setSilent(true);
+        }
+        ~Silence() { _alerts.setSilent(false); }
+        Silence(const Silence &) = delete;
+        Silence &operator=(const Silence &) = delete;
+
+    private:
+        Alerts &_alerts;
+    };
+
+protected:
+    virtual void setSilent(bool silent) = 0;
 };

@@ -54,10 +54,11 @@ Alert::Answer AlertSheets::ask(const Alert &alert)
     return answer;
 }
 
-AlertSheets::Silence::Silence(AlertSheets &alerts)
-    : _alerts(alerts)
+void AlertSheets::setSilent(bool silent)
 {
-    _alerts._silent = true;
+    _silent = silent;
+    if (!silent)
+        return;
     const auto windows = QApplication::topLevelWidgets();
     for (QWidget *window : windows)
         if (auto *alert = dynamic_cast<AlertSheet *>(window))

@@ -20,20 +20,8 @@ public:
 
     Alert::Answer ask(const Alert &alert) override;
 
-    // While it lives no alert shows: each answers at once as if it had been cancelled, the open
-    // ones too. Main thread.
-    class Silence {
-    public:
-        explicit Silence(AlertSheets &alerts);
-        ~Silence() { _alerts._silent = false; }
-        Silence(const Silence &) = delete;
-        Silence &operator=(const Silence &) = delete;
-
-    private:
-        AlertSheets &_alerts;
-    };
-
 private:
+    void setSilent(bool silent) override; // ends the open ones
     Alert::Answer show(const Alert &alert);
 
     OpenDialogs &_openDialogs;

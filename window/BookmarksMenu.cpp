@@ -20,6 +20,7 @@ BookmarksMenu::BookmarksMenu(QMenu &menu, BookmarkStore &bookmarks,
                              MessageBus &messages, const FileQueries &fileQueries,
                              Alerts &alertsToAsk)
     : bookmarksMenu(menu)
+    , _firstBookmark(menu.actions().size())
     , store(bookmarks)
     , commands(paneCommands)
     , window(paneWindow)
@@ -37,15 +38,8 @@ std::optional<QString> BookmarksMenu::folderToAdd() const
 
 void BookmarksMenu::setBookmarksMenu()
 {
-    bookmarksMenu.clear();
-    QAction *add = bookmarksMenu.addAction(localized("Add bookmark..."));
-    add->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_A));
-    connect(add, &QAction::triggered, this, &BookmarksMenu::addBookmark);
-    // Only while the menu is open: its key looks at what is selected then.
-    connect(&bookmarksMenu, &QMenu::aboutToShow, add,
-            [this, add] { add->setEnabled(folderToAdd().has_value()); });
-    connect(&bookmarksMenu, &QMenu::aboutToHide, add, [add] { add->setEnabled(true); });
-    bookmarksMenu.addSeparator();
+    const auto shown = bookmarksMenu.actions().mid(_firstBookmark);
+    qDeleteAll(shown);
     const auto bookmarks = store.getBookmarksFromUserDefaults();
     for (const Bookmark &bookmark : bookmarks) {
         // Not the folder's own: a bookmark on a server that is gone must not hold up the start.

@@ -18,6 +18,7 @@ class BookmarksMenu final : public QObject {
     Q_OBJECT
 
 public:
+    // Below the lines that the menu has already.
     BookmarksMenu(QMenu &menu, BookmarkStore &store, const PaneCommands &commands,
                   PaneWindow &window, MessageBus &bus, const FileQueries &queries, Alerts &alerts);
 
@@ -29,6 +30,7 @@ private:
     std::optional<QString> folderToAdd() const; // the selected one
 
     QMenu &bookmarksMenu;
+    const qsizetype _firstBookmark; // its place in the menu
     BookmarkStore &store;
     const PaneCommands &commands;
     PaneWindow &window;

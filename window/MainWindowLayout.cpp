@@ -1,6 +1,7 @@
 #include "window/MainWindowLayout.h"
 
 #include "base/Localized.h"
+#include "commands/CommandTable.h"
 #include "views/TableViews.h"
 #include "widgets/ActivitySpinner.h"
 #include "widgets/SegmentedControl.h"
@@ -18,6 +19,8 @@ namespace {
 constexpr int Margin = 8;
 constexpr int ButtonRowHeight = 45;
 constexpr QSize InitialSize { 1120, 700 };
+constexpr Command ButtonRow[] = { Command::Copy, Command::Move, Command::NewFolder, Command::Delete,
+                                  Command::Rename };
 
 } // namespace
 
@@ -100,16 +103,11 @@ QWidget *MainWindowLayout::buttonRow()
     auto *columns = new QHBoxLayout(row);
     columns->setContentsMargins(0, 0, 0, 0);
     columns->setSpacing(Margin);
-    const auto add = [&](const char *command, ClassicAction action) {
-        auto *button = new ClassicButton(localized(command),
-                                         leftFileList->classicKeys().menuText(action), row);
-        columns->addWidget(button);
-        return button;
-    };
-    copyButton = add(QT_TRANSLATE_NOOP("Twinleaf", "Copy"), ClassicAction::Copy);
-    moveButton = add(QT_TRANSLATE_NOOP("Twinleaf", "Move"), ClassicAction::Move);
-    newFolderButton = add(QT_TRANSLATE_NOOP("Twinleaf", "New folder"), ClassicAction::NewFolder);
-    deleteButton = add(QT_TRANSLATE_NOOP("Twinleaf", "Delete"), ClassicAction::Delete);
-    renameButton = add(QT_TRANSLATE_NOOP("Twinleaf", "Rename"), ClassicAction::Rename);
+    for (const Command command : ButtonRow) {
+        const CommandEntry &entry = entryOf(command);
+        buttons[command] = new ClassicButton(localized(entry.text),
+                                             shownKey(entry, leftFileList->classicKeys()), row);
+        columns->addWidget(buttons[command]);
+    }
     return row;
 }

@@ -4,6 +4,8 @@
 #include "window/InfoBars.h"
 #include "window/UnifiedWindow.h"
 
+#include <QMap>
+
 class ActivitySpinner;
 class ClassicButton;
 class MainModel;
@@ -14,6 +16,7 @@ class SegmentedControl;
 class TableViewLeft;
 class TableViewRight;
 class UserDefaults;
+enum class Command;
 
 // The main window: its controls and where they stand, without behaviour.
 class MainWindowLayout final : public UnifiedWindow {
@@ -29,12 +32,8 @@ public:
     PerSide<SegmentedControl *> segmentedControls;
     PerSide<InfoBarFields> infoBars;
     QSplitter *splitView;
-    QWidget *classicButtons; // the row that holds the five
-    ClassicButton *copyButton;
-    ClassicButton *moveButton;
-    ClassicButton *newFolderButton;
-    ClassicButton *deleteButton;
-    ClassicButton *renameButton;
+    QMap<Command, ClassicButton *> buttons; // in the row
+    QWidget *classicButtons; // the row that holds the buttons
     ActivitySpinner *progressIndicator;
 
 private:

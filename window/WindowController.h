@@ -1,64 +1,38 @@
 #pragma once
 
-#include "commands/FolderCommands.h"
-#include "commands/PaneCommands.h"
-#include "commands/SelectionCommands.h"
 #include "model/Messages.h"
 #include "model/PaneWindow.h"
-#include "settings/BookmarkStore.h"
-#include "sheets/ArchiveSheet.h"
-#include "sheets/WorkingSheet.h"
-#include "window/BookmarksMenu.h"
-#include "window/FolderSize.h"
-#include "window/InfoBars.h"
-#include "window/MenuBar.h"
-#include "window/OpenWithMenu.h"
-#include "window/PathNavigators.h"
 
 #include <QObject>
 #include <QPointer>
+#include <QWidget>
 
-class Alerts;
+class Commands;
+class MainModel;
 class MainWindowLayout;
-class OpenPanel;
 class OpenDialogs;
-class Twinleaf;
-class Workspace;
+class PathNavigators;
+class UserDefaults;
 
-// What lies outside the window and its panes.
-struct WindowServices {
-    UserDefaults &defaults;
-    Workspace &workspace;
-    OpenPanel &openPanel;
-    Alerts &alerts;
-    OpenDialogs &openDialogs;
-};
-
-// The hub of the main window: its start and what is saved at its end, the button row, and the
-// answers that the pane model and the operations ask of the window. Main thread.
+// The main window at its start and its end, its button row, and the answers that the pane model and
+// the operations ask of it. Main thread.
 class WindowController final : public QObject, public PaneWindow {
     Q_OBJECT
 
 public:
-    WindowController(MainWindowLayout &mainWindow, MessageBus &bus, MainModel &mainModel,
-                     Twinleaf &twinleaf, const WindowServices &services);
+    WindowController(MainWindowLayout &mainWindow, MessageBus &bus,
+                     const PathNavigators &navigators, MainModel &mainModel, UserDefaults &defaults,
+                     OpenDialogs &openDialogs);
     ~WindowController() override;
 
-    void awakeFromNib();
+    // Outlet, set before the pane model awakes.
+    void setCommands(Commands *commands) { _commands = commands; }
 
-    void volumeDidMount() { reloadFileListsForVolumes(); }
-    void volumeDidUnmount() { reloadFileListsForVolumes(); }
+    void awakeFromNib();
+    void setDateFormatters();
     void showClassicButtonsClicked();
     void setClassicButtonsVisible(bool visible);
-    void showHiddenFilesClicked();
     QString getCurrentPath() const; // the active pane's; empty without one
-    void setFileInfoBar(Side side);
-    void setDateFormatters();
-    void setupToolsMenu();
-
-    MenuBar &menus() { return _menus; }
-    ProgressSheet &workingSheet() { return _workingSheet; }
-    ArchiveProgressSheet &archiveSheet() { return _archiveSheet; }
 
     PaneTable &getTableView(Side side) override;
     PaneTable *getFirstResponderTableView() override;
@@ -72,37 +46,18 @@ public:
     void setProgressIndicator(bool spinning) override;
     void updateMainWindow() override;
 
-Q_SIGNALS:
-    void terminateRequested();
-
 private:
     void applicationWillTerminate(const NoPayload &);
-    void reloadFileListsForVolumes();
-    void connectControls();
-    ExpandSelection getInputFromExpandSelectionSheet(const QString &title);
     std::optional<Side> activeSide() const;
 
     MainWindowLayout &mainWindow;
     MessageBus &bus;
+    const PathNavigators &navigators;
     MainModel &mainModel;
-    Twinleaf &twinleaf;
     UserDefaults &defaults;
-    const Workspace &workspace;
     OpenDialogs &openDialogs;
-    BookmarkStore _bookmarkStore;
-    PathNavigators _navigators;
+    Commands *_commands = nullptr; // not owned
     QPointer<QWidget> _focusBeforeMenuBar;
-    ExpandSelection _expandSelection; // as the sheet was left
-    InfoBars _infoBars;
-    FolderSize _folderSize;
-    PaneCommands _commands;
-    FolderCommands _folderCommands;
-    SelectionCommands _selectionCommands;
-    MenuBar _menus;
-    BookmarksMenu _bookmarksMenu;
-    OpenWithMenu _openWithMenu;
-    WorkingSheet _workingSheet;
-    ArchiveSheet _archiveSheet;
     // Kept: despite its name, true while the button row is hidden.
     bool TWClassicButtonsVisible = false;
 };

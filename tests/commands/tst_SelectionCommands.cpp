@@ -14,6 +14,8 @@ namespace {
 
 // Files of one byte and one date in the panes, sorted by name, and a person who answers the sheets
 // as told.
+using Search = void (SelectionCommands::*)();
+
 struct World : PaneWorld {
     ExpandSelection pattern;
     QString title;
@@ -60,11 +62,10 @@ struct World : PaneWorld {
         bus.post(LetterPressed, { letter });
         return selected();
     }
-    QString afterSearch(const QString &typed,
-                        SelectionCommands::Ask ask = SelectionCommands::Ask::Always)
+    QString afterSearch(const QString &typed, Search search = &SelectionCommands::searchClicked)
     {
         window.typed = typed;
-        commands.searchClicked(ask);
+        (commands.*search)();
         return selected();
     }
 };
@@ -171,19 +172,19 @@ void tst_SelectionCommands::findLooksAtAllColumnsBelowAndAtNamesAbove()
     QCOMPARE(world.afterSearch(u"2007"_s), u"b"_s); // by its date
     // Kept: from the top only names are looked at, so the date is not found again.
     world.select({ 3 });
-    QCOMPARE(world.afterSearch({}, SelectionCommands::Ask::WithoutTerm), u"c"_s);
+    QCOMPARE(world.afterSearch({}, &SelectionCommands::searchNextClicked), u"c"_s);
     QCOMPARE(world.afterSearch(u"A"_s), u"a"_s);
     QCOMPARE(world.afterSearch(u".."_s), u".."_s);
 }
 
 void tst_SelectionCommands::findAsksOnlyWhenItMust()
 {
-    using enum SelectionCommands::Ask;
+    const Search next = &SelectionCommands::searchNextClicked;
     World world({ u"ab"_s, u"b"_s });
-    QCOMPARE(world.afterSearch({}, WithoutTerm), u".."_s); // cancelled
-    QCOMPARE(world.afterSearch(u"b"_s, WithoutTerm), u"ab"_s);
-    QCOMPARE(world.afterSearch(u"not asked"_s, WithoutTerm), u"b"_s);
-    world.commands.searchClicked(Always);
+    QCOMPARE(world.afterSearch({}, next), u".."_s); // cancelled
+    QCOMPARE(world.afterSearch(u"b"_s, next), u"ab"_s);
+    QCOMPARE(world.afterSearch(u"not asked"_s, next), u"b"_s);
+    world.commands.searchClicked();
     const QString prompt = u"Please enter search term(s):|"_s;
     QCOMPARE(world.window.prompts, QStringList({ prompt, prompt, prompt + u'b' }));
 }

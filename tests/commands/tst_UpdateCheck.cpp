@@ -1,30 +1,13 @@
 #include "commands/UpdateCheck.h"
 
 #include "model/Launching.h"
-#include "platform/VersionServer.h"
 #include "tests/support/AlertScript.h"
 #include "tests/support/RecordedWorkspace.h"
+#include "tests/support/ScriptedVersionServer.h"
 
 #include <QTest>
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-// Answers at once what the test tells it to.
-struct ScriptedServer final : VersionServer {
-    bool fetch(const QString &,
-               const std::function<void(std::optional<QByteArray>)> &received) override
-    {
-        if (connects)
-            received(answer);
-        return connects;
-    }
-    bool connects = true;
-    std::optional<QByteArray> answer;
-};
-
-} // namespace
 
 class tst_UpdateCheck : public QObject {
     Q_OBJECT
@@ -71,7 +54,7 @@ void tst_UpdateCheck::theAnswerDecidesTheAlert()
         QTest::ignoreMessage(QtInfoMsg, "Downloading version informations...");
         if (connects && !answer)
             QTest::ignoreMessage(QtWarningMsg, "The version informations could not be downloaded.");
-        ScriptedServer server;
+        ScriptedVersionServer server;
         server.connects = connects;
         server.answer = answer;
         RecordedWorkspace workspace;
@@ -91,7 +74,7 @@ void tst_UpdateCheck::theAnswerDecidesTheAlert()
 
 void tst_UpdateCheck::itIsOfferedOnlyWithBothAddresses()
 {
-    ScriptedServer server;
+    ScriptedVersionServer server;
     RecordedWorkspace workspace;
     AlertScript alerts;
     Launching launching(workspace, alerts);

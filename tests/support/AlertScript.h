@@ -5,6 +5,7 @@
 #include <QMutex>
 #include <QTest>
 
+#include <atomic>
 #include <functional>
 
 // A person who answers by script: each alert takes the next answer, and an alert for which none is
@@ -31,6 +32,8 @@ public:
     Alert::Answer ask(const Alert &alert) override
     {
         const QMutexLocker lock(&_mutex);
+        if (_silent)
+            return alert.cancel;
         _shown.append(alert);
         if (decide)
             return decide(alert);
@@ -45,7 +48,10 @@ public:
     std::function<Alert::Answer(const Alert &)> decide; // takes the script's place
 
 private:
+    void setSilent(bool silent) override { _silent = silent; }
+
     mutable QMutex _mutex;
+    std::atomic<bool> _silent { false }; // set by the main thread, read by any
     QList<Alert::Answer> _answers;
     QList<Alert> _shown;
 };

@@ -1,0 +1,20 @@
+#include "app/DesktopServices.h"
+
+#include "settings/BundleInfo.h"
+#include "settings/LocaleDefaults.h"
+
+DesktopServices::DesktopServices()
+    : _defaults(BundleInfo::getBundleIdentifier(), localeDefaults())
+{
+}
+
+Services DesktopServices::services()
+{
+    return { _defaults, _openDialogs, _alerts, _openPanel, _programs, _workspace, _versionServer };
+}
+
+void DesktopServices::setMainWindow(QWidget *window)
+{
+    _alerts.setParent(window);
+    _openPanel.setParent(window);
+}

@@ -1,0 +1,21 @@
+#pragma once
+
+class Alerts;
+class OpenDialogs;
+class OpenPanel;
+class Programs;
+class UserDefaults;
+class VersionServer;
+class Workspace;
+
+// What the application stands on: the settings, the person, the machine and the network. They
+// outlive it.
+struct Services {
+    UserDefaults &defaults;
+    OpenDialogs &openDialogs;
+    Alerts &alerts;
+    OpenPanel &openPanel;
+    Programs &programs;
+    Workspace &workspace;
+    VersionServer &versionServer;
+};

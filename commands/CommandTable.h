@@ -1,0 +1,44 @@
+#pragma once
+
+#include "commands/Command.h"
+#include "commands/MenuRules.h"
+#include "model/Side.h"
+#include "views/ClassicKeys.h"
+
+#include <QString>
+
+#include <span>
+#include <variant>
+
+class FolderCommands;
+class PaneCommands;
+class SelectionCommands;
+enum class Tool;
+
+// Answered by an object above this room; Wiring.cpp says which.
+struct ByApplication { };
+
+// One command of the program. Menus, context menus, buttons and keys are made from its entry.
+struct CommandEntry {
+    using Run = std::variant<ByApplication, void (PaneCommands::*)(), void (SelectionCommands::*)(),
+                             void (FolderCommands::*)(Side), Tool>;
+
+    Command id;
+    const char *text; // English, as is every text here; shown localized
+    const char *icon = nullptr; // its freedesktop name
+    const char *shortcut = nullptr; // the menu's own key
+    std::optional<ClassicAction> classic {}; // whose key, a setting, the panes answer to
+    const char *paneKey = nullptr; // a fixed key that the panes answer to
+    // When menus enable it. A guard that the command has of its own stays with its function.
+    MenuRule menuRule = &always;
+    Run run {};
+
+    // It stands once for each pane, in the menu of that pane's navigator.
+    bool isSided() const { return std::holds_alternative<void (FolderCommands::*)(Side)>(run); }
+};
+
+std::span<const CommandEntry> commandTable(); // in the order of the enum
+const CommandEntry &entryOf(Command command);
+
+// The key that stands beside a command which the panes answer themselves; empty for none.
+QString shownKey(const CommandEntry &entry, const ClassicKeys &keys);

@@ -1,0 +1,105 @@
+#include "commands/Commands.h"
+
+#include "base/Localized.h"
+#include "commands/FolderCommands.h"
+#include "commands/PaneCommands.h"
+#include "commands/SelectionCommands.h"
+#include "model/Launching.h"
+#include "model/PaneWindow.h"
+#include "widgets/Icons.h"
+
+#include <QAction>
+
+namespace {
+
+template <class... Cases>
+struct Overloaded : Cases... {
+    using Cases::operator()...;
+};
+
+} // namespace
+
+Commands::Commands(const Subjects &subjects, PaneWindow &paneWindow, const FileQueries &fileQueries,
+                   const ClassicKeys &keys)
+    : _subjects(subjects)
+    , window(paneWindow)
+    , queries(fileQueries)
+{
+    for (const CommandEntry &entry : commandTable()) {
+        if (entry.isSided()) {
+            for (const Side side : { Side::Left, Side::Right })
+                _actions[entry.id][side] = newAction(entry, keys, side);
+        } else {
+            QAction *action = newAction(entry, keys, std::nullopt);
+            _actions[entry.id] = { action, action };
+        }
+    }
+}
+
+QAction *Commands::newAction(const CommandEntry &entry, const ClassicKeys &keys,
+                             std::optional<Side> menu)
+{
+    auto *action = new QAction(localized(entry.text), this);
+    if (const QString key = shownKey(entry, keys); !key.isEmpty())
+        action->setText(action->text() + u'\t' + key);
+    if (entry.icon)
+        action->setIcon(themedIcon(QString::fromLatin1(entry.icon)));
+    if (entry.shortcut)
+        action->setShortcut(QKeySequence(QString::fromLatin1(entry.shortcut)));
+    action->setVisible(!std::holds_alternative<ByApplication>(entry.run)
+                       && !std::holds_alternative<Tool>(entry.run));
+    connect(action, &QAction::triggered, this, [this, id = entry.id, menu] { run(id, menu); });
+    return action;
+}
+
+void Commands::setRunner(Command command, std::function<void()> runner)
+{
+    _runners[command] = std::move(runner);
+    action(command)->setVisible(true);
+}
+
+void Commands::offerTool(Command command, const QIcon &icon)
+{
+    action(command)->setIcon(icon);
+    action(command)->setVisible(true);
+}
+
+void Commands::run(Command command, std::optional<Side> menu)
+{
+    const Overloaded runIt {
+        [&](ByApplication) {
+            if (const auto &runner = _runners[command])
+                runner();
+        },
+        [&](void (PaneCommands::*function)()) { (_subjects.panes.*function)(); },
+        [&](void (SelectionCommands::*function)()) { (_subjects.selection.*function)(); },
+        [&](void (FolderCommands::*function)(Side)) {
+            const PaneTable *active = window.getFirstResponderTableView();
+            if (menu || active)
+                (_subjects.folders.*function)(menu ? *menu : active->side());
+        },
+        [&](Tool tool) { _subjects.launching.launchTool(tool); },
+    };
+    std::visit(runIt, entryOf(command).run);
+}
+
+void Commands::validate() const
+{
+    MenuState state { .queries = queries };
+    if (const PaneTable *list = window.getFirstResponderTableView()) {
+        state.selectedRow = list->selectedRow();
+        state.path = _subjects.panes.selectedPath();
+    }
+    for (const CommandEntry &entry : commandTable()) {
+        const bool enabled = entry.menuRule(state);
+        for (const Side side : { Side::Left, Side::Right })
+            action(entry.id, side)->setEnabled(enabled);
+    }
+}
+
+void Commands::enableAll() const
+{
+    for (const PerSide<QAction *> &actions : _actions)
+        for (const Side side : { Side::Left, Side::Right })
+            actions[side]->setEnabled(true);
+}

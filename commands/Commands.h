@@ -1,0 +1,59 @@
+#pragma once
+
+#include "commands/Command.h"
+#include "commands/CommandTable.h"
+
+#include <QIcon>
+#include <QMap>
+#include <QObject>
+
+#include <functional>
+
+class FileQueries;
+class Launching;
+class PaneWindow;
+class QAction;
+
+// The commands at work: one item for each, which every menu shows, and what happens when it is
+// chosen. A command that has nothing behind it is not to be seen. Main thread.
+class Commands final : public QObject {
+    Q_OBJECT
+
+public:
+    struct Subjects {
+        PaneCommands &panes;
+        SelectionCommands &selection;
+        FolderCommands &folders;
+        Launching &launching;
+    };
+    Commands(const Subjects &subjects, PaneWindow &window, const FileQueries &queries,
+             const ClassicKeys &keys);
+
+    // What answers a command that the table leaves to the application.
+    void setRunner(Command command, std::function<void()> runner);
+    // The application of a tool is there: its command is offered with this icon.
+    void offerTool(Command command, const QIcon &icon);
+
+    // A sided command acts on the pane whose menu it was chosen from, else on the active one.
+    void run(Command command, std::optional<Side> menu = {});
+
+    // The item; it belongs to this object.
+    QAction *action(Command command, Side menu = Side::Left) const
+    {
+        return _actions[command][menu];
+    }
+
+    // Enables what the menus' rules allow now; and everything, once no menu is open.
+    void validate() const;
+    void enableAll() const;
+
+private:
+    QAction *newAction(const CommandEntry &entry, const ClassicKeys &keys,
+                       std::optional<Side> menu);
+
+    const Subjects _subjects;
+    PaneWindow &window;
+    const FileQueries &queries;
+    QMap<Command, PerSide<QAction *>> _actions; // the same on both sides where there is but one
+    QMap<Command, std::function<void()>> _runners;
+};

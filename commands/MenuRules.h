@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QString>
+
+#include <optional>
+
+class FileQueries;
+
+// What the menus look at: the row of the active pane and the item that stands there.
+struct MenuState {
+    std::optional<int> selectedRow {}; // none without an active pane
+    QString path {};
+    const FileQueries &queries;
+};
+
+// Whether a selected row is one that commands may act on: not none and not "..".
+bool isRow(std::optional<int> selectedRow);
+
+// The rules by which menus enable their commands.
+using MenuRule = bool (*)(const MenuState &);
+bool always(const MenuState &);
+bool onItem(const MenuState &state);
+bool onFile(const MenuState &state);
+bool onPackage(const MenuState &state);
+bool onArchive(const MenuState &state);
+bool onVolume(const MenuState &state);
+bool onFolderOrNothing(const MenuState &state); // with nothing selected the parent folder is meant

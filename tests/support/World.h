@@ -1,0 +1,121 @@
+#pragma once
+
+#include "app/Application.h"
+#include "files/PathText.h"
+#include "platform/OpenDialogs.h"
+#include "settings/SettingsKeys.h"
+#include "settings/UserDefaults.h"
+#include "tests/support/AlertScript.h"
+#include "tests/support/RecordedOpenPanel.h"
+#include "tests/support/RecordedPrograms.h"
+#include "tests/support/RecordedWorkspace.h"
+#include "tests/support/ScriptedVersionServer.h"
+#include "tests/support/TestTree.h"
+#include "views/TableViews.h"
+#include "window/ClassicButton.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QTest>
+#include <QTimer>
+
+// The whole program over the real folders "left" and "right", with a person and a desktop by
+// script.
+struct World {
+    TestFolder folder;
+    TestFolder settings;
+    UserDefaults defaults { settings.path(QStringLiteral("settings.plist")) };
+    OpenDialogs openDialogs;
+    AlertScript alerts;
+    RecordedOpenPanel openPanel;
+    RecordedPrograms programs;
+    RecordedWorkspace workspace;
+    ScriptedVersionServer versionServer;
+    Application application { { defaults, openDialogs, alerts, openPanel, programs, workspace,
+                                versionServer } };
+    MessageBus &bus = application.bus();
+    Twinleaf &twinleaf = application.twinleaf();
+    MainModel &model = application.mainModel();
+    MainWindowLayout &window = application.mainWindow();
+    Commands &commands = application.commands();
+    QStringList prompts; // of the answered sheets, with the text they came up with
+
+    // The files of makeTree().
+    explicit World(const QString &words = {})
+    {
+        makeTree(folder, QStringLiteral("left/, right/, ") + words);
+        defaults.setValue(Settings::LeftFileListLastPath, folder.path(QStringLiteral("left")));
+        defaults.setValue(Settings::RightFileListLastPath, folder.path(QStringLiteral("right")));
+    }
+
+    void start()
+    {
+        application.start();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+    }
+
+    PaneTableView &list(Side side = Side::Left) { return application.fileList(side); }
+    int row(const QString &name, Side side = Side::Left) const
+    {
+        return int(model.rows(side).rowOfName(name));
+    }
+    QString shown(Side side = Side::Left) const { return model.rows(side).folder(); }
+    void show(Side side, const QString &name)
+    {
+        bus.post(DirectoryChanged[side], { .path = folder.path(name) });
+    }
+    void focus(Side side) { list(side).setFocus(); }
+    void select(const QString &name, Side side = Side::Left)
+    {
+        list(side).selectRow(row(name, side));
+    }
+    QString selected(Side side = Side::Left) // the names
+    {
+        QStringList names;
+        const RowSet rows = list(side).selectedRows();
+        for (const int row : rows)
+            names.append(model.rows(side)[row].name());
+        return names.join(QLatin1Char(' '));
+    }
+
+    // As from its menu, and until the work it started has ended.
+    void run(Command command, Side menu = Side::Left)
+    {
+        commands.action(command, menu)->trigger();
+        twinleaf.drain();
+    }
+    void click(Command button)
+    {
+        QTest::mouseClick(window.buttons[button], Qt::LeftButton);
+        twinleaf.drain();
+    }
+    // As a menu that opens shows it.
+    bool isEnabled(Command command)
+    {
+        const auto menus = window.menuBar()->findChildren<QMenu *>();
+        for (QMenu *menu : menus)
+            Q_EMIT menu->aboutToShow();
+        return commands.action(command)->isEnabled();
+    }
+    void closeMenus()
+    {
+        const auto menus = window.menuBar()->findChildren<QMenu *>();
+        for (QMenu *menu : menus)
+            Q_EMIT menu->aboutToHide();
+    }
+    // Types into the input sheet that opens next; nothing cancels it.
+    void answerSheet(const QString &text)
+    {
+        QTimer::singleShot(0, &window, [this, text] {
+            QWidget *sheet = QApplication::activeModalWidget();
+            auto *field = sheet ? sheet->findChild<QLineEdit *>() : nullptr;
+            QVERIFY2(field, "the expected sheet did not open");
+            prompts.append(sheet->accessibleName() + QLatin1Char('|') + field->text());
+            field->setText(text);
+            QTest::keyClick(field, text.isEmpty() ? Qt::Key_Escape : Qt::Key_Return);
+        });
+    }
+};

@@ -1,0 +1,32 @@
+#include "window/VolumeReload.h"
+
+#include "base/Localized.h"
+#include "files/PathText.h"
+#include "platform/OpenDialogs.h"
+#include "platform/Workspace.h"
+#include "window/PathNavigators.h"
+
+VolumeReload::VolumeReload(const PathNavigators &pathNavigators, const Workspace &desktop,
+                           OpenDialogs &dialogs, MessageBus &messages)
+    : navigators(pathNavigators)
+    , workspace(desktop)
+    , openDialogs(dialogs)
+    , bus(messages)
+{
+}
+
+void VolumeReload::reloadFileListsForVolumes()
+{
+    if (openDialogs.anyOpen()) {
+        connect(&openDialogs, &OpenDialogs::allClosed, this,
+                &VolumeReload::reloadFileListsForVolumes,
+                Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection
+                                   | Qt::UniqueConnection));
+        return;
+    }
+    // The segment under which the desktop mounts volumes; a pane elsewhere has nothing to show.
+    const int segment = int(PathText::components(workspace.volumesFolder()).size()) - 1;
+    for (const Side side : { Side::Left, Side::Right })
+        if (navigators.control(side).label(segment) == localized("Volumes"))
+            bus.post(DirectoryChanged[side], { .path = navigators.navigatorPath(side) });
+}

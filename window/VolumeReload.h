@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QObject>
+
+class MessageBus;
+class OpenDialogs;
+class PathNavigators;
+class Workspace;
+
+// A pane that shows the mounted volumes is listed again when one comes or goes. Main thread.
+class VolumeReload final : public QObject {
+    Q_OBJECT
+
+public:
+    VolumeReload(const PathNavigators &navigators, const Workspace &workspace,
+                 OpenDialogs &openDialogs, MessageBus &bus);
+
+    void volumeDidMount() { reloadFileListsForVolumes(); }
+    void volumeDidUnmount() { reloadFileListsForVolumes(); }
+
+private:
+    void reloadFileListsForVolumes();
+
+    const PathNavigators &navigators;
+    const Workspace &workspace;
+    OpenDialogs &openDialogs;
+    MessageBus &bus;
+};
