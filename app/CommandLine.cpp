@@ -22,11 +22,8 @@ void complain(const QString &text)
 QString absolutePath(const char *argument)
 {
     std::error_code error;
-    const auto path = std::filesystem::absolute(argument, error).lexically_normal();
-    QString text = FileName::fromBytes(path.c_str());
-    while (text.size() > 1 && text.endsWith(u'/'))
-        text.chop(1);
-    return text;
+    const auto path = std::filesystem::absolute(argument, error);
+    return PathText::normalized(FileName::fromBytes(path.c_str()));
 }
 
 MainModel::StartFolder startFolder(const char *argument)

@@ -64,6 +64,14 @@ std::error_code DirectoryReader::read(const std::function<bool(const DirectoryIt
     }
 }
 
+std::error_code DirectoryReader::readNames(QList<QByteArray> &names)
+{
+    return read([&names](const DirectoryItem &item) {
+        names.append(item.name.toByteArray());
+        return true;
+    });
+}
+
 bool DirectoryReader::workHere() const
 {
     return ::unshare(CLONE_FS) == 0 && ::fchdir(_descriptor) == 0;

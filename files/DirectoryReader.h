@@ -4,6 +4,7 @@
 
 #include <QByteArray>
 #include <QByteArrayView>
+#include <QList>
 
 #include <functional>
 #include <system_error>
@@ -31,6 +32,8 @@ public:
     // Calls `visit` for each entry except "." and "..", in the folder's own order, until it returns
     // false. Answers the error that ended the reading early, if one did.
     std::error_code read(const std::function<bool(const DirectoryItem &)> &visit);
+
+    std::error_code readNames(QList<QByteArray> &names); // the same, each name appended
 
     // Makes the folder the working directory of the calling thread alone, for the system calls that
     // know no descriptor; false where that cannot be. For threads that work on nothing else.

@@ -3,8 +3,8 @@
 #include "base/Localized.h"
 #include "files/FileName.h"
 #include "files/FileStatus.h"
-#include "files/SmallFile.h"
 
+#include <QSet>
 #include <QtEndian>
 #include <QVarLengthArray>
 
@@ -20,7 +20,6 @@ constexpr quint8 LabelBits[] = { 0, 12, 14, 10, 4, 8, 6, 2 };
 constexpr qsizetype FinderInfoSize = 32; // bytes; the flag word stands at 8, big-endian
 constexpr qsizetype UsualAttributeNames = 256; // bytes
 constexpr qsizetype MostAttributeNames = 65536; // bytes; the kernel's own limit
-constexpr qint64 HiddenFileLimit = 1024 * 1024; // bytes
 
 std::mutex devicesMutex;
 QSet<quint64> devicesWithoutMarks; // under devicesMutex
@@ -32,20 +31,20 @@ QByteArray attribute(const char *path, const char *name)
     return size > 0 ? QByteArray(value, size) : QByteArray();
 }
 
-quint8 bitsOfColour(const QByteArray &tag)
+quint8 bitsOfColor(const QByteArray &tag)
 {
-    struct Colour {
+    struct Color {
         const char *name;
         int label;
     };
-    static constexpr Colour colours[] = { { "Red", 1 },   { "Orange", 2 }, { "Yellow", 3 },
-                                          { "Green", 4 }, { "Blue", 5 },   { "Purple", 6 },
-                                          { "Grey", 7 },  { "Gray", 7 } };
+    static constexpr Color colors[] = { { "Red", 1 },   { "Orange", 2 }, { "Yellow", 3 },
+                                        { "Green", 4 }, { "Blue", 5 },   { "Purple", 6 },
+                                        { "Grey", 7 },  { "Gray", 7 } };
     const QString name = QString::fromUtf8(tag).trimmed();
-    for (const Colour &colour : colours) {
-        if (name.compare(QLatin1StringView(colour.name), Qt::CaseInsensitive) == 0
-            || name.compare(localized(colour.name), Qt::CaseInsensitive) == 0)
-            return LabelBits[colour.label];
+    for (const Color &color : colors) {
+        if (name.compare(QLatin1StringView(color.name), Qt::CaseInsensitive) == 0
+            || name.compare(localized(color.name), Qt::CaseInsensitive) == 0)
+            return LabelBits[color.label];
     }
     return 0;
 }
@@ -113,7 +112,7 @@ FileFlags::Marks FileFlags::marks(const char *path)
     if (!label && tags) {
         const auto all = attribute(path, "user.xdg.tags").split(',');
         for (const QByteArray &tag : all) {
-            if (const quint8 bits = bitsOfColour(tag)) {
+            if (const quint8 bits = bitsOfColor(tag)) {
                 label = bits;
                 break;
             }
@@ -134,18 +133,6 @@ bool FileFlags::devicePossiblyHasMarks(quint64 device)
 {
     const std::lock_guard lock(devicesMutex);
     return !devicesWithoutMarks.contains(device);
-}
-
-QSet<QByteArray> FileFlags::hiddenNames(const QString &folder)
-{
-    QSet<QByteArray> names;
-    const auto lines =
-        startOfFile(folder + QStringLiteral("/.hidden"), HiddenFileLimit).split('\n');
-    for (const QByteArray &line : lines) {
-        if (!line.isEmpty())
-            names.insert(line);
-    }
-    return names;
 }
 
 bool FileFlags::isLocked(const QString &path)

@@ -31,9 +31,6 @@ Marks marks(const QString &path);
 // ENOTSUP, so that a listing asks once and not per row.
 bool devicePossiblyHasMarks(quint64 device);
 
-// The names in a folder's ".hidden" file, one a line; empty without one. At most 1 MiB is read.
-QSet<QByteArray> hiddenNames(const QString &folder);
-
 // Locked by its owner (xattr user.twinleaf.locked) or immutable. Links are not followed.
 bool isLocked(const QString &path);
 

@@ -2,6 +2,7 @@
 
 #include "files/DirectoryReader.h"
 #include "files/FileName.h"
+#include "files/PathText.h"
 
 #include <QList>
 
@@ -27,12 +28,6 @@ std::error_code error(std::errc code)
 QByteArray lastName(const QByteArray &path)
 {
     return path.mid(path.lastIndexOf('/') + 1);
-}
-
-QByteArray folderOf(const QByteArray &path)
-{
-    const qsizetype slash = path.lastIndexOf('/');
-    return slash > 0 ? path.left(slash) : QByteArray("/");
 }
 
 // A NUL would end the path early: the call would then reach another item.
@@ -84,8 +79,10 @@ std::error_code renameNoReplaceBytes(const QByteArray &from, const QByteArray &t
 // Whether both names are one entry of a folder that folds case: then only one of them is listed.
 bool isOneEntry(const QByteArray &from, const QByteArray &to)
 {
-    if (folderOf(from) != folderOf(to)
-        || FileName::fromBytes(from).compare(FileName::fromBytes(to), Qt::CaseInsensitive) != 0)
+    const QString path = FileName::fromBytes(to);
+    const QString folder = PathText::parent(path);
+    if (PathText::parent(FileName::fromBytes(from)) != folder
+        || FileName::fromBytes(from).compare(path, Qt::CaseInsensitive) != 0)
         return false;
     struct stat a;
     struct stat b;
@@ -93,7 +90,7 @@ bool isOneEntry(const QByteArray &from, const QByteArray &to)
         || a.st_ino != b.st_ino || a.st_dev != b.st_dev)
         return false;
     DirectoryReader reader;
-    if (reader.open(FileName::fromBytes(folderOf(from))))
+    if (reader.open(folder))
         return false;
     bool listed = false;
     const bool whole = !reader.read([&](const DirectoryItem &item) {
@@ -124,10 +121,7 @@ std::error_code removeAt(int folder, const char *name, dev_t device)
     if (const auto failed = reader.openAt(folder, name))
         return failed;
     QList<QByteArray> names;
-    if (const auto failed = reader.read([&](const DirectoryItem &item) {
-            names.append(item.name.toByteArray());
-            return true;
-        }))
+    if (const auto failed = reader.readNames(names))
         return failed;
     std::error_code first;
     for (const QByteArray &entry : std::as_const(names)) {
@@ -162,6 +156,14 @@ std::error_code FileSystem::makeFolder(const QString &path)
     const QByteArray bytes = FileName::toBytes(path);
     return isPath(bytes) ? errorOf(::mkdir(bytes.constData(), 0777))
                          : error(std::errc::invalid_argument);
+}
+
+void FileSystem::makePrivateFolders(const QString &path)
+{
+    if (path.isEmpty() || exists(FileName::toBytes(path)))
+        return;
+    makePrivateFolders(PathText::parent(path));
+    ::mkdir(FileName::toBytes(path).constData(), 0700);
 }
 
 std::error_code FileSystem::renameNoReplace(const QString &from, const QString &to)

@@ -11,6 +11,10 @@ namespace FileSystem {
 // Creates one folder (mode 0777 less the umask).
 std::error_code makeFolder(const QString &path);
 
+// Creates a folder of the person's alone (mode 0700) and those it lies in, as far as they are
+// missing. Whether that worked shows when something is put there.
+void makePrivateFolders(const QString &path);
+
 // Renames within one file system and fails with file_exists rather than replace anything. Uses
 // RENAME_NOREPLACE; where the file system lacks it, a check and a plain rename (for a regular file
 // a hard link and an unlink, which cannot replace either).

@@ -1,6 +1,7 @@
 #include "files/FileUrls.h"
 
 #include "files/FileName.h"
+#include "files/PathText.h"
 
 #include <unistd.h>
 
@@ -15,7 +16,9 @@ bool isThisMachine(const QByteArray &host)
             && host.compare(name, Qt::CaseInsensitive) == 0);
 }
 
-std::optional<QString> pathOf(const QByteArray &url)
+} // namespace
+
+std::optional<QString> FileUrls::pathOf(const QByteArray &url)
 {
     if (url.left(5).compare("file:", Qt::CaseInsensitive) != 0)
         return std::nullopt;
@@ -26,15 +29,12 @@ std::optional<QString> pathOf(const QByteArray &url)
             return std::nullopt;
         rest = rest.mid(slash);
     }
-    QByteArray path = QByteArray::fromPercentEncoding(rest);
+    const QByteArray path = QByteArray::fromPercentEncoding(rest);
+    // A NUL would end the path early, at another file.
     if (!path.startsWith('/') || path.contains('\0'))
         return std::nullopt;
-    while (path.size() > 1 && path.endsWith('/'))
-        path.chop(1);
-    return FileName::fromBytes(path);
+    return PathText::normalized(FileName::fromBytes(path));
 }
-
-} // namespace
 
 QByteArray FileUrls::uriList(const QStringList &paths)
 {

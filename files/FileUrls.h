@@ -8,6 +8,9 @@
 // Paths as file: URLs with every byte kept, which QUrl does not (RFC 8089, RFC 3986). Any thread.
 namespace FileUrls {
 
+// The normalized path of one URL; nothing for what is no file of this machine.
+std::optional<QString> pathOf(const QByteArray &url);
+
 // A "text/uri-list" (RFC 2483): one URL a line.
 QByteArray uriList(const QStringList &paths);
 

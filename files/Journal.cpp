@@ -2,6 +2,8 @@
 
 #include "files/DirectoryReader.h"
 #include "files/FileName.h"
+#include "files/FileSystem.h"
+#include "files/PathText.h"
 
 #include <QUuid>
 
@@ -15,13 +17,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-void makeFolders(const QByteArray &path)
-{
-    for (qsizetype slash = path.indexOf('/', 1); slash > 0; slash = path.indexOf('/', slash + 1))
-        ::mkdir(path.left(slash).constData(), 0700);
-    ::mkdir(path.constData(), 0700);
-}
 
 QByteArray readAll(int descriptor)
 {
@@ -43,8 +38,7 @@ QString Journal::stateFolder()
 {
     if (const char *state = std::getenv("XDG_STATE_HOME"); state && *state == '/')
         return FileName::fromBytes(state) + u"/twinleaf"_s;
-    const char *home = std::getenv("HOME");
-    return FileName::fromBytes(home ? home : "/") + u"/.local/state/twinleaf"_s;
+    return PathText::joined(PathText::homeFolder(), u".local/state/twinleaf"_s);
 }
 
 Journal::Note::Note(QByteArray file, int descriptor, QStringList fields)
@@ -72,7 +66,7 @@ std::unique_ptr<Journal::Note> Journal::write(const QStringList &fields) const
     };
     int descriptor = open();
     if (descriptor < 0 && errno == ENOENT) {
-        makeFolders(_folder);
+        FileSystem::makePrivateFolders(FileName::fromBytes(_folder));
         descriptor = open();
     }
     if (descriptor < 0)

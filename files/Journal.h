@@ -6,7 +6,7 @@
 #include <memory>
 
 // Notes of work that a crash must not forget: one small file each, locked while the process that
-// wrote it lives. Texts are file names (platform/FileName). Any thread.
+// wrote it lives. Texts are file names (files/FileName). Any thread.
 class Journal final {
 public:
     explicit Journal(const QString &folder); // made when first needed, with its parents

@@ -1,32 +1,13 @@
 #include "files/LinkFile.h"
 
-#include "files/FileName.h"
+#include "files/FileUrls.h"
 #include "files/SmallFile.h"
 
-#include <QByteArrayView>
 #include <QList>
 
 namespace {
 
 constexpr qint64 MostBytes = 65536;
-
-// The path of a file: URL on this machine, with or without an empty host.
-std::optional<QString> localPath(QByteArrayView url)
-{
-    if (!url.startsWith("file:"))
-        return std::nullopt;
-    url = url.sliced(5);
-    if (url.startsWith("//")) {
-        url = url.sliced(2);
-        if (url.startsWith("localhost/"))
-            url = url.sliced(9);
-    }
-    const QByteArray path = QByteArray::fromPercentEncoding(url.toByteArray());
-    // A NUL would end the path early, at another file.
-    if (!path.startsWith('/') || path.contains('\0'))
-        return std::nullopt;
-    return FileName::fromBytes(path);
-}
 
 } // namespace
 
@@ -57,5 +38,5 @@ std::optional<QString> LinkFile::target(const QString &path)
         else if (key == "URL")
             url = value;
     }
-    return link ? localPath(url) : std::nullopt;
+    return link ? FileUrls::pathOf(url) : std::nullopt;
 }

@@ -79,20 +79,25 @@ QString PathText::fromComponents(const QStringList &components)
     return path;
 }
 
+QString PathText::normalized(const QString &path)
+{
+    if (!path.startsWith(u'/'))
+        return {};
+    QStringList kept { u"/"_s };
+    const QStringList steps = components(path);
+    for (const QString &step : steps.sliced(1)) {
+        if (step != u".."_s && step != u"."_s)
+            kept.append(step);
+        else if (step == u".."_s && kept.size() > 1)
+            kept.removeLast();
+    }
+    return fromComponents(kept);
+}
+
 QString PathText::fromTyped(const QString &text)
 {
     const bool fromHome = text == u"~"_s || text.startsWith(u"~/"_s);
-    if (!fromHome && !text.startsWith(u'/'))
-        return {};
-    QStringList path { u"/"_s };
-    const QStringList steps = components(fromHome ? homeFolder() + text.sliced(1) : text);
-    for (const QString &step : steps.sliced(1)) {
-        if (step != u".."_s && step != u"."_s)
-            path.append(step);
-        else if (step == u".."_s && path.size() > 1)
-            path.removeLast();
-    }
-    return fromComponents(path);
+    return normalized(fromHome ? homeFolder() + text.sliced(1) : text);
 }
 
 bool PathText::isItemName(const QString &name)

@@ -14,8 +14,11 @@ QString withExtension(const QString &path, const QString &extension);
 // "/a/b" gives "/", "a", "b"; doubled and trailing slashes count once.
 QStringList components(const QString &path);
 QString fromComponents(const QStringList &components);
-// The path a person types: "~" at the start is the home folder, "." and doubled or trailing slashes
-// count nothing, ".." takes the component before it away. "" for what does not start at "/" or "~".
+// Without doubled and trailing slashes and ".", and with ".." taking the component before it away.
+// "" for what does not start with "/".
+QString normalized(const QString &path);
+// The path a person types, normalized: "~" at the start is the home folder. "" for what does not
+// start at "/" or "~".
 QString fromTyped(const QString &text);
 // A name that can be given to an item: not "", ".", "..", no "/" and no NUL.
 bool isItemName(const QString &name);

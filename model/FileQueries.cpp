@@ -3,6 +3,7 @@
 #include "base/Localized.h"
 #include "files/FileFlags.h"
 #include "files/FileName.h"
+#include "files/HiddenRule.h"
 #include "files/LinkFile.h"
 #include "files/PathText.h"
 #include "files/VolumeLabel.h"
@@ -25,11 +26,9 @@ FileQueries::FileQueries(Workspace &workspaceInUse, const FileKinds &fileKinds)
 
 bool FileQueries::isFileHidden(const QString &path) const
 {
-    const QString name = PathText::lastComponent(path);
-    if (name.startsWith(u'.') || name == u"Temporary Items"_s || !exists(path))
-        return true;
-    return FileFlags::marks(path).invisible
-        || FileFlags::hiddenNames(PathText::parent(path)).contains(FileName::toBytes(name));
+    return HiddenRule(PathText::parent(path))
+               .hidesName(FileName::toBytes(PathText::lastComponent(path)))
+        || !exists(path) || HiddenRule::hides(FileFlags::marks(path));
 }
 
 bool FileQueries::isDirectory(const QString &path) const

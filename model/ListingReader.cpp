@@ -1,13 +1,11 @@
 #include "model/ListingReader.h"
 
 #include "files/DirectoryReader.h"
-#include "files/FileFlags.h"
 #include "files/FileName.h"
+#include "files/HiddenRule.h"
 #include "files/MountTable.h"
 #include "model/FileQueries.h"
 #include "model/ListingData.h"
-
-#include <QSet>
 
 #include <atomic>
 #include <dirent.h>
@@ -43,18 +41,13 @@ struct Reading {
     DirectoryReader reader;
     const ListingOptions &options;
     QByteArray folder; // with a slash at its end
-    QSet<QByteArray> hiddenNames;
+    HiddenRule hiddenRule;
     bool marks = true; // whether the device keeps attributes at all
     std::string names; // each with a NUL behind it, for the system calls
     std::vector<ListingRecord> records;
     std::vector<unsigned char> types; // DT_*, by record
     std::vector<char> hidden; // by record
 
-    bool isHiddenName(QByteArrayView name) const
-    {
-        return name.startsWith('.') || name == "Temporary Items"
-            || (!hiddenNames.isEmpty() && hiddenNames.contains(name.toByteArray()));
-    }
     void readNames();
     void look(size_t first, size_t last, const QByteArray &folderOfNames);
     void lookAtAll();
@@ -63,7 +56,7 @@ struct Reading {
 void Reading::readNames()
 {
     reader.read([&](const DirectoryItem &item) {
-        if (!options.showHiddenFiles && isHiddenName(item.name))
+        if (!options.showHiddenFiles && hiddenRule.hidesName(item.name))
             return true;
         ListingRecord record;
         record.nameOffset = quint32(names.size());
@@ -111,7 +104,7 @@ void Reading::look(size_t first, size_t last, const QByteArray &folderOfNames)
         path.append(name, record.nameLength);
         const FileFlags::Marks found = FileFlags::marks(path.constData());
         record.label = quint8(FileQueries::labelOfBits(found.labelBits));
-        hidden[i] = found.invisible;
+        hidden[i] = HiddenRule::hides(found);
     }
 }
 
@@ -165,7 +158,7 @@ std::shared_ptr<const ListingData> readListing(const QString &folder, const List
     data->specifiedIcons = options.showSpecifiedIcons;
     data->generation = ListingData::nextGeneration();
 
-    Reading reading { {}, options, FileName::toBytes(folder), {} };
+    Reading reading { {}, options, FileName::toBytes(folder), HiddenRule(folder) };
     if (!reading.folder.endsWith('/'))
         reading.folder += '/';
     reading.names = std::string("..\0", 3);
@@ -173,8 +166,6 @@ std::shared_ptr<const ListingData> readListing(const QString &folder, const List
     if (reachable && !reading.reader.open(folder)) {
         const auto status = fileStatus(folder, Links::Follow);
         reading.marks = status && FileFlags::devicePossiblyHasMarks(status->identity.device);
-        if (!options.showHiddenFiles)
-            reading.hiddenNames = FileFlags::hiddenNames(folder);
         reading.readNames();
         reading.lookAtAll();
     }

@@ -2,6 +2,7 @@
 
 #include "files/FileName.h"
 #include "files/FileSystem.h"
+#include "files/PathText.h"
 #include "settings/PropertyList.h"
 
 #include <QFile>
@@ -28,12 +29,6 @@ constexpr auto WriteDelay = 1s;
 constexpr int LockTimeout = 1000; // milliseconds; a writer needs a few
 constexpr int MaximumLinks = 40; // as many as the kernel follows
 
-QString folderOf(const QString &path)
-{
-    const qsizetype slash = path.lastIndexOf(u'/');
-    return slash > 0 ? path.left(slash) : u"/"_s;
-}
-
 // The file at the end of a chain of links, which is the one to rewrite: the link may belong to a
 // collection of settings kept elsewhere. The file itself need not exist.
 QString resolved(QString path)
@@ -42,17 +37,10 @@ QString resolved(QString path)
         const auto target = linkTarget(path);
         if (!target)
             break;
-        path = target->startsWith(u'/') ? *target : folderOf(path) + u'/' + *target;
+        path =
+            target->startsWith(u'/') ? *target : PathText::joined(PathText::parent(path), *target);
     }
     return path;
-}
-
-void makeFolders(const QString &path)
-{
-    if (exists(path))
-        return;
-    makeFolders(folderOf(path));
-    ::mkdir(FileName::toBytes(path).constData(), 0700);
 }
 
 // The error, or none and the whole content; a missing file is the error no_such_file_or_directory.
@@ -152,7 +140,7 @@ bool UserDefaults::synchronize()
     _writeSoon.stop();
     if (_changedKeys.isEmpty())
         return true;
-    makeFolders(folderOf(_file));
+    FileSystem::makePrivateFolders(PathText::parent(_file));
     if (!_lock->tryLock(LockTimeout)) {
         warn(u"cannot be locked"_s);
         return false;
@@ -174,7 +162,7 @@ bool UserDefaults::writeLocked()
             merged->remove(key);
     }
     const QString target = resolved(_file);
-    makeFolders(folderOf(target));
+    FileSystem::makePrivateFolders(PathText::parent(target));
     QSaveFile file(target);
     const bool open = file.open(QIODevice::WriteOnly);
     if (open) {

@@ -44,19 +44,17 @@ bool Merge::hasMoved(const QString &path) const
 bool Merge::moveContents(const QString &from, const QString &to, const QString &relative)
 {
     DirectoryReader reader;
-    QStringList names;
+    QList<QByteArray> names;
     auto failed = reader.open(from, Links::NoFollow);
     if (!failed)
-        failed = reader.read([&](const DirectoryItem &item) {
-            names.append(FileName::fromBytes(item.name));
-            return true;
-        });
+        failed = reader.readNames(names);
     if (failed)
         return complain(from, failed.message());
     bool whole = true;
-    for (const QString &name : std::as_const(names)) {
+    for (const QByteArray &bytes : std::as_const(names)) {
         if (Cancellation::asked())
             return false;
+        const QString name = FileName::fromBytes(bytes);
         const QString below = relative.isEmpty() ? name : relative + u'/' + name;
         whole = moveItem(from + u'/' + name, to + u'/' + name, below) && whole;
     }

@@ -2,6 +2,7 @@
 
 #include "files/FileName.h"
 #include "files/FileStatus.h"
+#include "files/PathText.h"
 #include "files/SameFile.h"
 
 #include <gio/gio.h>
@@ -21,9 +22,8 @@ namespace {
 bool isVolumeTrash(const QString &path)
 {
     const QString user = QString::number(getuid());
-    const qsizetype slash = path.lastIndexOf(u'/');
-    const QString folder = path.left(qMax<qsizetype>(slash, 1));
-    const QStringView name = QStringView(path).sliced(slash + 1);
+    const QString folder = PathText::parent(path);
+    const QString name = PathText::lastComponent(path);
     if (name != u".Trash" && name != ".Trash-"_L1 + user)
         return false;
     const auto status = fileStatus(folder, Links::Follow);
@@ -48,11 +48,9 @@ bool mustStay(const QString &path, const FileStatus &status)
 
 bool moveItemToTrash(const QString &path)
 {
-    QString item = path;
-    while (item.size() > 1 && item.endsWith(u'/'))
-        item.chop(1);
+    const QString item = PathText::normalized(path);
     const auto status = fileStatus(item, Links::NoFollow);
-    if (!item.startsWith(u'/') || item == u"/" || !status || mustStay(item, *status))
+    if (item.isEmpty() || item == u"/" || !status || mustStay(item, *status))
         return false;
 
     // The local files alone: the desktop's virtual file systems would want a session bus first.

@@ -1,5 +1,6 @@
 #include "files/FileFlags.h"
 #include "files/FileName.h"
+#include "files/HiddenRule.h"
 #include "tests/support/TestTree.h"
 
 #include <QtEndian>
@@ -98,10 +99,13 @@ void tst_FileFlags::hiddenNamesAreBytesOfAFile()
     makeTree(folder, u"hiding/, waiting/"_s);
     folder.write(u"hiding/.hidden"_s, "one\n\n two \n\xFF\nlast");
     QCOMPARE(mkfifo(FileName::toBytes(folder.path(u"waiting/.hidden"_s)), 0600), 0);
-    QCOMPARE(FileFlags::hiddenNames(folder.path(u"hiding"_s)),
-             (QSet<QByteArray> { "one", " two ", "\xFF", "last" }));
+    HiddenRule rule(folder.path(u"hiding"_s));
+    for (const char *hidden : { "one", " two ", "\xFF", "last", ".dot", "Temporary Items" })
+        QVERIFY2(rule.hidesName(hidden), hidden);
+    for (const char *shown : { "two", "", "las", "temporary items" })
+        QVERIFY2(!rule.hidesName(shown), shown);
     for (const QString &name : { u"missing"_s, u"waiting"_s })
-        QVERIFY(FileFlags::hiddenNames(folder.path(name)).isEmpty());
+        QVERIFY(!HiddenRule(folder.path(name)).hidesName("one"));
 }
 
 QTEST_GUILESS_MAIN(tst_FileFlags)
