@@ -28,11 +28,9 @@ Application::Application(const Services &services, const CommandLine &line)
     , _archiveSheet(_bus, &_mainWindow)
     , _windowController(_mainWindow, _bus, _navigators, _mainModel, services.defaults,
                         services.openDialogs)
-    , _volumeReload(_navigators, services.workspace, services.openDialogs, _bus)
-    , _leftDrops(*_mainWindow.leftFileList, _mainModel, _windowController, _twinleaf,
-                 services.alerts)
-    , _rightDrops(*_mainWindow.rightFileList, _mainModel, _windowController, _twinleaf,
-                  services.alerts)
+    , _volumeReload(_mainModel, _navigators, services.workspace, services.openDialogs, _bus)
+    , _leftDrops(*_mainWindow.leftFileList, _mainModel, _twinleaf, services.alerts)
+    , _rightDrops(*_mainWindow.rightFileList, _mainModel, _twinleaf, services.alerts)
     , _paneCommands(_windowController, _bus, _mainModel, _twinleaf, _twinleaf, services.defaults,
                     services.openPanel, services.alerts)
     , _folderCommands(_windowController, _bus, _twinleaf, services.workspace, services.alerts)

@@ -52,8 +52,7 @@ void reportCopy(const char *name, const OwnHome &home, Panes &panes, const QStri
         sync();
     };
     const auto copy = [&] {
-        panes.twinleaf.copyItems(
-            operationRequest(Side::Left, from, target, items, UpdateBoth::Yes));
+        panes.twinleaf.copyItems({ from, target, items, Side::Left, UpdateBoth::Yes });
         panes.twinleaf.drain();
     };
     const auto bare = [&] {

@@ -2,13 +2,9 @@
 
 #include "files/PathText.h"
 #include "model/FileQueries.h"
+#include "model/RowSet.h"
 
 using namespace Qt::StringLiterals;
-
-bool isRow(std::optional<int> selectedRow)
-{
-    return selectedRow && *selectedRow > 0;
-}
 
 bool always(const MenuState &)
 {
@@ -17,7 +13,7 @@ bool always(const MenuState &)
 
 bool onItem(const MenuState &state)
 {
-    return isRow(state.selectedRow);
+    return state.selectedRow && isItemRow(*state.selectedRow);
 }
 
 bool onFile(const MenuState &state)

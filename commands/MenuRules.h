@@ -13,9 +13,6 @@ struct MenuState {
     const FileQueries &queries;
 };
 
-// Whether a selected row is one that commands may act on: not none and not "..".
-bool isRow(std::optional<int> selectedRow);
-
 // The rules by which menus enable their commands.
 using MenuRule = bool (*)(const MenuState &);
 bool always(const MenuState &);

@@ -1,6 +1,5 @@
 #include "commands/PaneCommands.h"
 
-#include "commands/MenuRules.h"
 #include "files/FileName.h"
 #include "files/PathText.h"
 #include "model/FileQueries.h"
@@ -41,7 +40,7 @@ PaneCommands::PaneCommands(PaneWindow &paneWindow, MessageBus &messages, MainMod
 PaneTable *PaneCommands::listOnItem() const
 {
     PaneTable *list = window.getFirstResponderTableView();
-    return list && isRow(list->selectedRow()) ? list : nullptr;
+    return list && isItemRow(list->selectedRow()) ? list : nullptr;
 }
 
 void PaneCommands::post(const Message<ItemRequest> &message) const
@@ -103,18 +102,15 @@ void PaneCommands::openClicked()
 void PaneCommands::reloadClicked()
 {
     if (const PaneTable *list = window.getFirstResponderTableView())
-        bus.post(DirectoryChanged[list->side()],
-                 { .path = window.getCurrentPathFromSegmentedControl(list->side()) });
+        bus.post(DirectoryChanged[list->side()], { .path = mainModel.folder(list->side()) });
 }
 
 void PaneCommands::showHiddenFilesClicked()
 {
     defaults.setValue(Settings::ShowHiddenFiles, !mainModel.showHiddenFiles());
     mainModel.setUserDefaultValues();
-    const QString left = window.getCurrentPathFromSegmentedControl(Side::Left);
-    const QString right = window.getCurrentPathFromSegmentedControl(Side::Right);
-    bus.post(DirectoryChanged[Side::Left], { .path = left });
-    bus.post(DirectoryChanged[Side::Right], { .path = right });
+    for (const Side side : { Side::Left, Side::Right })
+        bus.post(DirectoryChanged[side], { .path = mainModel.folder(side) });
 }
 
 void PaneCommands::duplicateClicked()
@@ -176,11 +172,12 @@ void PaneCommands::archiveClicked()
     QStringList items;
     const RowSet selected = list->selectedRows();
     for (const int row : selected)
-        if (row > 0 && rows.holds(row)) // ".." would pack everything around the selected items
+        if (isItemRow(row)
+            && rows.holds(row)) // ".." would pack everything around the selected items
             items.append(rows[row].path());
     if (items.isEmpty())
         return;
-    const QString destination = window.getCurrentPathFromSegmentedControl(otherSide(list->side()));
+    const QString destination = mainModel.folder(otherSide(list->side()));
     const QString suggested =
         PathText::withExtension(PathText::lastComponent(items.first()), u"zip"_s);
     const QString name =
@@ -220,8 +217,7 @@ void PaneCommands::unpackClicked()
         alerts.ask(alert);
         return;
     }
-    twinleaf.unpackArchive(archive,
-                           window.getCurrentPathFromSegmentedControl(otherSide(list->side())));
+    twinleaf.unpackArchive(archive, mainModel.folder(otherSide(list->side())));
 }
 
 QString PaneCommands::selectedPath(bool orFirst) const

@@ -17,15 +17,15 @@ RowSet currentRows(const RowSet &rows, const Listing &seen, const Listing &now)
     // ".." carries the path of the listed folder, which is also an item's in the folder above: the
     // one must never become the other.
     QHash<QString, int> rowOfPath;
-    for (int row = 1; row < now.size(); ++row)
+    for (int row = FirstItemRow; row < now.size(); ++row)
         rowOfPath.insert(now[row].path(), row);
     for (const int row : rows) {
         if (!seen.holds(row))
             continue;
-        if (row == 0) {
+        if (row == ParentRow) {
             if (!now.isEmpty() && seen.folder() == now.folder())
-                found.append(0);
-        } else if (const int again = rowOfPath.value(seen[row].path(), -1); again > 0) {
+                found.append(ParentRow);
+        } else if (const int again = rowOfPath.value(seen[row].path(), NoRow); again != NoRow) {
             found.append(again);
         }
     }

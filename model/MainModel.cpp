@@ -1,10 +1,8 @@
 #include "model/MainModel.h"
 
 #include "base/Localized.h"
-#include "files/PathText.h"
 #include "model/CoreDumps.h"
 #include "model/FileQueries.h"
-#include "model/OperationDesk.h"
 #include "model/PaneWindow.h"
 #include "platform/Alerts.h"
 #include "settings/SettingsKeys.h"
@@ -72,8 +70,7 @@ void MainModel::awakeFromNib()
         QString path = defaults.string(pane.lastPath).value_or(QString());
         if (const auto &start = _startFolders[pane.side])
             path = start->path;
-        bus.post(DirectoryChanged[pane.side],
-                 { .path = path.isEmpty() ? PathText::homeFolder() : path });
+        bus.post(DirectoryChanged[pane.side], { .path = path });
     }
     for (const PaneKeys &pane : panes) {
         Column column = columnFromIdentifier(defaults.string(pane.sortedColumn).value_or(QString()))
@@ -87,10 +84,10 @@ void MainModel::awakeFromNib()
         const auto &start = _startFolders[pane.side];
         const int row = start && !start->selectedName.isEmpty()
             ? int(_rows[pane.side].rowOfName(start->selectedName))
-            : 0;
+            : ParentRow;
         PaneTable &table = windowController->getTableView(pane.side);
-        table.selectRow(qMax(row, 0));
-        table.scrollToRow(qMax(row, 0));
+        table.selectRow(qMax(row, ParentRow));
+        table.scrollToRow(qMax(row, ParentRow));
     }
 }
 
@@ -107,12 +104,4 @@ void MainModel::sortRowEntries(Column column, Side side, SortDirection direction
 int MainModel::getRowFromValueInFileList(Side side, const QString &path) const
 {
     return int(_rows[side].rowOfPath(path));
-}
-
-void MainModel::threadWillExit(const OperationRecord &record)
-{
-    // The others never turned it on, and must not turn off what a copy still needs.
-    if (record.operation == Operation::Copy || record.operation == Operation::Move)
-        windowController->setProgressIndicator(false);
-    twinleaf->updateFileLists(record);
 }

@@ -46,22 +46,23 @@ public:
     const Listing &rowsLeft() const { return _rows.left; }
     const Listing &rowsRight() const { return _rows.right; }
 
+    // The folder that a pane shows; "" before its first listing.
+    QString folder(Side side) const { return _rows[side].folder(); }
+    // By path, as the refresh of the panes has it; two names of one folder differ.
+    bool panesShowSameFolder() const { return folder(Side::Left) == folder(Side::Right); }
+
     bool showToolTips() const { return _options.showToolTips; }
     bool traverseLinks() const { return _options.traverseLinks; }
     bool showHiddenFiles() const { return _options.showHiddenFiles; }
     bool confirmationForFileOperations() const { return _options.confirmationForFileOperations; }
     bool useLongDateFormat() const { return _options.useLongDateFormat; }
     bool dateRightAlignment() const { return _options.dateRightAlignment; }
-    bool showSpecifiedIcons() const { return _options.showSpecifiedIcons; }
     bool insideBundle() const { return _insideBundle; }
     void setInsideBundle(bool inside) { _insideBundle = inside; }
 
     void sortRowEntries(Column column, Side side, SortDirection direction);
     SelectionMemory &selectedItems(Side side) { return _selectedItems[side]; }
     int getRowFromValueInFileList(Side side, const QString &path) const; // -1 when not there
-
-    // A worker ended: stop the busy indicator and refresh what it touched.
-    void threadWillExit(const OperationRecord &record);
 
 Q_SIGNALS:
     void rowsAboutToChange(Side side);
@@ -84,6 +85,7 @@ private:
     void requestCopyMove(const ItemRequest &request, Operation operation);
     OperationRequest getDictionaryForCopyMove(std::optional<Side> side, const Listing &listing,
                                               const RowSet &rows) const;
+    UpdateBoth updateForOnePane() const; // both panes when they show one folder
 
     MessageBus &bus;
     UserDefaults &defaults;
@@ -91,6 +93,7 @@ private:
     FileQueries &queries;
     Launching &launching;
     const FileKinds &kinds;
+    // The application's own, as the references above are.
     PaneWindow *windowController = nullptr;
     OperationDesk *twinleaf = nullptr;
     ItemInformation *infoSheetController = nullptr;

@@ -39,7 +39,7 @@ void MainModel::getRows(Side side, const RowsOfPane &opened)
         return;
     const int first = rows.first();
     const QString path = listing[first].path();
-    if (first != 0 && queries.isDirectory(path))
+    if (isItemRow(first) && queries.isDirectory(path))
         _selectedItems[side].setRow(first, PathText::parent(path));
     if (rows.size() >= 2) {
         QStringList paths;
@@ -54,7 +54,7 @@ void MainModel::getRows(Side side, const RowsOfPane &opened)
     const bool isApplication =
         extension == u"app"_s || extension.compare(u"AppDir"_s, Qt::CaseInsensitive) == 0;
     const QString resolved = queries.resolveAliasPath(path);
-    if (first == 0) {
+    if (first == ParentRow) {
         bus.post(DirectoryChanged[side], { .path = PathText::parent(path), .item = u".."_s });
         if (const PaneTable *active = windowController->getFirstResponderTableView())
             bus.post(TableViewSelectionDidChange, { active->side() });
@@ -93,7 +93,7 @@ void MainModel::gotoNextDirectory(Side side, const RowsOfPane &selected)
     };
     setInsideBundle(std::any_of(components.begin(), components.end(), inBundle));
     const RowSet rows = currentRows(selected.rows, selected.seen, _rows[side]);
-    if (!rows.isEmpty() && rows.first() != 0) {
+    if (!rows.isEmpty() && isItemRow(rows.first())) {
         const QString path = _rows[side][rows.first()].path();
         if (queries.isDirectory(path))
             _selectedItems[side].setRow(rows.first(), PathText::parent(path));

@@ -6,6 +6,7 @@
 #include "model/CurrentRows.h"
 #include "model/ItemInformation.h"
 #include "model/Launching.h"
+#include "model/OperationAlerts.h"
 #include "model/OperationDesk.h"
 #include "model/PaneWindow.h"
 #include "platform/Alerts.h"
@@ -13,28 +14,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-QString currentPath(PaneWindow &window, Side side)
-{
-    return window.getCurrentPathFromSegmentedControl(side);
-}
-
-bool panesShowSamePath(PaneWindow &window)
-{
-    return currentPath(window, Side::Left) == currentPath(window, Side::Right);
-}
-
-// One folder by two names is one folder.
-bool panesShowSameFolder(PaneWindow &window)
-{
-    return panesShowSamePath(window)
-        || SameFile::isSame(currentPath(window, Side::Left), currentPath(window, Side::Right));
-}
-
-UpdateBoth updateFor(PaneWindow &window)
-{
-    return panesShowSamePath(window) ? UpdateBoth::Yes : UpdateBoth::No;
-}
 
 QStringList names(const Listing &listing, const RowSet &rows)
 {
@@ -47,14 +26,14 @@ QStringList names(const Listing &listing, const RowSet &rows)
 // The one row of a request for one item, or nothing: row 0 and rows that are gone are refused.
 std::optional<int> singleRow(const RowSet &rows)
 {
-    return rows.size() == 1 && rows.first() > 0 ? std::optional(rows.first()) : std::nullopt;
+    return rows.size() == 1 && isItemRow(rows.first()) ? std::optional(rows.first()) : std::nullopt;
 }
 
 // Says so when ".." is among the rows: its path is the listed folder's own, in which none of the
 // other names lie.
 bool refusesParent(Alerts &alerts, const RowSet &rows)
 {
-    if (!rows.contains(0))
+    if (!rows.contains(ParentRow))
         return false;
     Alert alert = Alert::error(localized(
         "The previous folder ('..') cannot be worked on with! Operation will be aborted!"));
@@ -65,6 +44,11 @@ bool refusesParent(Alerts &alerts, const RowSet &rows)
 
 } // namespace
 
+UpdateBoth MainModel::updateForOnePane() const
+{
+    return panesShowSameFolder() ? UpdateBoth::Yes : UpdateBoth::No;
+}
+
 void MainModel::showItemInfo(const ItemRequest &request)
 {
     const Side side = request.side.value_or(Side::Right);
@@ -72,9 +56,10 @@ void MainModel::showItemInfo(const ItemRequest &request)
     if (!row || !infoSheetController)
         return;
     const QString path = _rows[side][*row].path();
-    infoSheetController->showInfoSheet(operationRequest(request.side, PathText::parent(path), u""_s,
-                                                        { PathText::lastComponent(path) },
-                                                        updateFor(*windowController)));
+    infoSheetController->showInfoSheet({ .source = PathText::parent(path),
+                                         .items = { PathText::lastComponent(path) },
+                                         .side = request.side,
+                                         .updateBoth = updateForOnePane() });
 }
 
 void MainModel::copyItem(const ItemRequest &request)
@@ -89,7 +74,6 @@ void MainModel::moveItem(const ItemRequest &request)
 
 void MainModel::requestCopyMove(const ItemRequest &request, Operation operation)
 {
-    const bool copies = operation == Operation::Copy;
     const Side side = request.side.value_or(Side::Right);
     const Listing listing = _rows[side];
     const RowSet rows = currentRows(request.item, request.seen, listing);
@@ -97,22 +81,17 @@ void MainModel::requestCopyMove(const ItemRequest &request, Operation operation)
         return;
     // Built before anything is asked: the rows shown now are the ones the answer is about.
     const OperationRequest dictionary = getDictionaryForCopyMove(request.side, listing, rows);
-    if (panesShowSameFolder(*windowController)) {
-        alerts.ask(Alert::error(copies ? localized("Item(s) cannot copied in itself!")
-                                       : localized("Item(s) cannot moved in itself!"),
-                                localized("Ok")));
+    // One folder by two names is one folder.
+    if (panesShowSameFolder() || SameFile::isSame(folder(Side::Left), folder(Side::Right))) {
+        alerts.ask(OperationAlerts::intoItself(operation));
         return;
     }
     if (refusesParent(alerts, rows))
         return;
     if (confirmationForFileOperations()
-        && alerts.ask(Alert::question(
-               copies ? localized("Are you sure that you want to copy the item(s)?")
-                      : localized("Are you sure that you want to move the item(s)?")))
-            != Alert::Yes)
+        && alerts.ask(OperationAlerts::areYouSure(operation)) != Alert::Yes)
         return;
-    windowController->setProgressIndicator(true);
-    if (copies)
+    if (operation == Operation::Copy)
         twinleaf->copyItems(dictionary);
     else
         twinleaf->moveItems(dictionary);
@@ -122,9 +101,11 @@ OperationRequest MainModel::getDictionaryForCopyMove(std::optional<Side> side,
                                                      const Listing &listing,
                                                      const RowSet &rows) const
 {
-    return operationRequest(side, PathText::parent(listing[rows.first()].path()),
-                            currentPath(*windowController, otherSide(side.value_or(Side::Right))),
-                            names(listing, rows), UpdateBoth::Yes);
+    return { .source = PathText::parent(listing[rows.first()].path()),
+             .destination = folder(otherSide(side.value_or(Side::Right))),
+             .items = names(listing, rows),
+             .side = side,
+             .updateBoth = UpdateBoth::Yes };
 }
 
 void MainModel::newFolder(const NewFolderRequest &request)
@@ -132,14 +113,14 @@ void MainModel::newFolder(const NewFolderRequest &request)
     // Without an active pane there is no folder to make it in: a name is not asked for in vain.
     if (!request.side)
         return;
-    const Side side = *request.side;
-    const QString folder =
-        _rows[side].isEmpty() ? currentPath(*windowController, side) : _rows[side][0].path();
+    const QString parent = folder(*request.side);
     const QString name =
         windowController->getStringFromInputSheet(localized("Please input new folder name:"));
     if (!name.isEmpty())
-        twinleaf->newFolder(
-            operationRequest(side, folder, u""_s, { name }, updateFor(*windowController)));
+        twinleaf->newFolder({ .source = parent,
+                              .items = { name },
+                              .side = request.side,
+                              .updateBoth = updateForOnePane() });
 }
 
 void MainModel::deleteItem(const ItemRequest &request)
@@ -151,9 +132,10 @@ void MainModel::deleteItem(const ItemRequest &request)
         return;
     if (refusesParent(alerts, rows))
         return;
-    const auto dictionary =
-        operationRequest(request.side, PathText::parent(listing[rows.first()].path()), u""_s,
-                         names(listing, rows), updateFor(*windowController));
+    const OperationRequest dictionary { .source = PathText::parent(listing[rows.first()].path()),
+                                        .items = names(listing, rows),
+                                        .side = request.side,
+                                        .updateBoth = updateForOnePane() };
     if (confirmationForFileOperations()
         && alerts.ask(Alert::question(filled(
                localized("Are you sure that you want to move the selected %i item(s) to trash?"),
@@ -176,9 +158,10 @@ void MainModel::renameItem(const ItemRequest &request)
     if (name.isEmpty() || name == oldName)
         return;
     // The source of a rename is the item itself, by its full path.
-    twinleaf->renameItem(operationRequest(request.side, path,
-                                          PathText::joined(PathText::parent(path), name), {},
-                                          updateFor(*windowController)));
+    twinleaf->renameItem({ .source = path,
+                           .destination = PathText::joined(PathText::parent(path), name),
+                           .side = request.side,
+                           .updateBoth = updateForOnePane() });
 }
 
 void MainModel::openFileWithApplication(const OpenWithRequest &request)

@@ -1,10 +1,9 @@
 #pragma once
 
-#include "model/OperationRecord.h"
 #include "model/OperationRequest.h"
 
 // What the pane model and the commands ask of the file operations. Main thread; each call but
-// duplicateItem and updateFileLists returns at once.
+// duplicateItem returns at once.
 class OperationDesk {
 public:
     virtual ~OperationDesk() = default;
@@ -22,7 +21,4 @@ public:
     virtual void archiveItems(const QStringList &paths, const QString &destination,
                               const QString &archiveName) = 0;
     virtual void unpackArchive(const QString &archive, const QString &destination) = 0;
-
-    // Lists again what the operation touched and selects where the user expects it.
-    virtual void updateFileLists(const OperationRecord &record) = 0;
 };

@@ -8,7 +8,7 @@
 
 enum class Operation { Copy, Move, NewFolder, Rename, Delete, Duplicate, Info, Archive };
 
-// "TWCopyOperation", "TWMoveOperation", ...: the operation's name in logs.
+// "TWCopyOperation", "TWMoveOperation", ...: the operation in the log twinleaf.operations.
 QString operationWord(Operation operation);
 
 // What a worker leaves behind for the refresh of the panes.

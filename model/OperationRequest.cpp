@@ -32,18 +32,3 @@ std::optional<UpdateBoth> updateBothFromWord(const QString &word)
     }
     return std::nullopt;
 }
-
-OperationRequest operationRequest(std::optional<Side> side, const QString &source,
-                                  const QString &destination, const QStringList &items,
-                                  UpdateBoth updateBoth)
-{
-    OperationRequest request {
-        { RequestKey::Source, source },
-        { RequestKey::Destination, destination },
-        { RequestKey::Items, items },
-        { RequestKey::UpdateBoth, updateBothWord(updateBoth) },
-    };
-    if (side)
-        request.insert(RequestKey::Side, sideWord(*side));
-    return request;
-}

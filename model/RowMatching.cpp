@@ -24,7 +24,7 @@ bool contains(const QString &field, const QString &term)
 
 int RowMatching::startRow(int selectedRow, qsizetype count)
 {
-    return selectedRow <= 0 || selectedRow == count ? 0 : selectedRow + 1;
+    return !isItemRow(selectedRow) || selectedRow == count ? ParentRow : selectedRow + 1;
 }
 
 int RowMatching::nextLetterItem(const QString &letter, const Listing &rows, int selectedRow)
@@ -40,7 +40,7 @@ int RowMatching::indexOfFirstFoundLetterItem(const QString &letter, const Listin
     for (int row = 0; row < rows.size(); ++row)
         if (beginsWithLetter(rows[row].name(), letter))
             return row;
-    return -1;
+    return NoRow;
 }
 
 int RowMatching::nextFoundItem(const QString &term, const Listing &rows, int selectedRow,
@@ -60,7 +60,7 @@ int RowMatching::indexOfFirstFoundStringItem(const QString &term, const Listing 
     for (int row = 0; row < rows.size(); ++row)
         if (contains(rows[row].name(), term))
             return row;
-    return -1;
+    return NoRow;
 }
 
 bool RowMatching::matches(const QString &field, const ExpandSelection &request)
@@ -96,7 +96,7 @@ RowSet RowMatching::matchingRows(const Listing &rows, const ExpandSelection &req
         return QString();
     };
     RowSet found;
-    for (int row = 1; row < rows.size(); ++row)
+    for (int row = FirstItemRow; row < rows.size(); ++row)
         if (matches(field(rows[row]), request))
             found.append(row);
     return found;
@@ -107,7 +107,7 @@ QSet<QByteArrayView> RowMatching::namesOf(const Listing &rows)
     // Names as bytes: the listing holds them, and nothing is made of them.
     QSet<QByteArrayView> names;
     names.reserve(rows.size());
-    for (qsizetype row = 1; row < rows.size(); ++row)
+    for (qsizetype row = FirstItemRow; row < rows.size(); ++row)
         names.insert(rows[row].nameBytes());
     return names;
 }
@@ -122,7 +122,7 @@ RowSet RowMatching::rowsOfSameName(const Listing &rows, const Listing &others)
 {
     const QSet<QByteArrayView> names = namesOf(others);
     RowSet found;
-    for (int row = 1; row < rows.size(); ++row)
+    for (int row = FirstItemRow; row < rows.size(); ++row)
         if (arrayContainsEntry(names, rows[row], "name"_L1))
             found.append(row);
     return found;
@@ -132,10 +132,10 @@ RowMatching::EqualRows RowMatching::equalRows(const Listing &rows, const Listing
 {
     QHash<QByteArrayView, int> rowOfName;
     rowOfName.reserve(others.size());
-    for (int row = 1; row < others.size(); ++row)
+    for (int row = FirstItemRow; row < others.size(); ++row)
         rowOfName.insert(others[row].nameBytes(), row);
     EqualRows equal;
-    for (int row = 1; row < rows.size(); ++row) {
+    for (int row = FirstItemRow; row < rows.size(); ++row) {
         const Entry entry = rows[row];
         const auto other = rowOfName.constFind(entry.nameBytes());
         if (other == rowOfName.constEnd() || !entry.readsLike(others[*other]))

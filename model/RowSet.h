@@ -4,3 +4,13 @@
 
 // Row numbers of a pane, ascending, each once.
 using RowSet = QList<int>;
+
+inline constexpr int NoRow = -1;
+inline constexpr int ParentRow = 0; // ".." heads every listing, also at the root
+inline constexpr int FirstItemRow = 1;
+
+// Whether the row is an item's: no command touches "..".
+constexpr bool isItemRow(int row)
+{
+    return row >= FirstItemRow;
+}

@@ -2,8 +2,8 @@
 
 #include "files/FileName.h"
 #include "files/PathText.h"
-#include "model/MainModel.h"
 #include "model/PaneWindow.h"
+#include "operations/RequestValidation.h"
 #include "operations/SetAside.h"
 #include "platform/Alerts.h"
 #include "platform/Workspace.h"
@@ -19,6 +19,7 @@ FileOperations::FileOperations(MessageBus &bus, Alerts &alertsToAsk, Programs &p
     , _archives(alertsToAsk, programs, workspaceInUse, _copyMove.journal(), _workers)
     , _workers(openDialogs)
 {
+    _workers.setExitHandler([this](const OperationRecord &record) { threadWillExit(record); });
     bus.subscribe(CancelThread, this, &FileOperations::cancelThread);
     bus.subscribe(CancelArchiving, this, &FileOperations::cancelArchiving);
 }
@@ -28,8 +29,6 @@ FileOperations::~FileOperations() = default;
 void FileOperations::setMainModel(MainModel *model)
 {
     _refresh.setMainModel(model);
-    _workers.setExitHandler(
-        [model](const OperationRecord &record) { model->threadWillExit(record); });
 }
 
 void FileOperations::setWindowController(PaneWindow *window, ProgressSheet *sheet)
@@ -55,66 +54,81 @@ void FileOperations::stopAll()
     _archives.cancelAll();
 }
 
-void FileOperations::runCopyMove(const OperationRequest &request, Operation operation)
+bool FileOperations::spins(Operation operation)
 {
-    const auto run = acceptRequest(request);
-    if (!run) {
+    return operation == Operation::Copy || operation == Operation::Move;
+}
+
+void FileOperations::start(Operation operation, std::function<void(OperationRecord &)> body)
+{
+    if (spins(operation))
+        windowController->setProgressIndicator(true);
+    _workers.detach(operation, std::move(body));
+}
+
+void FileOperations::threadWillExit(const OperationRecord &record)
+{
+    if (spins(record.operation))
         windowController->setProgressIndicator(false);
+    updateFileLists(record);
+}
+
+void FileOperations::startCopyMove(const OperationRequest &request, Operation operation)
+{
+    if (!isPerformFileOperationDictionaryValid(request))
         return;
-    }
-    _workers.detach(operation,
-                    [this, run = *run, ticket = _copyMove.enqueue()](OperationRecord &record) {
-                        if (run.updateBoth == UpdateBoth::DragDropFinder)
-                            record.droppedOn = run.side;
-                        _copyMove.performCopyMoveProgress(run, record.operation, ticket);
-                    });
+    start(operation,
+          [this, request, ticket = _copyMove.enqueue()](OperationRecord &record) { // worker thread
+              if (request.updateBoth.value() == UpdateBoth::DragDropFinder)
+                  record.droppedOn = request.side.value();
+              _copyMove.performCopyMoveProgress(request, record.operation, ticket);
+          });
 }
 
 void FileOperations::copyItems(const OperationRequest &request)
 {
-    runCopyMove(request, Operation::Copy);
+    startCopyMove(request, Operation::Copy);
 }
 
 void FileOperations::moveItems(const OperationRequest &request)
 {
-    runCopyMove(request, Operation::Move);
+    startCopyMove(request, Operation::Move);
 }
 
 void FileOperations::deleteItems(const OperationRequest &request)
 {
-    if (const auto run = acceptRequest(request))
-        _workers.detach(Operation::Delete,
-                        [this, run = *run](OperationRecord &) { _singleSteps.deleteItems(run); });
+    if (isPerformFileOperationDictionaryValid(request))
+        start(Operation::Delete,
+              [this, request](OperationRecord &) { _singleSteps.deleteItems(request); });
 }
 
 void FileOperations::newFolder(const OperationRequest &request)
 {
-    const QString name = request.value(RequestKey::Items).toStringList().value(0);
-    const QString path = PathText::joined(request.value(RequestKey::Source).toString(), name);
+    const QString name = request.items.value(0);
     // "." and ".." exist in every folder; as names they are refused by the worker.
-    if (PathText::isItemName(name) && exists(path)) {
+    if (PathText::isItemName(name) && exists(PathText::joined(request.source, name))) {
         alerts.ask(Alert::error(localized("Folder already exists!")));
         return;
     }
-    if (const auto run = acceptRequest(request))
-        _workers.detach(Operation::NewFolder, [this, run = *run](OperationRecord &record) {
-            _singleSteps.newFolder(run, record);
+    if (isPerformFileOperationDictionaryValid(request))
+        start(Operation::NewFolder, [this, request](OperationRecord &record) {
+            _singleSteps.newFolder(request, record);
         });
 }
 
 void FileOperations::renameItem(const OperationRequest &request)
 {
-    if (const auto run = acceptRequest(request))
-        _workers.detach(Operation::Rename, [this, run = *run](OperationRecord &record) {
-            _singleSteps.renameItem(run, record);
+    if (isPerformFileOperationDictionaryValid(request))
+        start(Operation::Rename, [this, request](OperationRecord &record) {
+            _singleSteps.renameItem(request, record);
         });
 }
 
 void FileOperations::createAlias(const OperationRequest &request)
 {
-    if (const auto run = acceptRequest(request))
-        _workers.detach(Operation::Copy,
-                        [this, run = *run](OperationRecord &) { _singleSteps.createAlias(run); });
+    if (isPerformFileOperationDictionaryValid(request))
+        start(Operation::Copy,
+              [this, request](OperationRecord &) { _singleSteps.createAlias(request); });
 }
 
 void FileOperations::duplicateItem(const QString &source, const QString &destination)

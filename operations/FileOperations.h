@@ -10,7 +10,7 @@
 
 class OpenDialogs;
 
-// The public verbs: each checks its request and starts a worker on its twin with the underscore.
+// The public verbs: each checks its request at the door and hands it to a worker.
 // Main thread.
 class FileOperations : public OperationDesk {
 public:
@@ -33,7 +33,8 @@ public:
     void archiveItems(const QStringList &paths, const QString &destination,
                       const QString &archiveName) override;
     void unpackArchive(const QString &archive, const QString &destination) override;
-    void updateFileLists(const OperationRecord &record) override;
+    // Lists again what the operation touched and selects where the user expects it.
+    void updateFileLists(const OperationRecord &record);
 
     // Brings back what an earlier run of the program, ended by force, had set aside.
     void settleInterruptedWork();
@@ -47,11 +48,16 @@ public:
 private:
     void cancelThread(const NoPayload &);
     void cancelArchiving(const NoPayload &);
-    void runCopyMove(const OperationRequest &request, Operation operation);
+    void startCopyMove(const OperationRequest &request, Operation operation);
+    // The spinner goes on where the worker of a copy or move begins and off where its record comes
+    // back; the others never turn it on, and must not turn off what a copy still needs.
+    void start(Operation operation, std::function<void(OperationRecord &)> body);
+    void threadWillExit(const OperationRecord &record);
+    static bool spins(Operation operation);
 
     Alerts &alerts;
     Workspace &workspace;
-    PaneWindow *windowController = nullptr;
+    PaneWindow *windowController = nullptr; // the application's
     CopyMove _copyMove;
     SingleSteps _singleSteps;
     PaneRefresh _refresh;

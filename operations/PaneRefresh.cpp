@@ -22,8 +22,7 @@ void PaneRefresh::postDirectoryChangedNotification(Side side, const QString &pat
 
 void PaneRefresh::postCurrent(Side side)
 {
-    postDirectoryChangedNotification(side,
-                                     windowController->getCurrentPathFromSegmentedControl(side));
+    postDirectoryChangedNotification(side, mainModel->folder(side));
 }
 
 void PaneRefresh::selectRowIndex(int row, PaneTable &table)
@@ -44,7 +43,7 @@ void PaneRefresh::updateFileLists(const OperationRecord &record)
 {
     if (record.operation == Operation::Archive) {
         for (const Side side : { Side::Left, Side::Right })
-            if (windowController->getCurrentPathFromSegmentedControl(side) == record.item)
+            if (mainModel->folder(side) == record.item)
                 postDirectoryChangedNotification(side, record.item);
         return;
     }
@@ -53,8 +52,7 @@ void PaneRefresh::updateFileLists(const OperationRecord &record)
     const Side focus = responder ? responder->side() : Side::Left;
     PaneTable &active = windowController->getTableView(focus);
     PaneTable &other = windowController->getTableView(otherSide(focus));
-    const bool sameFolder = windowController->getCurrentPathFromSegmentedControl(Side::Left)
-        == windowController->getCurrentPathFromSegmentedControl(Side::Right);
+    const bool sameFolder = mainModel->panesShowSameFolder();
     const int activeRow = firstRow(active.selectedRows());
     const int otherRow = firstRow(other.selectedRows());
 

@@ -34,6 +34,7 @@ private:
     void postCurrent(Side side);
 
     MessageBus &bus;
+    // The application's own, as the bus.
     MainModel *mainModel = nullptr;
     PaneWindow *windowController = nullptr;
 };

@@ -20,7 +20,7 @@ SingleSteps::SingleSteps(Alerts &alertsToAsk, Programs &programsToRun, Workspace
 {
 }
 
-void SingleSteps::newFolder(const AcceptedRequest &request,
+void SingleSteps::newFolder(const OperationRequest &request,
                             OperationRecord &record) // worker thread
 {
     const QString name = request.items.value(0);
@@ -29,7 +29,7 @@ void SingleSteps::newFolder(const AcceptedRequest &request,
         alerts.ask(Alert::error(localized("Cannot create folder!")));
 }
 
-void SingleSteps::renameItem(const AcceptedRequest &request,
+void SingleSteps::renameItem(const OperationRequest &request,
                              OperationRecord &record) // worker thread
 {
     record.item = request.destination;
@@ -41,7 +41,7 @@ void SingleSteps::renameItem(const AcceptedRequest &request,
         alerts.ask(Alert::error(localized("Rename failed!")));
 }
 
-bool SingleSteps::moveAllToTrash(const AcceptedRequest &request)
+bool SingleSteps::moveAllToTrash(const OperationRequest &request) // worker thread
 {
     // Nothing moves when one of them must not: the set succeeds or fails as one.
     for (const QString &name : request.items) {
@@ -56,13 +56,13 @@ bool SingleSteps::moveAllToTrash(const AcceptedRequest &request)
     return true;
 }
 
-void SingleSteps::deleteItems(const AcceptedRequest &request) // worker thread
+void SingleSteps::deleteItems(const OperationRequest &request) // worker thread
 {
     if (!moveAllToTrash(request))
         alerts.ask(Alert::error(localized("Delete failed!")));
 }
 
-void SingleSteps::createAlias(const AcceptedRequest &request) // worker thread
+void SingleSteps::createAlias(const OperationRequest &request) // worker thread
 {
     for (const QString &name : request.items) {
         const QString source = PathText::joined(request.source, name);

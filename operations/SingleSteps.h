@@ -1,7 +1,7 @@
 #pragma once
 
 #include "model/OperationRecord.h"
-#include "operations/RequestValidation.h"
+#include "model/OperationRequest.h"
 
 class Alerts;
 class CopyMove;
@@ -14,14 +14,14 @@ class SingleSteps final {
 public:
     SingleSteps(Alerts &alerts, Programs &programs, Workspace &workspace, CopyMove &copyMove);
 
-    void newFolder(const AcceptedRequest &request, OperationRecord &record);
-    void renameItem(const AcceptedRequest &request, OperationRecord &record);
-    void deleteItems(const AcceptedRequest &request);
-    void createAlias(const AcceptedRequest &request);
+    void newFolder(const OperationRequest &request, OperationRecord &record);
+    void renameItem(const OperationRequest &request, OperationRecord &record);
+    void deleteItems(const OperationRequest &request);
+    void createAlias(const OperationRequest &request);
     void duplicateItem(const QString &source, const QString &destination);
 
 private:
-    bool moveAllToTrash(const AcceptedRequest &request);
+    bool moveAllToTrash(const OperationRequest &request);
 
     Alerts &alerts;
     Programs &programs;

@@ -5,12 +5,15 @@
 
 #include <QAbstractEventDispatcher>
 #include <QEventLoop>
+#include <QLoggingCategory>
 #include <QThread>
 
 #include <memory>
 #include <utility>
 
 namespace {
+
+Q_LOGGING_CATEGORY(log, "twinleaf.operations")
 
 // Not a QEventLoop: QCoreApplication::exit ends those at once, also one that begins after it, and
 // the workers must be served until they have ended.
@@ -82,6 +85,7 @@ void Workers::drain()
 
 void Workers::handOver(const OperationRecord &record)
 {
+    qCDebug(log) << operationWord(record.operation) << record.item;
     _ended.append(record);
     settleEnded();
 }

@@ -4,9 +4,8 @@
 #include "files/PathText.h"
 #include "files/SameFile.h"
 #include "model/MainModel.h"
+#include "model/OperationAlerts.h"
 #include "model/OperationDesk.h"
-#include "model/PaneWindow.h"
-#include "platform/Alerts.h"
 #include "views/DropDecision.h"
 #include "views/PaneTableView.h"
 
@@ -21,7 +20,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int EdgeHeight = 16;
+constexpr int EdgeHeight = 16; // pixels
 constexpr auto EdgePause = std::chrono::milliseconds(60); // a row each time
 
 const QString UriList = u"text/uri-list"_s;
@@ -55,26 +54,21 @@ Qt::DropAction shownAction(const QDropEvent &event)
     return shown & DragOperation::Move ? Qt::MoveAction : Qt::IgnoreAction;
 }
 
-QString confirmationText(DropDecision::Work work)
+Alert confirmation(DropDecision::Work work)
 {
-    switch (work) {
-    case DropDecision::Work::Alias:
-        return localized("Are you sure that you want to create an alias from this item(s)?");
-    case DropDecision::Work::Copy:
-        return localized("Are you sure that you want to copy the item(s)?");
-    case DropDecision::Work::Move:
-        break;
-    }
-    return localized("Are you sure that you want to move the item(s)?");
+    if (work == DropDecision::Work::Alias)
+        return Alert::question(
+            localized("Are you sure that you want to create an alias from this item(s)?"));
+    return OperationAlerts::areYouSure(work == DropDecision::Work::Copy ? Operation::Copy
+                                                                        : Operation::Move);
 }
 
 } // namespace
 
-PaneDragAndDrop::PaneDragAndDrop(PaneTableView &table, const MainModel &model, PaneWindow &window,
-                                 OperationDesk &desk, Alerts &alertsToAsk)
+PaneDragAndDrop::PaneDragAndDrop(PaneTableView &table, const MainModel &model, OperationDesk &desk,
+                                 Alerts &alertsToAsk)
     : fileList(table)
     , mainModel(model)
-    , windowController(window)
     , twinleaf(desk)
     , alerts(alertsToAsk)
 {
@@ -110,9 +104,7 @@ void PaneDragAndDrop::startDrag()
 QString PaneDragAndDrop::destinationOf(int row) const
 {
     const Listing &listing = mainModel.rows(fileList.side());
-    if (listing.isEmpty())
-        return windowController.getCurrentPathFromSegmentedControl(fileList.side());
-    return listing[listing.holds(row) ? row : 0].path();
+    return listing.holds(row) ? listing[row].path() : mainModel.folder(fileList.side());
 }
 
 bool PaneDragAndDrop::acceptDrop(const QStringList &paths, int row, int mask, bool fromOutside)
@@ -130,26 +122,26 @@ bool PaneDragAndDrop::acceptInto(const QString &destination, const QStringList &
         });
     if (isOwnFolder) {
         if (mask & DragOperation::Copy)
-            alerts.ask(
-                Alert::error(localized("Item(s) cannot copied in itself!"), localized("Ok")));
+            alerts.ask(OperationAlerts::intoItself(Operation::Copy));
         if (mask & DragOperation::Move)
-            alerts.ask(Alert::error(localized("Item(s) cannot moved in itself!"), localized("Ok")));
+            alerts.ask(OperationAlerts::intoItself(Operation::Move));
         return false;
     }
     const auto work = DropDecision::workOfMask(mask);
     if (!work)
         return false;
-    if (mainModel.confirmationForFileOperations()
-        && alerts.ask(Alert::question(confirmationText(*work))) != Alert::Yes)
+    if (mainModel.confirmationForFileOperations() && alerts.ask(confirmation(*work)) != Alert::Yes)
         return false;
 
     const auto update = fromOutside         ? UpdateBoth::DragDropFinder
         : *work == DropDecision::Work::Move ? UpdateBoth::DragDropMove
                                             : UpdateBoth::DragDropCopy;
     for (const DroppedItems &items : folders) {
-        const OperationRequest request =
-            operationRequest(fileList.side(), items.source, destination, items.names, update);
-        windowController.setProgressIndicator(true);
+        const OperationRequest request { .source = items.source,
+                                         .destination = destination,
+                                         .items = items.names,
+                                         .side = fileList.side(),
+                                         .updateBoth = update };
         switch (*work) {
         case DropDecision::Work::Alias:
             twinleaf.createAlias(request);

@@ -8,7 +8,6 @@ class Alerts;
 class MainModel;
 class OperationDesk;
 class PaneTableView;
-class PaneWindow;
 class QDragMoveEvent;
 class QDropEvent;
 class QMimeData;
@@ -19,8 +18,8 @@ class PaneDragAndDrop final : public QObject {
     Q_OBJECT
 
 public:
-    PaneDragAndDrop(PaneTableView &fileList, const MainModel &mainModel, PaneWindow &window,
-                    OperationDesk &twinleaf, Alerts &alerts);
+    PaneDragAndDrop(PaneTableView &fileList, const MainModel &mainModel, OperationDesk &twinleaf,
+                    Alerts &alerts);
 
     // Kept: ".." is not left out; dragging it drags the listed folder itself.
     QMimeData *writeRows(const QList<int> &rows) const;
@@ -45,11 +44,10 @@ private:
 
     PaneTableView &fileList;
     const MainModel &mainModel;
-    PaneWindow &windowController;
     OperationDesk &twinleaf;
     Alerts &alerts;
     // Of the drag that is over the pane.
     bool _dragHoldsFiles = false;
-    int _dragY = 0;
+    int _dragY = 0; // pixels from the viewport's upper edge
     QTimer _edgeScroll;
 };

@@ -69,7 +69,7 @@ QVariant PaneTableModel::data(const QModelIndex &index, int role) const
     case Qt::DisplayRole:
         return column == Column::Icon ? QVariant() : text(rows()[index.row()], column);
     case Qt::DecorationRole:
-        return column == Column::Icon ? QVariant(icon(rows()[index.row()])) : QVariant();
+        return column == Column::Icon ? QVariant(rows()[index.row()].icon()) : QVariant();
     case Qt::TextAlignmentRole:
         return QVariant(alignment(column));
     case Qt::AccessibleTextRole:
@@ -127,15 +127,6 @@ QString PaneTableModel::text(const Entry &entry, Column column) const
         break;
     }
     return {};
-}
-
-QIcon PaneTableModel::icon(const Entry &entry) const
-{
-    if (mainModel.showSpecifiedIcons())
-        return entry.icon();
-    if (entry.isParent())
-        return {};
-    return entry.isFolder() ? _kinds.genericFolderIcon() : _kinds.genericDocumentIcon();
 }
 
 Qt::Alignment PaneTableModel::alignment(Column column) const

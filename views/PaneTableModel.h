@@ -2,7 +2,6 @@
 
 #include "model/Listing.h"
 #include "model/Side.h"
-#include "widgets/FileKinds.h"
 
 #include <QAbstractTableModel>
 #include <QVariantMap>
@@ -34,13 +33,11 @@ public:
 
 private:
     QString text(const Entry &entry, Column column) const;
-    QIcon icon(const Entry &entry) const;
     Qt::Alignment alignment(Column column) const;
 
     const Side _side;
     const MainModel &mainModel;
     const UserDefaults &defaults;
-    FileKinds _kinds;
     QString _dateFormat;
     QVariantMap _dateLocale;
     Qt::Alignment _dateAlignment = Qt::AlignLeft;

@@ -130,9 +130,7 @@ void PaneTableView::post(const Message<ItemRequest> &message, const RowSet &rows
 
 bool PaneTableView::isOnItem() const
 {
-    // Row 0 is "..", which no command may touch.
-    const int row = selectedRow();
-    return row != 0 && row != -1;
+    return isItemRow(selectedRow());
 }
 
 void PaneTableView::copyItemClicked()

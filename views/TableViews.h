@@ -26,7 +26,7 @@ public:
     // Sides differ: with nothing selected the right pane still asks, for row -1.
     void showInfoClicked() override
     {
-        if (selectedRow() != 0)
+        if (selectedRow() != ParentRow)
             post(ShowInfo, { selectedRow() });
     }
 };

@@ -46,7 +46,7 @@ void FolderSize::showFolderSize(Side side, const RowsOfPane &asked)
 {
     const Listing &listing = mainModel.rows(side);
     const RowSet rows = currentRows(asked.rows, asked.seen, listing);
-    if (rows.isEmpty() || rows.first() == 0)
+    if (rows.isEmpty() || !isItemRow(rows.first()))
         return;
     const QString path = listing[rows.first()].path();
     if (!queries.isPackage(path))

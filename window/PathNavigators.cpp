@@ -58,11 +58,11 @@ void PathNavigators::setupPathNavigators()
 
 void PathNavigators::setPathNavigator(Side side, const FolderChange &change)
 {
-    const QString path = change.path.isEmpty() ? PathText::homeFolder() : change.path;
+    // The pane model has listed it: it is the first that hears of a change.
+    const QString path = mainModel.folder(side);
     const QStringList components = PathText::components(queries.getLocalizedPath(path));
     const int count = int(components.size());
     SegmentedControl &navigator = control(side);
-    _navigatorPath[side] = path;
 
     const bool up = change.item == u".."_s;
     const bool grow = change.item && !up && FileQueries::isStringInSubstring(path, *change.item)
@@ -97,7 +97,7 @@ QString PathNavigators::getCurrentNavigatorPath(Side side) const
 {
     const SegmentedControl &navigator = control(side);
     const int end = std::min(navigator.selectedSegment() + 1, navigator.segmentCount());
-    return PathText::fromComponents(PathText::components(_navigatorPath[side]).mid(0, end));
+    return PathText::fromComponents(PathText::components(mainModel.folder(side)).mid(0, end));
 }
 
 int PathNavigators::getSelectedSegmentFromSegmentedControl(Side side) const

@@ -9,8 +9,8 @@ class FileQueries;
 class MainModel;
 class UserDefaults;
 
-// The path navigators over the panes. They follow the folder-changed messages and keep each pane's
-// path, which the rest of the window takes as its current folder.
+// The path navigators over the panes. They follow the folder-changed messages and remember how deep
+// each pane has been.
 class PathNavigators final : public QObject {
     Q_OBJECT
 
@@ -24,7 +24,6 @@ public:
     void setPathNavigator(Side side, const FolderChange &change);
     void pathNavigatorClicked(Side side);
 
-    QString navigatorPath(Side side) const { return _navigatorPath[side]; }
     // The longest path whose components the segments still show.
     QString completeNavigatorPath(Side side) const { return _completeNavigatorPath[side]; }
     // The path up to the selected segment: what is remembered for the next start.
@@ -44,6 +43,5 @@ private:
     const MainModel &mainModel;
     const FileQueries &queries;
     const UserDefaults &defaults;
-    PerSide<QString> _navigatorPath;
     PerSide<QString> _completeNavigatorPath;
 };

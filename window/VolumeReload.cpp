@@ -2,13 +2,15 @@
 
 #include "base/Localized.h"
 #include "files/PathText.h"
+#include "model/MainModel.h"
 #include "platform/OpenDialogs.h"
 #include "platform/Workspace.h"
 #include "window/PathNavigators.h"
 
-VolumeReload::VolumeReload(const PathNavigators &pathNavigators, const Workspace &desktop,
-                           OpenDialogs &dialogs, MessageBus &messages)
-    : navigators(pathNavigators)
+VolumeReload::VolumeReload(const MainModel &model, const PathNavigators &pathNavigators,
+                           const Workspace &desktop, OpenDialogs &dialogs, MessageBus &messages)
+    : mainModel(model)
+    , navigators(pathNavigators)
     , workspace(desktop)
     , openDialogs(dialogs)
     , bus(messages)
@@ -28,5 +30,5 @@ void VolumeReload::reloadFileListsForVolumes()
     const int segment = int(PathText::components(workspace.volumesFolder()).size()) - 1;
     for (const Side side : { Side::Left, Side::Right })
         if (navigators.control(side).label(segment) == localized("Volumes"))
-            bus.post(DirectoryChanged[side], { .path = navigators.navigatorPath(side) });
+            bus.post(DirectoryChanged[side], { .path = mainModel.folder(side) });
 }

@@ -2,6 +2,7 @@
 
 #include <QObject>
 
+class MainModel;
 class MessageBus;
 class OpenDialogs;
 class PathNavigators;
@@ -12,8 +13,8 @@ class VolumeReload final : public QObject {
     Q_OBJECT
 
 public:
-    VolumeReload(const PathNavigators &navigators, const Workspace &workspace,
-                 OpenDialogs &openDialogs, MessageBus &bus);
+    VolumeReload(const MainModel &mainModel, const PathNavigators &navigators,
+                 const Workspace &workspace, OpenDialogs &openDialogs, MessageBus &bus);
 
     void volumeDidMount() { reloadFileListsForVolumes(); }
     void volumeDidUnmount() { reloadFileListsForVolumes(); }
@@ -21,6 +22,7 @@ public:
 private:
     void reloadFileListsForVolumes();
 
+    const MainModel &mainModel;
     const PathNavigators &navigators;
     const Workspace &workspace;
     OpenDialogs &openDialogs;

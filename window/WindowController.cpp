@@ -104,7 +104,7 @@ std::optional<Side> WindowController::activeSide() const
 QString WindowController::getCurrentPath() const
 {
     const auto side = activeSide();
-    return side ? navigators.navigatorPath(*side) : QString();
+    return side ? mainModel.folder(*side) : QString();
 }
 
 PaneTable &WindowController::getTableView(Side side)
@@ -126,7 +126,7 @@ PaneTable *WindowController::getOtherResponderTableView()
 
 QString WindowController::getCurrentPathFromSegmentedControl(Side side) const
 {
-    return navigators.navigatorPath(side);
+    return mainModel.folder(side);
 }
 
 int WindowController::getSelectedSegmentFromSegmentedControl(Side side) const

@@ -21,7 +21,6 @@ private Q_SLOTS:
     void goingUpSelectsTheFolderLeftAndEndsAtTheRoot();
     void packagesAreEnteredInsideABundle();
     void goForwardFollowsThePath();
-    void endOfAWorker();
 };
 
 void tst_MainModel::startSortsByWhatIsStored()
@@ -68,7 +67,6 @@ void tst_MainModel::foldersOfTheStart()
     nothingStored.model.awakeFromNib();
     for (const Side side : { Side::Left, Side::Right })
         QCOMPARE(nothingStored.shown(side), PathText::homeFolder());
-    QCOMPARE(nothingStored.window.paths.left, PathText::homeFolder());
 }
 
 void tst_MainModel::optionsAreAsStored()
@@ -259,23 +257,6 @@ void tst_MainModel::goForwardFollowsThePath()
         QCOMPARE(world.model.selectedItems(Side::Left).row(world.left), way.isEmpty() ? 0 : row);
         QCOMPARE(world.model.selectedItems(Side::Left).row(world.folder.path()), 9);
     }
-}
-
-void tst_MainModel::endOfAWorker()
-{
-    PaneModelWorld world;
-    world.window.spinners = 2;
-    // A new folder and a deletion turned no spinner on, and leave that of a copy under way.
-    for (const auto &[operation, spinners] : { std::pair(Operation::NewFolder, 2),
-                                               { Operation::Copy, 1 },
-                                               { Operation::Delete, 1 },
-                                               { Operation::Move, 0 } }) {
-        world.model.threadWillExit({ operation, u"/item"_s });
-        QCOMPARE(world.window.spinners, spinners);
-        QCOMPARE(world.desk.records.last().operation, operation);
-        QCOMPARE(world.desk.records.last().item, u"/item"_s);
-    }
-    QCOMPARE(world.desk.records.size(), 4);
 }
 
 QTEST_MAIN(tst_MainModel)

@@ -14,13 +14,20 @@ struct Desk : World {
     {
         model.setWindowController(&window);
         model.setTwinleaf(&operations);
-        window.paths = { source, destination };
         operations.setMainModel(&model);
         operations.setWindowController(&window, &sheet);
         operations.setArchiveSheet(&archiveSheet);
         bus.subscribe(DirectoryChanged, this, &Desk::note);
+        show(source, destination);
     }
     ~Desk() { bus.unsubscribe(this); }
+    void show(const QString &left, const QString &right)
+    {
+        window.paths = { left, right };
+        for (const Side side : { Side::Left, Side::Right })
+            bus.post(DirectoryChanged[side], { window.paths[side] });
+        listed.clear();
+    }
     void note(Side side, const FolderChange &change)
     {
         window.tables[side].rows = int(model.rows(side).size());
@@ -28,11 +35,11 @@ struct Desk : World {
                       + PathText::lastComponent(change.path));
     }
 
+    QStringList listed;
     MessageBus bus;
     Launching launching { workspace, alerts };
     MainModel model { bus, defaults, alerts, queries, launching, kinds };
     PaneWindowStub window;
     ArchiveSheetStub archiveSheet;
     FileOperations operations { bus, alerts, programs, workspace, queries, dates, openDialogs };
-    QStringList listed;
 };

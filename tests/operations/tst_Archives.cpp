@@ -213,8 +213,7 @@ void tst_Archives::onlyPanesThatShowTheFolderAreListedAgain()
 {
     ArchiveDesk desk(u"from/x=x"_s);
     const auto listedWith = [&](const QString &left, const QString &right) {
-        desk.window.paths = { left, right };
-        desk.listed.clear();
+        desk.show(left, right);
         desk.pack({ u"x"_s }, u"a"_s);
         return desk.listed;
     };

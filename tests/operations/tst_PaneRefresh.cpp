@@ -12,13 +12,10 @@ struct Panes : Desk {
     explicit Panes(std::optional<Side> focus, bool sameFolder)
         : Desk(u"from/a, from/b, from/c, from/d, to/a, to/b, to/c, to/d"_s)
     {
-        window.paths = { source, sameFolder ? source : destination };
         window.focus = focus;
-        for (const Side side : { Side::Left, Side::Right })
-            bus.post(DirectoryChanged[side], { window.paths[side] });
+        show(source, sameFolder ? source : destination);
         active().selectRows({ 2, 3 });
         other().selectRows({ 1, 4 });
-        listed.clear();
     }
 
     Side side() const { return window.focus.value_or(Side::Left); }
@@ -81,7 +78,7 @@ void tst_PaneRefresh::theOperationAndTheFocusDecideWhatIsListedAndSelected()
     using Focus = std::optional<Side>;
     for (const Focus focus : { Focus(Side::Left), Focus(Side::Right), Focus() }) {
         Panes panes(focus, sameFolder);
-        const QString item = panes.window.paths[panes.side()] + u"/bb"_s;
+        const QString item = panes.model.folder(panes.side()) + u"/bb"_s;
         makeTree(panes.folder, u"from/bb, to/bb"_s);
         panes.operations.updateFileLists({ operation, item });
         const int row = panes.model.getRowFromValueInFileList(panes.side(), item);
@@ -107,9 +104,11 @@ void tst_PaneRefresh::aDropFromOutsideIsListedWhereItLanded()
         Panes panes(Side::Left, false);
         panes.folder.makeFolder(u"outside"_s);
         panes.folder.write(u"outside/new"_s);
-        panes.operations.copyItems(operationRequest(dropped, panes.folder.path(u"outside"_s),
-                                                    panes.window.paths[dropped], { u"new"_s },
-                                                    update));
+        panes.operations.copyItems({ panes.folder.path(u"outside"_s),
+                                     panes.model.folder(dropped),
+                                     { u"new"_s },
+                                     dropped,
+                                     update });
         panes.operations.drain();
         QCOMPARE(panes.posted(), posted);
         if (update == UpdateBoth::DragDropFinder)

@@ -10,17 +10,21 @@ class tst_RequestValidation : public QObject {
 private Q_SLOTS:
     void theFirstFaultIsLoggedAndRefuses_data();
     void theFirstFaultIsLoggedAndRefuses();
-    void bothSpellingsOfASideAreAccepted();
+    void everyWordOfAnEntryIsAccepted();
 };
 
 namespace {
 
-OperationRequest with(const QString &key, const QVariant &value)
+const OperationRequest valid { u"/a"_s, u"/b"_s, { u"x"_s }, Side::Left, UpdateBoth::Yes };
+
+OperationRequest with(const QString &source, const QString &destination)
 {
-    OperationRequest request =
-        operationRequest(Side::Left, u"/a"_s, u"/b"_s, { u"x"_s }, UpdateBoth::Yes);
-    request.insert(key, value);
-    return request;
+    return { source, destination, valid.items, valid.side, valid.updateBoth };
+}
+
+OperationRequest with(const SideEntry &side, const UpdateBothEntry &updateBoth)
+{
+    return { valid.source, valid.destination, valid.items, side, updateBoth };
 }
 
 } // namespace
@@ -32,20 +36,17 @@ void tst_RequestValidation::theFirstFaultIsLoggedAndRefuses_data()
     const auto row = [](const char *name, const OperationRequest &request, const char *line) {
         QTest::newRow(name) << request << QByteArray("performFileOperation dictionary ") + line;
     };
-    using RequestKey::Destination, RequestKey::Items, RequestKey::Source;
-    row("no side", operationRequest({}, u"/a"_s, u"/b"_s, {}, UpdateBoth::Yes), "count != 5!");
-    row("six entries", with(u"Operation"_s, u"x"_s), "count != 5!");
-    row("empty source", with(Source, u""_s), "value for key 'Source' is empty!");
-    row("source is destination", with(Destination, u"/a"_s),
+    row("no side", with(SideEntry(), UpdateBoth::Yes), "count != 5!");
+    row("nothing at all", {}, "count != 5!");
+    row("empty source", with(u""_s, u"/b"_s), "value for key 'Source' is empty!");
+    row("source is destination", with(u"/a"_s, u"/a"_s),
         "value for key 'Source' is equal to value for key 'Destination'!");
-    row("items no array of names", with(Items, QVariantList { u"x"_s }),
-        "value for key 'Items' isn't a NSArray!");
-    row("empty side", with(RequestKey::Side, u""_s), "value for key 'Side' is empty!");
-    row("capitals", with(RequestKey::Side, u"LEFT"_s),
+    row("empty side", with(SideEntry(u""_s), UpdateBoth::Yes), "value for key 'Side' is empty!");
+    row("capitals", with(SideEntry(u"LEFT"_s), UpdateBoth::Yes),
         "value for key 'Side' is not 'Left', 'left' or 'Right', 'right'!");
-    row("empty update", with(RequestKey::UpdateBoth, u""_s),
+    row("empty update", with(Side::Left, UpdateBothEntry(u""_s)),
         "value for key 'UpdateBoth' is empty!");
-    row("unknown update", with(RequestKey::UpdateBoth, u"yes"_s),
+    row("unknown update", with(Side::Left, UpdateBothEntry(u"yes"_s)),
         "value for key 'UpdateBoth' is not 'YES', 'NO', 'DragDropCopy', 'DragDropMove' or "
         "'DragDropFinder'!");
 }
@@ -55,13 +56,21 @@ void tst_RequestValidation::theFirstFaultIsLoggedAndRefuses()
     QFETCH(OperationRequest, request);
     QFETCH(QByteArray, line);
     QTest::ignoreMessage(QtWarningMsg, line.constData());
-    QVERIFY(!acceptRequest(request));
+    QVERIFY(!isPerformFileOperationDictionaryValid(request));
 }
 
-void tst_RequestValidation::bothSpellingsOfASideAreAccepted()
+void tst_RequestValidation::everyWordOfAnEntryIsAccepted()
 {
-    QCOMPARE(acceptRequest(with(RequestKey::Side, u"Left"_s))->side, Side::Left);
-    QCOMPARE(acceptRequest(with(RequestKey::Side, u"right"_s))->side, Side::Right);
+    for (const auto &[word, side] : { std::pair(u"Left"_s, Side::Left),
+                                      { u"left"_s, Side::Left },
+                                      { u"Right"_s, Side::Right },
+                                      { u"right"_s, Side::Right } }) {
+        QCOMPARE(SideEntry(word).value(), side);
+        QVERIFY(isPerformFileOperationDictionaryValid(with(SideEntry(word), UpdateBoth::No)));
+    }
+    for (const QString &word :
+         { u"YES"_s, u"NO"_s, u"DragDropCopy"_s, u"DragDropMove"_s, u"DragDropFinder"_s })
+        QVERIFY(isPerformFileOperationDictionaryValid(with(Side::Left, UpdateBothEntry(word))));
 }
 
 QTEST_GUILESS_MAIN(tst_RequestValidation)

@@ -14,26 +14,21 @@ public:
     void createAlias(const OperationRequest &request) override { keep("alias", request); }
     void duplicateItem(const QString &source, const QString &destination) override
     {
-        keep("duplicate",
-             { { RequestKey::Source, source }, { RequestKey::Destination, destination } });
+        keep("duplicate", { .source = source, .destination = destination });
     }
     void archiveItems(const QStringList &paths, const QString &destination,
                       const QString &archiveName) override
     {
         keep("archive",
-             { { RequestKey::Items, paths },
-               { RequestKey::Destination, PathText::joined(destination, archiveName) } });
+             { .destination = PathText::joined(destination, archiveName), .items = paths });
     }
     void unpackArchive(const QString &archive, const QString &destination) override
     {
-        keep("unpack",
-             { { RequestKey::Source, archive }, { RequestKey::Destination, destination } });
+        keep("unpack", { .source = archive, .destination = destination });
     }
-    void updateFileLists(const OperationRecord &record) override { records.append(record); }
 
     QStringList verbs;
     QList<OperationRequest> requests;
-    QList<OperationRecord> records;
 
 private:
     void keep(const char *verb, const OperationRequest &request)

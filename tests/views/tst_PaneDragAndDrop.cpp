@@ -16,7 +16,7 @@ namespace {
 // Both panes on one folder of a file and a folder, with drops into the left one.
 struct World : PanesOnFolder {
     RecordedDesk desk;
-    PaneDragAndDrop drops { left, model, *this, desk, alerts };
+    PaneDragAndDrop drops { left, model, desk, alerts };
 
     World()
         : PanesOnFolder({ u"a file"_s })
@@ -34,7 +34,7 @@ struct World : PanesOnFolder {
     {
         QStringList words = desk.verbs;
         for (const OperationRequest &request : desk.requests)
-            words.append(request[RequestKey::UpdateBoth].toString());
+            words.append(updateBothWord(*request.updateBoth.value()));
         return words.join(u' ');
     }
 };
@@ -89,7 +89,7 @@ void tst_PaneDragAndDrop::theRowDecidesTheDestination()
     };
     for (const auto &[row, destination] : rows) {
         world.drops.acceptDrop({ u"/elsewhere/x"_s }, row, DragOperation::Copy, false);
-        QCOMPARE(world.desk.requests.last()[RequestKey::Destination], destination);
+        QCOMPARE(world.desk.requests.last().destination, destination);
     }
 }
 
@@ -127,8 +127,7 @@ void tst_PaneDragAndDrop::itemsOfSeveralFoldersAreSeveralRequests()
     world.drop({ u"/b/1"_s, u"/a/2"_s, u"/b/3"_s }, DragOperation::Copy, true);
     QStringList asked;
     for (const OperationRequest &request : std::as_const(world.desk.requests))
-        asked += request[RequestKey::Side].toString() + request[RequestKey::Source].toString()
-            + u':' + request[RequestKey::Items].toStringList().join(u',');
+        asked += sideWord(*request.side.value()) + request.source + u':' + request.items.join(u',');
     QCOMPARE(asked, QStringList({ u"Left/b:1,3"_s, u"Left/a:2"_s }));
 }
 

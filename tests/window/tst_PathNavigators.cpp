@@ -63,7 +63,7 @@ void tst_PathNavigators::segmentsStayUntilTheFolderLeavesTheirPath()
         for (const auto &step : steps) {
             world.show(side, step.path, step.item);
             QCOMPARE(world.segments(side), step.segments);
-            QCOMPARE(world.navigators.navigatorPath(side), world.folder.path(step.path));
+            QCOMPARE(world.shown(side), world.folder.path(step.path));
             QCOMPARE(world.navigators.completeNavigatorPath(side),
                      world.folder.path(QString(step.segments).remove(u'[').remove(u']')));
         }
@@ -91,7 +91,7 @@ void tst_PathNavigators::aClickGoesToThePathOfTheSegment()
     control.resize(2000, 30);
     const auto click = [&](int segment) {
         QTest::mouseClick(&control, Qt::LeftButton, {}, control.segmentRect(segment).center());
-        return world.navigators.navigatorPath(Side::Left);
+        return world.shown(Side::Left);
     };
     QCOMPARE(click(control.segmentCount() - 2), world.folder.path(odd));
     QCOMPARE(click(0), u"/"_s);
@@ -99,7 +99,7 @@ void tst_PathNavigators::aClickGoesToThePathOfTheSegment()
     // By the keyboard: to the end of the path, which is still there.
     for (const auto key : { Qt::Key_End, Qt::Key_Return })
         QTest::keyClick(&control, key);
-    QCOMPARE(world.navigators.navigatorPath(Side::Left), world.folder.path(odd + u"/C"_s));
+    QCOMPARE(world.shown(Side::Left), world.folder.path(odd + u"/C"_s));
 }
 
 void tst_PathNavigators::aNarrowBarKeepsTheShownFolderReadable()
