@@ -7,7 +7,6 @@
 #include "model/MainModel.h"
 #include "model/PaneWindow.h"
 #include "settings/CalendarFormat.h"
-#include "settings/SettingsKeys.h"
 #include "settings/UserDefaults.h"
 
 #include <algorithm>
@@ -40,12 +39,8 @@ SelectionCommands::~SelectionCommands()
 
 RowMatching::DateToText SelectionCommands::dateText() const
 {
-    const Settings::Key key =
-        mainModel.useLongDateFormat() ? Settings::TimeDateFormat : Settings::ShortTimeDateFormat;
-    return [format = defaults.string(key).value_or(QString()),
-            locale = defaults.dictionaryRepresentation()](const QDateTime &date) {
-        return CalendarFormat::text(date, format, locale);
-    };
+    return [format = mainModel.dateFormat(), locale = defaults.dictionaryRepresentation()](
+               const QDateTime &date) { return CalendarFormat::text(date, format, locale); };
 }
 
 void SelectionCommands::show(PaneTable &list, int row)

@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr qint64 MostBytes = 65536;
+constexpr qint64 MostBytes = 65536; // what is read of a file
 
 } // namespace
 

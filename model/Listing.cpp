@@ -3,7 +3,6 @@
 #include "files/FileName.h"
 #include "files/PathText.h"
 #include "model/ListingData.h"
-#include "model/ListingReader.h"
 #include "model/Sorting.h"
 
 #include <algorithm>
@@ -50,11 +49,6 @@ Listing::Listing()
 Listing::Listing(std::shared_ptr<const ListingData> data)
     : _data(std::move(data))
 {
-}
-
-Listing Listing::read(const QString &folder, const ListingOptions &options, const FileKinds &kinds)
-{
-    return Listing(readListing(folder, options, kinds));
 }
 
 Listing Listing::sorted(Column column, SortDirection direction) const

@@ -23,7 +23,7 @@ public:
     Listing(); // no rows, no folder
 
     // Reads a folder: one pass, each entry looked at through the folder's descriptor. A folder that
-    // cannot be read gives only the row "..".
+    // cannot be read, or whose server does not answer, gives only the row "..".
     static Listing read(const QString &folder, const ListingOptions &options,
                         const FileKinds &kinds);
 

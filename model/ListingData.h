@@ -29,7 +29,7 @@ struct ListingData {
     QString folder;
     std::shared_ptr<const std::string> names; // the raw bytes of all names
     std::vector<ListingRecord> records; // record 0 is ".."
-    const FileKinds *kinds = nullptr;
+    const FileKinds *kinds = nullptr; // the application's
     bool specifiedIcons = true;
     quint64 generation = 0;
 

@@ -1,4 +1,4 @@
-#include "model/ListingReader.h"
+#include "model/Listing.h"
 
 #include "files/DirectoryReader.h"
 #include "files/FileName.h"
@@ -18,7 +18,7 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr size_t ChunkSize = 1000; // records; a thread for fewer costs more than it saves
-constexpr size_t MostThreads = 4;
+constexpr size_t MostThreads = 4; // more wait for the same disk
 constexpr auto ServerPatience = 3s;
 
 // A server that is gone keeps every call waiting; the window must not wait with it.
@@ -30,10 +30,11 @@ bool answers(const QString &folder)
         return true;
     auto answered = std::make_shared<std::promise<void>>();
     auto future = answered->get_future();
-    std::thread([folder, answered] {
+    std::thread([folder, answered] { // worker thread
         fileStatus(folder, Links::Follow);
         answered->set_value();
-    }).detach();
+    })
+        .detach();
     return future.wait_for(ServerPatience) == std::future_status::ready;
 }
 
@@ -70,7 +71,7 @@ void Reading::readNames()
 
 // Looks at the items of one chunk; the threads share nothing that they write. What stands before
 // the names for calls that take a path: nothing in the folder itself.
-void Reading::look(size_t first, size_t last, const QByteArray &folderOfNames)
+void Reading::look(size_t first, size_t last, const QByteArray &folderOfNames) // worker thread
 {
     QByteArray path = folderOfNames;
     const Links links = options.traverseLinks ? Links::Follow : Links::NoFollow;
@@ -149,8 +150,7 @@ ListingRecord parentRecord(const QString &folder, const ListingOptions &options,
 
 } // namespace
 
-std::shared_ptr<const ListingData> readListing(const QString &folder, const ListingOptions &options,
-                                               const FileKinds &kinds)
+Listing Listing::read(const QString &folder, const ListingOptions &options, const FileKinds &kinds)
 {
     auto data = std::make_shared<ListingData>();
     data->folder = folder;
@@ -179,5 +179,5 @@ std::shared_ptr<const ListingData> readListing(const QString &folder, const List
         }
     }
     data->names = std::make_shared<const std::string>(std::move(reading.names));
-    return data;
+    return Listing(std::move(data));
 }

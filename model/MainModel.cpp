@@ -3,9 +3,9 @@
 #include "base/Localized.h"
 #include "model/CoreDumps.h"
 #include "model/FileQueries.h"
+#include "model/PaneSettings.h"
 #include "model/PaneWindow.h"
 #include "platform/Alerts.h"
-#include "settings/SettingsKeys.h"
 #include "settings/UserDefaults.h"
 
 MainModel::MainModel(MessageBus &messages, UserDefaults &userDefaults, Alerts &alertsToAsk,
@@ -45,50 +45,46 @@ void MainModel::setUserDefaultValues()
 
 void MainModel::awakeFromNib()
 {
-    struct PaneKeys {
-        Side side;
-        Settings::Key selectedItems;
-        Settings::Key lastPath;
-        Settings::Key sortedColumn;
-        Settings::Key sortingDirection;
-    };
-    const PaneKeys panes[] = {
-        { Side::Left, Settings::SelectedItemsLeft, Settings::LeftFileListLastPath,
-          Settings::LeftFileListSortedColumn, Settings::LeftFileListSortingDirection },
-        { Side::Right, Settings::SelectedItemsRight, Settings::RightFileListLastPath,
-          Settings::RightFileListSortedColumn, Settings::RightFileListSortingDirection },
-    };
     if (defaults.boolean(Settings::EnableCoreDumps).value_or(false))
         enableCoreDumps();
     setUserDefaultValues();
     setInsideBundle(false);
-    for (const PaneKeys &pane : panes) {
-        if (const auto stored = defaults.dictionary(pane.selectedItems))
-            _selectedItems[pane.side] = SelectionMemory::fromDictionary(*stored);
+    constexpr Side panes[] = { Side::Left, Side::Right };
+    for (const Side side : panes) {
+        if (const auto stored = defaults.dictionary(paneSettings(side).selectedItems))
+            _selectedItems[side] = SelectionMemory::fromDictionary(*stored);
     }
-    for (const PaneKeys &pane : panes) {
-        QString path = defaults.string(pane.lastPath).value_or(QString());
-        if (const auto &start = _startFolders[pane.side])
+    for (const Side side : panes) {
+        QString path = defaults.string(paneSettings(side).lastPath).value_or(QString());
+        if (const auto &start = _startFolders[side])
             path = start->path;
-        bus.post(DirectoryChanged[pane.side], { .path = path });
+        bus.post(DirectoryChanged[side], { .path = path });
     }
-    for (const PaneKeys &pane : panes) {
-        Column column = columnFromIdentifier(defaults.string(pane.sortedColumn).value_or(QString()))
-                            .value_or(Column::Name);
+    for (const Side side : panes) {
+        const auto stored = defaults.string(paneSettings(side).sortedColumn);
+        Column column = columnFromIdentifier(stored.value_or(QString())).value_or(Column::Name);
         if (column == Column::Icon)
             column = Column::Name; // nothing is sorted by icons
-        const bool ascending = defaults.boolean(pane.sortingDirection).value_or(false);
-        sortRowEntries(column, pane.side,
+        const bool ascending =
+            defaults.boolean(paneSettings(side).sortingDirection).value_or(false);
+        sortRowEntries(column, side,
                        ascending ? SortDirection::Ascending : SortDirection::Descending);
         // Sorting moved the rows.
-        const auto &start = _startFolders[pane.side];
+        const auto &start = _startFolders[side];
         const int row = start && !start->selectedName.isEmpty()
-            ? int(_rows[pane.side].rowOfName(start->selectedName))
+            ? int(_rows[side].rowOfName(start->selectedName))
             : ParentRow;
-        PaneTable &table = windowController->getTableView(pane.side);
+        PaneTable &table = windowController->getTableView(side);
         table.selectRow(qMax(row, ParentRow));
         table.scrollToRow(qMax(row, ParentRow));
     }
+}
+
+QString MainModel::dateFormat() const
+{
+    return defaults
+        .string(useLongDateFormat() ? Settings::TimeDateFormat : Settings::ShortTimeDateFormat)
+        .value_or(QString());
 }
 
 void MainModel::sortRowEntries(Column column, Side side, SortDirection direction)

@@ -56,6 +56,7 @@ public:
     bool showHiddenFiles() const { return _options.showHiddenFiles; }
     bool confirmationForFileOperations() const { return _options.confirmationForFileOperations; }
     bool useLongDateFormat() const { return _options.useLongDateFormat; }
+    QString dateFormat() const; // the calendar format of the "Date" columns
     bool dateRightAlignment() const { return _options.dateRightAlignment; }
     bool insideBundle() const { return _insideBundle; }
     void setInsideBundle(bool inside) { _insideBundle = inside; }

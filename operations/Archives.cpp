@@ -25,11 +25,11 @@ using namespace Qt::StringLiterals;
 namespace {
 
 // zip's own answer when it cannot write the archive.
-constexpr int CannotWrite = 15 << 8;
-constexpr int CancelledStatus = 15;
+constexpr int CannotWrite = 15 << 8; // a wait status
+constexpr int CancelledStatus = 15; // an exit status
 // The kernel's limits: one argument, and with room to spare all of them together.
-constexpr qsizetype LongestArgument = 128 * 1024 - 1;
-constexpr qsizetype LongestArguments = 1024 * 1024;
+constexpr qsizetype LongestArgument = 128 * 1024 - 1; // bytes
+constexpr qsizetype LongestArguments = 1024 * 1024; // bytes
 constexpr qsizetype ReasonLines = 6;
 
 // Whether a name means only itself to the shell, in double quotes, and to zip.
@@ -145,11 +145,12 @@ void Archives::archiveItems(const QStringList &paths, const QString &destination
     };
     for (const QString &path : paths)
         packing.names.append(PathText::lastComponent(path));
-    workers.detach(Operation::Archive, [this, packing, number](OperationRecord &record) {
-        record.item = packing.destination;
-        _archiveItems(packing);
-        closeSheet(number);
-    });
+    workers.detach(Operation::Archive,
+                   [this, packing, number](OperationRecord &record) { // worker thread
+                       record.item = packing.destination;
+                       _archiveItems(packing);
+                       closeSheet(number);
+                   });
 }
 
 void Archives::_archiveItems(const Packing &packing) // worker thread

@@ -54,7 +54,7 @@ private:
     Workspace &workspace;
     const Journal &journal;
     Workers &workers;
-    ArchiveProgressSheet *sheet = nullptr;
+    ArchiveProgressSheet *sheet = nullptr; // the window's
     int _sheetNumber = 0; // counts the jobs: only the newest one closes the sheet
     std::shared_ptr<Task> task; // of the newest unpacking
     QList<std::weak_ptr<Task>> _tasks;

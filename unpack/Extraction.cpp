@@ -15,7 +15,7 @@
 
 namespace {
 
-constexpr size_t BlockSize = 128 * 1024;
+constexpr size_t BlockSize = 128 * 1024; // bytes
 constexpr unsigned OwnerMayAll = S_IRWXU;
 
 struct ReaderEnd {

@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr size_t BlockSize = 128 * 1024;
+constexpr size_t BlockSize = 128 * 1024; // bytes
 constexpr char Utf8Mark = 0x08; // in the upper byte of a header's flags
 
 constexpr char MadeByUnix = 3;
@@ -18,11 +18,11 @@ constexpr quint32 EntrySignature = 0x02014b50;
 
 constexpr qint64 HeaderSize = 30; // and the name
 constexpr qint64 EndRecordSize = 22; // and a comment behind it
-constexpr qint64 LongestComment = 65535;
+constexpr qint64 LongestComment = 65535; // bytes
 constexpr qint64 LocatorSize = 20; // of the large end record, just before the end record
-constexpr qint64 LargeEndRecordSize = 56;
+constexpr qint64 LargeEndRecordSize = 56; // bytes
 constexpr qint64 EntrySize = 46; // and name, extra field and comment
-constexpr qint64 LargestDirectory = 1 << 30;
+constexpr qint64 LargestDirectory = 1 << 30; // bytes
 
 template <typename T>
 T number(const char *at)

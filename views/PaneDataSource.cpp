@@ -2,8 +2,8 @@
 
 #include "files/FileName.h"
 #include "model/MainModel.h"
+#include "model/PaneSettings.h"
 #include "settings/CalendarFormat.h"
-#include "settings/SettingsKeys.h"
 #include "settings/UserDefaults.h"
 #include "views/PaneTableView.h"
 
@@ -15,18 +15,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-Settings::Key sortedColumnKey(Side side)
-{
-    return side == Side::Left ? Settings::LeftFileListSortedColumn
-                              : Settings::RightFileListSortedColumn;
-}
-
-Settings::Key sortingDirectionKey(Side side)
-{
-    return side == Side::Left ? Settings::LeftFileListSortingDirection
-                              : Settings::RightFileListSortingDirection;
-}
 
 QSet<QString> pathsOfRows(const Listing &rows, const RowSet &selected)
 {
@@ -75,10 +63,11 @@ PaneDataSource::~PaneDataSource()
 
 void PaneDataSource::awakeFromNib()
 {
-    const QString stored = defaults.string(sortedColumnKey(fileList.side())).value_or(u"Name"_s);
+    const QString stored =
+        defaults.string(paneSettings(fileList.side()).sortedColumn).value_or(u"Name"_s);
     if (const auto column = columnFromIdentifier(stored))
         _sortingDirections[size_t(*column)] =
-            defaults.boolean(sortingDirectionKey(fileList.side())).value_or(false);
+            defaults.boolean(paneSettings(fileList.side()).sortingDirection).value_or(false);
 }
 
 void PaneDataSource::didClickTableColumn(Column column)
@@ -142,8 +131,9 @@ void PaneDataSource::applicationWillTerminate(const NoPayload &)
     const auto column = fileList.highlightedColumn();
     if (!column)
         return;
-    defaults.setValue(sortedColumnKey(fileList.side()), columnIdentifier(*column));
-    defaults.setValue(sortingDirectionKey(fileList.side()), _sortingDirections[size_t(*column)]);
+    defaults.setValue(paneSettings(fileList.side()).sortedColumn, columnIdentifier(*column));
+    defaults.setValue(paneSettings(fileList.side()).sortingDirection,
+                      _sortingDirections[size_t(*column)]);
 }
 
 bool PaneDataSource::eventFilter(QObject *watched, QEvent *event)

@@ -10,8 +10,8 @@
 
 namespace {
 
-constexpr int IconColumnWidth = 20;
-constexpr int LeastNameWidth = 120;
+constexpr int IconColumnWidth = 20; // pixels
+constexpr int LeastNameWidth = 120; // pixels
 constexpr int CellMargin = 8; // on either side of a date
 
 // The keys of letters and digits, and those that carry umlauts on some layouts.

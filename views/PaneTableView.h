@@ -111,7 +111,7 @@ private:
 
     const Side _side;
     MessageBus &bus;
-    PaneTableModel *_tableModel;
+    PaneTableModel *_tableModel; // the view's own child
     const ClassicKeys _classicKeys;
     std::optional<Column> _highlightedColumn;
     SortDirection _sortDirection = SortDirection::Ascending;

@@ -9,10 +9,10 @@
 
 namespace {
 
-constexpr int SizeGap = 6;
-constexpr double LabelInset = 1.0;
+constexpr int SizeGap = 6; // pixels
+constexpr double LabelInset = 1.0; // pixels
 constexpr double SelectionFrame = 3; // of a labelled row
-constexpr double LabelRadius = 10.0;
+constexpr double LabelRadius = 10.0; // pixels
 
 } // namespace
 

@@ -16,10 +16,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr double Kilobyte = 1024;
+constexpr double Kilobyte = 1024; // bytes
 constexpr double Megabyte = 1024 * Kilobyte;
 constexpr double Gigabyte = 1024 * Megabyte;
-constexpr double Block = 4096;
+constexpr double Block = 4096; // bytes
 
 } // namespace
 
@@ -67,7 +67,7 @@ void FolderSize::showFolderSize(Side side, const RowsOfPane &asked)
     thread->start();
 }
 
-double FolderSize::totalOf(const QString &folder, const std::atomic<bool> &stop)
+double FolderSize::totalOf(const QString &folder, const std::atomic<bool> &stop) // worker thread
 {
     double total = 0;
     // Kept: nothing is rounded to blocks; each file counts 4095 bytes more than it holds.

@@ -3,6 +3,7 @@
 #include "base/Localized.h"
 #include "commands/Commands.h"
 #include "model/MainModel.h"
+#include "model/PaneSettings.h"
 #include "platform/OpenDialogs.h"
 #include "settings/SettingsKeys.h"
 #include "settings/UserDefaults.h"
@@ -50,11 +51,8 @@ void WindowController::awakeFromNib()
 
 void WindowController::setDateFormatters()
 {
-    const Settings::Key key =
-        mainModel.useLongDateFormat() ? Settings::TimeDateFormat : Settings::ShortTimeDateFormat;
-    const QString format = defaults.string(key).value_or(QString());
     for (const Side side : { Side::Left, Side::Right })
-        mainWindow.fileList(side).setDateFormat(format);
+        mainWindow.fileList(side).setDateFormat(mainModel.dateFormat());
 }
 
 void WindowController::showClassicButtonsClicked()
@@ -76,16 +74,14 @@ void WindowController::setClassicButtonsVisible(bool visible)
 
 void WindowController::applicationWillTerminate(const NoPayload &)
 {
-    if (defaults.boolean(Settings::SaveLastPaths).value_or(true)) {
-        defaults.setValue(Settings::LeftFileListLastPath,
-                          navigators.getCurrentNavigatorPath(Side::Left));
-        defaults.setValue(Settings::RightFileListLastPath,
-                          navigators.getCurrentNavigatorPath(Side::Right));
+    const bool savePaths = defaults.boolean(Settings::SaveLastPaths).value_or(true);
+    for (const Side side : { Side::Left, Side::Right }) {
+        if (savePaths)
+            defaults.setValue(paneSettings(side).lastPath,
+                              navigators.getCurrentNavigatorPath(side));
+        defaults.setValue(paneSettings(side).selectedItems,
+                          mainModel.selectedItems(side).toDictionary());
     }
-    defaults.setValue(Settings::SelectedItemsLeft,
-                      mainModel.selectedItems(Side::Left).toDictionary());
-    defaults.setValue(Settings::SelectedItemsRight,
-                      mainModel.selectedItems(Side::Right).toDictionary());
 }
 
 std::optional<Side> WindowController::activeSide() const

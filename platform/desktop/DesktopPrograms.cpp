@@ -20,7 +20,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qsizetype errorTextLimit = 4096;
+constexpr qsizetype errorTextLimit = 4096; // bytes
 
 // A descriptor that closes itself.
 class Descriptor {

@@ -21,7 +21,7 @@ private Q_SLOTS:
     void oversizedReadsThirtyTwoBits();
     void foldersPackagesAndLinks();
     void aliasesResolveToTheirEnd();
-    void labelColourOfFinderFlags();
+    void labelColorOfFinderFlags();
     void shownPathNamesVolumes();
     void partsOfTexts();
 
@@ -101,7 +101,7 @@ void tst_FileQueries::aliasesResolveToTheirEnd()
         QCOMPARE(queries.resolveAliasPath(path(name)), path(name));
 }
 
-void tst_FileQueries::labelColourOfFinderFlags()
+void tst_FileQueries::labelColorOfFinderFlags()
 {
     const QList<std::tuple<int, int, QColor>> cases {
         { 0, 0, { 0, 0, 0 } },       { 12, 1, { 255, 80, 80 } },       { 14, 2, { 255, 207, 0 } },
@@ -109,9 +109,9 @@ void tst_FileQueries::labelColourOfFinderFlags()
         { 6, 6, { 255, 80, 255 } },  { 0xC003, 7, { 200, 200, 200 } },
     };
     folder->write(u"labelled"_s);
-    for (const auto &[bits, label, colour] : cases) {
+    for (const auto &[bits, label, color] : cases) {
         QCOMPARE(FileQueries::labelOfBits(bits), label);
-        QCOMPARE(FileQueries::finderLabelColor(label), colour);
+        QCOMPARE(FileQueries::finderLabelColor(label), color);
         folder->setFinderFlags(u"labelled"_s, quint16(bits));
         QCOMPARE(queries.finderLabelColorOfPath(path(u"labelled"_s)), label);
     }
