@@ -1,7 +1,7 @@
 #include "model/MainModel.h"
 
+#include "base/CoreDumps.h"
 #include "base/Localized.h"
-#include "model/CoreDumps.h"
 #include "model/FileQueries.h"
 #include "model/PaneSettings.h"
 #include "model/PaneWindow.h"

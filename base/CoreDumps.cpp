@@ -1,4 +1,4 @@
-#include "model/CoreDumps.h"
+#include "base/CoreDumps.h"
 
 #include <QLoggingCategory>
 
