@@ -19,7 +19,8 @@ FileOperations::FileOperations(MessageBus &bus, Alerts &alertsToAsk, Programs &p
     , _archives(alertsToAsk, programs, workspaceInUse, _copyMove.journal(), _workers)
     , _workers(openDialogs)
 {
-    _workers.setExitHandler([this](const OperationRecord &record) { threadWillExit(record); });
+    _workers.setHandlers({ [this](Operation operation) { threadBegins(operation); },
+                           [this](const OperationRecord &record) { threadWillExit(record); } });
     bus.subscribe(CancelThread, this, &FileOperations::cancelThread);
     bus.subscribe(CancelArchiving, this, &FileOperations::cancelArchiving);
 }
@@ -59,30 +60,30 @@ bool FileOperations::spins(Operation operation)
     return operation == Operation::Copy || operation == Operation::Move;
 }
 
-void FileOperations::start(Operation operation, std::function<void(OperationRecord &)> body)
+void FileOperations::threadBegins(Operation operation)
 {
     if (spins(operation))
         windowController->setProgressIndicator(true);
-    _workers.detach(operation, std::move(body));
 }
 
 void FileOperations::threadWillExit(const OperationRecord &record)
 {
     if (spins(record.operation))
         windowController->setProgressIndicator(false);
-    updateFileLists(record);
+    _refresh.updateFileLists(record);
 }
 
 void FileOperations::startCopyMove(const OperationRequest &request, Operation operation)
 {
     if (!isPerformFileOperationDictionaryValid(request))
         return;
-    start(operation,
-          [this, request, ticket = _copyMove.enqueue()](OperationRecord &record) { // worker thread
-              if (request.updateBoth.value() == UpdateBoth::DragDropFinder)
-                  record.droppedOn = request.side.value();
-              _copyMove.performCopyMoveProgress(request, record.operation, ticket);
-          });
+    _workers.detach(
+        operation,
+        [this, request, ticket = _copyMove.enqueue()](OperationRecord &record) { // worker thread
+            if (request.updateBoth.value() == UpdateBoth::DragDropFinder)
+                record.droppedOn = request.side.value();
+            _copyMove.performCopyMoveProgress(request, record.operation, ticket);
+        });
 }
 
 void FileOperations::copyItems(const OperationRequest &request)
@@ -98,8 +99,8 @@ void FileOperations::moveItems(const OperationRequest &request)
 void FileOperations::deleteItems(const OperationRequest &request)
 {
     if (isPerformFileOperationDictionaryValid(request))
-        start(Operation::Delete,
-              [this, request](OperationRecord &) { _singleSteps.deleteItems(request); });
+        _workers.detach(Operation::Delete,
+                        [this, request](OperationRecord &) { _singleSteps.deleteItems(request); });
 }
 
 void FileOperations::newFolder(const OperationRequest &request)
@@ -111,7 +112,7 @@ void FileOperations::newFolder(const OperationRequest &request)
         return;
     }
     if (isPerformFileOperationDictionaryValid(request))
-        start(Operation::NewFolder, [this, request](OperationRecord &record) {
+        _workers.detach(Operation::NewFolder, [this, request](OperationRecord &record) {
             _singleSteps.newFolder(request, record);
         });
 }
@@ -119,7 +120,7 @@ void FileOperations::newFolder(const OperationRequest &request)
 void FileOperations::renameItem(const OperationRequest &request)
 {
     if (isPerformFileOperationDictionaryValid(request))
-        start(Operation::Rename, [this, request](OperationRecord &record) {
+        _workers.detach(Operation::Rename, [this, request](OperationRecord &record) {
             _singleSteps.renameItem(request, record);
         });
 }
@@ -127,8 +128,8 @@ void FileOperations::renameItem(const OperationRequest &request)
 void FileOperations::createAlias(const OperationRequest &request)
 {
     if (isPerformFileOperationDictionaryValid(request))
-        start(Operation::Copy,
-              [this, request](OperationRecord &) { _singleSteps.createAlias(request); });
+        _workers.detach(Operation::Copy,
+                        [this, request](OperationRecord &) { _singleSteps.createAlias(request); });
 }
 
 void FileOperations::duplicateItem(const QString &source, const QString &destination)
@@ -143,7 +144,7 @@ void FileOperations::duplicateItem(const QString &source, const QString &destina
     windowController->setProgressIndicator(true);
     _workers.runAndWait([&] { _singleSteps.duplicateItem(source, destination); });
     windowController->setProgressIndicator(false);
-    updateFileLists({ Operation::Duplicate });
+    _refresh.updateFileLists({ Operation::Duplicate });
 }
 
 void FileOperations::archiveItems(const QStringList &paths, const QString &destination,
@@ -155,11 +156,6 @@ void FileOperations::archiveItems(const QStringList &paths, const QString &desti
 void FileOperations::unpackArchive(const QString &archive, const QString &destination)
 {
     _archives.unpackArchive(archive, destination);
-}
-
-void FileOperations::updateFileLists(const OperationRecord &record)
-{
-    _refresh.updateFileLists(record);
 }
 
 void FileOperations::settleInterruptedWork()

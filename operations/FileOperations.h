@@ -33,8 +33,9 @@ public:
     void archiveItems(const QStringList &paths, const QString &destination,
                       const QString &archiveName) override;
     void unpackArchive(const QString &archive, const QString &destination) override;
+
     // Lists again what the operation touched and selects where the user expects it.
-    void updateFileLists(const OperationRecord &record);
+    void updateFileLists(const OperationRecord &record) { _refresh.updateFileLists(record); }
 
     // Brings back what an earlier run of the program, ended by force, had set aside.
     void settleInterruptedWork();
@@ -51,7 +52,7 @@ private:
     void startCopyMove(const OperationRequest &request, Operation operation);
     // The spinner goes on where the worker of a copy or move begins and off where its record comes
     // back; the others never turn it on, and must not turn off what a copy still needs.
-    void start(Operation operation, std::function<void(OperationRecord &)> body);
+    void threadBegins(Operation operation);
     void threadWillExit(const OperationRecord &record);
     static bool spins(Operation operation);
 

@@ -45,18 +45,24 @@ Workers::~Workers()
         thread->wait();
 }
 
-void Workers::setExitHandler(std::function<void(const OperationRecord &)> handler)
+void Workers::setHandlers(Handlers handlers)
 {
-    _exitHandler = std::move(handler);
+    _handlers = std::move(handlers);
 }
 
 void Workers::detach(Operation operation, std::function<void(OperationRecord &)> body)
 {
     ++_running;
+    if (_handlers.threadBegins)
+        _handlers.threadBegins(operation);
     QThread *thread = QThread::create([this, operation, body = std::move(body)] {
         OperationRecord record { operation };
         body(record);
-        onMainThread([this, &record] { handOver(record); });
+        onMainThread([this, &record] {
+            qCDebug(log) << operationWord(record.operation) << record.item;
+            _ended.append(record);
+            settleEnded();
+        });
     });
     thread->setParent(this);
     connect(thread, &QThread::finished, thread, &QObject::deleteLater);
@@ -83,20 +89,13 @@ void Workers::drain()
     serveUntil([this] { return !anyRunning(); }, QEventLoop::AllEvents);
 }
 
-void Workers::handOver(const OperationRecord &record)
-{
-    qCDebug(log) << operationWord(record.operation) << record.item;
-    _ended.append(record);
-    settleEnded();
-}
-
 void Workers::settleEnded()
 {
     // Nothing is listed again under an open question: the rows it is about stay on the screen.
     while (!_ended.isEmpty() && !openDialogs.anyOpen()) {
         const OperationRecord record = _ended.takeFirst();
-        if (_exitHandler)
-            _exitHandler(record);
+        if (_handlers.threadWillExit)
+            _handlers.threadWillExit(record);
         --_running;
     }
 }

@@ -18,8 +18,13 @@ public:
     explicit Workers(OpenDialogs &openDialogs);
     ~Workers() override; // drains
 
-    // Receives the record of each worker that ends, as long as no question is open.
-    void setExitHandler(std::function<void(const OperationRecord &)> handler);
+    // Told of each worker that begins, and given the record of each that has ended, as long as no
+    // question is open.
+    struct Handlers {
+        std::function<void(Operation)> threadBegins;
+        std::function<void(const OperationRecord &)> threadWillExit;
+    };
+    void setHandlers(Handlers handlers);
 
     // Runs the body on a thread of its own.
     void detach(Operation operation, std::function<void(OperationRecord &)> body);
@@ -32,11 +37,10 @@ public:
     void drain();
 
 private:
-    void handOver(const OperationRecord &record);
     void settleEnded();
 
     OpenDialogs &openDialogs;
-    std::function<void(const OperationRecord &)> _exitHandler;
+    Handlers _handlers;
     QList<OperationRecord> _ended; // waiting for the open question to be answered
     int _running = 0;
 };
