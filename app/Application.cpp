@@ -68,6 +68,7 @@ void Application::start()
     awakeAll();
     _mainWindow.leftFileList->setFocus();
     _mainWindow.show();
+    _twinleaf.tellInterruptedWork();
 }
 
 void Application::quit()

@@ -45,9 +45,17 @@ std::error_code DirectoryReader::openAt(int folder, const char *name)
 
 std::error_code DirectoryReader::read(const std::function<bool(const DirectoryItem &)> &visit)
 {
+    return readOpen(_descriptor, visit);
+}
+
+std::error_code DirectoryReader::readOpen(int folder,
+                                          const std::function<bool(const DirectoryItem &)> &visit)
+{
+    if (::lseek(folder, 0, SEEK_SET) != 0)
+        return lastError();
     const auto buffer = std::make_unique_for_overwrite<char[]>(BufferSize);
     for (;;) {
-        const long filled = ::syscall(SYS_getdents64, _descriptor, buffer.get(), BufferSize);
+        const long filled = ::syscall(SYS_getdents64, folder, buffer.get(), BufferSize);
         if (filled < 0)
             return lastError();
         if (filled == 0)

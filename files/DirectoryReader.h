@@ -35,6 +35,10 @@ public:
 
     std::error_code readNames(QList<QByteArray> &names); // the same, each name appended
 
+    // The same of a folder that is open already, from its first entry on.
+    static std::error_code readOpen(int folder,
+                                    const std::function<bool(const DirectoryItem &)> &visit);
+
     // Makes the folder the working directory of the calling thread alone, for the system calls that
     // know no descriptor; false where that cannot be. For threads that work on nothing else.
     bool workHere() const;

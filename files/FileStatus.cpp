@@ -2,6 +2,7 @@
 
 #include "files/FileName.h"
 #include "files/StatxStatus.h"
+#include "files/SystemCalls.h"
 
 #include <climits>
 #include <fcntl.h>
@@ -38,17 +39,17 @@ qint64 nanoseconds(const statx_timestamp &time)
 
 } // namespace
 
-std::optional<FileStatus> statxStatus(int folder, const char *name, Links links)
+static std::optional<FileStatus> statusBy(int folder, const char *name, int flags)
 {
     struct statx raw;
-    const int flags = AT_NO_AUTOMOUNT | (links == Links::NoFollow ? AT_SYMLINK_NOFOLLOW : 0);
-    if (::statx(folder, name, flags, STATX_BASIC_STATS | STATX_BTIME, &raw) != 0)
+    if (SystemCalls::statx(folder, name, flags, STATX_BASIC_STATS | STATX_BTIME, &raw) != 0)
         return std::nullopt;
     FileStatus status;
     status.kind = kindOf(raw.stx_mode);
     status.mode = raw.stx_mode & 07777;
     status.size = qint64(raw.stx_size);
     status.modified = nanoseconds(raw.stx_mtime);
+    status.changed = nanoseconds(raw.stx_ctime);
     if (raw.stx_mask & STATX_BTIME)
         status.created = nanoseconds(raw.stx_btime);
     status.identity = { makedev(raw.stx_dev_major, raw.stx_dev_minor), raw.stx_ino };
@@ -58,6 +59,23 @@ std::optional<FileStatus> statxStatus(int folder, const char *name, Links links)
     status.immutable = raw.stx_attributes & STATX_ATTR_IMMUTABLE;
     status.mountPoint = raw.stx_attributes & STATX_ATTR_MOUNT_ROOT;
     return status;
+}
+
+std::optional<FileStatus> statxStatus(int folder, const char *name, Links links)
+{
+    return statusBy(folder, name,
+                    AT_NO_AUTOMOUNT | (links == Links::NoFollow ? AT_SYMLINK_NOFOLLOW : 0));
+}
+
+std::optional<FileStatus> statusOf(int descriptor)
+{
+    return statusBy(descriptor, "", AT_EMPTY_PATH);
+}
+
+bool isUnchanged(const FileStatus &before, const FileStatus &now)
+{
+    return before.identity == now.identity && before.kind == now.kind && before.size == now.size
+        && before.modified == now.modified;
 }
 
 std::optional<FileStatus> fileStatus(const QString &path, Links links)

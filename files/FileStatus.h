@@ -23,6 +23,7 @@ struct FileStatus {
     mode_t mode = 0; // permission, set-id and sticky bits
     qint64 size = 0; // bytes
     qint64 modified = 0; // nanoseconds since 1970
+    qint64 changed = 0; // nanoseconds since 1970: the content, or anything of this
     std::optional<qint64> created; // nanoseconds since 1970; absent where the file system has none
     FileIdentity identity;
     quint64 links = 1;
@@ -35,6 +36,12 @@ struct FileStatus {
 // The status of a path, or nothing when there is none (missing, no rights, dangling link when
 // followed); errno tells why. Any thread.
 std::optional<FileStatus> fileStatus(const QString &path, Links links);
+
+// The status of an open file or folder.
+std::optional<FileStatus> statusOf(int descriptor);
+
+// Whether an item is still the one it was, with the same content as far as a status tells.
+bool isUnchanged(const FileStatus &before, const FileStatus &now);
 
 // Whether something stands at the path itself; a dangling link does.
 bool exists(const QString &path);

@@ -3,6 +3,9 @@
 #include "files/DirectoryReader.h"
 #include "files/FileName.h"
 #include "files/PathText.h"
+#include "files/Rename.h"
+#include "files/SystemCalls.h"
+#include "files/TreeRemoval.h"
 
 #include <QList>
 
@@ -15,10 +18,7 @@
 
 namespace {
 
-std::error_code errorOf(int result)
-{
-    return result == 0 ? std::error_code() : std::error_code(errno, std::generic_category());
-}
+using SystemCalls::errorOf;
 
 std::error_code error(std::errc code)
 {
@@ -41,39 +41,11 @@ bool isFolderEntry(const QByteArray &name)
     return name == "." || name == "..";
 }
 
-bool exists(const QByteArray &path)
-{
-    struct stat status;
-    return ::lstat(path.constData(), &status) == 0;
-}
-
-// For a file system without RENAME_NOREPLACE (some network and FUSE ones).
-std::error_code renameChecked(const QByteArray &from, const QByteArray &to)
-{
-    struct stat status;
-    if (::lstat(from.constData(), &status) != 0)
-        return errorOf(-1);
-    if (S_ISREG(status.st_mode)) {
-        // A link cannot replace anything, however late something appears at the name.
-        if (::link(from.constData(), to.constData()) == 0)
-            return errorOf(::unlink(from.constData()));
-        if (errno == EEXIST)
-            return errorOf(-1);
-    }
-    if (exists(to))
-        return error(std::errc::file_exists);
-    return errorOf(::rename(from.constData(), to.constData()));
-}
-
 std::error_code renameNoReplaceBytes(const QByteArray &from, const QByteArray &to)
 {
     if (!isPath(from) || !isPath(to))
         return error(std::errc::invalid_argument);
-    if (::renameat2(AT_FDCWD, from.constData(), AT_FDCWD, to.constData(), RENAME_NOREPLACE) == 0)
-        return {};
-    if (errno == EINVAL || errno == ENOSYS || errno == EOPNOTSUPP)
-        return renameChecked(from, to);
-    return errorOf(-1);
+    return Rename::noReplace(AT_FDCWD, from.constData(), AT_FDCWD, to.constData());
 }
 
 // Whether both names are one entry of a folder that folds case: then only one of them is listed.
@@ -98,37 +70,6 @@ bool isOneEntry(const QByteArray &from, const QByteArray &to)
         return true;
     });
     return whole && !listed;
-}
-
-dev_t deviceOf(const struct statx &status)
-{
-    return (dev_t(status.stx_dev_major) << 32) | status.stx_dev_minor;
-}
-
-// Removes one entry; a folder with everything in it. Depth costs one descriptor a level.
-std::error_code removeAt(int folder, const char *name, dev_t device)
-{
-    struct statx status;
-    if (::statx(folder, name, AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT, STATX_BASIC_STATS, &status)
-        != 0)
-        return errorOf(-1);
-    if (deviceOf(status) != device || (status.stx_attributes & STATX_ATTR_MOUNT_ROOT))
-        return error(std::errc::device_or_resource_busy);
-    if (!S_ISDIR(status.stx_mode))
-        return errorOf(::unlinkat(folder, name, 0));
-
-    DirectoryReader reader;
-    if (const auto failed = reader.openAt(folder, name))
-        return failed;
-    QList<QByteArray> names;
-    if (const auto failed = reader.readNames(names))
-        return failed;
-    std::error_code first;
-    for (const QByteArray &entry : std::as_const(names)) {
-        if (const auto failed = removeAt(reader.descriptor(), entry.constData(), device); !first)
-            first = failed;
-    }
-    return first ? first : errorOf(::unlinkat(folder, name, AT_REMOVEDIR));
 }
 
 QList<QByteArray> userAttributes(const QByteArray &path)
@@ -160,7 +101,7 @@ std::error_code FileSystem::makeFolder(const QString &path)
 
 void FileSystem::makePrivateFolders(const QString &path)
 {
-    if (path.isEmpty() || exists(FileName::toBytes(path)))
+    if (path.isEmpty() || exists(path))
         return;
     makePrivateFolders(PathText::parent(path));
     ::mkdir(FileName::toBytes(path).constData(), 0700);
@@ -189,12 +130,7 @@ std::error_code FileSystem::removeTree(const QString &path)
     const QByteArray bytes = FileName::toBytes(path);
     if (!isPath(bytes) || isFolderEntry(lastName(bytes)))
         return error(std::errc::invalid_argument);
-    struct statx status;
-    if (::statx(AT_FDCWD, bytes.constData(), AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT,
-                STATX_BASIC_STATS, &status)
-        != 0)
-        return errorOf(-1);
-    return removeAt(AT_FDCWD, bytes.constData(), deviceOf(status));
+    return removeTreeAt(AT_FDCWD, bytes.constData());
 }
 
 std::error_code FileSystem::removeEmptyFolder(const QString &path)
@@ -209,7 +145,7 @@ std::error_code FileSystem::sync(const QString &path)
         ::open(FileName::toBytes(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
     if (descriptor < 0)
         return errorOf(-1);
-    const auto result = errorOf(::syncfs(descriptor));
+    const auto result = errorOf(SystemCalls::syncfs(descriptor));
     ::close(descriptor);
     return result;
 }

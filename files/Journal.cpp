@@ -4,6 +4,7 @@
 #include "files/FileName.h"
 #include "files/FileSystem.h"
 #include "files/PathText.h"
+#include "files/SystemCalls.h"
 
 #include <QUuid>
 
@@ -58,6 +59,15 @@ void Journal::Note::remove()
     ::unlink(_file.constData());
 }
 
+bool Journal::Note::append(const QStringList &fields)
+{
+    // Each field ends with a NUL, which no file name holds: a note cut short by a crash shows.
+    QByteArray bytes;
+    for (const QString &field : fields)
+        bytes += FileName::toBytes(field) + '\0';
+    return ::write(_descriptor, bytes.constData(), size_t(bytes.size())) == bytes.size();
+}
+
 std::unique_ptr<Journal::Note> Journal::write(const QStringList &fields) const
 {
     const QByteArray file = _folder + '/' + QUuid::createUuid().toByteArray(QUuid::WithoutBraces);
@@ -73,12 +83,8 @@ std::unique_ptr<Journal::Note> Journal::write(const QStringList &fields) const
         return nullptr;
     std::unique_ptr<Note> note(new Note(file, descriptor, fields));
 
-    // Each field ends with a NUL, which no file name holds: a note cut short by a crash shows.
-    QByteArray bytes;
-    for (const QString &field : fields)
-        bytes += FileName::toBytes(field) + '\0';
-    if (::flock(descriptor, LOCK_EX | LOCK_NB) != 0
-        || ::write(descriptor, bytes.constData(), size_t(bytes.size())) != bytes.size()) {
+    if (::flock(descriptor, LOCK_EX | LOCK_NB) != 0 || !note->append(fields)
+        || SystemCalls::fsync(descriptor) != 0) {
         note->remove();
         return nullptr;
     }

@@ -5,8 +5,9 @@
 
 #include <memory>
 
-// Notes of work that a crash must not forget: one small file each, locked while the process that
-// wrote it lives. Texts are file names (files/FileName). Any thread.
+// Notes of work that a crash must not forget: one small file each, on the medium before the work
+// begins, locked while the process that wrote it lives. Texts are file names (files/FileName). Any
+// thread.
 class Journal final {
 public:
     explicit Journal(const QString &folder); // made when first needed, with its parents
@@ -20,6 +21,7 @@ public:
         Note(const Note &) = delete;
         Note &operator=(const Note &) = delete;
         const QStringList &fields() const { return _fields; }
+        bool append(const QStringList &fields); // outlives the program, not the machine
         void remove(); // the work is settled
 
     private:

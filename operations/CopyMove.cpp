@@ -1,84 +1,35 @@
 #include "operations/CopyMove.h"
 
 #include "base/MainThread.h"
-#include "files/FileFlags.h"
-#include "files/FileName.h"
-#include "files/FileSystem.h"
-#include "files/PathText.h"
-#include "files/SameFile.h"
 #include "model/FileQueries.h"
 #include "model/ProgressSheet.h"
-#include "operations/CopyProgress.h"
-#include "operations/SetAside.h"
+#include "operations/CopyRun.h"
+#include "operations/Refusal.h"
+#include "operations/ShortenedLines.h"
 #include "operations/SyncRemovable.h"
 #include "platform/Alerts.h"
-#include "platform/Programs.h"
 #include "platform/Workspace.h"
 #include "settings/DateText.h"
 #include "settings/SizeText.h"
-
-#include <QElapsedTimer>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qint64 MonitoredSize = 16 * 1024 * 1024; // bytes; smaller files are copied in no time
 constexpr qint64 SheetDelay = 2000; // milliseconds
+constexpr qint64 TextPause = 100; // milliseconds between two texts that nobody sees
 
-bool isFolder(const QString &path)
+bool isFolder(const std::optional<FileStatus> &status)
 {
-    const auto status = fileStatus(path, Links::NoFollow);
     return status && status->kind == FileKind::Directory;
 }
 
+QString reasonText(const std::error_code &failure)
+{
+    return QString::fromStdString(failure.message());
+}
+
 } // namespace
-
-// One run of the engine, from its turn to its end.
-struct CopyMove::Run {
-    const AcceptedRequest &request;
-    Operation operation;
-    QString first; // decides for every item whether the sheet comes up at once
-    QElapsedTimer since {};
-    int counter = 1;
-    bool allOverride = false; // "All" was answered
-    std::optional<bool> firstIsLong {};
-    QSet<std::pair<quint64, quint64>> made {}; // by this run; never written over by it
-
-    bool copies() const { return operation == Operation::Copy; }
-    // On a folder that folds case "a" and "A" are one name: the second would eat the first.
-    void remember(const QString &path)
-    {
-        if (const auto status = fileStatus(path, Links::NoFollow))
-            made.insert({ status->identity.device, status->identity.inode });
-    }
-    bool madeHere(const QString &path) const
-    {
-        const auto status = fileStatus(path, Links::NoFollow);
-        return status && made.contains({ status->identity.device, status->identity.inode });
-    }
-    QString source(const QString &name) const { return PathText::joined(request.source, name); }
-    QString target(const QString &name) const
-    {
-        return PathText::joined(request.destination, name);
-    }
-    QString progressLine(const QString &name) const
-    {
-        return filled(copies() ? localized("Copying '%@'") : localized("Moving '%@'"),
-                      FileName::shown(name));
-    }
-    QString failureLine(const QString &name) const
-    {
-        return filled(copies() ? localized("Copy progress of '%@' failed!")
-                               : localized("Move progress of '%@' failed!"),
-                      FileName::shown(name));
-    }
-    QString endLine() const
-    {
-        return copies() ? localized("Copy progress finished.")
-                        : localized("Move progress finished.");
-    }
-};
 
 CopyMove::CopyMove(Alerts &alertsToAsk, Programs &programsToRun, Workspace &workspaceInUse,
                    FileQueries &fileQueries, const DateText &dateText)
@@ -87,7 +38,7 @@ CopyMove::CopyMove(Alerts &alertsToAsk, Programs &programsToRun, Workspace &work
     , workspace(workspaceInUse)
     , queries(fileQueries)
     , dates(dateText)
-    , _journal(PathText::joined(Journal::stateFolder(), u"set-asides"_s))
+    , _journal(PathText::joined(Journal::stateFolder(), u"runs"_s))
 {
 }
 
@@ -97,7 +48,9 @@ void CopyMove::performCopyMoveProgress(const AcceptedRequest &request, Operation
     if (!_queue.wait(ticket))
         return;
     const QStringList &items = request.items;
-    Run run { request, operation, PathText::joined(request.source, items.value(0)) };
+    Transfer transfer(operation, request.source, request.destination, programs, workspace, _journal,
+                      [this](const QString &line) { showLine(line); });
+    Run run { request, operation, PathText::joined(request.source, items.value(0)), transfer };
     run.since.start();
     onMainThread([&] { sheet->setWorkingSheetMaxProgressValue(double(items.size())); });
 
@@ -105,6 +58,7 @@ void CopyMove::performCopyMoveProgress(const AcceptedRequest &request, Operation
     for (qsizetype index = 0; index < items.size() && next == Next::GoOn; ++index)
         next = performItem(run, index);
 
+    run.staying += transfer.finish();
     if (next != Next::EndThread) {
         syncIfRemovable(request.destination);
         onMainThread([&] {
@@ -113,58 +67,154 @@ void CopyMove::performCopyMoveProgress(const AcceptedRequest &request, Operation
         });
     }
     onMainThread([&] { sheet->closeWorkingSheet(); });
+    reportStaying(run.staying);
     _queue.end(ticket);
 }
 
 CopyMove::Next CopyMove::performItem(Run &run, qsizetype &index) // worker thread
 {
     const QStringList &items = run.request.items;
-    QString name = items[index];
-    const auto refuseParent = [&] {
-        alerts.ask(Alert::error(localized("The previous folder ('..') cannot be worked on with! "
-                                          "Operation will be aborted!")));
-        return Next::EndRun;
-    };
-    if (name == u".."_s)
-        return refuseParent();
-    if (_queue.isCancelled())
-        return Next::EndThread;
-
-    bool copyOver = false;
-    bool replace = run.allOverride;
-    if (!isAdmissible(run, name)) {
-        reportFailure(run, name);
-        return Next::GoOn;
-    }
-    if (!replace && exists(run.target(name))) {
-        const auto answer = alerts.ask(Alert::overwriteQuestion(
-            filled(localized("Target '%@' already exists! Overwrite?"), FileName::shown(name)),
-            overwriteDetails(run.source(name), run.target(name))));
-        if (answer == Alert::All)
-            run.allOverride = true;
-        replace = answer == Alert::Yes || answer == Alert::All;
-        copyOver = !replace; // agreed to nothing
-        if (answer == Alert::No) {
-            if (++index == items.size()) {
-                onMainThread([&] {
-                    if (!sheet->isWorkingSheetVisible())
-                        sheet->cancelWorkingSheet();
-                });
-                return Next::EndThread;
-            }
-            // Kept: the item after a "No" is copied over unasked, and the counter stays behind.
-            name = items[index];
-            if (name == u".."_s)
-                return refuseParent();
+    bool mayAsk = true;
+    for (;;) {
+        const QString name = items[index];
+        if (name == u".."_s) {
+            alerts.ask(
+                Alert::error(localized("The previous folder ('..') cannot be worked on with! "
+                                       "Operation will be aborted!")));
+            return Next::EndRun;
         }
-    }
-    const QString source = run.source(name);
-    const QString target = run.target(name);
-    if (copyOver && (!isAdmissible(run, name) || !clearForCopyOver(source, target))) {
-        reportFailure(run, name);
+        if (mayAsk && _queue.isCancelled())
+            return Next::EndThread;
+        const Decision decision = decide(run, name, mayAsk, index + 1 == items.size());
+        if (decision.leaves == Next::EndThread)
+            return Next::EndThread;
+        if (decision.leaves) {
+            // Kept: the item after a "No" is copied over unasked, and the counter stays behind.
+            ++index;
+            mayAsk = false;
+            continue;
+        }
+        if (!decision.standing) {
+            reportFailure(run, name, decision.reason);
+            return Next::GoOn;
+        }
+        tell(run, name);
+        const TransferEnd end = decision.standing == Standing::ToTrash
+                && isFolder(run.transfer.atDestination(name).status)
+            ? putInto(run, name)
+            : run.transfer.put(name, *decision.standing, decision.shown);
+        if (end.what == TransferEnd::NotAsShown)
+            continue; // nobody agreed to lose what stands there now
+        if (end.what == TransferEnd::Done)
+            ++run.counter;
+        else
+            reportFailure(run, name, end.reason);
         return Next::GoOn;
     }
+}
+
+CopyMove::Decision CopyMove::decide(Run &run, const QString &name, bool mayAsk,
+                                    bool isLast) // worker thread
+{
+    Decision decision;
+    const auto standing = run.transfer.atDestination(name);
+    decision.reason = !PathText::isItemName(name) ? FileName::shown(name)
+        : standing.failure                        ? reasonText(standing.failure)
+        : standing.status && run.transfer.madeHere(*standing.status)
+        ? localized("The existing item was made by the same run.")
+        : refusalOf(run.source(name), run.target(name), standing.status, run.operation);
+    if (!decision.reason.isNull())
+        return decision;
+    decision.standing = Standing::Refuse;
+    if (!standing.status)
+        return decision;
+    decision.standing = mayAsk ? Standing::Replace : Standing::ToTrash;
+    if (run.allOverride || !mayAsk)
+        return decision;
+    const auto answer = alerts.ask(Alert::overwriteQuestion(
+        filled(localized("Target '%@' already exists! Overwrite?"), FileName::shown(name)),
+        overwriteDetails(run, name, *standing.status, isLast)));
+    if (answer == Alert::All)
+        run.allOverride = true;
+    if (answer == Alert::Yes || answer == Alert::All) {
+        decision.shown = standing.status;
+        return decision;
+    }
+    if (answer != Alert::No) {
+        decision.standing = Standing::ToTrash; // agreed to nothing
+        return decision;
+    }
+    decision.leaves = Next::GoOn;
+    if (isLast) {
+        decision.leaves = Next::EndThread;
+        onMainThread([&] {
+            if (!sheet->isWorkingSheetVisible())
+                sheet->cancelWorkingSheet();
+        });
+    }
+    return decision;
+}
+
+TransferEnd CopyMove::putInto(Run &run, const QString &name) // worker thread
+{
+    Transfer inner(run.operation, run.request.source, run.target(name), programs, workspace,
+                   _journal, [this](const QString &line) { showLine(line); });
+    const auto standing = inner.atDestination(name);
+    if (standing.failure)
+        return { TransferEnd::Failed, reasonText(standing.failure) };
+    const QString refused = refusalOf(run.source(name), PathText::joined(run.target(name), name),
+                                      standing.status, run.operation);
+    if (!refused.isNull())
+        return { TransferEnd::Failed, refused };
+    const TransferEnd end = inner.put(name, standing.status ? Standing::ToTrash : Standing::Refuse);
+    run.staying += inner.finish();
+    return end.what == TransferEnd::NotAsShown
+        ? TransferEnd { TransferEnd::Failed,
+                        reasonText(std::make_error_code(std::errc::file_exists)) }
+        : end;
+}
+
+bool CopyMove::duplicate(const QString &source, const QString &destination, QString &reason)
+{
+    const QString name = PathText::lastComponent(source);
+    QString folder = PathText::parent(destination);
+    QString as = PathText::lastComponent(destination);
+    const auto fails = [&](const QString &why) {
+        reason = why;
+        return false;
+    };
+    if (!PathText::isItemName(as))
+        return fails(FileName::shown(as));
+    const auto existing = fileStatus(destination, Links::NoFollow);
+    QString refused = refusalOf(source, destination, existing, Operation::Copy);
+    // Kept: an existing folder is copied into, not replaced.
+    const bool into = refused.isNull() && isFolder(existing);
+    if (into) {
+        folder = destination;
+        as = name;
+    }
+    Transfer transfer(Operation::Copy, PathText::parent(source), folder, programs, workspace,
+                      _journal, {});
+    const auto standing = transfer.atDestination(as);
+    if (standing.failure)
+        return fails(reasonText(standing.failure));
+    if (into)
+        refused = refusalOf(source, PathText::joined(folder, as), standing.status, Operation::Copy);
+    if (!refused.isNull())
+        return fails(refused);
+    const TransferEnd end =
+        transfer.putAs(name, as, standing.status ? Standing::ToTrash : Standing::Refuse);
+    reportStaying(transfer.finish());
+    return end.what == TransferEnd::Done || fails(end.reason);
+}
+
+void CopyMove::tell(Run &run, const QString &name) // worker thread
+{
     const bool showsSheet = run.copies() && isLong(run);
+    // Nobody sees the texts of a hidden sheet: not each is worth waiting for the window.
+    if (!showsSheet && run.sinceTold.isValid() && !run.sinceTold.hasExpired(TextPause))
+        return;
+    run.sinceTold.start();
     onMainThread([&] {
         if (showsSheet && !sheet->isWorkingSheetVisible())
             sheet->showWorkingSheet();
@@ -172,17 +222,6 @@ CopyMove::Next CopyMove::performItem(Run &run, qsizetype &index) // worker threa
         sheet->setWorkingSheetDetailText({});
         sheet->setWorkingSheetProgressValue(run.counter);
     });
-    QString details;
-    const bool done = replace && exists(target) ? replaceItem(run, source, target, details)
-        : run.copies()                          ? copyFile(source, target)
-                                                : moveFile(source, target);
-    if (!done) {
-        reportFailure(run, name, details);
-        return Next::GoOn;
-    }
-    run.remember(target);
-    ++run.counter;
-    return Next::GoOn;
 }
 
 bool CopyMove::isLong(Run &run) const // worker thread
@@ -193,6 +232,14 @@ bool CopyMove::isLong(Run &run) const // worker thread
     return *run.firstIsLong || run.since.elapsed() > SheetDelay;
 }
 
+void CopyMove::showLine(const QString &line) const // any thread
+{
+    onMainThread([&] {
+        if (sheet && sheet->isWorkingSheetVisible())
+            sheet->setWorkingSheetDetailText(line);
+    });
+}
+
 void CopyMove::reportFailure(const Run &run, const QString &name, const QString &details)
 {
     Alert alert = Alert::error(run.failureLine(name));
@@ -200,121 +247,36 @@ void CopyMove::reportFailure(const Run &run, const QString &name, const QString 
     alerts.ask(alert);
 }
 
-bool CopyMove::isAdmissible(const Run &run, const QString &name) const
+void CopyMove::reportStaying(const QStringList &lines)
 {
-    const QString target = run.target(name);
-    return PathText::isItemName(name) && mayReplace(run.source(name), target, run.operation)
-        && !run.madeHere(target);
+    if (lines.isEmpty())
+        return;
+    Alert alert = Alert::error(localized("Not everything could be taken away."));
+    alert.style = Alert::Style::Informational;
+    alert.details = shortened(lines);
+    alerts.ask(alert);
 }
 
-bool CopyMove::mayReplace(const QString &source, const QString &target, Operation operation) const
-{
-    if (operation == Operation::Move && FileFlags::isLocked(source))
-        return false;
-    if (isFolder(source) && SameFile::isInside(PathText::parent(target), source))
-        return false;
-    if (!exists(target))
-        return true;
-    return !SameFile::isSame(source, target) && !FileFlags::isLocked(target)
-        && !(isFolder(target) && SameFile::isInside(PathText::parent(source), target));
-}
-
-bool CopyMove::clearForCopyOver(const QString &source, const QString &target)
-{
-    if (!exists(source))
-        return false;
-    if (!isFolder(target))
-        return !exists(target) || workspace.moveToTrash(target);
-    // The command puts the item into an existing folder, under its own name.
-    const QString inside = PathText::joined(target, PathText::lastComponent(source));
-    return mayReplace(source, inside, Operation::Copy)
-        && (!exists(inside) || workspace.moveToTrash(inside));
-}
-
-bool CopyMove::replaceItem(Run &run, const QString &source, const QString &target, QString &details)
-{
-    const auto work = !run.copies() ? SetAside::Work::Move
-        : isFolder(source)          ? SetAside::Work::CopyFolder
-                                    : SetAside::Work::CopyFile;
-    auto old = SetAside::take(target, work, _journal);
-    if (!old)
-        return false;
-    if (run.copies() ? copyFile(source, target) : moveFile(source, target)) {
-        old->discard();
-        return true;
-    }
-    switch (old->settleFailure(workspace)) {
-    case Settled::CameBack:
-        break;
-    case Settled::WentToTrash:
-        details = localized("The item that was to be replaced is in the Trash.");
-        break;
-    case Settled::KeptBeside:
-        details =
-            localized("The item that was to be replaced was kept beside it under another name.");
-        break;
-    }
-    return false;
-}
-
-bool CopyMove::copyFile(const QString &source, const QString &destination)
-{
-    const auto status = fileStatus(source, Links::NoFollow);
-    if (!status)
-        return false;
-    // Onto an existing folder the command copies into it.
-    const QString made = isFolder(destination)
-        ? PathText::joined(destination, PathText::lastComponent(source))
-        : destination;
-    const bool folder = status->kind == FileKind::Directory;
-    std::optional<CopyProgress> monitor;
-    if (folder || status->size >= MonitoredSize) {
-        monitor.emplace(source, [this](const QString &line) {
-            onMainThread([&] {
-                if (sheet && sheet->isWorkingSheetVisible())
-                    sheet->setWorkingSheetDetailText(line);
-            });
-        });
-    }
-    const ProgramEnd end =
-        programs.run({ u"/bin/cp"_s, u"-R"_s, u"-p"_s, source, destination }, [&](pid_t process) {
-            if (monitor)
-                monitor->childStarted(process);
-        });
-    const QStringList withAttributes = monitor  ? monitor->finish()
-        : FileSystem::hasUserAttributes(source) ? QStringList { u""_s }
-                                                : QStringList {};
-    if (!end.succeeded())
-        return false;
-    for (const QString &relative : withAttributes)
-        FileSystem::copyUserAttributes(
-            relative.isEmpty() ? source : PathText::joined(source, relative),
-            relative.isEmpty() ? made : PathText::joined(made, relative));
-    return true;
-}
-
-bool CopyMove::moveFile(const QString &source, const QString &destination)
-{
-    return programs.run({ u"/bin/mv"_s, u"-f"_s, source, destination }).succeeded();
-}
-
-QString CopyMove::overwriteDetails(const QString &source, const QString &target) const
+QString CopyMove::overwriteDetails(const Run &run, const QString &name, const FileStatus &standing,
+                                   bool isLast) const
 {
     QString text;
+    const auto given = fileStatus(run.source(name), Links::NoFollow);
     onMainThread([&] {
-        const auto described = [&](const QString &path) {
-            const auto status = fileStatus(path, Links::NoFollow);
-            if (!status)
-                return u"--"_s;
-            const QString size = status->kind == FileKind::Directory
+        const auto described = [&](const FileStatus &status) {
+            const QString size = status.kind == FileKind::Directory
                 ? localized("Folder")
-                : SizeText::getCalcFileSize(status->size);
+                : SizeText::getCalcFileSize(status.size);
             return size + u", "_s
                 + dates.getLocalizedShortDateAndTime(
-                    QDateTime::fromMSecsSinceEpoch(status->modified / 1'000'000));
+                    QDateTime::fromMSecsSinceEpoch(status.modified / 1'000'000));
         };
-        text = filled(localized("Existing item: %@"), described(target)) + u'\n'
-            + filled(localized("New item: %@"), described(source));
+        text = filled(localized("Existing item: %@"), described(standing)) + u'\n'
+            + filled(localized("New item: %@"), given ? described(*given) : u"--"_s);
+        if (!isLast)
+            text += u'\n'
+                + localized("After \"No\" the next item is taken without a question; what it "
+                            "replaces goes to the Trash.");
     });
     return text;
 }

@@ -1,12 +1,10 @@
 #pragma once
 
-#include "files/FileStatus.h"
 #include "files/Journal.h"
 #include "model/OperationRecord.h"
 #include "operations/RequestValidation.h"
 #include "operations/RunQueue.h"
-
-#include <QSet>
+#include "operations/Transfer.h"
 
 class Alerts;
 class FileQueries;
@@ -35,16 +33,9 @@ public:
     // Stops the active run and the waiting ones. Any thread.
     void cancelAll() { _queue.cancelAll(); }
 
-    // One item by the system's command, with its extended attributes. Any worker thread.
-    bool copyFile(const QString &source, const QString &destination);
-    bool moveFile(const QString &source, const QString &destination);
-
-    // Whether the item may be put at the target at all: not onto itself, not into itself, not over
-    // what holds it, not over what is locked. Any worker thread.
-    bool mayReplace(const QString &source, const QString &target, Operation operation) const;
-    // Makes sure that copying onto `target` unasked loses nothing: what the command would write
-    // over goes to the Trash. False when it must not be done at all. Any worker thread.
-    bool clearForCopyOver(const QString &source, const QString &target);
+    // One item to a full path. What stands there goes to the Trash when the copy is in place; an
+    // existing folder is copied into. Answers whether it was done, else why not. Any worker thread.
+    bool duplicate(const QString &source, const QString &destination, QString &reason);
 
     const Journal &journal() const { return _journal; }
 
@@ -53,11 +44,22 @@ private:
     enum class Next { GoOn, EndRun, EndThread };
 
     Next performItem(Run &run, qsizetype &index);
-    bool isAdmissible(const Run &run, const QString &name) const;
+    // What follows from the answer to the question about the item at the index.
+    struct Decision {
+        std::optional<Next> leaves; // the item is not for this run
+        std::optional<Standing> standing; // nothing: it cannot be done
+        std::optional<FileStatus> shown;
+        QString reason;
+    };
+    Decision decide(Run &run, const QString &name, bool mayAsk, bool isLast);
+    TransferEnd putInto(Run &run, const QString &name);
+    void tell(Run &run, const QString &name);
     bool isLong(Run &run) const; // so that the sheet comes up
+    void showLine(const QString &line) const;
     void reportFailure(const Run &run, const QString &name, const QString &details = {});
-    bool replaceItem(Run &run, const QString &source, const QString &target, QString &details);
-    QString overwriteDetails(const QString &source, const QString &target) const;
+    void reportStaying(const QStringList &lines);
+    QString overwriteDetails(const Run &run, const QString &name, const FileStatus &standing,
+                             bool isLast) const;
 
     Alerts &alerts;
     Programs &programs;

@@ -1,11 +1,6 @@
 #include "operations/CopyProgress.h"
 
 #include "base/Localized.h"
-#include "files/DirectoryReader.h"
-#include "files/FileName.h"
-#include "files/FileSystem.h"
-#include "files/PathText.h"
-#include "platform/ProcessIo.h"
 #include "settings/SizeText.h"
 
 #include <chrono>
@@ -13,46 +8,10 @@
 
 using namespace std::chrono_literals;
 
-namespace {
-
-// Sums the sizes below a folder and notes the items with attributes. Links are not followed.
-struct Walk {
-    const QString &root;
-    qint64 total = 0;
-    QStringList withAttributes {};
-
-    void visit(const QString &relative)
-    {
-        const QString path = relative.isEmpty() ? root : PathText::joined(root, relative);
-        const auto status = fileStatus(path, Links::NoFollow);
-        if (!status)
-            return;
-        if (FileSystem::hasUserAttributes(path))
-            withAttributes.append(relative);
-        if (status->kind == FileKind::Regular)
-            total += status->size;
-        if (status->kind != FileKind::Directory)
-            return;
-        QStringList names;
-        {
-            DirectoryReader
-                reader; // closed before going deeper, so that depth costs no descriptors
-            if (reader.open(path, Links::NoFollow))
-                return;
-            reader.read([&](const DirectoryItem &item) {
-                names.append(FileName::fromBytes(item.name));
-                return true;
-            });
-        }
-        for (const QString &name : std::as_const(names))
-            visit(relative.isEmpty() ? name : PathText::joined(relative, name));
-    }
-};
-
-} // namespace
-
-CopyProgress::CopyProgress(QString source, std::function<void(const QString &)> show)
-    : _source(std::move(source))
+CopyProgress::CopyProgress(std::function<qint64()> total, std::function<qint64()> done,
+                           std::function<void(const QString &)> show)
+    : _total(std::move(total))
+    , _done(std::move(done))
     , _show(std::move(show))
     , _thread([this] { run(); })
 {
@@ -60,36 +19,31 @@ CopyProgress::CopyProgress(QString source, std::function<void(const QString &)> 
 
 CopyProgress::~CopyProgress()
 {
-    finish();
-}
-
-QStringList CopyProgress::finish()
-{
     {
         const std::lock_guard lock(_mutex);
-        _childEnded = true;
+        _copyEnded = true;
         _ended.notify_all();
     }
-    if (_thread.joinable())
-        _thread.join();
-    return _withAttributes;
+    _thread.join();
 }
 
 void CopyProgress::run()
 {
-    const auto start = std::chrono::steady_clock::now();
-    Walk walk { _source };
-    walk.visit({});
-    _total = walk.total;
-    _withAttributes = walk.withAttributes;
-
+    using Clock = std::chrono::steady_clock;
+    const auto start = Clock::now();
+    const qint64 total = _total();
+    Clock::duration pause = 500ms;
     std::unique_lock lock(_mutex);
-    while (!_ended.wait_for(lock, 500ms, [this] { return _childEnded; })) {
-        const auto done = _process > 0 ? bytesWritten(_process) : std::nullopt;
-        const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
+    while (!_ended.wait_for(lock, pause, [this] { return _copyEnded; })) {
         lock.unlock();
-        if (done && seconds > 2s)
-            _show(line(*done, _total, seconds.count()));
+        const auto asked = Clock::now();
+        const qint64 done = _done();
+        const auto now = Clock::now();
+        const std::chrono::duration<double> seconds = now - start;
+        if (_show && seconds > 2s)
+            _show(line(done, total, seconds.count()));
+        // Looking at a large tree must not slow its copying down.
+        pause = std::max<Clock::duration>(500ms, 10 * (now - asked));
         lock.lock();
     }
 }

@@ -3,10 +3,14 @@
 #include "files/FileName.h"
 #include "files/PathText.h"
 #include "model/PaneWindow.h"
+#include "operations/InterruptedRuns.h"
 #include "operations/RequestValidation.h"
 #include "operations/SetAside.h"
+#include "operations/ShortenedLines.h"
 #include "platform/Alerts.h"
 #include "platform/Workspace.h"
+
+using namespace Qt::StringLiterals;
 
 FileOperations::FileOperations(MessageBus &bus, Alerts &alertsToAsk, Programs &programs,
                                Workspace &workspaceInUse, FileQueries &queries,
@@ -14,9 +18,10 @@ FileOperations::FileOperations(MessageBus &bus, Alerts &alertsToAsk, Programs &p
     : alerts(alertsToAsk)
     , workspace(workspaceInUse)
     , _copyMove(alertsToAsk, programs, workspaceInUse, queries, dates)
+    , _setAsides(PathText::joined(Journal::stateFolder(), u"set-asides"_s))
     , _singleSteps(alertsToAsk, programs, workspaceInUse, _copyMove)
     , _refresh(bus)
-    , _archives(alertsToAsk, programs, workspaceInUse, _copyMove.journal(), _workers)
+    , _archives(alertsToAsk, programs, workspaceInUse, _setAsides, _workers)
     , _workers(openDialogs)
 {
     _workers.setHandlers({ [this](Operation operation) { threadBegins(operation); },
@@ -160,5 +165,16 @@ void FileOperations::unpackArchive(const QString &archive, const QString &destin
 
 void FileOperations::settleInterruptedWork()
 {
-    SetAside::replay(_copyMove.journal(), workspace);
+    _settled = SetAside::replay(_setAsides, workspace)
+        + settleInterruptedRuns(_copyMove.journal(), workspace);
+}
+
+void FileOperations::tellInterruptedWork()
+{
+    if (_settled.isEmpty())
+        return;
+    Alert alert = Alert::error(localized("Interrupted work was settled."));
+    alert.style = Alert::Style::Informational;
+    alert.details = shortened(std::exchange(_settled, {}));
+    alerts.ask(alert);
 }

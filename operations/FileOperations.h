@@ -37,8 +37,10 @@ public:
     // Lists again what the operation touched and selects where the user expects it.
     void updateFileLists(const OperationRecord &record) { _refresh.updateFileLists(record); }
 
-    // Brings back what an earlier run of the program, ended by force, had set aside.
+    // Settles what an earlier run of the program, ended by force, has left; before anything is
+    // listed. What was done is told later, by one alert.
     void settleInterruptedWork();
+    void tellInterruptedWork();
 
     // For quitting: whether work is under way; stopping it between two items; and waiting for its
     // end.
@@ -60,6 +62,8 @@ private:
     Workspace &workspace;
     PaneWindow *windowController = nullptr; // the application's
     CopyMove _copyMove;
+    Journal _setAsides;
+    QStringList _settled; // lines about it, to be told
     SingleSteps _singleSteps;
     PaneRefresh _refresh;
     Archives _archives;

@@ -1,5 +1,7 @@
 #include "operations/SetAside.h"
 
+#include "base/Localized.h"
+#include "files/FileName.h"
 #include "files/FileSystem.h"
 #include "files/PathText.h"
 #include "platform/Workspace.h"
@@ -139,7 +141,8 @@ Settled SetAside::settleFailure(Workspace &workspace)
     return settled.value_or(Settled::KeptBeside);
 }
 
-bool SetAside::settleInterrupted(Workspace &workspace, const QString &folder) const
+bool SetAside::settleInterrupted(Workspace &workspace, const QString &folder,
+                                 QStringList &told) const
 {
     // Killed on the way to the Trash.
     if (exists(held()))
@@ -150,20 +153,26 @@ bool SetAside::settleInterrupted(Workspace &workspace, const QString &folder) co
         return folderNumber(PathText::parent(_target)) == folder;
     const auto settled =
         !exists(_target) && comeBack() ? std::optional(Settled::CameBack) : save(workspace);
-    qCWarning(log) << "An interrupted replacement was settled:" << _target
-                   << (settled == Settled::WentToTrash ? "the old item is in the Trash"
-                                                       : "the old item was kept");
+    told += filled(settled == Settled::CameBack
+                       ? localized("'%@' is what it was; replacing it was interrupted.")
+                       : settled == Settled::WentToTrash
+                       ? localized("'%@' was replaced; the old item is in the Trash.")
+                       : localized("'%@' was replaced; the old item stands beside it."),
+                   FileName::shown(_target));
     return settled.has_value();
 }
 
-void SetAside::replay(const Journal &journal, Workspace &workspace)
+QStringList SetAside::replay(const Journal &journal, Workspace &workspace)
 {
+    QStringList told;
     const auto notes = journal.abandoned();
     for (const auto &note : notes) {
         const QStringList &fields = note->fields();
         // A note cut short was never acted on.
         if (fields.size() != 3
-            || SetAside(fields[0], fields[1], Work::Move).settleInterrupted(workspace, fields[2]))
+            || SetAside(fields[0], fields[1], Work::Move)
+                   .settleInterrupted(workspace, fields[2], told))
             note->remove();
     }
+    return told;
 }

@@ -28,8 +28,8 @@ public:
 
     // Settles what a crash left open. An item whose name is free comes back; where something stands
     // at its name, nobody can tell whether it is whole, so it stays and the old item goes to the
-    // Trash.
-    static void replay(const Journal &journal, Workspace &workspace);
+    // Trash. Answers a line about each.
+    static QStringList replay(const Journal &journal, Workspace &workspace);
 
 private:
     SetAside(QString target, QString sibling, Work work);
@@ -39,7 +39,7 @@ private:
     bool trash(Workspace &workspace) const;
     bool keepBeside() const;
     std::optional<Settled> save(Workspace &workspace) const;
-    bool settleInterrupted(Workspace &workspace, const QString &folder) const;
+    bool settleInterrupted(Workspace &workspace, const QString &folder, QStringList &told) const;
 
     QString _target;
     QString _sibling;

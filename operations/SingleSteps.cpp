@@ -77,11 +77,10 @@ void SingleSteps::createAlias(const OperationRequest &request) // worker thread
 
 void SingleSteps::duplicateItem(const QString &source, const QString &destination) // worker thread
 {
-    // Kept: an existing folder is copied into, not replaced. What the copy would write over there,
-    // or an existing file, goes to the Trash first.
-    if (!PathText::isItemName(PathText::lastComponent(destination))
-        || !copyMove.mayReplace(source, destination, Operation::Copy)
-        || !copyMove.clearForCopyOver(source, destination)
-        || !copyMove.copyFile(source, destination))
-        alerts.ask(Alert::error(localized("Duplicate failed!")));
+    QString reason;
+    if (copyMove.duplicate(source, destination, reason))
+        return;
+    Alert alert = Alert::error(localized("Duplicate failed!"));
+    alert.details = reason;
+    alerts.ask(alert);
 }

@@ -308,14 +308,6 @@
         <translation>Das Ziel „%@“ ist schon vorhanden! Überschreiben?</translation>
     </message>
     <message>
-        <source>The item that was to be replaced is in the Trash.</source>
-        <translation>Das Objekt, das ersetzt werden sollte, liegt im Papierkorb.</translation>
-    </message>
-    <message>
-        <source>The item that was to be replaced was kept beside it under another name.</source>
-        <translation>Das Objekt, das ersetzt werden sollte, liegt unter anderem Namen daneben.</translation>
-    </message>
-    <message>
         <source>The previous folder (&apos;..&apos;) cannot be worked on with! </source>
         <translation>Der übergeordnete Ordner („..“) kann nicht bearbeitet werden! </translation>
     </message>
@@ -676,6 +668,106 @@ Stelle der zuletzt gezeigten Ordner; eine Datei öffnet ihren Ordner und ist aus
     <message>
         <source>'%@' is not an archive!</source>
         <translation>'%@' ist kein Archiv!</translation>
+    </message>
+    <message>
+        <source>The existing item was made by the same run.</source>
+        <translation>Das vorhandene Objekt stammt aus demselben Durchgang.</translation>
+    </message>
+    <message>
+        <source>Not everything could be taken away.</source>
+        <translation>Nicht alles konnte entfernt werden.</translation>
+    </message>
+    <message>
+        <source>After &quot;No&quot; the next item is taken without a question; what it replaces goes to the Trash.</source>
+        <translation>Nach „Nein“ wird das nächste Objekt ohne Frage übernommen; was es ersetzt, kommt in den Papierkorb.</translation>
+    </message>
+    <message>
+        <source>Interrupted work was settled.</source>
+        <translation>Unterbrochene Arbeit wurde abgeschlossen.</translation>
+    </message>
+    <message>
+        <source>&apos;%@&apos; is what it was; replacing it was interrupted.</source>
+        <translation>„%@“ ist, was es war; das Ersetzen wurde unterbrochen.</translation>
+    </message>
+    <message>
+        <source>An unfinished copy of &apos;%@&apos; was removed.</source>
+        <translation>Eine unfertige Kopie von „%@“ wurde entfernt.</translation>
+    </message>
+    <message>
+        <source>&apos;%@&apos; was replaced; the old item is in the Trash.</source>
+        <translation>„%@“ wurde ersetzt; das alte Objekt liegt im Papierkorb.</translation>
+    </message>
+    <message>
+        <source>&apos;%@&apos; is the old item of a replacement.</source>
+        <translation>„%@“ ist das alte Objekt einer Ersetzung.</translation>
+    </message>
+    <message>
+        <source>&apos;%@&apos; was copied but is still there; moving it was interrupted.</source>
+        <translation>„%@“ wurde kopiert, ist aber noch da; das Bewegen wurde unterbrochen.</translation>
+    </message>
+    <message>
+        <source>&apos;%@&apos; stays at the source, its copy may not be whole: %@</source>
+        <translation>„%@“ bleibt an der Quelle, die Kopie ist vielleicht nicht vollständig: %@</translation>
+    </message>
+    <message>
+        <source>&apos;%@&apos; stays at the source: it is new, was changed, or cannot be removed.</source>
+        <translation>„%@“ bleibt an der Quelle: Es ist neu, wurde geändert oder lässt sich nicht entfernen.</translation>
+    </message>
+    <message>
+        <source>The replaced item &apos;%@&apos; stays at the source: %@</source>
+        <translation>Das ersetzte Objekt „%@“ bleibt an der Quelle: %@</translation>
+    </message>
+    <message>
+        <source>What is left of it is in the Trash.</source>
+        <translation>Was davon übrig ist, liegt im Papierkorb.</translation>
+    </message>
+    <message>
+        <source>What is left of it stands beside it as &apos;%@&apos;.</source>
+        <translation>Was davon übrig ist, steht daneben als „%@“.</translation>
+    </message>
+    <message>
+        <source>What is left of it is in &apos;%@&apos;.</source>
+        <translation>Was davon übrig ist, liegt in „%@“.</translation>
+    </message>
+    <message>
+        <source>The replaced item &apos;%@&apos; could not be removed: %@</source>
+        <translation>Das ersetzte Objekt „%@“ konnte nicht entfernt werden: %@</translation>
+    </message>
+    <message>
+        <source>The item is locked.</source>
+        <translation>Das Objekt ist geschützt.</translation>
+    </message>
+    <message>
+        <source>A folder cannot be put into itself.</source>
+        <translation>Ein Ordner kann nicht in sich selbst gelegt werden.</translation>
+    </message>
+    <message>
+        <source>Both are the same item.</source>
+        <translation>Beides ist dasselbe Objekt.</translation>
+    </message>
+    <message>
+        <source>The existing item is locked.</source>
+        <translation>Das vorhandene Objekt ist geschützt.</translation>
+    </message>
+    <message>
+        <source>The existing item holds the new one.</source>
+        <translation>Das vorhandene Objekt enthält das neue.</translation>
+    </message>
+    <message>
+        <source>&apos;%@&apos; was replaced; the old item stands beside it.</source>
+        <translation>„%@“ wurde ersetzt; das alte Objekt steht daneben.</translation>
+    </message>
+    <message>
+        <source>and %i more</source>
+        <translation>und %i weitere</translation>
+    </message>
+    <message>
+        <source>The copy is not whole; the item stays where it was.</source>
+        <translation>Die Kopie ist nicht vollständig; das Objekt bleibt, wo es war.</translation>
+    </message>
+    <message>
+        <source>The existing item cannot be moved to the Trash.</source>
+        <translation>Das vorhandene Objekt kann nicht in den Papierkorb bewegt werden.</translation>
     </message>
 </context>
 </TS>

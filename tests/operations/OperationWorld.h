@@ -48,9 +48,13 @@ inline QSet<QByteArray> contentsBelow(const QString &folder)
 
 enum class Verb { Copy, Move, Delete, NewFolder, Rename, Alias, Duplicate };
 
+// Where the destination lies.
+enum class Device { Same, Other };
+
 // Two folders, the operations over the real programs, and a person who answers by script.
 struct World {
     TestFolder folder;
+    TestFolder far { "/dev/shm" }; // another file system
     QString source = folder.path(u"from"_s);
     QString destination = folder.path(u"to"_s);
     QString trash = folder.path(u"trash"_s);
@@ -68,9 +72,12 @@ struct World {
     OperationRecord record;
     Workers workers { openDialogs };
 
-    explicit World(const QString &words = {})
+    explicit World(const QString &words = {}, Device device = Device::Same)
     {
-        makeTree(folder, u"from/, to/, trash/, "_s + words);
+        makeTree(folder, u"from/, trash/"_s);
+        if (device == Device::Other)
+            folder.link(far.path(), u"to"_s);
+        makeTree(folder, u"to/, "_s + words);
         workspace.trashFolder = trash;
         engine.setProgressSheet(&sheet);
     }
@@ -132,6 +139,11 @@ struct World {
     QByteArray to(const QString &name) { return folder.read(u"to/"_s + name); }
     // What lies in the two folders and in the Trash, and what was left hidden there too.
     QString tree() const { return treeOf(folder, { u"from"_s, u"to"_s, u"trash"_s }); }
+    // Every byte string in any of its folders.
+    QSet<QByteArray> contents() const
+    {
+        return contentsBelow(folder.path()) + contentsBelow(far.path());
+    }
     // Hidden siblings that were left behind.
     int leftovers() { return int(folder.names(u"to"_s).filter(u".twinleaf-"_s).size()); }
 };

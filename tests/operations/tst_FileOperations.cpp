@@ -1,4 +1,5 @@
 #include "tests/operations/DeskWorld.h"
+#include "tests/support/Watched.h"
 
 #include <QRegularExpression>
 #include <QTest>
@@ -62,6 +63,46 @@ void tst_FileOperations::panesAreNotListedAgainUnderAnOpenQuestion()
         const OpenDialogs::Guard open(desk.openDialogs);
         desk.operations.newFolder(
             { desk.source, desk.destination, { u"new"_s }, Side::Left, UpdateBoth::No });
+        QTRY_VERIFY(exists(made));
+        QCoreApplication::processEvents();
+        QCOMPARE(desk.window.updates, 0);
+    }
+    desk.operations.drain();
+    QCOMPARE(desk.window.updates, 1);
+    QVERIFY(desk.model.getRowFromValueInFileList(Side::Left, made) > 0);
+}
+
+void tst_FileOperations::theEndOfTheSessionWaitsForADuplicate()
+{
+    Desk desk(u"from/a=x"_s);
+    bool waited = false;
+    const Watched watched([&](Call call, const char *, unsigned) {
+        if (call == Call::CopyRange && !waited)
+            QMetaObject::invokeMethod(&desk.model, [&] {
+                QCoreApplication::exit(); // what ends every event loop must not end the wait
+                desk.operations.drain();
+                waited = exists(desk.source + u"/b"_s);
+            });
+        return 0;
+    });
+    desk.operations.duplicateItem(desk.source + u"/a"_s, desk.source + u"/b"_s);
+    for (const auto verb : { &FileOperations::deleteItems, &FileOperations::copyItems }) {
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"count != 5"_s));
+        (desk.operations.*verb)(request(std::nullopt));
+    }
+    QVERIFY(!desk.operations.anyRunning());
+    QCOMPARE(desk.tree(), u"from/a=new, from/b=old"_s);
+    QCOMPARE(desk.window.updates, 0);
+}
+
+void tst_FileOperations::panesAreNotListedAgainUnderAnOpenQuestion()
+{
+    Desk desk;
+    const QString made = desk.source + u"/new"_s;
+    {
+        const OpenDialogs::Guard open(desk.openDialogs);
+        desk.operations.newFolder(operationRequest(Side::Left, desk.source, desk.destination,
+                                                   { u"new"_s }, UpdateBoth::No));
         QTRY_VERIFY(exists(made));
         QCoreApplication::processEvents();
         QCOMPARE(desk.window.updates, 0);

@@ -16,7 +16,7 @@ public:
         runs.append(arguments);
         if (before) {
             if (const auto status = before(arguments))
-                return { true, *status };
+                return { true, *status, errorText };
         }
         return _real.run(arguments, [&](pid_t process) {
             if (started)
@@ -42,6 +42,7 @@ public:
     QList<QStringList> runs;
     QStringList commandLines;
     std::function<std::optional<int>(const QStringList &)> before;
+    QString errorText; // of a status that was answered
     std::function<void(pid_t)> onStart;
 
 private:

@@ -26,9 +26,9 @@ void require(bool done, const char *what, const QByteArray &path)
 
 } // namespace
 
-TestFolder::TestFolder()
+TestFolder::TestFolder(const QByteArray &parent)
 {
-    QByteArray name = qgetenv("TMPDIR");
+    QByteArray name = parent.isEmpty() ? qgetenv("TMPDIR") : parent;
     name = (name.isEmpty() ? QByteArray("/tmp") : name) + "/twinleaf-test-XXXXXX";
     require(mkdtemp(name.data()), "mkdtemp", name);
     // Without links in it, so that a test may compare paths.

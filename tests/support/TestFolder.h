@@ -6,7 +6,7 @@
 // bytes (files/FileName); making something that cannot be made fails the test.
 class TestFolder {
 public:
-    TestFolder();
+    explicit TestFolder(const QByteArray &parent = {}); // the usual one for such things, or this
     ~TestFolder();
     TestFolder(const TestFolder &) = delete;
     TestFolder &operator=(const TestFolder &) = delete;

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <atomic>
+#include <system_error>
+
+#include <QtGlobal>
+
+struct stat;
+
+// Copying one plain file by its open descriptors, with what the copy command keeps of it (mode,
+// owner where allowed, access list, times) and its user attributes. Any thread.
+namespace FileCopy {
+
+// The bytes, to the end of the source however long it is by then: shared where the file system can
+// do that, else copied inside the kernel with the holes kept, else by hand. `done` counts them.
+std::error_code copyContent(int source, const struct stat &status, int target,
+                            std::atomic<qint64> *done);
+
+// Everything but the bytes; last of all the times. Set-id bits go where the owner cannot be kept.
+// `removesList`: the target's folder hands an access list on, which is taken away again.
+std::error_code copyProperties(int source, const struct stat &status, int target, bool removesList);
+
+// Whether new files in the folder get an access list from it.
+bool handsOnAccessList(int folder);
+
+} // namespace FileCopy

@@ -1,0 +1,57 @@
+#include "files/FolderMark.h"
+
+#include "files/Descriptor.h"
+#include "files/FileName.h"
+#include "files/FileStatus.h"
+#include "files/PathText.h"
+
+#include <cstring>
+#include <fcntl.h>
+#include <sys/vfs.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+Descriptor folderAt(const QString &path)
+{
+    return Descriptor(
+        ::open(FileName::toBytes(path).constData(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+}
+
+QString systemMark(int folder)
+{
+    struct statfs status { };
+    if (::fstatfs(folder, &status) != 0)
+        return {};
+    quint64 id = 0;
+    static_assert(sizeof status.f_fsid == sizeof id);
+    std::memcpy(&id, &status.f_fsid, sizeof id);
+    return QString::number(id, 16);
+}
+
+} // namespace
+
+QString folderMark(int folder)
+{
+    const auto status = statusOf(folder);
+    return status ? systemMark(folder) + u'.' + QString::number(status->identity.inode) + u'.'
+            + QString::number(status->created.value_or(0))
+                  : QString();
+}
+
+QString folderMark(const QString &path)
+{
+    const Descriptor folder = folderAt(path);
+    return folder.isOpen() ? folderMark(folder.number()) : QString();
+}
+
+QString fileSystemMark(const QString &path)
+{
+    for (QString at = path;; at = PathText::parent(at)) {
+        if (const Descriptor folder = folderAt(at); folder.isOpen())
+            return systemMark(folder.number());
+        if (at == u"/" || at.isEmpty())
+            return {};
+    }
+}

@@ -1,0 +1,141 @@
+#include "files/Staging.h"
+
+#include "files/DirectoryReader.h"
+#include "files/FileName.h"
+#include "files/FolderMark.h"
+#include "files/PathText.h"
+#include "files/Rename.h"
+#include "files/SystemCalls.h"
+
+#include <QUuid>
+
+#include <climits>
+#include <fcntl.h>
+#include <sys/stat.h>
+
+using namespace Qt::StringLiterals;
+using SystemCalls::errorOf;
+
+QByteArray StagedName::text() const
+{
+    QByteArray text = char(role) + QByteArray::number(number) + ' ';
+    text += name.left(NAME_MAX - text.size());
+    return text;
+}
+
+std::optional<StagedName> StagedName::fromText(const QByteArray &text)
+{
+    const qsizetype blank = text.indexOf(' ');
+    bool isNumber = false;
+    const quint64 number = blank > 1 ? text.mid(1, blank - 1).toULongLong(&isNumber) : 0;
+    if (!isNumber || !QByteArray("miot").contains(text[0]))
+        return std::nullopt;
+    return StagedName { Role(text[0]), number, text.mid(blank + 1) };
+}
+
+Staging::Staging(int folder, QString path, const Journal &journalToWrite)
+    : _folder(folder)
+    , _folderPath(std::move(path))
+    , journal(journalToWrite)
+    , _name(".twinleaf-" + QUuid::createUuid().toByteArray(QUuid::WithoutBraces))
+{
+}
+
+Staging::~Staging()
+{
+    const bool gone =
+        !_opened.isOpen() || ::unlinkat(_folder, _name, AT_REMOVEDIR) == 0 || errno == ENOENT;
+    if (gone && _note)
+        _note->remove();
+}
+
+std::error_code Staging::open()
+{
+    if (_opened.isOpen())
+        return {};
+    _note = journal.write({ _folderPath, folderMark(_folder), FileName::fromBytes(_name) });
+    if (!_note)
+        return std::make_error_code(std::errc::io_error);
+    auto failed = errorOf(SystemCalls::mkdirat(_folder, _name, 0700));
+    if (!failed) {
+        _opened = Descriptor(
+            SystemCalls::openat(_folder, _name, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+        failed = errorOf(_opened.number());
+    }
+    // In a folder of others it may have been swapped for a different one at once.
+    const auto status = failed ? std::nullopt : statusOf(_opened.number());
+    bool empty = true;
+    if (status)
+        DirectoryReader::readOpen(_opened.number(),
+                                  [&](const DirectoryItem &) { return empty = false; });
+    if (!status || !empty || status->owner != ::geteuid()
+        || !_note->append({ u"home"_s, QString::number(status->identity.inode) })) {
+        _opened.close();
+        ::unlinkat(_folder, _name, AT_REMOVEDIR);
+        _note->remove();
+        _note.reset();
+        return failed ? failed : std::make_error_code(std::errc::permission_denied);
+    }
+    return {};
+}
+
+QString Staging::heldPath() const
+{
+    return u"/proc/%1/fd/%2"_s.arg(::getpid()).arg(_opened.number());
+}
+
+QString Staging::path() const
+{
+    return PathText::joined(_folderPath, FileName::fromBytes(_name));
+}
+
+bool Staging::note(const QStringList &fields)
+{
+    return !open() && _note->append(fields);
+}
+
+StagedFile::StagedFile(int folder, Staging &stagingInUse)
+    : _folder(folder)
+    , staging(stagingInUse)
+{
+}
+
+StagedFile::~StagedFile()
+{
+    if (!_name.isEmpty())
+        ::unlinkat(staging.descriptor(), _name, 0);
+}
+
+std::error_code StagedFile::make()
+{
+    _file = Descriptor(SystemCalls::openat(_folder, ".", O_TMPFILE | O_WRONLY | O_CLOEXEC, 0600));
+    if (_file.isOpen())
+        return {};
+    const auto failed = errorOf(-1);
+    // Some know the flag as that of a folder only.
+    if (!Rename::isUnsupported(failed) && failed != std::errc::is_a_directory)
+        return failed;
+    if (const auto closed = staging.open())
+        return closed;
+    const QByteArray name = StagedName { StagedName::Making, staging.nextNumber(), {} }.text();
+    _file = Descriptor(SystemCalls::openat(
+        staging.descriptor(), name, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600));
+    if (!_file.isOpen())
+        return errorOf(-1);
+    _name = name;
+    return {};
+}
+
+std::error_code StagedFile::takeName(int folder, const QByteArray &name)
+{
+    std::error_code failed;
+    if (_name.isEmpty()) {
+        const QByteArray self = "/proc/self/fd/" + QByteArray::number(_file.number());
+        failed = errorOf(SystemCalls::linkat(AT_FDCWD, self, folder, name, AT_SYMLINK_FOLLOW));
+    } else {
+        failed = Rename::noReplace(staging.descriptor(), _name, folder, name);
+        if (!failed)
+            _name.clear();
+    }
+    return failed;
+}

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "files/FileStatus.h"
+
+#include <system_error>
+
+// Removes an entry of an open folder, a folder with everything in it. By descriptors: never through
+// a link, never across a mount point (one inside stops with device_or_resource_busy), and only what
+// is the expected item, if one is named. What cannot be removed stays, the rest goes; the answer is
+// the first error. `closed`: folders that their owner may not write to are opened for it. Any
+// thread.
+enum class ClosedFolders { Keep, Open };
+std::error_code removeTreeAt(int folder, const char *name,
+                             const std::optional<FileIdentity> &expected = {},
+                             ClosedFolders closed = ClosedFolders::Keep);

@@ -1,0 +1,231 @@
+#include "operations/InterruptedRuns.h"
+
+#include "base/Localized.h"
+#include "files/DirectoryReader.h"
+#include "files/FileName.h"
+#include "files/FolderMark.h"
+#include "files/PathText.h"
+#include "files/Rename.h"
+#include "files/Staging.h"
+#include "files/StatxStatus.h"
+#include "files/SystemCalls.h"
+#include "files/TreeRemoval.h"
+#include "operations/KeptBeside.h"
+#include "platform/Workspace.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// What a note says: the folder, and beside it the items that stand elsewhere.
+struct Record {
+    QString folder;
+    QString mark;
+    QString name; // of the staging folder
+    quint64 home = 0; // its inode; 0: it was never made
+    struct Elsewhere {
+        bool moved; // exchanged with its target; else copied, and to be removed
+        QString source;
+        QString name;
+        quint64 inode;
+    };
+    QList<Elsewhere> elsewhere {};
+};
+
+// A note cut short was not acted on from there.
+std::optional<Record> recordOf(const QStringList &fields)
+{
+    if (fields.size() < 3)
+        return std::nullopt;
+    Record record { fields[0], fields[1], fields[2] };
+    for (qsizetype at = 3; at < fields.size();) {
+        const QString &kind = fields[at];
+        if (kind == u"home"_s && at + 1 < fields.size()) {
+            record.home = fields[at + 1].toULongLong();
+            at += 2;
+        } else if (at + 3 < fields.size()) {
+            record.elsewhere.append({ kind == u"moved"_s, fields[at + 1], fields[at + 2],
+                                      fields[at + 3].toULongLong() });
+            at += 4;
+        } else {
+            break;
+        }
+    }
+    return record;
+}
+
+Descriptor openFolderAt(int folder, const QByteArray &name)
+{
+    return Descriptor(::openat(folder, name, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+}
+
+class Settlement {
+public:
+    Settlement(const Record &record, Workspace &workspaceInUse)
+        : _record(record)
+        , workspace(workspaceInUse)
+        , _folder(::open(FileName::toBytes(record.folder).constData(),
+                         O_RDONLY | O_DIRECTORY | O_CLOEXEC))
+    {
+    }
+
+    bool folderIsThere() const
+    {
+        return _folder.isOpen() && folderMark(_folder.number()) == _record.mark;
+    }
+
+    // Whether nothing is left to be settled.
+    bool run()
+    {
+        for (const auto &item : _record.elsewhere)
+            settleElsewhere(item);
+        const QByteArray name = FileName::toBytes(_record.name);
+        _staging = openFolderAt(_folder.number(), name);
+        if (!_staging.isOpen())
+            return errno == ENOENT;
+        const auto status = statusOf(_staging.number());
+        if (!status || status->identity.inode != _record.home || status->owner != ::geteuid()) {
+            // Not the one that was made, or one that was never used.
+            return ::unlinkat(_folder.number(), name, AT_REMOVEDIR) == 0 || _record.home != 0;
+        }
+        for (const QByteArray &entry : names(_staging.number()))
+            settleEntry(entry);
+        return ::unlinkat(_folder.number(), name, AT_REMOVEDIR) == 0;
+    }
+
+    const QStringList &told() const { return _told; }
+
+private:
+    static QList<QByteArray> names(int folder)
+    {
+        QList<QByteArray> all;
+        DirectoryReader::readOpen(folder, [&](const DirectoryItem &item) {
+            all.append(item.name.toByteArray());
+            return true;
+        });
+        return all;
+    }
+
+    QString targetPath(const QByteArray &name) const
+    {
+        return PathText::joined(_record.folder, FileName::fromBytes(name));
+    }
+    void tell(const QString &line, const QString &path)
+    {
+        _told += filled(line, FileName::shown(path));
+    }
+
+    void settleEntry(const QByteArray &entry)
+    {
+        const auto staged = StagedName::fromText(entry);
+        const auto status = statxStatus(_staging.number(), entry, Links::NoFollow);
+        if (!staged || !status)
+            return;
+        switch (staged->role) {
+        case StagedName::Making:
+            return remove(entry, *status, staged->name);
+        case StagedName::Ready:
+            if (status->identity.inode == staged->number)
+                return remove(entry, *status, staged->name);
+            return save(_staging.number(), entry, staged->name);
+        case StagedName::Old:
+            if (!Rename::noReplace(_staging.number(), entry, _folder.number(), staged->name))
+                return tell(localized("'%@' is what it was; replacing it was interrupted."),
+                            targetPath(staged->name));
+            return save(_staging.number(), entry, staged->name);
+        case StagedName::Trash: {
+            const Descriptor holder = openFolderAt(_staging.number(), entry);
+            for (const QByteArray &name : names(holder.number()))
+                save(holder.number(), name, name);
+            ::unlinkat(_staging.number(), entry, AT_REMOVEDIR);
+        }
+        }
+    }
+
+    // The unfinished copy of something that is whole elsewhere.
+    void remove(const QByteArray &entry, const FileStatus &status, const QByteArray &name)
+    {
+        removeTreeAt(_staging.number(), entry, status.identity, ClosedFolders::Open);
+        tell(localized("An unfinished copy of '%@' was removed."), targetPath(name));
+    }
+
+    // The old item of a replacement that was done.
+    void save(int from, const QByteArray &entry, const QByteArray &name)
+    {
+        const QByteArray holder = StagedName { StagedName::Trash, ++_last, "settled" }.text();
+        if (SystemCalls::mkdirat(_staging.number(), holder, 0700) == 0) {
+            const Descriptor opened = openFolderAt(_staging.number(), holder);
+            const bool held = !Rename::noReplace(from, entry, opened.number(), name);
+            const bool trashed = held
+                && workspace.moveToTrash(PathText::joined(
+                    PathText::joined(PathText::joined(_record.folder, _record.name),
+                                     FileName::fromBytes(holder)),
+                    FileName::fromBytes(name)));
+            if (held && !trashed)
+                Rename::noReplace(opened.number(), name, from, entry);
+            ::unlinkat(_staging.number(), holder, AT_REMOVEDIR);
+            if (trashed)
+                return tell(localized("'%@' was replaced; the old item is in the Trash."),
+                            targetPath(name));
+        }
+        if (const auto beside = keepBeside(from, entry, _folder.number(), name))
+            tell(localized("'%@' is the old item of a replacement."), targetPath(*beside));
+    }
+
+    void settleElsewhere(const Record::Elsewhere &item)
+    {
+        const QByteArray name = FileName::toBytes(item.name);
+        const QString source = PathText::joined(item.source, item.name);
+        const auto atTarget = statxStatus(_folder.number(), name, Links::NoFollow);
+        const auto atSource = fileStatus(source, Links::NoFollow);
+        if (!atTarget || !atSource)
+            return;
+        if (!item.moved) {
+            if (atSource->identity.inode == item.inode)
+                tell(localized("'%@' was copied but is still there; moving it was interrupted."),
+                     source);
+            return;
+        }
+        // The names were exchanged: what stands at the source is what the move has replaced.
+        if (atTarget->identity.inode == item.inode && atSource->identity.inode != item.inode)
+            tell(workspace.moveToTrash(source)
+                     ? localized("'%@' was replaced; the old item is in the Trash.")
+                     : localized("'%@' is the old item of a replacement."),
+                 source);
+    }
+
+    const Record &_record;
+    Workspace &workspace;
+    Descriptor _folder;
+    Descriptor _staging;
+    quint64 _last = 0;
+    QStringList _told;
+};
+
+} // namespace
+
+QStringList settleInterruptedRuns(const Journal &journal, Workspace &workspace)
+{
+    QStringList told;
+    const auto notes = journal.abandoned();
+    for (const auto &note : notes) {
+        const auto record = recordOf(note->fields());
+        if (!record) {
+            note->remove();
+            continue;
+        }
+        Settlement settlement(*record, workspace);
+        if (settlement.folderIsThere()) {
+            if (settlement.run())
+                note->remove();
+            told += settlement.told();
+        } else if (!exists(record->folder)
+                   && fileSystemMark(record->folder) == record->mark.section(u'.', 0, 0)) {
+            note->remove(); // not away with its volume, but gone
+        }
+    }
+    return told;
+}

@@ -1,0 +1,168 @@
+#include "operations/PendingRemovals.h"
+
+#include "base/Localized.h"
+#include "files/FileName.h"
+#include "files/PathText.h"
+#include "files/Rename.h"
+#include "files/Staging.h"
+#include "files/StatxStatus.h"
+#include "files/SystemCalls.h"
+#include "files/TreeRemoval.h"
+#include "operations/KeptBeside.h"
+#include "platform/Workspace.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+using SystemCalls::errorOf;
+
+namespace {
+
+constexpr size_t MostItems = 5000;
+constexpr qint64 MostBytes = 256 * 1024 * 1024;
+constexpr qint64 LongestWait = 20'000; // milliseconds
+
+QString shown(const QByteArray &name)
+{
+    return FileName::shown(FileName::fromBytes(name));
+}
+
+} // namespace
+
+PendingRemovals::PendingRemovals(int source, int destination, QString destinationPath,
+                                 Staging &stagingInUse, Workspace &workspaceInUse)
+    : _source(source)
+    , _destination(destination)
+    , _destinationPath(std::move(destinationPath))
+    , staging(stagingInUse)
+    , workspace(workspaceInUse)
+{
+}
+
+void PendingRemovals::count(qint64 bytes)
+{
+    if (!_since.isValid())
+        _since.start();
+    _bytes += bytes;
+}
+
+void PendingRemovals::addReplaced(const QByteArray &entry, const QByteArray &name,
+                                  const FileStatus &status)
+{
+    count(status.size);
+    _replaced.push_back({ false, entry, name, status.identity, status });
+}
+
+void PendingRemovals::addLeftAtSource(const QByteArray &name, const FileStatus &status)
+{
+    count(status.size);
+    _replaced.push_back({ true, name, name, status.identity, status });
+}
+
+void PendingRemovals::addMoved(const TreeList &list)
+{
+    count(list.bytes());
+    _moved.push_back(list);
+}
+
+bool PendingRemovals::isDue() const
+{
+    return _replaced.size() + _moved.size() >= MostItems || _bytes >= MostBytes
+        || (_since.isValid() && _since.hasExpired(LongestWait));
+}
+
+void PendingRemovals::settle()
+{
+    if (isEmpty())
+        return;
+    const auto unwritten = errorOf(SystemCalls::syncfs(_destination));
+    for (const Replaced &item : _replaced)
+        settleReplaced(item, unwritten);
+    for (const TreeList &list : _moved) {
+        if (unwritten) {
+            _told += filled(localized("'%@' stays at the source, its copy may not be whole: %@"),
+                            shown(list.entries().front().name),
+                            QString::fromStdString(unwritten.message()));
+            continue;
+        }
+        const QStringList left = list.removeFrom(_source);
+        for (const QString &path : left)
+            _told += filled(localized("'%@' stays at the source: it is new, was changed, or "
+                                      "cannot be removed."),
+                            FileName::shown(path));
+    }
+    _replaced.clear();
+    _moved.clear();
+    _bytes = 0;
+    _since.invalidate();
+}
+
+void PendingRemovals::settleReplaced(const Replaced &item, const std::error_code &unwritten)
+{
+    const int folder = item.atSource ? _source : staging.descriptor();
+    const auto now = statxStatus(folder, item.entry, Links::NoFollow);
+    if (!now && errno == ENOENT)
+        return;
+    // At the source somebody may have put another item.
+    if (item.atSource && now && !isUnchanged(item.status, *now)) {
+        _told += filled(localized("'%@' stays at the source: it is new, was changed, or cannot be "
+                                  "removed."),
+                        shown(item.name));
+        return;
+    }
+    std::error_code failed = unwritten;
+    if (!failed)
+        failed = removeTreeAt(folder, item.entry, item.identity);
+    if (!failed)
+        return;
+    if (!item.atSource) {
+        save(item.entry, item.name, failed);
+        return;
+    }
+    const QByteArray entry = StagedName { StagedName::Old, staging.nextNumber(), item.name }.text();
+    if (!staging.open() && !Rename::noReplace(_source, item.entry, staging.descriptor(), entry))
+        save(entry, item.name, failed);
+    else
+        _told += filled(localized("The replaced item '%@' stays at the source: %@"),
+                        shown(item.name), QString::fromStdString(failed.message()));
+}
+
+bool PendingRemovals::trash(const QByteArray &entry, const QByteArray &name)
+{
+    // In the Trash it is to carry its own name, so it goes there from a folder made for it.
+    const QByteArray holder = StagedName { StagedName::Trash, staging.nextNumber(), {} }.text();
+    const auto there = fileStatus(staging.path(), Links::NoFollow);
+    const auto mine = statusOf(staging.descriptor());
+    if (!there || !mine || there->identity != mine->identity
+        || SystemCalls::mkdirat(staging.descriptor(), holder, 0700) != 0)
+        return false;
+    const Descriptor opened(
+        ::openat(staging.descriptor(), holder, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+    bool trashed = false;
+    if (!Rename::noReplace(staging.descriptor(), entry, opened.number(), name)) {
+        trashed = workspace.moveToTrash(
+            PathText::joined(PathText::joined(staging.path(), FileName::fromBytes(holder)),
+                             FileName::fromBytes(name)));
+        if (!trashed)
+            Rename::noReplace(opened.number(), name, staging.descriptor(), entry);
+    }
+    ::unlinkat(staging.descriptor(), holder, AT_REMOVEDIR);
+    return trashed;
+}
+
+void PendingRemovals::save(const QByteArray &entry, const QByteArray &name,
+                           const std::error_code &reason)
+{
+    const QString why = QString::fromStdString(reason.message());
+    QString place;
+    if (trash(entry, name))
+        place = localized("What is left of it is in the Trash.");
+    else if (const auto beside = keepBeside(staging.descriptor(), entry, _destination, name))
+        place = filled(localized("What is left of it stands beside it as '%@'."), shown(*beside));
+    else
+        place =
+            filled(localized("What is left of it is in '%@'."), FileName::shown(staging.path()));
+    _told += filled(localized("The replaced item '%@' could not be removed: %@"), shown(name), why)
+        + u' ' + place;
+}

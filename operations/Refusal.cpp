@@ -1,0 +1,34 @@
+#include "operations/Refusal.h"
+
+#include "base/Localized.h"
+#include "files/FileFlags.h"
+#include "files/PathText.h"
+#include "files/SameFile.h"
+
+namespace {
+
+bool isFolder(const std::optional<FileStatus> &status)
+{
+    return status && status->kind == FileKind::Directory;
+}
+
+} // namespace
+
+QString refusalOf(const QString &source, const QString &target,
+                  const std::optional<FileStatus> &standing, Operation operation)
+{
+    if (operation == Operation::Move && FileFlags::isLocked(source))
+        return localized("The item is locked.");
+    const auto given = fileStatus(source, Links::NoFollow);
+    if (isFolder(given) && SameFile::isInside(PathText::parent(target), source))
+        return localized("A folder cannot be put into itself.");
+    if (!standing)
+        return {};
+    if (SameFile::isSame(source, target))
+        return localized("Both are the same item.");
+    if (FileFlags::isLocked(target))
+        return localized("The existing item is locked.");
+    if (isFolder(standing) && SameFile::isInside(PathText::parent(source), target))
+        return localized("The existing item holds the new one.");
+    return {};
+}

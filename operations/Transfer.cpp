@@ -1,0 +1,240 @@
+#include "operations/Transfer.h"
+
+#include "base/Localized.h"
+#include "files/FileCopy.h"
+#include "files/FileName.h"
+#include "files/FileSystem.h"
+#include "files/FolderWalk.h"
+#include "files/PathText.h"
+#include "files/Rename.h"
+#include "files/StatxStatus.h"
+#include "files/SystemCalls.h"
+#include "files/TreeRemoval.h"
+#include "operations/CopyProgress.h"
+#include "platform/Programs.h"
+
+#include <cstring>
+#include <fcntl.h>
+#include <sys/stat.h>
+
+using namespace Qt::StringLiterals;
+using SystemCalls::errorOf;
+
+namespace {
+
+constexpr qint64 MonitoredSize = 16 * 1024 * 1024; // bytes; smaller files are copied in no time
+
+// Searching is enough for the source; the destination is read for writing it out.
+Descriptor openFolder(const QString &path, int mode)
+{
+    const QByteArray bytes = FileName::toBytes(path);
+    Descriptor folder(SystemCalls::openat(AT_FDCWD, bytes, mode | O_DIRECTORY | O_CLOEXEC));
+    if (!folder.isOpen() && errno == EACCES && mode != O_PATH)
+        return openFolder(path, O_PATH);
+    return folder;
+}
+
+Transfer::Found find(int folder, const QString &name)
+{
+    const auto status = statxStatus(folder, FileName::toBytes(name), Links::NoFollow);
+    if (status)
+        return { status, {} };
+    const auto failed = errorOf(-1);
+    const bool absent =
+        failed == std::errc::no_such_file_or_directory || failed == std::errc::not_a_directory;
+    return { std::nullopt, absent ? std::error_code() : failed };
+}
+
+} // namespace
+
+Transfer::Transfer(Operation operation, const QString &source, const QString &destination,
+                   Programs &programsToRun, Workspace &workspaceInUse, const Journal &journal,
+                   ShowLine showLine)
+    : _operation(operation)
+    , _sourcePath(source)
+    , _destinationPath(destination)
+    , programs(programsToRun)
+    , workspace(workspaceInUse)
+    , _showLine(std::move(showLine))
+    , _source(openFolder(source, O_PATH))
+    , _noSource(errorOf(_source.number()))
+    , _destination(openFolder(destination, O_RDONLY))
+    , _noDestination(errorOf(_destination.number()))
+    , _removesList(FileCopy::handsOnAccessList(_destination.number()))
+    , _staging(_destination.number(), destination, journal)
+    , _pending(_source.number(), _destination.number(), destination, _staging, workspace)
+{
+}
+
+Transfer::~Transfer()
+{
+    _pending.settle();
+}
+
+QStringList Transfer::finish()
+{
+    _pending.settle();
+    return _pending.told();
+}
+
+Transfer::Found Transfer::atSource(const QString &name) const
+{
+    return _noSource ? Found { std::nullopt, _noSource } : find(_source.number(), name);
+}
+
+Transfer::Found Transfer::atDestination(const QString &name) const
+{
+    return _noDestination ? Found { std::nullopt, _noDestination }
+                          : find(_destination.number(), name);
+}
+
+TransferEnd Transfer::failed(const std::error_code &reason, const QByteArray &name,
+                             bool atSource) const
+{
+    _noSpace = reason == std::errc::no_space_on_device
+        || reason == std::error_code(EDQUOT, std::generic_category());
+    const QString path =
+        PathText::joined(atSource ? _sourcePath : _destinationPath, FileName::fromBytes(name));
+    return { TransferEnd::Failed,
+             FileName::shown(path) + u": "_s + QString::fromStdString(reason.message()) };
+}
+
+TransferEnd Transfer::put(const QString &name, Standing standing,
+                          const std::optional<FileStatus> &shown)
+{
+    return putAs(name, name, standing, shown);
+}
+
+TransferEnd Transfer::putAs(const QString &name, const QString &as, Standing standing,
+                            const std::optional<FileStatus> &shown)
+{
+    Item item { FileName::toBytes(name), FileName::toBytes(as), {}, standing, shown };
+    if (_noDestination)
+        return failed(_noDestination, {});
+    const Found found = atSource(name);
+    if (!found.status)
+        return failed(found.failure ? found.failure
+                                    : std::make_error_code(std::errc::no_such_file_or_directory),
+                      item.from, true);
+    item.status = *found.status;
+    _noSpace = false;
+    TransferEnd end = attempt(item);
+    // What was replaced before may hold the space that this one needs.
+    if (end.what == TransferEnd::Failed && _noSpace && !_pending.isEmpty()) {
+        _pending.settle();
+        end = attempt(item);
+    }
+    if (end.what == TransferEnd::Done) {
+        if (const auto made = statxStatus(_destination.number(), item.to, Links::NoFollow))
+            _made.insert(key(made->identity));
+        if (_pending.isDue())
+            _pending.settle();
+    }
+    return end;
+}
+
+TransferEnd Transfer::attempt(const Item &item)
+{
+    if (_operation == Operation::Move)
+        return move(item);
+    return item.status.kind == FileKind::Regular ? copyFile(item) : copyByProgram(item);
+}
+
+TransferEnd Transfer::copyFile(const Item &item)
+{
+    const Descriptor source(SystemCalls::openat(
+        _source.number(), item.from, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+    struct stat properties { };
+    if (const auto reason = errorOf(source.isOpen() ? ::fstat(source.number(), &properties) : -1))
+        return failed(reason, item.from, true);
+    if (properties.st_ino != item.status.identity.inode || !S_ISREG(properties.st_mode))
+        return failed(std::make_error_code(std::errc::resource_unavailable_try_again), item.from,
+                      true);
+    StagedFile staged(_destination.number(), _staging);
+    auto reason = staged.make();
+    if (!reason) {
+        std::atomic<qint64> done { 0 };
+        std::optional<CopyProgress> progress;
+        if (item.status.size >= MonitoredSize && _showLine)
+            progress.emplace([&] { return item.status.size; }, [&] { return done.load(); },
+                             _showLine);
+        reason = FileCopy::copyContent(source.number(), properties, staged.descriptor(),
+                                       progress ? &done : nullptr);
+    }
+    if (!reason)
+        reason = FileCopy::copyProperties(source.number(), properties, staged.descriptor(),
+                                          _removesList);
+    if (reason)
+        return failed(reason, item.to);
+    const auto made = statusOf(staged.descriptor());
+    if (!made)
+        return failed(errorOf(-1), item.to);
+    return place(item, { made->identity, [&](int folder, const QByteArray &to) {
+                            return staged.takeName(folder, to);
+                        } });
+}
+
+TransferEnd Transfer::copyByProgram(const Item &item)
+{
+    if (const auto reason = _staging.open())
+        return failed(reason, item.to);
+    const QByteArray entry =
+        StagedName { StagedName::Making, _staging.nextNumber(), item.to }.text();
+    const QString source = PathText::joined(_sourcePath, FileName::fromBytes(item.from));
+    const QString made = PathText::joined(_staging.heldPath(), FileName::fromBytes(entry));
+    const bool moves = _operation == Operation::Move;
+    TreeList list;
+    if (moves) // before the copy: what comes later is not of it
+        list = TreeList::of(_source.number(), item.from);
+    ProgramEnd end;
+    {
+        std::atomic<bool> stop { false };
+        const CopyProgress progress(
+            [&] {
+                if (!moves)
+                    list = TreeList::of(_source.number(), item.from);
+                return list.bytes();
+            },
+            [&] {
+                qint64 bytes = 0;
+                walkFiles(made, stop, [&](qint64 size) { bytes += size; });
+                return bytes;
+            },
+            _showLine);
+        end = programs.run({ u"/bin/cp"_s, u"-R"_s, u"-p"_s, source, made });
+        stop = true;
+    }
+    const QStringList marked = list.withAttributes();
+    for (const QString &path : marked)
+        FileSystem::copyUserAttributes(path.isEmpty() ? source : PathText::joined(source, path),
+                                       path.isEmpty() ? made : PathText::joined(made, path));
+    const auto take = [&](int folder, const QByteArray &to) {
+        return Rename::noReplace(_staging.descriptor(), entry, folder, to);
+    };
+    const auto copied = statxStatus(_staging.descriptor(), entry, Links::NoFollow);
+    const TreeList copy = TreeList::of(_staging.descriptor(), entry);
+    TransferEnd result;
+    if (end.succeeded() && copied && (!moves || list.isWholeIn(copy))) {
+        if (moves)
+            _staging.note({ u"arrived"_s, _sourcePath, FileName::fromBytes(item.from),
+                            QString::number(item.status.identity.inode) });
+        result = place(item, { copied->identity, take });
+        if (moves && result.what == TransferEnd::Done)
+            _pending.addMoved(list);
+    } else {
+        // What may not be read lacks; everything else is of use, where nothing is replaced by it.
+        if (end.started && end.status == 1 && copied && !moves
+            && item.status.kind == FileKind::Directory && item.standing == Standing::Refuse
+            && list.isReadableWholeIn(copy, _source.number()))
+            place(item, { copied->identity, take });
+        QString reason = end.errorText;
+        reason.replace(made, PathText::joined(_destinationPath, FileName::fromBytes(item.to)));
+        if (end.succeeded())
+            reason = localized("The copy is not whole; the item stays where it was.");
+        _noSpace = reason.contains(QString::fromLocal8Bit(std::strerror(ENOSPC)));
+        result = { TransferEnd::Failed, FileName::shown(reason) };
+    }
+    if (copied)
+        removeTreeAt(_staging.descriptor(), entry, copied->identity, ClosedFolders::Open);
+    return result;
+}

@@ -1,0 +1,101 @@
+#pragma once
+
+#include "files/Descriptor.h"
+#include "files/Staging.h"
+#include "model/OperationRecord.h"
+#include "operations/PendingRemovals.h"
+
+#include <QSet>
+
+#include <atomic>
+#include <functional>
+
+class Journal;
+class Programs;
+class Workspace;
+
+// What may become of the item that stands at a name.
+enum class Standing { Refuse, Replace, ToTrash };
+
+// How one item came to its place, or why it did not.
+struct TransferEnd {
+    enum What { Done, Failed, NotAsShown } what = Failed;
+    QString reason {}; // for the small print
+    bool crossesDevices = false; // nothing was done yet
+};
+
+// Copies or moves the items of one folder to another, each staged and then swapped in: at every
+// moment a name holds the whole old item or the whole new one. Used by one worker.
+class Transfer final {
+public:
+    using ShowLine = std::function<void(const QString &)>;
+
+    Transfer(Operation operation, const QString &source, const QString &destination,
+             Programs &programs, Workspace &workspace, const Journal &journal, ShowLine showLine);
+    ~Transfer(); // settles what is pending
+
+    // The status at a name of the two folders; absent, or an error that is no absence.
+    struct Found {
+        std::optional<FileStatus> status;
+        std::error_code failure;
+    };
+    Found atSource(const QString &name) const;
+    Found atDestination(const QString &name) const;
+
+    // `shown`: what the person agreed to replace; anything else at the name is not as shown.
+    TransferEnd put(const QString &name, Standing standing,
+                    const std::optional<FileStatus> &shown = {});
+    // The same under another name; copies only.
+    TransferEnd putAs(const QString &name, const QString &as, Standing standing,
+                      const std::optional<FileStatus> &shown = {});
+
+    // A run never writes over what it just made.
+    bool madeHere(const FileStatus &status) const { return _made.contains(key(status.identity)); }
+
+    // Takes away what is to go; answers what stays, and where.
+    QStringList finish();
+
+private:
+    using Key = std::pair<quint64, quint64>;
+    // A whole new item that waits for its name.
+    struct Arrival {
+        FileIdentity identity;
+        std::function<std::error_code(int folder, const QByteArray &name)> take;
+    };
+    struct Item {
+        QByteArray from; // its name at the source
+        QByteArray to; // and at the destination
+        FileStatus status;
+        Standing standing;
+        std::optional<FileStatus> shown;
+    };
+    static Key key(const FileIdentity &identity) { return { identity.device, identity.inode }; }
+
+    TransferEnd attempt(const Item &item);
+    TransferEnd move(const Item &item);
+    TransferEnd moveOver(const Item &item);
+    TransferEnd copyFile(const Item &item);
+    TransferEnd copyByProgram(const Item &item);
+    TransferEnd place(const Item &item, const Arrival &arrival);
+    TransferEnd swapIn(const Item &item, const QByteArray &entry);
+    TransferEnd setAside(const Item &item, const std::function<std::error_code()> &take);
+    TransferEnd failed(const std::error_code &reason, const QByteArray &name,
+                       bool atSource = false) const;
+    bool isWanted(const FileStatus &found, const std::optional<FileStatus> &shown) const;
+
+    Operation _operation;
+    QString _sourcePath;
+    QString _destinationPath;
+    Programs &programs;
+    Workspace &workspace;
+    ShowLine _showLine;
+    Descriptor _source;
+    std::error_code _noSource; // why it is not open
+    Descriptor _destination;
+    std::error_code _noDestination;
+    bool _removesList = false;
+    Staging _staging;
+    PendingRemovals _pending;
+    mutable bool _noSpace = false; // what the last attempt failed for
+    QSet<Key> _made;
+};
