@@ -86,45 +86,6 @@ void tst_FileOperations::theEndOfTheSessionWaitsForADuplicate()
         return 0;
     });
     desk.operations.duplicateItem(desk.source + u"/a"_s, desk.source + u"/b"_s);
-    for (const auto verb : { &FileOperations::deleteItems, &FileOperations::copyItems }) {
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"count != 5"_s));
-        (desk.operations.*verb)(request(std::nullopt));
-    }
-    QVERIFY(!desk.operations.anyRunning());
-    QCOMPARE(desk.tree(), u"from/a=new, from/b=old"_s);
-    QCOMPARE(desk.window.updates, 0);
-}
-
-void tst_FileOperations::panesAreNotListedAgainUnderAnOpenQuestion()
-{
-    Desk desk;
-    const QString made = desk.source + u"/new"_s;
-    {
-        const OpenDialogs::Guard open(desk.openDialogs);
-        desk.operations.newFolder(operationRequest(Side::Left, desk.source, desk.destination,
-                                                   { u"new"_s }, UpdateBoth::No));
-        QTRY_VERIFY(exists(made));
-        QCoreApplication::processEvents();
-        QCOMPARE(desk.window.updates, 0);
-    }
-    desk.operations.drain();
-    QCOMPARE(desk.window.updates, 1);
-    QVERIFY(desk.model.getRowFromValueInFileList(Side::Left, made) > 0);
-}
-
-void tst_FileOperations::theEndOfTheSessionWaitsForADuplicate()
-{
-    Desk desk(u"from/a=x"_s);
-    bool waited = false;
-    desk.programs.before = [&](const QStringList &) -> std::optional<int> {
-        QMetaObject::invokeMethod(&desk.model, [&] {
-            QCoreApplication::exit(); // what ends every event loop must not end the wait
-            desk.operations.drain();
-            waited = exists(desk.source + u"/b"_s);
-        });
-        return std::nullopt;
-    };
-    desk.operations.duplicateItem(desk.source + u"/a"_s, desk.source + u"/b"_s);
     QTRY_VERIFY(waited);
     QCOMPARE(desk.from(u"b"_s), "x");
 }

@@ -1,13 +1,14 @@
 #include "tests/operations/OperationWorld.h"
 
 #include "operations/InterruptedRuns.h"
+#include "tests/support/KilledAtCall.h"
 #include "tests/support/Watched.h"
 
 #include <QTest>
 
 #include <csignal>
+#include <map>
 #include <sys/wait.h>
-#include <thread>
 #include <unistd.h>
 
 // The program or the copy command is killed in the middle of its work. At that moment the name
@@ -33,16 +34,12 @@ void killSelf()
 }
 
 // Does the work in a process of its own; whether it was killed.
-bool diesOf(const std::function<void()> &work, std::chrono::microseconds patience = {})
+bool diesOf(const std::function<void()> &work)
 {
     const pid_t child = fork();
     if (child == 0) {
         work();
         _exit(0);
-    }
-    if (patience.count() > 0) {
-        std::this_thread::sleep_for(patience);
-        kill(child, SIGKILL);
     }
     int status = 0;
     waitpid(child, &status, 0);
@@ -76,12 +73,12 @@ void tst_Killed::atEachStep_data()
         for (const bool folder : { false, true }) {
             for (const bool replaces : { false, true }) {
                 for (const auto device : { Device::Same, Device::Other }) {
-                    for (const bool plain : { false, true })
+                    for (int plain = 0; plain <= int(replaces); ++plain)
                         QTest::addRow(
                             "%s of a %s%s%s%s", operation == Operation::Copy ? "copy" : "move",
                             folder ? "folder" : "file", replaces ? ", replacing" : "",
                             device == Device::Other ? ", across" : "", plain ? ", as on FAT" : "")
-                            << operation << folder << replaces << device << plain;
+                            << operation << folder << replaces << device << bool(plain);
                 }
             }
         }
@@ -146,28 +143,36 @@ void tst_Killed::atEachStep()
 
 void tst_Killed::atAnyMomentOfATree_data()
 {
-    QTest::addColumn<int>("microseconds");
+    QTest::addColumn<int>("percent");
     QTest::addColumn<Device>("device");
-    for (int delay = 500; delay < 40'000; delay += delay / 2) {
-        QTest::addRow("after %d microseconds", delay) << delay << Device::Same;
-        QTest::addRow("after %d microseconds, across", delay) << delay << Device::Other;
+    for (int percent = 2; percent < 100; percent += 8) {
+        QTest::addRow("after %d %% of its way", percent) << percent << Device::Same;
+        QTest::addRow("after %d %% of its way, across", percent) << percent << Device::Other;
     }
 }
 
 void tst_Killed::atAnyMomentOfATree()
 {
-    QFETCH(int, microseconds);
+    QFETCH(int, percent);
     QFETCH(Device, device);
-    World world(u"from/a/x=new, to/a/x=old"_s, device);
+    const QString given = u"from/a/x=new, to/a/x=old"_s;
     QSet<QByteArray> replacement { "new" };
-    for (int number = 0; number < 200; ++number) {
-        replacement += QByteArray::number(number);
-        world.folder.write(u"from/a/"_s + QString::number(number), QByteArray::number(number));
-        world.folder.write(u"to/a/"_s + QString::number(number), "old");
+    const auto move = [&](World &world, int last) {
+        for (int number = 0; number < 100; ++number) {
+            replacement += QByteArray::number(number);
+            world.folder.write(u"from/a/"_s + QString::number(number), QByteArray::number(number));
+            world.folder.write(u"to/a/"_s + QString::number(number), "old");
+        }
+        answerYes(world);
+        return callsUntilKilled([&] { world.runHere(Operation::Move, { u"a"_s }); }, last);
+    };
+    static std::map<Device, int> all; // calls to the kernel
+    if (!all.contains(device)) {
+        World whole(given, device);
+        all[device] = move(whole, 0);
     }
-    answerYes(world);
-    diesOf([&] { world.runHere(Operation::Move, { u"a"_s }); },
-           std::chrono::microseconds(microseconds));
+    World world(given, device);
+    move(world, all[device] * percent / 100);
     const QByteArray x = world.to(u"a/x"_s);
     QVERIFY(x == "new" || x == "old");
     QStringList told;
