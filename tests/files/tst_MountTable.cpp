@@ -29,74 +29,70 @@ class tst_MountTable : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void mountOfIsTheDeepestAndLatest();
-    void volumesAreLocalDisks();
-    void folderIsReadWhole();
+    void mountOfIsTheDeepestAndLatest()
+    {
+        const std::pair<QString, QString> cases[] = {
+            { u"/"_s, u"/dev/sda1"_s },
+            { u"/homes/me"_s, u"/dev/sda1"_s },
+            { u"/home"_s, u"/dev/sda2"_s },
+            { u"/home/me/servers"_s, u"/dev/sda2"_s },
+            { u"/home/me/server/x"_s, u"me@host:"_s },
+            { u"/media/me/My Disk\t\\/x"_s, u"/dev/sdb1"_s },
+            { FileName::fromBytes("/media/me/\xFF/x"), u"/dev/sdb3"_s },
+        };
+        const auto table = MountTable::fromText(MountInfo);
+        for (const auto &[path, source] : cases) {
+            const Mount *mount = table.mountOf(path);
+            QCOMPARE(mount ? mount->source : QString(), source);
+        }
+    }
+
+    void volumesAreLocalDisks()
+    {
+        const auto table = MountTable::fromText(MountInfo);
+        QStringList volumes;
+        QStringList network;
+        for (const Mount &mount : table.mounts()) {
+            if (MountTable::isLocalVolume(mount))
+                volumes.append(mount.point);
+            if (MountTable::isNetwork(mount))
+                network.append(mount.type);
+        }
+        QCOMPARE(volumes,
+                 (QStringList { u"/"_s, u"/home"_s, u"/media/me/My Disk\t\\"_s, u"/system"_s,
+                                FileName::fromBytes("/media/me/\xFF") }));
+        QCOMPARE(network, (QStringList { u"nfs4"_s, u"fuse.sshfs"_s }));
+    }
+
+    void folderIsReadWhole()
+    {
+        // More names than one read of the kernel answers.
+        constexpr int Count = 2500;
+        TestFolder folder;
+        const QString tail = QString(200, u'x');
+        for (int i = 0; i < Count; ++i)
+            folder.write(QString::number(i) + tail);
+        folder.makeFolder(FileName::fromBytes("\xFF"));
+        folder.link(u"nowhere"_s, u"link"_s);
+
+        DirectoryReader reader;
+        QVERIFY(!reader.open(folder.path()));
+        QSet<QByteArray> names;
+        QVERIFY(!reader.read([&](const DirectoryItem &item) {
+            names.insert(item.name.toByteArray());
+            return true;
+        }));
+        QCOMPARE(names.size(), Count + 2);
+        QVERIFY(names.contains("\xFF"));
+        QCOMPARE(reader.status("\xFF", Links::NoFollow)->kind, FileKind::Directory);
+        QCOMPARE(reader.status("link", Links::NoFollow)->kind, FileKind::Symlink);
+        QVERIFY(!reader.status("link", Links::Follow));
+
+        DirectoryReader none;
+        QCOMPARE(none.open(folder.path(u"link"_s)), std::errc::no_such_file_or_directory);
+        QCOMPARE(none.open(folder.path(u"0"_s + tail)), std::errc::not_a_directory);
+    }
 };
-
-void tst_MountTable::mountOfIsTheDeepestAndLatest()
-{
-    const std::pair<QString, QString> cases[] = {
-        { u"/"_s, u"/dev/sda1"_s },
-        { u"/homes/me"_s, u"/dev/sda1"_s },
-        { u"/home"_s, u"/dev/sda2"_s },
-        { u"/home/me/servers"_s, u"/dev/sda2"_s },
-        { u"/home/me/server/x"_s, u"me@host:"_s },
-        { u"/media/me/My Disk\t\\/x"_s, u"/dev/sdb1"_s },
-        { FileName::fromBytes("/media/me/\xFF/x"), u"/dev/sdb3"_s },
-    };
-    const auto table = MountTable::fromText(MountInfo);
-    for (const auto &[path, source] : cases) {
-        const Mount *mount = table.mountOf(path);
-        QCOMPARE(mount ? mount->source : QString(), source);
-    }
-}
-
-void tst_MountTable::volumesAreLocalDisks()
-{
-    const auto table = MountTable::fromText(MountInfo);
-    QStringList volumes;
-    QStringList network;
-    for (const Mount &mount : table.mounts()) {
-        if (MountTable::isLocalVolume(mount))
-            volumes.append(mount.point);
-        if (MountTable::isNetwork(mount))
-            network.append(mount.type);
-    }
-    QCOMPARE(volumes,
-             (QStringList { u"/"_s, u"/home"_s, u"/media/me/My Disk\t\\"_s, u"/system"_s,
-                            FileName::fromBytes("/media/me/\xFF") }));
-    QCOMPARE(network, (QStringList { u"nfs4"_s, u"fuse.sshfs"_s }));
-}
-
-void tst_MountTable::folderIsReadWhole()
-{
-    // More names than one read of the kernel answers.
-    constexpr int Count = 2500;
-    TestFolder folder;
-    const QString tail = QString(200, u'x');
-    for (int i = 0; i < Count; ++i)
-        folder.write(QString::number(i) + tail);
-    folder.makeFolder(FileName::fromBytes("\xFF"));
-    folder.link(u"nowhere"_s, u"link"_s);
-
-    DirectoryReader reader;
-    QVERIFY(!reader.open(folder.path()));
-    QSet<QByteArray> names;
-    QVERIFY(!reader.read([&](const DirectoryItem &item) {
-        names.insert(item.name.toByteArray());
-        return true;
-    }));
-    QCOMPARE(names.size(), Count + 2);
-    QVERIFY(names.contains("\xFF"));
-    QCOMPARE(reader.status("\xFF", Links::NoFollow)->kind, FileKind::Directory);
-    QCOMPARE(reader.status("link", Links::NoFollow)->kind, FileKind::Symlink);
-    QVERIFY(!reader.status("link", Links::Follow));
-
-    DirectoryReader none;
-    QCOMPARE(none.open(folder.path(u"link"_s)), std::errc::no_such_file_or_directory);
-    QCOMPARE(none.open(folder.path(u"0"_s + tail)), std::errc::not_a_directory);
-}
 
 QTEST_GUILESS_MAIN(tst_MountTable)
 #include "tst_MountTable.moc"

@@ -109,11 +109,11 @@ void TestFolder::setAttribute(const QString &name, const char *attribute,
             "setxattr", bytes(name));
 }
 
-void TestFolder::setFinderFlags(const QString &name, quint16 flags) const
+QByteArray TestFolder::finderInfo(quint16 flags)
 {
-    QByteArray finderInfo(32, '\0');
-    qToBigEndian(flags, finderInfo.data() + 8);
-    setAttribute(name, "user.com.apple.FinderInfo", finderInfo);
+    QByteArray info(32, '\0');
+    qToBigEndian(flags, info.data() + 8);
+    return info;
 }
 
 void TestFolder::setModified(const QString &name, time_t seconds) const

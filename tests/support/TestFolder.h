@@ -27,7 +27,11 @@ public:
     void shell(const QString &script) const;
 
     void setAttribute(const QString &name, const char *attribute, const QByteArray &value) const;
-    void setFinderFlags(const QString &name, quint16 flags) const; // label, invisible, alias
+    void setFinderFlags(const QString &name, quint16 flags) const
+    {
+        setAttribute(name, "user.com.apple.FinderInfo", finderInfo(flags));
+    }
+    static QByteArray finderInfo(quint16 flags); // label, invisible, alias
     void setModified(const QString &name, time_t seconds) const;
     QByteArray attribute(const QString &name, const char *attribute) const;
 
