@@ -1,5 +1,7 @@
 #include "files/FileName.h"
+#include "files/FileStatus.h"
 #include "platform/desktop/DesktopPrograms.h"
+#include "platform/desktop/DesktopWorkspace.h"
 #include "tests/support/TestFolder.h"
 
 #include <QTest>
@@ -13,10 +15,79 @@ class tst_Programs : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void endTellsHowTheProgramEnded();
-    void programRunsInAGroupOfItsOwnWithDefaultSignals();
-    void whatAProgramLeavesBehindIsNotWaitedFor();
-    void argumentsAreBytesAndNoShellReadsThem();
+    void endTellsHowTheProgramEnded()
+    {
+        const std::tuple<QString, int, QString> cases[] = {
+            { u"true"_s, 0, u""_s },
+            { u"echo no such file >&2; exit 3"_s, 3, u"no such file"_s },
+            { u"kill -TERM $$"_s, 128 + SIGTERM, u""_s },
+            { u"read line || exit 7"_s, 7, u""_s }, // the input is empty, not ours
+            { u"echo chatter"_s, 0, u""_s },
+        };
+        for (const auto &[script, status, errorText] : cases) {
+            const ProgramEnd end = runShell(script);
+            QVERIFY(end.started);
+            QCOMPARE(end.status, status);
+            QCOMPARE(end.errorText, errorText);
+        }
+
+        // Far more than a pipe holds: a reader that stopped at its limit would hang the program.
+        const ProgramEnd talkative = runShell(u"yes complaint | head -c 1000000 >&2; exit 5"_s);
+        QCOMPARE(talkative.status, 5);
+        QVERIFY(talkative.errorText.startsWith(u"complaint\n"));
+        QVERIFY(talkative.errorText.size() <= 4096);
+
+        const ProgramEnd missing =
+            DesktopPrograms().run({ u"/nonexistent/program"_s }, [](pid_t) { QFAIL("called"); });
+        QVERIFY(!missing.started && !missing.succeeded() && !missing.errorText.isEmpty());
+    }
+
+    void programRunsInAGroupOfItsOwnWithDefaultSignals()
+    {
+        pid_t group = 0;
+        pid_t process = 0;
+        const auto old = std::signal(SIGPIPE, SIG_IGN);
+        const ProgramEnd end = runShell(u"kill -PIPE $$"_s, [&](pid_t started) {
+            process = started;
+            group = getpgid(started);
+        });
+        std::signal(SIGPIPE, old);
+        QCOMPARE(group, process);
+        QVERIFY(group != getpgrp());
+        QCOMPARE(end.status, 128 + SIGPIPE);
+    }
+
+    void whatAProgramLeavesBehindIsNotWaitedFor()
+    {
+        const TestFolder folder;
+        QVERIFY(runShell(u"sleep 60 & echo $! > '%1'"_s.arg(folder.path(u"left"_s))).succeeded());
+        QCOMPARE(kill(folder.read(u"left"_s).trimmed().toInt(), SIGKILL), 0); // it still ran
+    }
+
+    void argumentsAreBytesAndNoShellReadsThem()
+    {
+        const TestFolder folder;
+        const QString name = FileName::fromBytes("-m $(touch x) \"'\n\xff");
+        QVERIFY(DesktopPrograms().run({ u"/bin/mkdir"_s, folder.path(name) }).succeeded());
+        QCOMPARE(folder.names(), QStringList { name });
+    }
+
+    void theSystemsTerminalStartsAndOtherProgramsAreFiles()
+    {
+        const TestFolder folder;
+        for (const QString &name : { u"x-terminal-emulator"_s, u"program"_s })
+            folder.write(name, "#!/bin/sh\n: > \"$0.started\"\n");
+        folder.shell(u"chmod 755 *"_s);
+        qputenv("XDG_DATA_DIRS", FileName::toBytes(folder.path(u"no applications"_s)));
+        qputenv("PATH", FileName::toBytes(folder.path()));
+        DesktopWorkspace workspace;
+        const QString terminal = workspace.applicationForTool(Tool::Terminal);
+        QCOMPARE(terminal, folder.path(u"x-terminal-emulator"_s));
+        QVERIFY(workspace.openFile(terminal));
+        QTRY_VERIFY(exists(terminal + u".started"_s));
+        QVERIFY(!workspace.openFile(folder.path(u"program"_s)));
+        QVERIFY(!exists(folder.path(u"program.started"_s)));
+    }
 
 private:
     ProgramEnd runShell(const QString &script, const std::function<void(pid_t)> &started = {})
@@ -25,62 +96,5 @@ private:
     }
 };
 
-void tst_Programs::endTellsHowTheProgramEnded()
-{
-    const std::tuple<QString, int, QString> cases[] = {
-        { u"true"_s, 0, {} },
-        { u"echo no such file >&2; exit 3"_s, 3, u"no such file"_s },
-        { u"kill -TERM $$"_s, 128 + SIGTERM, {} },
-        { u"read line || exit 7"_s, 7, {} }, // the input is empty, not ours
-        { u"echo chatter"_s, 0, {} },
-    };
-    for (const auto &[script, status, errorText] : cases) {
-        const ProgramEnd end = runShell(script);
-        QVERIFY(end.started);
-        QCOMPARE(end.status, status);
-        QCOMPARE(end.errorText, errorText);
-    }
-
-    // Far more than a pipe holds: a reader that stopped at its limit would hang the program.
-    const ProgramEnd talkative = runShell(u"yes complaint | head -c 1000000 >&2; exit 5"_s);
-    QCOMPARE(talkative.status, 5);
-    QVERIFY(talkative.errorText.startsWith(u"complaint\n"));
-    QVERIFY(talkative.errorText.size() <= 4096);
-
-    const ProgramEnd missing =
-        DesktopPrograms().run({ u"/nonexistent/program"_s }, [](pid_t) { QFAIL("called"); });
-    QVERIFY(!missing.started && !missing.succeeded() && !missing.errorText.isEmpty());
-}
-
-void tst_Programs::programRunsInAGroupOfItsOwnWithDefaultSignals()
-{
-    pid_t group = 0;
-    pid_t process = 0;
-    const auto old = std::signal(SIGPIPE, SIG_IGN);
-    const ProgramEnd end = runShell(u"kill -PIPE $$"_s, [&](pid_t started) {
-        process = started;
-        group = getpgid(started);
-    });
-    std::signal(SIGPIPE, old);
-    QCOMPARE(group, process);
-    QVERIFY(group != getpgrp());
-    QCOMPARE(end.status, 128 + SIGPIPE);
-}
-
-void tst_Programs::whatAProgramLeavesBehindIsNotWaitedFor()
-{
-    const TestFolder folder;
-    QVERIFY(runShell(u"sleep 60 & echo $! > '%1'"_s.arg(folder.path(u"left"_s))).succeeded());
-    QCOMPARE(kill(folder.read(u"left"_s).trimmed().toInt(), SIGKILL), 0); // it still ran
-}
-
-void tst_Programs::argumentsAreBytesAndNoShellReadsThem()
-{
-    const TestFolder folder;
-    const QString name = FileName::fromBytes("-m $(touch x) \"'\n\xff");
-    QVERIFY(DesktopPrograms().run({ u"/bin/mkdir"_s, folder.path(name) }).succeeded());
-    QCOMPARE(folder.names(), QStringList { name });
-}
-
-QTEST_GUILESS_MAIN(tst_Programs)
+QTEST_MAIN(tst_Programs)
 #include "tst_Programs.moc"

@@ -14,77 +14,70 @@ class tst_Trash : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase();
-    void itemMovesWholeBesideWhatIsThere();
-    void linkTargetStays();
-    void whatMustStayIsRefused();
+    void initTestCase()
+    {
+        QVERIFY2(_home.contains(u"twinleaf-test"), "only in a home folder made for the test");
+        qputenv("XDG_DATA_HOME", _data.path().toUtf8());
+    }
+
+    void itemMovesWholeBesideWhatIsThere()
+    {
+        makeTree(folder,
+                 u"file=content, folder/inner=content, dangling->nowhere, -rf, a\n\"b' %41"_s);
+        QCOMPARE(mkfifo(FileName::toBytes(folder.path(u"fifo"_s)), 0644), 0);
+        for (const QByteArray &name : { QByteArray(245, 'n'), QByteArray("caf\xe9 \xff") })
+            folder.write(FileName::fromBytes(name));
+        const QStringList names = folder.names();
+        QCOMPARE(names.size(), 8);
+        for (const QString &name : names) {
+            const auto status = fileStatus(folder.path(name), Links::NoFollow);
+            QVERIFY2(moveItemToTrash(folder.path(name)), qPrintable(name));
+            QVERIFY(!exists(folder.path(name)));
+            const auto trashedOne = fileStatus(_trash + u"/files/"_s + name, Links::NoFollow);
+            QVERIFY2(trashedOne && trashedOne->identity == status->identity, qPrintable(name));
+        }
+        const qsizetype before = trashed();
+        folder.write(u"file"_s, "second");
+        QVERIFY(moveItemToTrash(folder.path(u"file"_s)));
+        QCOMPARE(trashed(), before + 1);
+    }
+
+    void linkTargetStays()
+    {
+        makeTree(folder, u"target/inner=content, link->target"_s);
+        folder.link(_home, u"home"_s);
+        // With a slash at its end a path would mean the folder behind the link.
+        for (const QString &link : { u"link/"_s, u"home/"_s })
+            QVERIFY2(moveItemToTrash(folder.path(link)), qPrintable(link));
+        QCOMPARE(treeOf(folder, { {} }), u"/target/inner=content"_s);
+        QVERIFY(exists(_home));
+    }
+
+    void whatMustStayIsRefused()
+    {
+        makeTree(_data, u"Trash/files/, Trash/info/"_s);
+        folder.write(u"relative"_s);
+        QVERIFY(QDir::setCurrent(folder.path()));
+        const qsizetype before = trashed();
+        QStringList paths { u"/"_s, u"///"_s, u"/proc"_s, u""_s, u"relative"_s, u"/nothing"_s };
+        paths << _home << _home + u'/' << _home + u"/../home"_s << _home.section(u'/', 0, -2)
+              << _data.path() << _trash << _trash + u"/files"_s << _trash + u"/info"_s;
+        for (const QString &path : std::as_const(paths)) {
+            QVERIFY2(!moveItemToTrash(path), qPrintable(path));
+            QCOMPARE(trashed(), before);
+        }
+        for (const QString &path : { u"relative"_s, _home, _trash + u"/files"_s })
+            QVERIFY2(exists(path), qPrintable(path));
+    }
 
 private:
-    qsizetype trashed() const
-    {
-        return QDir(_trash + u"/info"_s).entryList(QDir::Files | QDir::Hidden).size();
-    }
+    qsizetype trashed() const { return _data.names(u"Trash/info"_s).size(); }
 
     const QString _home = QString::fromUtf8(qgetenv("HOME"));
     const TestFolder folder;
     const TestFolder _data; // outside the home folder, which could not move into itself
     const QString _trash = _data.path(u"Trash"_s);
 };
-
-void tst_Trash::initTestCase()
-{
-    QVERIFY2(_home.contains(u"twinleaf-test"), "only in a home folder made for the test");
-    qputenv("XDG_DATA_HOME", _data.path().toUtf8());
-}
-
-void tst_Trash::itemMovesWholeBesideWhatIsThere()
-{
-    makeTree(folder, u"file=content, folder/inner=content, dangling->nowhere, -rf, a\n\"b' %41"_s);
-    QCOMPARE(mkfifo(FileName::toBytes(folder.path(u"fifo"_s)), 0644), 0);
-    for (const QByteArray &name : { QByteArray(245, 'n'), QByteArray("caf\xe9 \xff") })
-        folder.write(FileName::fromBytes(name));
-    const QStringList names = folder.names();
-    QCOMPARE(names.size(), 8);
-    for (const QString &name : names) {
-        const auto status = fileStatus(folder.path(name), Links::NoFollow);
-        QVERIFY2(moveItemToTrash(folder.path(name)), qPrintable(name));
-        QVERIFY(!exists(folder.path(name)));
-        const auto trashedOne = fileStatus(_trash + u"/files/"_s + name, Links::NoFollow);
-        QVERIFY2(trashedOne && trashedOne->identity == status->identity, qPrintable(name));
-    }
-    const qsizetype before = trashed();
-    folder.write(u"file"_s, "second");
-    QVERIFY(moveItemToTrash(folder.path(u"file"_s)));
-    QCOMPARE(trashed(), before + 1);
-}
-
-void tst_Trash::linkTargetStays()
-{
-    makeTree(folder, u"target/inner=content, link->target"_s);
-    folder.link(_home, u"home"_s);
-    // With a slash at its end a path would mean the folder behind the link.
-    for (const QString &link : { u"link/"_s, u"home/"_s })
-        QVERIFY2(moveItemToTrash(folder.path(link)), qPrintable(link));
-    QCOMPARE(treeOf(folder, { {} }), u"/target/inner=content"_s);
-    QVERIFY(exists(_home));
-}
-
-void tst_Trash::whatMustStayIsRefused()
-{
-    makeTree(_data, u"Trash/files/, Trash/info/"_s);
-    folder.write(u"relative"_s);
-    QVERIFY(QDir::setCurrent(folder.path()));
-    const qsizetype before = trashed();
-    QStringList paths { u"/"_s, u"///"_s, u"/proc"_s, u""_s, u"relative"_s, u"/nothing"_s };
-    paths << _home << _home + u'/' << _home + u"/../home"_s << _home.section(u'/', 0, -2)
-          << _data.path() << _trash << _trash + u"/files"_s << _trash + u"/info"_s;
-    for (const QString &path : std::as_const(paths)) {
-        QVERIFY2(!moveItemToTrash(path), qPrintable(path));
-        QCOMPARE(trashed(), before);
-    }
-    for (const QString &path : { u"relative"_s, _home, _trash + u"/files"_s })
-        QVERIFY2(exists(path), qPrintable(path));
-}
 
 QTEST_GUILESS_MAIN(tst_Trash)
 #include "tst_Trash.moc"
