@@ -64,14 +64,6 @@ private Q_SLOTS:
         QCOMPARE(kill(folder.read(u"left"_s).trimmed().toInt(), SIGKILL), 0); // it still ran
     }
 
-    void argumentsAreBytesAndNoShellReadsThem()
-    {
-        const TestFolder folder;
-        const QString name = FileName::fromBytes("-m $(touch x) \"'\n\xff");
-        QVERIFY(DesktopPrograms().run({ u"/bin/mkdir"_s, folder.path(name) }).succeeded());
-        QCOMPARE(folder.names(), QStringList { name });
-    }
-
     void theSystemsTerminalStartsAndOtherProgramsAreFiles()
     {
         const TestFolder folder;

@@ -12,6 +12,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("name");
         QTest::newRow("option") << u"-m"_s;
         QTest::newRow("options' end") << u"--"_s;
+        QTest::newRow("dots") << u"..."_s;
         QTest::newRow("command") << u"$(rm -rf other) `rm other`; rm other"_s;
         QTest::newRow("quotes") << u"it's \"so\" \\"_s;
         QTest::newRow("newline") << u"a\nother"_s;

@@ -43,7 +43,7 @@ private Q_SLOTS:
             const char *name;
             Operation operation;
             bool sameFolder;
-            QString left; // listed with the focus there, in order
+            QString left; // listed with the focus there, in this order
             QString right;
             RowSet active; // none: the item of the record
             RowSet other;
@@ -56,13 +56,7 @@ private Q_SLOTS:
             { "delete", Delete, false, u"L"_s, u"R"_s, { 2 }, { 1 } },
             { "delete, same folder", Delete, true, u"LR"_s, u"LR"_s, { 2 }, { 1 } },
             { "duplicate", Duplicate, false, u"L"_s, u"R"_s, { 2 }, { 1, 4 } },
-            { "duplicate, same folder: active first",
-              Duplicate,
-              true,
-              u"LR"_s,
-              u"RL"_s,
-              { 2 },
-              { 1 } },
+            { "duplicate, same folder", Duplicate, true, u"LR"_s, u"RL"_s, { 2 }, { 1 } },
             { "rename", Rename, false, u"L"_s, u"R"_s, {}, { 1, 4 } },
             { "new folder, same folder", NewFolder, true, u"LR"_s, u"LR"_s, {}, { 0 } },
             { "information", Info, false, u"L"_s, u"R"_s, {}, { 1, 4 } },
