@@ -8,87 +8,83 @@ class tst_CommandTable : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void menuRulesFollowTheRow();
-    void noTwoCommandsShareAKey();
-    void everyMenuItemDoesSomething();
+    void menuRulesFollowTheRow()
+    {
+        using enum Command;
+        const QList<Command> about {
+            Open,       OpenWith, PackageContent, NewFolder, Duplicate, Rename, Copy,
+            Move,       Delete,   CreateArchive,  Unpack,    Eject,     Reload, ShowClassicButtons,
+            AddBookmark
+        };
+        const QList<Command> always { NewFolder, Reload, ShowClassicButtons };
+        const auto onRow =
+            always + QList { Open, Copy, Move, Delete, Rename, Duplicate, CreateArchive };
+        const struct {
+            std::optional<int> row; // of the active pane
+            QString name;
+            QList<Command> enabled;
+        } rows[] = {
+            { {}, {}, always },
+            { -1, {}, always + QList { AddBookmark } },
+            { 0, u"."_s, always + QList { AddBookmark } },
+            { 1, u"file"_s, onRow + QList { OpenWith } },
+            { 1, u"folder"_s, onRow + QList { AddBookmark } },
+            { 1, u"volume"_s, onRow + QList { Eject, AddBookmark } },
+            { 1, u"bundle.app"_s, onRow + QList { OpenWith, PackageContent } },
+            { 1, u"a.zip"_s, onRow + QList { OpenWith, Unpack } },
+            { 1, u"a.cpgz"_s, onRow + QList { OpenWith } }, // Kept: the command would unpack it
+        };
+        const TestFolder folder;
+        makeTree(folder, u"folder/, volume/, bundle.app/, file=, a.zip=, a.cpgz="_s);
+        RecordedWorkspace workspace;
+        workspace.volumes.append(folder.path(u"volume"_s));
+        const FileKinds kinds;
+        const FileQueries queries(workspace, kinds);
+        for (const auto &[row, name, enabled] : rows) {
+            const MenuState state { row, name.isEmpty() ? QString() : folder.path(name), queries };
+            QList<Command> valid, expected = enabled;
+            for (const Command command : about)
+                if (entryOf(command).menuRule(state))
+                    valid.append(command);
+            std::ranges::sort(expected);
+            std::ranges::sort(valid);
+            QVERIFY2(valid == expected, qPrintable(name));
+        }
+    }
+
+    void noTwoCommandsShareAKey()
+    {
+        QStringList keys;
+        for (const CommandEntry &entry : commandTable()) {
+            if (entry.shortcut)
+                keys.append(QString::fromLatin1(entry.shortcut));
+            if (const QString key = shownKey(entry, ClassicKeys()); !key.isEmpty())
+                keys.append(key);
+        }
+        QCOMPARE(keys.removeDuplicates(), 0);
+        QVERIFY(keys.size() >= 20);
+        for (const QString &key : std::as_const(keys))
+            QVERIFY2(!QKeySequence(key).isEmpty(), qPrintable(key));
+    }
+
+    void everyMenuItemDoesSomething()
+    {
+        World world;
+        world.workspace.application = u"/apps/tool.desktop"_s;
+        world.start();
+        // Once the window stands, each installed tool is offered as well.
+        QTRY_VERIFY(world.commands.action(Command::Terminal)->isVisible());
+        world.run(Command::Terminal);
+        QCOMPARE(world.workspace.calls.value(0),
+                 QStringList({ u"open"_s, world.workspace.application, {} }));
+        for (const CommandEntry &entry : commandTable()) {
+            const QAction *item = world.commands.action(entry.id);
+            // This build has no address to ask for a newer version.
+            QCOMPARE(item->isVisible(), entry.id != Command::CheckForNewerVersion);
+            QVERIFY2(!item->associatedObjects().isEmpty(), entry.text); // stands in some menu
+        }
+    }
 };
-
-void tst_CommandTable::menuRulesFollowTheRow()
-{
-    using enum Command;
-    const QList<Command> about {
-        Open,       OpenWith, PackageContent, NewFolder, Duplicate, Rename, Copy,
-        Move,       Delete,   CreateArchive,  Unpack,    Eject,     Reload, ShowClassicButtons,
-        AddBookmark
-    };
-    const QList<Command> always { NewFolder, Reload, ShowClassicButtons };
-    const auto onRow =
-        always + QList { Open, Copy, Move, Delete, Rename, Duplicate, CreateArchive };
-    const struct {
-        std::optional<int> row; // of the active pane
-        QString name;
-        QList<Command> enabled;
-    } rows[] = {
-        { {}, {}, always },
-        { -1, {}, always + QList { AddBookmark } },
-        { 0, u"."_s, always + QList { AddBookmark } },
-        { 1, u"file"_s, onRow + QList { OpenWith } },
-        { 1, u"folder"_s, onRow + QList { AddBookmark } },
-        { 1, u"volume"_s, onRow + QList { Eject, AddBookmark } },
-        { 1, u"bundle.app"_s, onRow + QList { OpenWith, PackageContent } },
-        { 1, u"a.zip"_s, onRow + QList { OpenWith, Unpack } },
-        { 1, u"a.cpgz"_s, onRow + QList { OpenWith } }, // Kept: the command would unpack it
-    };
-    const TestFolder folder;
-    makeTree(folder, u"folder/, volume/, bundle.app/, file=, a.zip=, a.cpgz="_s);
-    RecordedWorkspace workspace;
-    workspace.volumes.append(folder.path(u"volume"_s));
-    const FileKinds kinds;
-    const FileQueries queries(workspace, kinds);
-    for (const auto &[row, name, enabled] : rows) {
-        const MenuState state { row, name.isEmpty() ? QString() : folder.path(name), queries };
-        QList<Command> valid, expected = enabled;
-        for (const Command command : about)
-            if (entryOf(command).menuRule(state))
-                valid.append(command);
-        std::ranges::sort(expected);
-        std::ranges::sort(valid);
-        QVERIFY2(valid == expected, qPrintable(name));
-    }
-}
-
-void tst_CommandTable::noTwoCommandsShareAKey()
-{
-    QStringList keys;
-    for (const CommandEntry &entry : commandTable()) {
-        if (entry.shortcut)
-            keys.append(QString::fromLatin1(entry.shortcut));
-        if (const QString key = shownKey(entry, ClassicKeys()); !key.isEmpty())
-            keys.append(key);
-    }
-    QCOMPARE(keys.removeDuplicates(), 0);
-    QVERIFY(keys.size() >= 20);
-    for (const QString &key : std::as_const(keys))
-        QVERIFY2(!QKeySequence(key).isEmpty(), qPrintable(key));
-}
-
-void tst_CommandTable::everyMenuItemDoesSomething()
-{
-    World world;
-    world.workspace.application = u"/apps/tool.desktop"_s;
-    world.start();
-    // Once the window stands, each installed tool is offered as well.
-    QTRY_VERIFY(world.commands.action(Command::Terminal)->isVisible());
-    world.run(Command::Terminal);
-    QCOMPARE(world.workspace.calls.value(0),
-             QStringList({ u"open"_s, world.workspace.application, {} }));
-    for (const CommandEntry &entry : commandTable()) {
-        const QAction *item = world.commands.action(entry.id);
-        // This build has no address to ask for a newer version.
-        QCOMPARE(item->isVisible(), entry.id != Command::CheckForNewerVersion);
-        QVERIFY2(!item->associatedObjects().isEmpty(), entry.text); // stands in some menu
-    }
-}
 
 QTEST_MAIN(tst_CommandTable)
 #include "tst_CommandTable.moc"

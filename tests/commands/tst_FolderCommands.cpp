@@ -13,175 +13,170 @@ class tst_FolderCommands : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void theLeftPaneGoesToTheVolumesWhileItIsActive();
-    void theOtherPanesFolder();
-    void anotherFolderMustBeOne();
-    void aPathIsCopiedAsItIsOrAsShown();
-    void aBookmarkIsNamedByItsFolder();
-    void theLastBookmarkOfATitleIsGoneTo();
-    void filesOpenWithTheChosenApplication();
-    void packagesAreEnteredAndVolumesEjected();
-};
+    void theLeftPaneGoesToTheVolumesWhileItIsActive()
+    {
+        const struct {
+            Side menu, focus, gone;
+        } cases[] = { { Side::Left, Side::Right, Side::Left },
+                      { Side::Right, Side::Right, Side::Right },
+                      { Side::Right, Side::Left, Side::Left } };
+        for (const auto &[menu, focus, gone] : cases) {
+            World world;
+            world.start();
+            const QString other = world.shown(otherSide(gone));
+            world.focus(focus);
+            world.run(Command::Volumes, menu);
+            QCOMPARE(world.shown(gone), world.workspace.volumesFolder());
+            QCOMPARE(world.shown(otherSide(gone)), other);
+        }
+    }
 
-void tst_FolderCommands::theLeftPaneGoesToTheVolumesWhileItIsActive()
-{
-    const struct {
-        Side menu, focus, gone;
-    } cases[] = { { Side::Left, Side::Right, Side::Left },
-                  { Side::Right, Side::Right, Side::Right },
-                  { Side::Right, Side::Left, Side::Left } };
-    for (const auto &[menu, focus, gone] : cases) {
+    void theOtherPanesFolder()
+    {
         World world;
         world.start();
-        const QString other = world.shown(otherSide(gone));
-        world.focus(focus);
-        world.run(Command::Volumes, menu);
-        QCOMPARE(world.shown(gone), world.workspace.volumesFolder());
-        QCOMPARE(world.shown(otherSide(gone)), other);
+        world.run(Command::FolderOfOtherPane, Side::Right);
+        for (const Side side : { Side::Left, Side::Right })
+            QCOMPARE(world.shown(side), world.folder.path(u"left"_s));
     }
-}
 
-void tst_FolderCommands::theOtherPanesFolder()
-{
-    World world;
-    world.start();
-    world.run(Command::FolderOfOtherPane, Side::Right);
-    for (const Side side : { Side::Left, Side::Right })
-        QCOMPARE(world.shown(side), world.folder.path(u"left"_s));
-}
+    void anotherFolderMustBeOne()
+    {
+        World world(u"there/"_s);
+        world.start();
+        const QString there = world.folder.path(u"there"_s);
+        const auto choose = [&](Side menu, const QString &typed) {
+            world.answerSheet(typed);
+            world.run(Command::OtherFolder, menu);
+            return world.shown(menu);
+        };
+        QCOMPARE(choose(Side::Right, {}), world.folder.path(u"right"_s));
+        QCOMPARE(
+            world.prompts,
+            QStringList { u"Please enter full path to folder:|"_s + world.shown(Side::Right) });
+        QCOMPARE(choose(Side::Right, there), there);
+        QCOMPARE(choose(Side::Left, there + u"//"_s), there);
+        // A path that is not whole would be looked for where the program was started.
+        for (const QString &typed : { u"/not/there"_s, u"."_s }) {
+            world.alerts.answer(Alert::Ok);
+            QCOMPARE(choose(Side::Left, typed), there);
+            QCOMPARE(world.alerts.shown().last().text, u"Folder does not exists!"_s);
+        }
+    }
 
-void tst_FolderCommands::anotherFolderMustBeOne()
-{
-    World world(u"there/"_s);
-    world.start();
-    const QString there = world.folder.path(u"there"_s);
-    const auto choose = [&](Side menu, const QString &typed) {
-        world.answerSheet(typed);
-        world.run(Command::OtherFolder, menu);
-        return world.shown(menu);
-    };
-    QCOMPARE(choose(Side::Right, {}), world.folder.path(u"right"_s));
-    QCOMPARE(world.prompts,
-             QStringList { u"Please enter full path to folder:|"_s + world.shown(Side::Right) });
-    QCOMPARE(choose(Side::Right, there), there);
-    QCOMPARE(choose(Side::Left, there + u"//"_s), there);
-    // A path that is not whole would be looked for where the program was started.
-    for (const QString &typed : { u"/not/there"_s, u"."_s }) {
+    void aPathIsCopiedAsItIsOrAsShown()
+    {
+        const QString odd = QString(QChar(0xDCFF));
+        World world(u"left/"_s + odd + u'/');
+        world.start();
+        world.show(Side::Left, u"left/"_s + odd);
+        const auto copied = [&](Command command) {
+            world.run(command);
+            return QGuiApplication::clipboard()->mimeData()->data(u"text/plain"_s);
+        };
+        const QString path = world.folder.path(u"left/"_s + odd);
+        const QByteArray plain = copied(Command::CopyPath);
+        const QByteArray localized = copied(Command::CopyLocalizedPath);
+        QCOMPARE(plain, FileName::toBytes(path));
+        QCOMPARE(localized, FileName::toBytes(world.twinleaf.getLocalizedPath(path)));
+        QVERIFY(localized != plain);
+    }
+
+    void aBookmarkIsNamedByItsFolder()
+    {
+        World world(u"left/a&b/, left/file=a"_s);
+        world.start();
+        BookmarkStore &store = world.application.bookmarkStore();
+        QMenu &menu = world.application.menus().bookmarksMenu();
+        world.select(u"file"_s);
+        QVERIFY(!world.isEnabled(Command::AddBookmark));
+        world.closeMenus();
+        world.run(Command::AddBookmark); // no folder: nothing is asked
+        world.select(u"a&b"_s);
+        QVERIFY(world.isEnabled(Command::AddBookmark));
+        world.answerSheet({});
+        world.run(Command::AddBookmark);
+        QVERIFY(store.getBookmarksFromUserDefaults().isEmpty());
+        // Kept: what was typed only confirms.
+        world.answerSheet(u"anything"_s);
+        world.run(Command::AddBookmark);
+        const QString path = world.folder.path(u"left/a&b"_s);
+        QCOMPARE(store.getBookmarksFromUserDefaults().value(0).localizedPath,
+                 world.twinleaf.getLocalizedPath(path));
+        QAction *item = menu.actions().last();
+        QVERIFY(item->text().endsWith(u"a&&b"_s));
+        item->trigger();
+        QCOMPARE(world.shown(), path);
+    }
+
+    void theLastBookmarkOfATitleIsGoneTo()
+    {
+        World world(u"first/, last/"_s);
+        QVariantList records;
+        const auto bookmark = [&](const QString &title, const QString &name) {
+            records.append(QVariantMap { { u"LocalizedPath"_s, title },
+                                         { u"RealPath"_s, world.folder.path(name) } });
+        };
+        bookmark(u"title"_s, u"first"_s);
+        bookmark(u"title"_s, u"last"_s);
+        bookmark(u"gone"_s, u"gone"_s);
+        world.defaults.setValue(Settings::Bookmarks, records);
+        world.start();
+        const auto items = world.application.menus().bookmarksMenu().actions().last(3);
+        items[0]->trigger();
+        QCOMPARE(world.shown(), world.folder.path(u"last"_s));
         world.alerts.answer(Alert::Ok);
-        QCOMPARE(choose(Side::Left, typed), there);
-        QCOMPARE(world.alerts.shown().last().text, u"Folder does not exists!"_s);
+        items[2]->trigger();
+        QCOMPARE(world.alerts.shown().last().text,
+                 u"Folder doesn't exists or it's not a folder!"_s);
     }
-}
 
-void tst_FolderCommands::aPathIsCopiedAsItIsOrAsShown()
-{
-    const QString odd = QString(QChar(0xDCFF));
-    World world(u"left/"_s + odd + u'/');
-    world.start();
-    world.show(Side::Left, u"left/"_s + odd);
-    const auto copied = [&](Command command) {
-        world.run(command);
-        return QGuiApplication::clipboard()->mimeData()->data(u"text/plain"_s);
-    };
-    const QString path = world.folder.path(u"left/"_s + odd);
-    const QByteArray plain = copied(Command::CopyPath);
-    const QByteArray localized = copied(Command::CopyLocalizedPath);
-    QCOMPARE(plain, FileName::toBytes(path));
-    QCOMPARE(localized, FileName::toBytes(world.twinleaf.getLocalizedPath(path)));
-    QVERIFY(localized != plain);
-}
+    void filesOpenWithTheChosenApplication()
+    {
+        World world(u"left/file=a"_s);
+        world.application.bookmarkStore().addFavoriteApplicationsEntry(u"/apps/a.desktop"_s,
+                                                                       u"a"_s);
+        world.start();
+        world.select(u"file"_s);
+        const auto items = world.application.menus().openWithMenu().actions();
+        items.last()->trigger(); // nothing chosen
+        QVERIFY(world.workspace.calls.isEmpty());
+        world.openPanel.application = u"/apps/a.desktop"_s;
+        items.last()->trigger();
+        items.first()->trigger();
+        const QStringList opened { u"open"_s, world.folder.path(u"left/file"_s),
+                                   u"/apps/a.desktop"_s };
+        QCOMPARE(world.workspace.calls, QList({ opened, opened }));
+    }
 
-void tst_FolderCommands::aBookmarkIsNamedByItsFolder()
-{
-    World world(u"left/a&b/, left/file=a"_s);
-    world.start();
-    BookmarkStore &store = world.application.bookmarkStore();
-    QMenu &menu = world.application.menus().bookmarksMenu();
-    world.select(u"file"_s);
-    QVERIFY(!world.isEnabled(Command::AddBookmark));
-    world.closeMenus();
-    world.run(Command::AddBookmark); // no folder: nothing is asked
-    world.select(u"a&b"_s);
-    QVERIFY(world.isEnabled(Command::AddBookmark));
-    world.answerSheet({});
-    world.run(Command::AddBookmark);
-    QVERIFY(store.getBookmarksFromUserDefaults().isEmpty());
-    // Kept: what was typed only confirms.
-    world.answerSheet(u"anything"_s);
-    world.run(Command::AddBookmark);
-    const QString path = world.folder.path(u"left/a&b"_s);
-    QCOMPARE(store.getBookmarksFromUserDefaults().value(0).localizedPath,
-             world.twinleaf.getLocalizedPath(path));
-    QAction *item = menu.actions().last();
-    QVERIFY(item->text().endsWith(u"a&&b"_s));
-    item->trigger();
-    QCOMPARE(world.shown(), path);
-}
+    void packagesAreEnteredAndVolumesEjected()
+    {
+        World world(u"left/bundle.app/, left/stick/"_s);
+        world.start();
+        world.select(u"stick"_s);
+        world.run(Command::Eject);
+        QCOMPARE(world.workspace.calls.value(0),
+                 QStringList({ u"eject"_s, world.folder.path(u"left/stick"_s) }));
+        world.workspace.succeeds = false;
+        world.alerts.answer(Alert::Ok);
+        world.run(Command::Eject);
+        QCOMPARE(world.alerts.shown().last().text, u"'stick' could not be ejected!"_s);
+        world.workspace.whileEjecting = [&] {
+            QVERIFY(world.window.progressIndicator->isSpinning());
+            world.run(Command::Eject); // again, while it goes on
+        };
+        world.workspace.succeeds = true;
+        world.workspace.calls.clear();
+        world.run(Command::Eject);
+        QCOMPARE(world.workspace.calls.size(), 1);
+        QVERIFY(!world.window.progressIndicator->isSpinning());
 
-void tst_FolderCommands::theLastBookmarkOfATitleIsGoneTo()
-{
-    World world(u"first/, last/"_s);
-    QVariantList records;
-    const auto bookmark = [&](const QString &title, const QString &name) {
-        records.append(QVariantMap { { u"LocalizedPath"_s, title },
-                                     { u"RealPath"_s, world.folder.path(name) } });
-    };
-    bookmark(u"title"_s, u"first"_s);
-    bookmark(u"title"_s, u"last"_s);
-    bookmark(u"gone"_s, u"gone"_s);
-    world.defaults.setValue(Settings::Bookmarks, records);
-    world.start();
-    const auto items = world.application.menus().bookmarksMenu().actions().last(3);
-    items[0]->trigger();
-    QCOMPARE(world.shown(), world.folder.path(u"last"_s));
-    world.alerts.answer(Alert::Ok);
-    items[2]->trigger();
-    QCOMPARE(world.alerts.shown().last().text, u"Folder doesn't exists or it's not a folder!"_s);
-}
-
-void tst_FolderCommands::filesOpenWithTheChosenApplication()
-{
-    World world(u"left/file=a"_s);
-    world.application.bookmarkStore().addFavoriteApplicationsEntry(u"/apps/a.desktop"_s, u"a"_s);
-    world.start();
-    world.select(u"file"_s);
-    const auto items = world.application.menus().openWithMenu().actions();
-    items.last()->trigger(); // nothing chosen
-    QVERIFY(world.workspace.calls.isEmpty());
-    world.openPanel.application = u"/apps/a.desktop"_s;
-    items.last()->trigger();
-    items.first()->trigger();
-    const QStringList opened { u"open"_s, world.folder.path(u"left/file"_s), u"/apps/a.desktop"_s };
-    QCOMPARE(world.workspace.calls, QList({ opened, opened }));
-}
-
-void tst_FolderCommands::packagesAreEnteredAndVolumesEjected()
-{
-    World world(u"left/bundle.app/, left/stick/"_s);
-    world.start();
-    world.select(u"stick"_s);
-    world.run(Command::Eject);
-    QCOMPARE(world.workspace.calls.value(0),
-             QStringList({ u"eject"_s, world.folder.path(u"left/stick"_s) }));
-    world.workspace.succeeds = false;
-    world.alerts.answer(Alert::Ok);
-    world.run(Command::Eject);
-    QCOMPARE(world.alerts.shown().last().text, u"'stick' could not be ejected!"_s);
-    world.workspace.whileEjecting = [&] {
-        QVERIFY(world.window.progressIndicator->isSpinning());
-        world.run(Command::Eject); // again, while it goes on
-    };
-    world.workspace.succeeds = true;
-    world.workspace.calls.clear();
-    world.run(Command::Eject);
-    QCOMPARE(world.workspace.calls.size(), 1);
-    QVERIFY(!world.window.progressIndicator->isSpinning());
-
-    world.select(u"bundle.app"_s);
-    world.run(Command::PackageContent);
-    QVERIFY(world.model.insideBundle());
-    QCOMPARE(world.shown(), world.folder.path(u"left/bundle.app"_s));
-}
+        world.select(u"bundle.app"_s);
+        world.run(Command::PackageContent);
+        QVERIFY(world.model.insideBundle());
+        QCOMPARE(world.shown(), world.folder.path(u"left/bundle.app"_s));
+    }
+};
 
 QTEST_MAIN(tst_FolderCommands)
 #include "tst_FolderCommands.moc"

@@ -13,75 +13,73 @@ class tst_UpdateCheck : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void hexValueShiftsForEveryCharacter();
-    void theAnswerDecidesTheAlert();
-    void itIsOfferedOnlyWithBothAddresses();
-};
+    void hexValueShiftsForEveryCharacter()
+    {
+        const QList<std::pair<QByteArray, quint32>> cases {
+            { "", 0 },
+            { "1.2.3", 0x10203 },
+            { "1.10", 0x1010 },
+            { "1.2.3\n", 0x102030 },
+            { "ff", 0 },
+            { "FF", 0xFF },
+            { "123456789", 0x23456789 },
+            { "F0000000", 0xF0000000 }, // wraps, also below zero
+        };
+        for (const auto &[text, value] : cases)
+            QCOMPARE(UpdateCheck::hexValue(text), qint32(value));
+    }
 
-void tst_UpdateCheck::hexValueShiftsForEveryCharacter()
-{
-    const QList<std::pair<QByteArray, quint32>> cases {
-        { "", 0 },
-        { "1.2.3", 0x10203 },
-        { "1.10", 0x1010 },
-        { "1.2.3\n", 0x102030 },
-        { "ff", 0 },
-        { "FF", 0xFF },
-        { "123456789", 0x23456789 },
-        { "F0000000", 0xF0000000 }, // wraps, also below zero
-    };
-    for (const auto &[text, value] : cases)
-        QCOMPARE(UpdateCheck::hexValue(text), qint32(value));
-}
+    void theAnswerDecidesTheAlert()
+    {
+        const QString newer = u"A newer version is available! Do you want to download it?"_s;
+        const QList<std::tuple<bool, std::optional<QByteArray>, QString, int>> cases {
+            { true, "1.2.3",
+              u"Your version of Twinleaf is up to date, you have the newest version!"_s, 0 },
+            { true, "1.2.2", u"Cannot calculate version informations. Please try again!"_s, 0 },
+            { true, "1.2.4", newer, 1 },
+            { true, "1.2.3\n", newer, 1 },
+            { true, {}, {}, 0 },
+            { false,
+              {},
+              u"Cannot download version informations! Is the computer connected to the internet?"_s,
+              0 },
+        };
+        for (const auto &[connects, answer, text, pagesOpened] : cases) {
+            QTest::ignoreMessage(QtInfoMsg, "Current version of Twinleaf: 1.2.3");
+            QTest::ignoreMessage(QtInfoMsg, "Downloading version informations...");
+            if (connects && !answer)
+                QTest::ignoreMessage(QtWarningMsg,
+                                     "The version informations could not be downloaded.");
+            ScriptedVersionServer server;
+            server.connects = connects;
+            server.answer = answer;
+            RecordedWorkspace workspace;
+            AlertScript alerts;
+            if (!text.isEmpty())
+                alerts.answer(Alert::Yes);
+            Launching launching(workspace, alerts);
+            UpdateCheck check(server, launching, alerts, { u"https://a"_s, u"https://b"_s },
+                              u"1.2.3"_s);
+            QVERIFY(check.isOffered());
+            check.checkForNewerVersion();
+            QCOMPARE(alerts.shown().value(0).text, text);
+            QCOMPARE(workspace.calls.size(), pagesOpened);
+            QCOMPARE(workspace.calls.value(0).value(1),
+                     pagesOpened > 0 ? u"https://b"_s : QString());
+        }
+    }
 
-void tst_UpdateCheck::theAnswerDecidesTheAlert()
-{
-    const QString newer = u"A newer version is available! Do you want to download it?"_s;
-    const QList<std::tuple<bool, std::optional<QByteArray>, QString, int>> cases {
-        { true, "1.2.3", u"Your version of Twinleaf is up to date, you have the newest version!"_s,
-          0 },
-        { true, "1.2.2", u"Cannot calculate version informations. Please try again!"_s, 0 },
-        { true, "1.2.4", newer, 1 },
-        { true, "1.2.3\n", newer, 1 },
-        { true, {}, {}, 0 },
-        { false,
-          {},
-          u"Cannot download version informations! Is the computer connected to the internet?"_s,
-          0 },
-    };
-    for (const auto &[connects, answer, text, pagesOpened] : cases) {
-        QTest::ignoreMessage(QtInfoMsg, "Current version of Twinleaf: 1.2.3");
-        QTest::ignoreMessage(QtInfoMsg, "Downloading version informations...");
-        if (connects && !answer)
-            QTest::ignoreMessage(QtWarningMsg, "The version informations could not be downloaded.");
+    void itIsOfferedOnlyWithBothAddresses()
+    {
         ScriptedVersionServer server;
-        server.connects = connects;
-        server.answer = answer;
         RecordedWorkspace workspace;
         AlertScript alerts;
-        if (!text.isEmpty())
-            alerts.answer(Alert::Yes);
         Launching launching(workspace, alerts);
-        UpdateCheck check(server, launching, alerts, { u"https://a"_s, u"https://b"_s },
-                          u"1.2.3"_s);
-        QVERIFY(check.isOffered());
-        check.checkForNewerVersion();
-        QCOMPARE(alerts.shown().value(0).text, text);
-        QCOMPARE(workspace.calls.size(), pagesOpened);
-        QCOMPARE(workspace.calls.value(0).value(1), pagesOpened > 0 ? u"https://b"_s : QString());
+        for (const UpdateCheck::Addresses &addresses :
+             { UpdateCheck::Addresses { u"https://a"_s, {} }, { {}, u"https://b"_s } })
+            QVERIFY(!UpdateCheck(server, launching, alerts, addresses, u"1"_s).isOffered());
     }
-}
-
-void tst_UpdateCheck::itIsOfferedOnlyWithBothAddresses()
-{
-    ScriptedVersionServer server;
-    RecordedWorkspace workspace;
-    AlertScript alerts;
-    Launching launching(workspace, alerts);
-    for (const UpdateCheck::Addresses &addresses :
-         { UpdateCheck::Addresses { u"https://a"_s, {} }, { {}, u"https://b"_s } })
-        QVERIFY(!UpdateCheck(server, launching, alerts, addresses, u"1"_s).isOffered());
-}
+};
 
 QTEST_MAIN(tst_UpdateCheck)
 #include "tst_UpdateCheck.moc"

@@ -17,13 +17,110 @@ class tst_FileQueries : public QObject {
 
 private Q_SLOTS:
     void init() { folder = std::make_unique<TestFolder>(); }
-    void hiddenItems();
-    void oversizedReadsThirtyTwoBits();
-    void foldersPackagesAndLinks();
-    void aliasesResolveToTheirEnd();
-    void labelColorOfFinderFlags();
-    void shownPathNamesVolumes();
-    void partsOfTexts();
+    void hiddenItems()
+    {
+        makeTree(*folder,
+                 u"plain/, Temporary Items/, listed, .hidden=other\nlisted, dangling->no"_s);
+        for (const QString &name : { u".profile"_s, u"gone"_s, u"Temporary Items"_s, u"listed"_s })
+            QVERIFY2(queries.isFileHidden(path(name)), qUtf8Printable(name));
+        for (const QString &name : { u"plain"_s, u"plain/"_s, u"dangling"_s })
+            QVERIFY2(!queries.isFileHidden(path(name)), qUtf8Printable(name));
+    }
+
+    void oversizedReadsThirtyTwoBits()
+    {
+        folder->write(u"sparse"_s);
+        // The limit, the last before 2 GiB, and what has the sign bit.
+        for (const auto &[size, oversized] : { std::pair(52428800LL, false),
+                                               { 52428801LL, true },
+                                               { 0x7FFFFFFFLL, true },
+                                               { 0x80000000LL, false },
+                                               { 0xC0000000LL, false } }) {
+            QCOMPARE(::truncate(FileName::toBytes(path(u"sparse"_s)), size), 0);
+            QCOMPARE(queries.isItemFolderOrOversized(path(u"sparse"_s)), oversized);
+        }
+    }
+
+    void foldersPackagesAndLinks()
+    {
+        makeTree(*folder, u"plain/, Editor.app/, link->plain, broken->nowhere"_s);
+        // A package is no directory, but every folder is a package.
+        QVERIFY(queries.isDirectory(path(u"plain"_s)));
+        QVERIFY(!queries.isDirectory(path(u"Editor.app"_s)));
+        QVERIFY(!queries.isDirectory(path(u"Editor.app/"_s)));
+        QVERIFY(queries.isPackage(path(u"plain"_s)));
+        QVERIFY(queries.isPackage(path(u"Editor.app"_s)));
+        const QString link = path(u"link"_s);
+        const QString broken = path(u"broken"_s);
+        QVERIFY(queries.isPackage(link));
+        QCOMPARE(queries.getFileType(link), u"Folder"_s);
+        QVERIFY(queries.getFileType(broken) != u"--"_s);
+        QVERIFY(!queries.getDateForFile(broken).isValid());
+        queries.setTraverseLinks(false);
+        QVERIFY(!queries.isPackage(link));
+        QVERIFY(queries.isDirectory(link)); // whatever the setting says
+        QVERIFY(queries.getFileType(link) != u"Folder"_s);
+        QVERIFY(queries.getDateForFile(broken).isValid());
+        queries.setTraverseLinks(true);
+    }
+
+    void aliasesResolveToTheirEnd()
+    {
+        makeTree(*folder, u"file, symlink->file"_s);
+        for (const auto &[name, target] : { std::pair(u"one.desktop"_s, u"file"_s),
+                                            { u"two.desktop"_s, u"one.desktop"_s },
+                                            { u"dead.desktop"_s, u"gone"_s },
+                                            { u"ring.desktop"_s, u"ring.desktop"_s } })
+            folder->write(
+                name, "[Desktop Entry]\nType=Link\nURL=file://" + FileName::toBytes(path(target)));
+
+        QVERIFY(queries.isAlias(path(u"one.desktop"_s)));
+        QVERIFY(queries.isAlias(path(u"dead.desktop"_s)));
+        QVERIFY(!queries.isAlias(path(u"symlink"_s)));
+        QCOMPARE(queries.resolveAliasPath(path(u"two.desktop"_s)), path(u"file"_s));
+        folder->setFinderFlags(u"file"_s, 0x8000);
+        QVERIFY(queries.isAlias(path(u"file"_s))); // of another system: leads nowhere here
+        for (const QString &name :
+             { u"file"_s, u"symlink"_s, u"dead.desktop"_s, u"ring.desktop"_s, u"gone"_s })
+            QCOMPARE(queries.resolveAliasPath(path(name)), path(name));
+    }
+
+    void labelColorOfFinderFlags()
+    {
+        const QList<std::tuple<int, int, QColor>> cases {
+            { 0, 0, { 0, 0, 0 } },      { 12, 1, { 255, 80, 80 } },
+            { 14, 2, { 255, 207, 0 } }, { 10, 3, { 255, 255, 80 } },
+            { 4, 4, { 80, 255, 80 } },  { 8, 5, { 80, 80, 255 } },
+            { 6, 6, { 255, 80, 255 } }, { 0xC003, 7, { 200, 200, 200 } },
+        };
+        folder->write(u"labelled"_s);
+        for (const auto &[bits, label, color] : cases) {
+            QCOMPARE(FileQueries::labelOfBits(bits), label);
+            QCOMPARE(FileQueries::finderLabelColor(label), color);
+            folder->setFinderFlags(u"labelled"_s, quint16(bits));
+            QCOMPARE(queries.finderLabelColorOfPath(path(u"labelled"_s)), label);
+        }
+    }
+
+    void shownPathNamesVolumes()
+    {
+        const QString root = queries.getLocalizedPath(u"/"_s);
+        QVERIFY(!root.isEmpty() && !root.contains(u'/'));
+        QCOMPARE(queries.getLocalizedPath(u"/usr/share"_s), root + u"/usr/share"_s);
+        QCOMPARE(queries.getLocalizedPath(u"/media/somebody/Stick"_s),
+                 root + u"/media/Volumes/Stick"_s);
+        QCOMPARE(queries.getLocalizedPath(u"/srv/somebody"_s), root + u"/srv/somebody"_s);
+    }
+
+    void partsOfTexts()
+    {
+        QCOMPARE(FileQueries::getPathComponents(u"/"_s, 0), u"/"_s);
+        QCOMPARE(FileQueries::getPathComponents(u"/Users/x/y"_s, 1), u"/Users"_s);
+        QCOMPARE(FileQueries::getPathComponents(u"/Users/x"_s, 9), u"/Users/x"_s);
+        // Absent text contains nothing.
+        QVERIFY(!FileQueries::isStringInSubstring(u"Folder"_s, QString()));
+        QVERIFY(!FileQueries::isStringInSubstring(QString(), u"a"_s));
+    }
 
 private:
     QString path(const QString &name) const { return folder->path(name); }
@@ -33,109 +130,6 @@ private:
     RecordedWorkspace workspace;
     FileQueries queries { workspace, kinds };
 };
-
-void tst_FileQueries::hiddenItems()
-{
-    makeTree(*folder, u"plain/, Temporary Items/, listed, .hidden=other\nlisted, dangling->no"_s);
-    for (const QString &name : { u".profile"_s, u"gone"_s, u"Temporary Items"_s, u"listed"_s })
-        QVERIFY2(queries.isFileHidden(path(name)), qUtf8Printable(name));
-    for (const QString &name : { u"plain"_s, u"plain/"_s, u"dangling"_s })
-        QVERIFY2(!queries.isFileHidden(path(name)), qUtf8Printable(name));
-}
-
-void tst_FileQueries::oversizedReadsThirtyTwoBits()
-{
-    folder->write(u"sparse"_s);
-    // The limit, the last before 2 GiB, and what has the sign bit.
-    for (const auto &[size, oversized] : { std::pair(52428800LL, false),
-                                           { 52428801LL, true },
-                                           { 0x7FFFFFFFLL, true },
-                                           { 0x80000000LL, false },
-                                           { 0xC0000000LL, false } }) {
-        QCOMPARE(::truncate(FileName::toBytes(path(u"sparse"_s)), size), 0);
-        QCOMPARE(queries.isItemFolderOrOversized(path(u"sparse"_s)), oversized);
-    }
-}
-
-void tst_FileQueries::foldersPackagesAndLinks()
-{
-    makeTree(*folder, u"plain/, Editor.app/, link->plain, broken->nowhere"_s);
-    // A package is no directory, but every folder is a package.
-    QVERIFY(queries.isDirectory(path(u"plain"_s)));
-    QVERIFY(!queries.isDirectory(path(u"Editor.app"_s)));
-    QVERIFY(!queries.isDirectory(path(u"Editor.app/"_s)));
-    QVERIFY(queries.isPackage(path(u"plain"_s)));
-    QVERIFY(queries.isPackage(path(u"Editor.app"_s)));
-    const QString link = path(u"link"_s);
-    const QString broken = path(u"broken"_s);
-    QVERIFY(queries.isPackage(link));
-    QCOMPARE(queries.getFileType(link), u"Folder"_s);
-    QVERIFY(queries.getFileType(broken) != u"--"_s);
-    QVERIFY(!queries.getDateForFile(broken).isValid());
-    queries.setTraverseLinks(false);
-    QVERIFY(!queries.isPackage(link));
-    QVERIFY(queries.isDirectory(link)); // whatever the setting says
-    QVERIFY(queries.getFileType(link) != u"Folder"_s);
-    QVERIFY(queries.getDateForFile(broken).isValid());
-    queries.setTraverseLinks(true);
-}
-
-void tst_FileQueries::aliasesResolveToTheirEnd()
-{
-    makeTree(*folder, u"file, symlink->file"_s);
-    for (const auto &[name, target] : { std::pair(u"one.desktop"_s, u"file"_s),
-                                        { u"two.desktop"_s, u"one.desktop"_s },
-                                        { u"dead.desktop"_s, u"gone"_s },
-                                        { u"ring.desktop"_s, u"ring.desktop"_s } })
-        folder->write(name,
-                      "[Desktop Entry]\nType=Link\nURL=file://" + FileName::toBytes(path(target)));
-
-    QVERIFY(queries.isAlias(path(u"one.desktop"_s)));
-    QVERIFY(queries.isAlias(path(u"dead.desktop"_s)));
-    QVERIFY(!queries.isAlias(path(u"symlink"_s)));
-    QCOMPARE(queries.resolveAliasPath(path(u"two.desktop"_s)), path(u"file"_s));
-    folder->setFinderFlags(u"file"_s, 0x8000);
-    QVERIFY(queries.isAlias(path(u"file"_s))); // of another system: leads nowhere here
-    for (const QString &name :
-         { u"file"_s, u"symlink"_s, u"dead.desktop"_s, u"ring.desktop"_s, u"gone"_s })
-        QCOMPARE(queries.resolveAliasPath(path(name)), path(name));
-}
-
-void tst_FileQueries::labelColorOfFinderFlags()
-{
-    const QList<std::tuple<int, int, QColor>> cases {
-        { 0, 0, { 0, 0, 0 } },       { 12, 1, { 255, 80, 80 } },       { 14, 2, { 255, 207, 0 } },
-        { 10, 3, { 255, 255, 80 } }, { 4, 4, { 80, 255, 80 } },        { 8, 5, { 80, 80, 255 } },
-        { 6, 6, { 255, 80, 255 } },  { 0xC003, 7, { 200, 200, 200 } },
-    };
-    folder->write(u"labelled"_s);
-    for (const auto &[bits, label, color] : cases) {
-        QCOMPARE(FileQueries::labelOfBits(bits), label);
-        QCOMPARE(FileQueries::finderLabelColor(label), color);
-        folder->setFinderFlags(u"labelled"_s, quint16(bits));
-        QCOMPARE(queries.finderLabelColorOfPath(path(u"labelled"_s)), label);
-    }
-}
-
-void tst_FileQueries::shownPathNamesVolumes()
-{
-    const QString root = queries.getLocalizedPath(u"/"_s);
-    QVERIFY(!root.isEmpty() && !root.contains(u'/'));
-    QCOMPARE(queries.getLocalizedPath(u"/usr/share"_s), root + u"/usr/share"_s);
-    QCOMPARE(queries.getLocalizedPath(u"/media/somebody/Stick"_s),
-             root + u"/media/Volumes/Stick"_s);
-    QCOMPARE(queries.getLocalizedPath(u"/srv/somebody"_s), root + u"/srv/somebody"_s);
-}
-
-void tst_FileQueries::partsOfTexts()
-{
-    QCOMPARE(FileQueries::getPathComponents(u"/"_s, 0), u"/"_s);
-    QCOMPARE(FileQueries::getPathComponents(u"/Users/x/y"_s, 1), u"/Users"_s);
-    QCOMPARE(FileQueries::getPathComponents(u"/Users/x"_s, 9), u"/Users/x"_s);
-    // Absent text contains nothing.
-    QVERIFY(!FileQueries::isStringInSubstring(u"Folder"_s, QString()));
-    QVERIFY(!FileQueries::isStringInSubstring(QString(), u"a"_s));
-}
 
 QTEST_MAIN(tst_FileQueries)
 #include "tst_FileQueries.moc"

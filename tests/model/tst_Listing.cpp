@@ -34,21 +34,186 @@ class tst_Listing : public QObject {
 
 private Q_SLOTS:
     void init() { folder = std::make_unique<TestFolder>(); }
-    void parentFirstThenFoldersThenFiles();
-    void parentRowStandsForTheFolderItself();
-    void whatIsClosedHasWhatRowsItCan();
-    void oddItems();
-    void anyNameIsFoundAgain();
-    void hiddenItemsAreLeftOutAndLabelsRead();
-    void everyItemOfALargeFolderIsLookedAt();
-    void iconsAreOfTheItemOrOfItsGroup();
-    void entriesAsArraysDifferInTheirOrder();
+    void parentFirstThenFoldersThenFiles()
+    {
+        makeTree(*folder, u"b.txt, b/, b.app/, a.txt, a/, a.app/, Z.txt, Z/, Z.app/"_s);
+        const Listing listing = read();
+        QCOMPARE(listing.size(), 10);
+        QVERIFY(listing[0].isParent());
+        for (qsizetype row = 0; row < listing.size(); ++row) {
+            QCOMPARE(listing[row].isFolder(), row < 4);
+            QCOMPARE(listing[row].type() == u"Folder"_s, row < 4);
+            QCOMPARE(listing.rowOfPath(listing[row].path()), row);
+        }
+    }
+
+    void parentRowStandsForTheFolderItself()
+    {
+        for (const QString &path : { u"/usr/share"_s, u"/"_s }) {
+            const Listing listing = Listing::read(path, Following, kinds);
+            QVERIFY(listing.size() > 1);
+            const Entry parent = listing[0];
+            QCOMPARE(parent.name(), u".."_s);
+            QCOMPARE(parent.path(), path);
+            QCOMPARE(inWords(parent), u"--, 0, dated, folder"_s);
+            QCOMPARE(parent.date().toMSecsSinceEpoch(),
+                     fileStatus(path, Links::Follow)->modified / 1'000'000);
+            QVERIFY(!listing[1].path().contains(u"//"_s));
+            QCOMPARE(PathText::parent(listing[1].path()), path);
+        }
+        // Of a link it has the date as set.
+        makeTree(*folder, u"folder/, link->folder"_s);
+        folder->setModified(u"folder"_s, 1000);
+        QCOMPARE(read(Following, u"link"_s)[0].date().toSecsSinceEpoch(), 1000);
+        QVERIFY(read(NotFollowing, u"link"_s)[0].date().toSecsSinceEpoch() > 1000);
+    }
+
+    void whatIsClosedHasWhatRowsItCan()
+    {
+        makeTree(*folder, u"closed/in/, names only/in/, names only/file=text, file=text"_s);
+        for (const auto &[name, mode] : { std::pair(u"closed"_s, 0), { u"names only"_s, 0444 } })
+            chmod(FileName::toBytes(folder->path(name)), mode_t(mode));
+        const WithoutRights withoutRights;
+        for (const auto &[name, hasDate] : { std::pair(u"closed"_s, true),
+                                             { u"closed/in"_s, false },
+                                             { u"gone"_s, false },
+                                             { u"file"_s, true } }) {
+            const Listing listing = read(Following, name);
+            QCOMPARE(listing.size(), 1);
+            QCOMPARE(listing[0].path(), folder->path(name));
+            QCOMPARE(listing[0].date().isValid(), hasDate);
+            QCOMPARE(listing.sorted(Column::Name, SortDirection::Descending).size(), 1);
+        }
+        const Listing namesOnly = read(Following, u"names only"_s);
+        QCOMPARE(namesOnly.size(), 3);
+        for (const qsizetype row : { 1, 2 })
+            QCOMPARE(inWords(namesOnly[row]), u"0, 0"_s);
+    }
+
+    void oddItems()
+    {
+        const struct {
+            QString name, followed;
+            QString asSuch = followed;
+        } items[] = {
+            { u"file"_s, u"3 KB, 3000, dated"_s },
+            { u"empty"_s, u"0 Bytes, 0, dated"_s },
+            { u"sparse"_s, u"5.00 GB, 5368709120, dated"_s },
+            { u"folder"_s, u"--, 0, dated, folder"_s },
+            { u"Program.app"_s, u"--, 0, dated"_s },
+            { u"file.app"_s, u"4 Bytes, 4, dated"_s },
+            { u"fifo"_s, u"0 Bytes, 0, dated"_s },
+            { u"socket"_s, u"0 Bytes, 0, dated"_s },
+            { u"to file"_s, u"3 KB, 3000, dated"_s, u"4 Bytes, 4, dated"_s },
+            // It has no size to show, as it opens like a folder, but its kind is its own.
+            { u"to folder"_s, u"--, 0, dated, folder"_s, u"--, 0, dated"_s },
+            { u"dangling"_s, u"0, 0"_s, u"7 Bytes, 7, dated"_s },
+            { u"loop"_s, u"0, 0"_s, u"4 Bytes, 4, dated"_s },
+        };
+        makeTree(*folder,
+                 u"empty, sparse, folder/, Program.app/, file.app=text, to file->file, "
+                 u"to folder->folder, dangling->nowhere, loop->loop"_s);
+        folder->write(u"file"_s, QByteArray(3000, 'x'));
+        QCOMPARE(truncate(FileName::toBytes(folder->path(u"sparse"_s)), 5LL << 30), 0);
+        mkfifo(FileName::toBytes(folder->path(u"fifo"_s)), 0600);
+        mknod(FileName::toBytes(folder->path(u"socket"_s)), S_IFSOCK | 0600, 0);
+
+        for (const auto &options : { Following, NotFollowing }) {
+            const Listing listing = read(options);
+            QCOMPARE(listing.size(), 13);
+            for (const auto &[name, followed, asSuch] : items) {
+                const qsizetype row = listing.rowOfName(name);
+                QVERIFY2(row > 0, qUtf8Printable(name));
+                const Entry entry = listing[row];
+                QCOMPARE(name + u": "_s + inWords(entry),
+                         name + u": "_s + (options.traverseLinks ? followed : asSuch));
+                QCOMPARE(entry.type() == u"Folder"_s, entry.isFolder());
+                QVERIFY(!entry.type().isEmpty());
+            }
+        }
+        const Listing listing = read();
+        for (const QString &broken : { u"dangling"_s, u"loop"_s })
+            QCOMPARE(listing[listing.rowOfName(broken)].type(),
+                     kinds.kindText(broken, FileKind::Symlink, true));
+    }
+
+    void anyNameIsFoundAgain()
+    {
+        const QByteArrayList names {
+            "a\xff\xfe.txt", "\xe2\x82", "a\nb", "-m", "\xf0\x9f\x8d\x83", QByteArray(255, 'n'),
+        };
+        for (qsizetype i = 0; i < names.size(); ++i)
+            folder->write(FileName::fromBytes(names[i]), QByteArray(i + 1, 'x'));
+        const Listing listing = read();
+        for (qsizetype i = 0; i < names.size(); ++i) {
+            const QString name = FileName::fromBytes(names[i]);
+            const qsizetype row = listing.rowOfPath(folder->path(name));
+            QVERIFY2(row > 0, names[i]);
+            QCOMPARE(FileName::toBytes(listing[row].name()), names[i]);
+            QCOMPARE(listing[row].pureSize(), i + 1);
+            QCOMPARE(listing.rowOfPath(folder->path(name) + u"x"_s), -1);
+            QCOMPARE(listing.rowOfPath(u"/somewhere/else/"_s + name), -1);
+        }
+    }
+
+    void hiddenItemsAreLeftOutAndLabelsRead()
+    {
+        makeTree(*folder,
+                 u".dotted, .hidden=listed\nnot there\n, Temporary Items, dangling->nowhere, "
+                 u"listed, shown, temporary items"_s);
+        const QStringList shown { u"dangling"_s, u"shown"_s, u"temporary items"_s };
+        QCOMPARE(sortedNames(Following), shown);
+        QCOMPARE(sortedNames(WithHidden), folder->names());
+
+        folder->setFinderFlags(u"shown"_s, 0x000C); // the label field
+        folder->setFinderFlags(u"temporary items"_s, 0x4000); // invisible
+        QCOMPARE(sortedNames(Following), shown.mid(0, 2));
+        const Listing listing = read();
+        QCOMPARE(listing[listing.rowOfName(u"shown"_s)].finderLabel(), 1);
+        QCOMPARE(listing[listing.rowOfName(u"dangling"_s)].finderLabel(), 0);
+    }
+
+    void everyItemOfALargeFolderIsLookedAt()
+    {
+        constexpr int Count = 2100; // more than one thread's share
+        for (int i = 0; i < Count; ++i)
+            folder->write(QString::number(i), QByteArray(i % 7 + 1, 'x'));
+        const Listing listing = read();
+        QCOMPARE(listing.size(), Count + 1);
+        for (qsizetype row = 1; row < listing.size(); ++row)
+            QCOMPARE(listing[row].pureSize(), listing[row].name().toInt() % 7 + 1);
+    }
+
+    void iconsAreOfTheItemOrOfItsGroup()
+    {
+        makeTree(*folder, u"folder/, Program.app/, file.png"_s);
+        const auto icon = [&](const ListingOptions &options, const QString &name) {
+            const Listing listing = read(options);
+            return listing[listing.rowOfName(name)].icon().pixmap(16).toImage();
+        };
+        const ListingOptions ofGroups { .showSpecifiedIcons = false };
+        QVERIFY(!icon(Following, u".."_s).isNull());
+        QVERIFY(icon(ofGroups, u".."_s).isNull());
+        QVERIFY(icon(Following, u"Program.app"_s) != icon(Following, u"file.png"_s));
+        QCOMPARE(icon(ofGroups, u"Program.app"_s), icon(ofGroups, u"file.png"_s));
+        QVERIFY(icon(ofGroups, u"folder"_s) != icon(ofGroups, u"file.png"_s));
+    }
+
+    void entriesAsArraysDifferInTheirOrder()
+    {
+        folder->write(u"file"_s, "text");
+        const Entry entry = read()[1];
+        const QVariantList rest { entry.name(), entry.size(), entry.date(), entry.type() };
+        QCOMPARE(entry.entryAsArray().mid(1), rest + QVariantList { entry.path() });
+        QCOMPARE(entry.entryAsArrayWithoutIcon(), QVariantList { entry.path() } + rest);
+    }
 
 private:
     Listing read(const ListingOptions &options = Following, const QString &name = {}) const
     {
         return Listing::read(name.isEmpty() ? folder->path() : folder->path(name), options, kinds);
     }
+
     QStringList sortedNames(const ListingOptions &options) const
     {
         const Listing listing = read(options);
@@ -62,180 +227,6 @@ private:
     FileKinds kinds;
     std::unique_ptr<TestFolder> folder;
 };
-
-void tst_Listing::parentFirstThenFoldersThenFiles()
-{
-    makeTree(*folder, u"b.txt, b/, b.app/, a.txt, a/, a.app/, Z.txt, Z/, Z.app/"_s);
-    const Listing listing = read();
-    QCOMPARE(listing.size(), 10);
-    QVERIFY(listing[0].isParent());
-    for (qsizetype row = 0; row < listing.size(); ++row) {
-        QCOMPARE(listing[row].isFolder(), row < 4);
-        QCOMPARE(listing[row].type() == u"Folder"_s, row < 4);
-        QCOMPARE(listing.rowOfPath(listing[row].path()), row);
-    }
-}
-
-void tst_Listing::parentRowStandsForTheFolderItself()
-{
-    for (const QString &path : { u"/usr/share"_s, u"/"_s }) {
-        const Listing listing = Listing::read(path, Following, kinds);
-        QVERIFY(listing.size() > 1);
-        const Entry parent = listing[0];
-        QCOMPARE(parent.name(), u".."_s);
-        QCOMPARE(parent.path(), path);
-        QCOMPARE(inWords(parent), u"--, 0, dated, folder"_s);
-        QCOMPARE(parent.date().toMSecsSinceEpoch(),
-                 fileStatus(path, Links::Follow)->modified / 1'000'000);
-        QVERIFY(!listing[1].path().contains(u"//"_s));
-        QCOMPARE(PathText::parent(listing[1].path()), path);
-    }
-    // Of a link it has the date as set.
-    makeTree(*folder, u"folder/, link->folder"_s);
-    folder->setModified(u"folder"_s, 1000);
-    QCOMPARE(read(Following, u"link"_s)[0].date().toSecsSinceEpoch(), 1000);
-    QVERIFY(read(NotFollowing, u"link"_s)[0].date().toSecsSinceEpoch() > 1000);
-}
-
-void tst_Listing::whatIsClosedHasWhatRowsItCan()
-{
-    makeTree(*folder, u"closed/in/, names only/in/, names only/file=text, file=text"_s);
-    for (const auto &[name, mode] : { std::pair(u"closed"_s, 0), { u"names only"_s, 0444 } })
-        chmod(FileName::toBytes(folder->path(name)), mode_t(mode));
-    const WithoutRights withoutRights;
-    for (const auto &[name, hasDate] : { std::pair(u"closed"_s, true),
-                                         { u"closed/in"_s, false },
-                                         { u"gone"_s, false },
-                                         { u"file"_s, true } }) {
-        const Listing listing = read(Following, name);
-        QCOMPARE(listing.size(), 1);
-        QCOMPARE(listing[0].path(), folder->path(name));
-        QCOMPARE(listing[0].date().isValid(), hasDate);
-        QCOMPARE(listing.sorted(Column::Name, SortDirection::Descending).size(), 1);
-    }
-    const Listing namesOnly = read(Following, u"names only"_s);
-    QCOMPARE(namesOnly.size(), 3);
-    for (const qsizetype row : { 1, 2 })
-        QCOMPARE(inWords(namesOnly[row]), u"0, 0"_s);
-}
-
-void tst_Listing::oddItems()
-{
-    const struct {
-        QString name, followed;
-        QString asSuch = followed;
-    } items[] = {
-        { u"file"_s, u"3 KB, 3000, dated"_s },
-        { u"empty"_s, u"0 Bytes, 0, dated"_s },
-        { u"sparse"_s, u"5.00 GB, 5368709120, dated"_s },
-        { u"folder"_s, u"--, 0, dated, folder"_s },
-        { u"Program.app"_s, u"--, 0, dated"_s },
-        { u"file.app"_s, u"4 Bytes, 4, dated"_s },
-        { u"fifo"_s, u"0 Bytes, 0, dated"_s },
-        { u"socket"_s, u"0 Bytes, 0, dated"_s },
-        { u"to file"_s, u"3 KB, 3000, dated"_s, u"4 Bytes, 4, dated"_s },
-        // It has no size to show, as it opens like a folder, but its kind is its own.
-        { u"to folder"_s, u"--, 0, dated, folder"_s, u"--, 0, dated"_s },
-        { u"dangling"_s, u"0, 0"_s, u"7 Bytes, 7, dated"_s },
-        { u"loop"_s, u"0, 0"_s, u"4 Bytes, 4, dated"_s },
-    };
-    makeTree(*folder,
-             u"empty, sparse, folder/, Program.app/, file.app=text, to file->file, "
-             u"to folder->folder, dangling->nowhere, loop->loop"_s);
-    folder->write(u"file"_s, QByteArray(3000, 'x'));
-    QCOMPARE(truncate(FileName::toBytes(folder->path(u"sparse"_s)), 5LL << 30), 0);
-    mkfifo(FileName::toBytes(folder->path(u"fifo"_s)), 0600);
-    mknod(FileName::toBytes(folder->path(u"socket"_s)), S_IFSOCK | 0600, 0);
-
-    for (const auto &options : { Following, NotFollowing }) {
-        const Listing listing = read(options);
-        QCOMPARE(listing.size(), 13);
-        for (const auto &[name, followed, asSuch] : items) {
-            const qsizetype row = listing.rowOfName(name);
-            QVERIFY2(row > 0, qUtf8Printable(name));
-            const Entry entry = listing[row];
-            QCOMPARE(name + u": "_s + inWords(entry),
-                     name + u": "_s + (options.traverseLinks ? followed : asSuch));
-            QCOMPARE(entry.type() == u"Folder"_s, entry.isFolder());
-            QVERIFY(!entry.type().isEmpty());
-        }
-    }
-    const Listing listing = read();
-    for (const QString &broken : { u"dangling"_s, u"loop"_s })
-        QCOMPARE(listing[listing.rowOfName(broken)].type(),
-                 kinds.kindText(broken, FileKind::Symlink, true));
-}
-
-void tst_Listing::anyNameIsFoundAgain()
-{
-    const QByteArrayList names {
-        "a\xff\xfe.txt", "\xe2\x82", "a\nb", "-m", "\xf0\x9f\x8d\x83", QByteArray(255, 'n'),
-    };
-    for (qsizetype i = 0; i < names.size(); ++i)
-        folder->write(FileName::fromBytes(names[i]), QByteArray(i + 1, 'x'));
-    const Listing listing = read();
-    for (qsizetype i = 0; i < names.size(); ++i) {
-        const QString name = FileName::fromBytes(names[i]);
-        const qsizetype row = listing.rowOfPath(folder->path(name));
-        QVERIFY2(row > 0, names[i]);
-        QCOMPARE(FileName::toBytes(listing[row].name()), names[i]);
-        QCOMPARE(listing[row].pureSize(), i + 1);
-        QCOMPARE(listing.rowOfPath(folder->path(name) + u"x"_s), -1);
-        QCOMPARE(listing.rowOfPath(u"/somewhere/else/"_s + name), -1);
-    }
-}
-
-void tst_Listing::hiddenItemsAreLeftOutAndLabelsRead()
-{
-    makeTree(*folder,
-             u".dotted, .hidden=listed\nnot there\n, Temporary Items, dangling->nowhere, "
-             u"listed, shown, temporary items"_s);
-    const QStringList shown { u"dangling"_s, u"shown"_s, u"temporary items"_s };
-    QCOMPARE(sortedNames(Following), shown);
-    QCOMPARE(sortedNames(WithHidden), folder->names());
-
-    folder->setFinderFlags(u"shown"_s, 0x000C); // the label field
-    folder->setFinderFlags(u"temporary items"_s, 0x4000); // invisible
-    QCOMPARE(sortedNames(Following), shown.mid(0, 2));
-    const Listing listing = read();
-    QCOMPARE(listing[listing.rowOfName(u"shown"_s)].finderLabel(), 1);
-    QCOMPARE(listing[listing.rowOfName(u"dangling"_s)].finderLabel(), 0);
-}
-
-void tst_Listing::everyItemOfALargeFolderIsLookedAt()
-{
-    constexpr int Count = 2100; // more than one thread's share
-    for (int i = 0; i < Count; ++i)
-        folder->write(QString::number(i), QByteArray(i % 7 + 1, 'x'));
-    const Listing listing = read();
-    QCOMPARE(listing.size(), Count + 1);
-    for (qsizetype row = 1; row < listing.size(); ++row)
-        QCOMPARE(listing[row].pureSize(), listing[row].name().toInt() % 7 + 1);
-}
-
-void tst_Listing::iconsAreOfTheItemOrOfItsGroup()
-{
-    makeTree(*folder, u"folder/, Program.app/, file.png"_s);
-    const auto icon = [&](const ListingOptions &options, const QString &name) {
-        const Listing listing = read(options);
-        return listing[listing.rowOfName(name)].icon().pixmap(16).toImage();
-    };
-    const ListingOptions ofGroups { .showSpecifiedIcons = false };
-    QVERIFY(!icon(Following, u".."_s).isNull());
-    QVERIFY(icon(ofGroups, u".."_s).isNull());
-    QVERIFY(icon(Following, u"Program.app"_s) != icon(Following, u"file.png"_s));
-    QCOMPARE(icon(ofGroups, u"Program.app"_s), icon(ofGroups, u"file.png"_s));
-    QVERIFY(icon(ofGroups, u"folder"_s) != icon(ofGroups, u"file.png"_s));
-}
-
-void tst_Listing::entriesAsArraysDifferInTheirOrder()
-{
-    folder->write(u"file"_s, "text");
-    const Entry entry = read()[1];
-    const QVariantList rest { entry.name(), entry.size(), entry.date(), entry.type() };
-    QCOMPARE(entry.entryAsArray().mid(1), rest + QVariantList { entry.path() });
-    QCOMPARE(entry.entryAsArrayWithoutIcon(), QVariantList { entry.path() } + rest);
-}
 
 QTEST_MAIN(tst_Listing)
 #include "tst_Listing.moc"

@@ -9,255 +9,244 @@ class tst_MainModel : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void startSortsByWhatIsStored();
-    void foldersOfTheStart();
-    void optionsAreAsStored();
-    void reloadSortsByTheLastDirectionOfEitherPane();
-    void rememberedRowIsKeptOrForgotten();
-    void rememberedRowsSurviveTheSettings();
-    void openingARow_data();
-    void openingARow();
-    void openingSeveralRowsEntersNone();
-    void goingUpSelectsTheFolderLeftAndEndsAtTheRoot();
-    void packagesAreEnteredInsideABundle();
-    void goForwardFollowsThePath();
-};
-
-void tst_MainModel::startSortsByWhatIsStored()
-{
-    constexpr auto Up = SortDirection::Ascending;
-    constexpr auto Down = SortDirection::Descending;
-    const QList<std::tuple<QVariant, QVariant, Column, SortDirection>> cases {
-        { {}, {}, Column::Name, Down }, // the first start
-        { u"Size"_s, {}, Column::Size, Down },
-        { {}, true, Column::Name, Up },
-        { u"Date"_s, true, Column::Date, Up },
-        { u"size"_s, {}, Column::Name, Down }, // no such column
-        { u"Icon"_s, true, Column::Name, Up },
-    };
-    for (const auto &[column, direction, sortedBy, towards] : cases) {
-        PaneModelWorld world;
-        world.defaults.setValue(Settings::LeftFileListSortedColumn, column);
-        world.defaults.setValue(Settings::LeftFileListSortingDirection, direction);
-        world.model.awakeFromNib();
-        QCOMPARE(world.window.tables.left.column, sortedBy);
-        QCOMPARE(world.window.tables.left.direction, towards);
-        if (sortedBy == Column::Name)
-            QCOMPARE(world.row(u"a"_s) < world.row(u"b"_s), towards == Up);
-        QCOMPARE(world.refreshed, QList<Side>({ Side::Left, Side::Right }));
-    }
-}
-
-void tst_MainModel::foldersOfTheStart()
-{
-    PaneModelWorld world;
-    world.model.setStartFolder(Side::Right, { world.left, u"b"_s });
-    world.model.setStartFolder(Side::Left, { world.folder.path(u"right"_s), u"not there"_s });
-    world.model.awakeFromNib();
-    QCOMPARE(world.shown(), world.folder.path(u"right"_s));
-    QCOMPARE(world.window.tables.left.selected, RowSet { 0 });
-    const int row = world.row(u"b"_s, Side::Right);
-    QVERIFY(row > 0);
-    QCOMPARE(world.window.tables.right.selected, RowSet { row });
-    QCOMPARE(world.window.tables.right.scrolledTo, row);
-
-    PaneModelWorld nothingStored;
-    nothingStored.defaults.remove(Settings::LeftFileListLastPath);
-    nothingStored.defaults.setValue(Settings::RightFileListLastPath, QString());
-    nothingStored.model.awakeFromNib();
-    for (const Side side : { Side::Left, Side::Right })
-        QCOMPARE(nothingStored.shown(side), PathText::homeFolder());
-}
-
-void tst_MainModel::optionsAreAsStored()
-{
-    const QList<std::tuple<QVariant, QString, bool>> cases {
-        { {}, u"Show system files"_s, true },
-        { false, u"Show system files"_s, false },
-        { true, u"Hide system files"_s, true },
-    };
-    for (const auto &[stored, title, follows] : cases) {
-        PaneModelWorld world;
-        world.defaults.setValue(Settings::ShowHiddenFiles, stored);
-        world.defaults.setValue(Settings::TraverseLinks, stored);
-        world.model.awakeFromNib();
-        QCOMPARE(world.window.hiddenItemsTitle, title);
-        // The panes and what is asked about a path go by the same option.
-        QCOMPARE(world.model.rowsLeft()[world.row(u"to sub"_s)].isFolder(), follows);
-        QCOMPARE(world.queries.isPackage(world.left + u"/to sub"_s), follows);
-    }
-}
-
-void tst_MainModel::reloadSortsByTheLastDirectionOfEitherPane()
-{
-    StartedWorld world;
-    world.model.sortRowEntries(Column::Size, Side::Right, SortDirection::Descending);
-    QVERIFY(world.row(u"a"_s) < world.row(u"b"_s));
-    world.list(world.left);
-    QVERIFY(world.row(u"a"_s) > world.row(u"b"_s));
-    QCOMPARE(world.window.tables.left.column, Column::Name);
-}
-
-void tst_MainModel::rememberedRowIsKeptOrForgotten()
-{
-    const QList<std::tuple<int, std::optional<QString>, int, RowSet>> cases {
-        { 2, u".."_s, 2, { 2 } }, // going up
-        { 99, u".."_s, 99, {} }, // beyond the end
-        { 2, u"sub"_s, 2, { 2 } }, // on the way the pane shows
-        { 2, u"su"_s, 2, { 2 } }, // part of a name on that way
-        { 2, u"elsewhere"_s, 0, { 0 } }, // reached anew
-        { 2, u""_s, 0, { 0 } }, // no name
-        { 2, {}, 0, { 0 } }, // a plain reload
-    };
-    StartedWorld world;
-    world.bus.post(DirectoryChanged.right, { .path = world.left });
-    for (const auto &[remembered, item, row, selected] : cases) {
-        for (const Side side : { Side::Left, Side::Right }) {
-            world.model.selectedItems(side).setRow(remembered, world.left);
-            world.window.paths[side] = world.left + u"/sub"_s;
-            world.bus.post(DirectoryChanged[side], { .path = world.left, .item = item });
-            QCOMPARE(world.window.tables[side].selected, selected);
-            QCOMPARE(world.window.tables[side].scrolledTo, row);
-            QCOMPARE(world.model.selectedItems(side).row(world.left), row);
+    void startSortsByWhatIsStored()
+    {
+        constexpr auto Up = SortDirection::Ascending;
+        constexpr auto Down = SortDirection::Descending;
+        const QList<std::tuple<QVariant, QVariant, Column, SortDirection>> cases {
+            { {}, {}, Column::Name, Down }, // the first start
+            { u"Size"_s, {}, Column::Size, Down },
+            { {}, true, Column::Name, Up },
+            { u"Date"_s, true, Column::Date, Up },
+            { u"size"_s, {}, Column::Name, Down }, // no such column
+            { u"Icon"_s, true, Column::Name, Up },
+        };
+        for (const auto &[column, direction, sortedBy, towards] : cases) {
+            PaneModelWorld world;
+            world.defaults.setValue(Settings::LeftFileListSortedColumn, column);
+            world.defaults.setValue(Settings::LeftFileListSortingDirection, direction);
+            world.model.awakeFromNib();
+            QCOMPARE(world.window.tables.left.column, sortedBy);
+            QCOMPARE(world.window.tables.left.direction, towards);
+            if (sortedBy == Column::Name)
+                QCOMPARE(world.row(u"a"_s) < world.row(u"b"_s), towards == Up);
+            QCOMPARE(world.refreshed, QList<Side>({ Side::Left, Side::Right }));
         }
     }
-}
 
-void tst_MainModel::rememberedRowsSurviveTheSettings()
-{
-    PaneModelWorld world;
-    SelectionMemory memory;
-    const QString odd = world.folder.path(FileName::fromBytes("odd \xff"));
-    memory.setRow(7, odd);
-    QVariantMap stored = memory.toDictionary();
-    stored.insert(u"/damaged"_s, u"no number"_s);
-    world.defaults.setValue(Settings::SelectedItemsRight, stored);
-    QVERIFY(world.defaults.synchronize());
-    const UserDefaults again(world.defaults.filePath());
-    QCOMPARE(again.dictionary(Settings::SelectedItemsRight), stored);
-    world.model.awakeFromNib();
-    QCOMPARE(world.model.selectedItems(Side::Right).row(odd), 7);
-    QCOMPARE(world.model.selectedItems(Side::Right).toDictionary().size(), 1);
-    QCOMPARE(world.model.selectedItems(Side::Left).row(odd), 0);
-}
+    void foldersOfTheStart()
+    {
+        PaneModelWorld world;
+        world.model.setStartFolder(Side::Right, { world.left, u"b"_s });
+        world.model.setStartFolder(Side::Left, { world.folder.path(u"right"_s), u"not there"_s });
+        world.model.awakeFromNib();
+        QCOMPARE(world.shown(), world.folder.path(u"right"_s));
+        QCOMPARE(world.window.tables.left.selected, RowSet { 0 });
+        const int row = world.row(u"b"_s, Side::Right);
+        QVERIFY(row > 0);
+        QCOMPARE(world.window.tables.right.selected, RowSet { row });
+        QCOMPARE(world.window.tables.right.scrolledTo, row);
 
-void tst_MainModel::openingARow_data()
-{
-    QTest::addColumn<QString>("shown"); // the folder listed afterwards
-    QTest::addColumn<QString>("call");
-    QTest::newRow("sub") << u"/left/sub"_s << QString();
-    QTest::newRow("to sub") << u"/left/sub"_s << QString();
-    QTest::newRow("..") << QString() << QString();
-    QTest::newRow("a") << u"/left"_s << u"open"_s;
-    QTest::newRow("Program.app") << u"/left"_s << u"launch"_s;
-    QTest::newRow("Tool.AppDir") << u"/left"_s << u"launch"_s;
-    QTest::newRow("file.app") << u"/left"_s << u"launch"_s;
-    QTest::newRow("Setup.pkg") << u"/left"_s << u"install"_s;
-    QTest::newRow("Kit.framework") << u"/left/Kit.framework"_s << QString();
-    QTest::newRow("to sub.desktop") << u"/left/sub"_s << QString();
-    QTest::newRow("to Kit.framework.desktop") << u"/left"_s << u"open"_s;
-    QTest::newRow("to nowhere.desktop") << u"/left"_s << u"open"_s;
-}
-
-void tst_MainModel::openingARow()
-{
-    QFETCH(const QString, shown);
-    QFETCH(const QString, call);
-    const QString name = QString::fromUtf8(QTest::currentDataTag());
-    PaneModelWorld world;
-    makeTree(world.folder, u"left/Tool.AppDir/, left/Kit.framework/, left/file.app"_s);
-    for (const QString &target : { u"sub"_s, u"Kit.framework"_s, u"nowhere"_s })
-        world.folder.write(u"left/to "_s + target + u".desktop"_s,
-                           "[Desktop Entry]\nType=Link\nURL=file://"
-                               + (world.left + u'/' + target).toUtf8());
-    world.model.awakeFromNib();
-    world.window.focus = Side::Right;
-    world.changes.clear();
-    world.refreshed.clear();
-    const int row = world.row(name);
-    world.open(name);
-    QCOMPARE(world.workspace.calls.value(0).value(0), call);
-    const bool enters = call.isEmpty();
-    if (!enters)
-        QCOMPARE(world.workspace.calls[0][1], world.left + u'/' + name);
-    // A link to a folder is entered by the folder's own path, or by the link's; it is that folder.
-    QVERIFY(world.shown() == world.folder.path() + shown || name == u"to sub"_s);
-    QCOMPARE(world.names().contains(u"deep"_s), shown == u"/left/sub"_s);
-    QCOMPARE(world.changes.size(), enters ? 1 : 0);
-    if (enters)
-        QCOMPARE(world.changes[0].item, name);
-    // The row is remembered where a folder was opened; the active pane is refreshed after "..".
-    QCOMPARE(world.model.selectedItems(Side::Left).row(world.left),
-             name.endsWith(u"sub"_s) ? row : 0);
-    QCOMPARE(world.refreshed, name == u".."_s ? QList<Side> { Side::Right } : QList<Side> {});
-}
-
-void tst_MainModel::openingSeveralRowsEntersNone()
-{
-    StartedWorld world;
-    world.open(RowSet { world.row(u"sub"_s), world.row(u"a"_s) });
-    QCOMPARE(world.shown(), world.left);
-    const QList<QStringList> calls { { u"open"_s, world.left + u"/sub"_s, u""_s },
-                                     { u"open"_s, world.left + u"/a"_s, u""_s } };
-    QCOMPARE(world.workspace.calls, calls);
-}
-
-void tst_MainModel::goingUpSelectsTheFolderLeftAndEndsAtTheRoot()
-{
-    StartedWorld world;
-    const int row = world.row(u"sub"_s);
-    QVERIFY(row > 0);
-    world.open(u"sub"_s);
-    QCOMPARE(world.window.tables.left.selected, RowSet { 0 });
-    world.open(u".."_s);
-    QCOMPARE(world.shown(), world.left);
-    QCOMPARE(world.window.tables.left.selected, RowSet { row });
-    world.list(u"/"_s);
-    world.open(u".."_s);
-    QCOMPARE(world.shown(), u"/"_s);
-    QVERIFY(world.names().size() > 1);
-}
-
-void tst_MainModel::packagesAreEnteredInsideABundle()
-{
-    // The way leads through one, or through none.
-    for (const auto &[way, inside] : { std::pair(u"/x/app/y"_s, true), { u"/x/y"_s, false } }) {
-        StartedWorld world;
-        world.model.setInsideBundle(true);
-        world.window.paths.left = way;
-        world.open(u"Program.app"_s);
-        QCOMPARE(world.shown(), world.left + u"/Program.app"_s);
-        QVERIFY(world.workspace.calls.isEmpty());
-        QCOMPARE(world.model.insideBundle(), inside);
+        PaneModelWorld nothingStored;
+        nothingStored.defaults.remove(Settings::LeftFileListLastPath);
+        nothingStored.defaults.setValue(Settings::RightFileListLastPath, QString());
+        nothingStored.model.awakeFromNib();
+        for (const Side side : { Side::Left, Side::Right })
+            QCOMPARE(nothingStored.shown(side), PathText::homeFolder());
     }
-}
 
-void tst_MainModel::goForwardFollowsThePath()
-{
-    const QList<std::tuple<QString, QString, bool, QString>> cases {
-        { u"/sub/deep"_s, u"/sub"_s, false, u"sub"_s },
-        { {}, {}, true, u"sub"_s }, // the deepest stays
-        { u"/Program.app/Contents"_s, u"/Program.app"_s, true, u"sub"_s },
-        // The parent row's path is the listed folder's own: nothing is remembered.
-        { u"/sub"_s, u"/sub"_s, false, u".."_s },
-    };
-    for (const auto &[way, shown, inside, selected] : cases) {
+    void optionsAreAsStored()
+    {
+        const QList<std::tuple<QVariant, QString, bool>> cases {
+            { {}, u"Show system files"_s, true },
+            { false, u"Show system files"_s, false },
+            { true, u"Hide system files"_s, true },
+        };
+        for (const auto &[stored, title, follows] : cases) {
+            PaneModelWorld world;
+            world.defaults.setValue(Settings::ShowHiddenFiles, stored);
+            world.defaults.setValue(Settings::TraverseLinks, stored);
+            world.model.awakeFromNib();
+            QCOMPARE(world.window.hiddenItemsTitle, title);
+            // The panes and what is asked about a path go by the same option.
+            QCOMPARE(world.model.rowsLeft()[world.row(u"to sub"_s)].isFolder(), follows);
+            QCOMPARE(world.queries.isPackage(world.left + u"/to sub"_s), follows);
+        }
+    }
+
+    void reloadSortsByTheLastDirectionOfEitherPane()
+    {
         StartedWorld world;
-        world.model.setInsideBundle(true);
-        world.model.selectedItems(Side::Left).setRow(9, world.folder.path());
-        world.window.paths.left = world.left + way;
-        world.window.segment = int(PathText::components(world.left).size()) - 1;
+        world.model.sortRowEntries(Column::Size, Side::Right, SortDirection::Descending);
+        QVERIFY(world.row(u"a"_s) < world.row(u"b"_s));
+        world.list(world.left);
+        QVERIFY(world.row(u"a"_s) > world.row(u"b"_s));
+        QCOMPARE(world.window.tables.left.column, Column::Name);
+    }
+
+    void rememberedRowIsKeptOrForgotten()
+    {
+        const QList<std::tuple<int, std::optional<QString>, int, RowSet>> cases {
+            { 2, u".."_s, 2, { 2 } }, // going up
+            { 99, u".."_s, 99, {} }, // beyond the end
+            { 2, u"sub"_s, 2, { 2 } }, // on the way the pane shows
+            { 2, u"su"_s, 2, { 2 } }, // part of a name on that way
+            { 2, u"elsewhere"_s, 0, { 0 } }, // reached anew
+            { 2, u""_s, 0, { 0 } }, // no name
+            { 2, {}, 0, { 0 } }, // a plain reload
+        };
+        StartedWorld world;
+        world.bus.post(DirectoryChanged.right, { .path = world.left });
+        for (const auto &[remembered, item, row, selected] : cases) {
+            for (const Side side : { Side::Left, Side::Right }) {
+                world.model.selectedItems(side).setRow(remembered, world.left);
+                world.window.paths[side] = world.left + u"/sub"_s;
+                world.bus.post(DirectoryChanged[side], { .path = world.left, .item = item });
+                QCOMPARE(world.window.tables[side].selected, selected);
+                QCOMPARE(world.window.tables[side].scrolledTo, row);
+                QCOMPARE(world.model.selectedItems(side).row(world.left), row);
+            }
+        }
+    }
+
+    void rememberedRowsSurviveTheSettings()
+    {
+        PaneModelWorld world;
+        SelectionMemory memory;
+        const QString odd = world.folder.path(FileName::fromBytes("odd \xff"));
+        memory.setRow(7, odd);
+        QVariantMap stored = memory.toDictionary();
+        stored.insert(u"/damaged"_s, u"no number"_s);
+        world.defaults.setValue(Settings::SelectedItemsRight, stored);
+        QVERIFY(world.defaults.synchronize());
+        const UserDefaults again(world.defaults.filePath());
+        QCOMPARE(again.dictionary(Settings::SelectedItemsRight), stored);
+        world.model.awakeFromNib();
+        QCOMPARE(world.model.selectedItems(Side::Right).row(odd), 7);
+        QCOMPARE(world.model.selectedItems(Side::Right).toDictionary().size(), 1);
+        QCOMPARE(world.model.selectedItems(Side::Left).row(odd), 0);
+    }
+
+    void openingARow_data()
+    {
+        QTest::addColumn<QString>("shown"); // the folder listed afterwards
+        QTest::addColumn<QString>("call");
+        QTest::newRow("sub") << u"/left/sub"_s << QString();
+        QTest::newRow("to sub") << u"/left/sub"_s << QString();
+        QTest::newRow("..") << QString() << QString();
+        QTest::newRow("a") << u"/left"_s << u"open"_s;
+        QTest::newRow("Program.app") << u"/left"_s << u"launch"_s;
+        QTest::newRow("Tool.AppDir") << u"/left"_s << u"launch"_s;
+        QTest::newRow("file.app") << u"/left"_s << u"launch"_s;
+        QTest::newRow("Setup.pkg") << u"/left"_s << u"install"_s;
+        QTest::newRow("Kit.framework") << u"/left/Kit.framework"_s << QString();
+        QTest::newRow("to sub.desktop") << u"/left/sub"_s << QString();
+        QTest::newRow("to Kit.framework.desktop") << u"/left"_s << u"open"_s;
+        QTest::newRow("to nowhere.desktop") << u"/left"_s << u"open"_s;
+    }
+
+    void openingARow()
+    {
+        QFETCH(const QString, shown);
+        QFETCH(const QString, call);
+        const QString name = QString::fromUtf8(QTest::currentDataTag());
+        PaneModelWorld world;
+        makeTree(world.folder, u"left/Tool.AppDir/, left/Kit.framework/, left/file.app"_s);
+        for (const QString &target : { u"sub"_s, u"Kit.framework"_s, u"nowhere"_s })
+            world.folder.write(u"left/to "_s + target + u".desktop"_s,
+                               "[Desktop Entry]\nType=Link\nURL=file://"
+                                   + (world.left + u'/' + target).toUtf8());
+        world.model.awakeFromNib();
+        world.window.focus = Side::Right;
         world.changes.clear();
-        const int row = world.row(selected);
-        world.bus.post(GotoNextDirectory.left, { { row }, world.model.rowsLeft() });
-        QCOMPARE(world.shown(), world.left + shown);
-        QCOMPARE(world.model.insideBundle(), inside);
-        QCOMPARE(world.changes.size(), way.isEmpty() ? 0 : 1);
-        QCOMPARE(world.changes.value(0).item.value_or(u".."_s), u".."_s);
-        QCOMPARE(world.model.selectedItems(Side::Left).row(world.left), way.isEmpty() ? 0 : row);
-        QCOMPARE(world.model.selectedItems(Side::Left).row(world.folder.path()), 9);
+        world.refreshed.clear();
+        const int row = world.row(name);
+        world.open(name);
+        QCOMPARE(world.workspace.calls.value(0).value(0), call);
+        const bool enters = call.isEmpty();
+        if (!enters)
+            QCOMPARE(world.workspace.calls[0][1], world.left + u'/' + name);
+        // A link to a folder is entered by the folder's own path, or by the link's; it is that
+        // folder.
+        QVERIFY(world.shown() == world.folder.path() + shown || name == u"to sub"_s);
+        QCOMPARE(world.names().contains(u"deep"_s), shown == u"/left/sub"_s);
+        QCOMPARE(world.changes.size(), enters ? 1 : 0);
+        if (enters)
+            QCOMPARE(world.changes[0].item, name);
+        // The row is remembered where a folder was opened; the active pane is refreshed after "..".
+        QCOMPARE(world.model.selectedItems(Side::Left).row(world.left),
+                 name.endsWith(u"sub"_s) ? row : 0);
+        QCOMPARE(world.refreshed, name == u".."_s ? QList<Side> { Side::Right } : QList<Side> {});
     }
-}
+
+    void openingSeveralRowsEntersNone()
+    {
+        StartedWorld world;
+        world.open(RowSet { world.row(u"sub"_s), world.row(u"a"_s) });
+        QCOMPARE(world.shown(), world.left);
+        const QList<QStringList> calls { { u"open"_s, world.left + u"/sub"_s, u""_s },
+                                         { u"open"_s, world.left + u"/a"_s, u""_s } };
+        QCOMPARE(world.workspace.calls, calls);
+    }
+
+    void goingUpSelectsTheFolderLeftAndEndsAtTheRoot()
+    {
+        StartedWorld world;
+        const int row = world.row(u"sub"_s);
+        QVERIFY(row > 0);
+        world.open(u"sub"_s);
+        QCOMPARE(world.window.tables.left.selected, RowSet { 0 });
+        world.open(u".."_s);
+        QCOMPARE(world.shown(), world.left);
+        QCOMPARE(world.window.tables.left.selected, RowSet { row });
+        world.list(u"/"_s);
+        world.open(u".."_s);
+        QCOMPARE(world.shown(), u"/"_s);
+        QVERIFY(world.names().size() > 1);
+    }
+
+    void packagesAreEnteredInsideABundle()
+    {
+        // The way leads through one, or through none.
+        for (const auto &[way, inside] : { std::pair(u"/x/app/y"_s, true), { u"/x/y"_s, false } }) {
+            StartedWorld world;
+            world.model.setInsideBundle(true);
+            world.window.paths.left = way;
+            world.open(u"Program.app"_s);
+            QCOMPARE(world.shown(), world.left + u"/Program.app"_s);
+            QVERIFY(world.workspace.calls.isEmpty());
+            QCOMPARE(world.model.insideBundle(), inside);
+        }
+    }
+
+    void goForwardFollowsThePath()
+    {
+        const QList<std::tuple<QString, QString, bool, QString>> cases {
+            { u"/sub/deep"_s, u"/sub"_s, false, u"sub"_s },
+            { {}, {}, true, u"sub"_s }, // the deepest stays
+            { u"/Program.app/Contents"_s, u"/Program.app"_s, true, u"sub"_s },
+            // The parent row's path is the listed folder's own: nothing is remembered.
+            { u"/sub"_s, u"/sub"_s, false, u".."_s },
+        };
+        for (const auto &[way, shown, inside, selected] : cases) {
+            StartedWorld world;
+            world.model.setInsideBundle(true);
+            world.model.selectedItems(Side::Left).setRow(9, world.folder.path());
+            world.window.paths.left = world.left + way;
+            world.window.segment = int(PathText::components(world.left).size()) - 1;
+            world.changes.clear();
+            const int row = world.row(selected);
+            world.bus.post(GotoNextDirectory.left, { { row }, world.model.rowsLeft() });
+            QCOMPARE(world.shown(), world.left + shown);
+            QCOMPARE(world.model.insideBundle(), inside);
+            QCOMPARE(world.changes.size(), way.isEmpty() ? 0 : 1);
+            QCOMPARE(world.changes.value(0).item.value_or(u".."_s), u".."_s);
+            QCOMPARE(world.model.selectedItems(Side::Left).row(world.left),
+                     way.isEmpty() ? 0 : row);
+            QCOMPARE(world.model.selectedItems(Side::Left).row(world.folder.path()), 9);
+        }
+    }
+};
 
 QTEST_MAIN(tst_MainModel)
 #include "tst_MainModel.moc"

@@ -40,11 +40,59 @@ private Q_SLOTS:
         log.clear();
         a.then = {};
     }
-    void receiversGetAMessageInTheOrderTheySubscribed();
-    void aSecondSubscriptionTakesThePlaceOfTheFirst();
-    void aNestedPostEndsBeforeTheOuterGoesOn();
-    void whoComesDuringADeliveryGetsTheNextAndWhoIsGoneNothing();
-    void theCancelOfUnpackingKeepsItsSpelling();
+
+    void receiversGetAMessageInTheOrderTheySubscribed()
+    {
+        subscribe({ &c, &a });
+        bus.subscribe(DirectoryChanged, &b, &Receiver::receiveSided);
+        bus.post(Chosen, { u"1"_s });
+        QCOMPARE(log, u"c1 a1 "_s); // delivered before the post returned
+        bus.post(Other, { u"2"_s });
+        bus.post(DirectoryChanged[Side::Right], { .path = u"/r"_s });
+        bus.post(DirectoryChanged.left, { .path = u"/l"_s });
+        QCOMPARE(log, u"c1 a1 bRight/r bLeft/l "_s);
+    }
+
+    void aSecondSubscriptionTakesThePlaceOfTheFirst()
+    {
+        subscribe({ &a });
+        bus.subscribe(Other, &a, &Receiver::receive);
+        subscribe({ &b });
+        bus.subscribe(Chosen, &a, &Receiver::receiveElsewhere);
+        bus.post(Chosen, { u"1"_s });
+        bus.post(Other, { u"2"_s });
+        QCOMPARE(log, u"b1 a'1 a2 "_s);
+    }
+
+    void aNestedPostEndsBeforeTheOuterGoesOn()
+    {
+        subscribe({ &a, &b });
+        a.then = [&] {
+            a.then = {};
+            bus.post(Chosen, { u"Inner"_s });
+        };
+        bus.post(Chosen, { u"Outer"_s });
+        QCOMPARE(log, u"aOuter aInner bInner bOuter "_s);
+    }
+
+    void whoComesDuringADeliveryGetsTheNextAndWhoIsGoneNothing()
+    {
+        subscribe({ &a, &b });
+        a.then = [&] {
+            subscribe({ &c });
+            bus.unsubscribe(&b);
+            bus.unsubscribe(&a);
+        };
+        bus.post(Chosen, { u"1"_s });
+        QCOMPARE(log, u"a1 "_s);
+        bus.post(Chosen, { u"2"_s });
+        QCOMPARE(log, u"a1 c2 "_s);
+    }
+
+    void theCancelOfUnpackingKeepsItsSpelling()
+    {
+        QCOMPARE(CancelArchiving.name, "TWCancelArchvingNotification");
+    }
 
 private:
     void subscribe(const QList<Receiver *> &receivers)
@@ -59,59 +107,6 @@ private:
     Receiver b { u"b"_s, log };
     Receiver c { u"c"_s, log };
 };
-
-void tst_MessageBus::receiversGetAMessageInTheOrderTheySubscribed()
-{
-    subscribe({ &c, &a });
-    bus.subscribe(DirectoryChanged, &b, &Receiver::receiveSided);
-    bus.post(Chosen, { u"1"_s });
-    QCOMPARE(log, u"c1 a1 "_s); // delivered before the post returned
-    bus.post(Other, { u"2"_s });
-    bus.post(DirectoryChanged[Side::Right], { .path = u"/r"_s });
-    bus.post(DirectoryChanged.left, { .path = u"/l"_s });
-    QCOMPARE(log, u"c1 a1 bRight/r bLeft/l "_s);
-}
-
-void tst_MessageBus::aSecondSubscriptionTakesThePlaceOfTheFirst()
-{
-    subscribe({ &a });
-    bus.subscribe(Other, &a, &Receiver::receive);
-    subscribe({ &b });
-    bus.subscribe(Chosen, &a, &Receiver::receiveElsewhere);
-    bus.post(Chosen, { u"1"_s });
-    bus.post(Other, { u"2"_s });
-    QCOMPARE(log, u"b1 a'1 a2 "_s);
-}
-
-void tst_MessageBus::aNestedPostEndsBeforeTheOuterGoesOn()
-{
-    subscribe({ &a, &b });
-    a.then = [&] {
-        a.then = {};
-        bus.post(Chosen, { u"Inner"_s });
-    };
-    bus.post(Chosen, { u"Outer"_s });
-    QCOMPARE(log, u"aOuter aInner bInner bOuter "_s);
-}
-
-void tst_MessageBus::whoComesDuringADeliveryGetsTheNextAndWhoIsGoneNothing()
-{
-    subscribe({ &a, &b });
-    a.then = [&] {
-        subscribe({ &c });
-        bus.unsubscribe(&b);
-        bus.unsubscribe(&a);
-    };
-    bus.post(Chosen, { u"1"_s });
-    QCOMPARE(log, u"a1 "_s);
-    bus.post(Chosen, { u"2"_s });
-    QCOMPARE(log, u"a1 c2 "_s);
-}
-
-void tst_MessageBus::theCancelOfUnpackingKeepsItsSpelling()
-{
-    QCOMPARE(CancelArchiving.name, "TWCancelArchvingNotification");
-}
 
 QTEST_GUILESS_MAIN(tst_MessageBus)
 #include "tst_MessageBus.moc"

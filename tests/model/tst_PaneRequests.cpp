@@ -42,182 +42,177 @@ class tst_PaneRequests : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void requests();
-    void aNewNameIsNeeded();
-    void bothPanesAreRefreshedWhenTheyShowOnePath();
-    void copyIntoTheSameFolderIsRefusedFirst();
-    void parentRowIsRefusedAndRowsThatAreGoneAreDropped();
-    void rowsAreFoundAgainByPath();
-    void parentRowAndItsFolderAreNotMixedUp();
-    void confirmationDecides();
-};
+    void requests()
+    {
+        World world(false);
+        world.window.typed = u"new"_s;
+        const ItemRequest one = world.request(u"b"_s);
+        const ItemRequest two = world.request(RowSet { world.row(u"sub"_s), world.row(u"b"_s) });
+        world.bus.post(CopyItem, two);
+        world.bus.post(MoveItem, two);
+        world.bus.post(DeleteItem, two);
+        world.bus.post(RenameItem, one);
+        world.bus.post(NewFolder, { .side = Side::Left });
+        world.bus.post(ShowInfo, one);
 
-void tst_PaneRequests::requests()
-{
-    World world(false);
-    world.window.typed = u"new"_s;
-    const ItemRequest one = world.request(u"b"_s);
-    const ItemRequest two = world.request(RowSet { world.row(u"sub"_s), world.row(u"b"_s) });
-    world.bus.post(CopyItem, two);
-    world.bus.post(MoveItem, two);
-    world.bus.post(DeleteItem, two);
-    world.bus.post(RenameItem, one);
-    world.bus.post(NewFolder, { .side = Side::Left });
-    world.bus.post(ShowInfo, one);
-
-    const QStringList names { u"sub"_s, u"b"_s };
-    const QString right = world.folder.path(u"right"_s);
-    const QList<OperationRequest> requests {
-        expected(world.left, right, names, UpdateBoth::Yes),
-        expected(world.left, right, names, UpdateBoth::Yes),
-        expected(world.left, u""_s, names, UpdateBoth::No),
-        expected(world.left + u"/b"_s, world.left + u"/new"_s, {}, UpdateBoth::No),
-        expected(world.left, u""_s, { u"new"_s }, UpdateBoth::No),
-    };
-    QCOMPARE(world.desk.verbs.join(u", "_s), u"copy, move, delete, rename, new folder"_s);
-    QCOMPARE(world.desk.requests, requests);
-    QCOMPARE(world.information.requests,
-             { expected(world.left, u""_s, { u"b"_s }, UpdateBoth::No) });
-    QCOMPARE(world.window.prompts.join(u' '),
-             u"Please enter new name:|b Please input new folder name:|"_s);
-}
-
-void tst_PaneRequests::aNewNameIsNeeded()
-{
-    World world;
-    world.bus.post(NewFolder, { .side = Side::Left });
-    world.bus.post(RenameItem, world.request(u"b"_s));
-    world.window.typed = u"b"_s; // its own
-    world.bus.post(RenameItem, world.request(u"b"_s));
-    QCOMPARE(world.window.prompts.size(), 3);
-    QVERIFY(world.desk.verbs.isEmpty());
-}
-
-void tst_PaneRequests::bothPanesAreRefreshedWhenTheyShowOnePath()
-{
-    World world(false);
-    for (const Side side : { Side::Left, Side::Right })
-        world.bus.post(DirectoryChanged[side], { .path = world.left });
-    world.window.typed = u"new"_s;
-    world.bus.post(DeleteItem, world.request(u"b"_s));
-    world.bus.post(RenameItem, world.request(u"b"_s));
-    world.bus.post(NewFolder, { .side = Side::Left });
-    // Without an active pane no name is asked for, and a request names no side, so that the
-    // operations refuse it: a guessed one would act on a pane nobody chose.
-    const auto prompts = world.window.prompts;
-    world.bus.post(NewFolder, {});
-    QCOMPARE(world.window.prompts, prompts);
-    world.bus.post(DeleteItem, { .item = { 1 }, .seen = world.model.rowsRight() });
-    QCOMPARE(world.desk.requests.size(), 4);
-    for (const OperationRequest &request : world.desk.requests) {
-        QCOMPARE(request.updateBoth.value(), UpdateBoth::Yes);
-        QCOMPARE(request.side.isMissing(), &request == &world.desk.requests[3]);
+        const QStringList names { u"sub"_s, u"b"_s };
+        const QString right = world.folder.path(u"right"_s);
+        const QList<OperationRequest> requests {
+            expected(world.left, right, names, UpdateBoth::Yes),
+            expected(world.left, right, names, UpdateBoth::Yes),
+            expected(world.left, u""_s, names, UpdateBoth::No),
+            expected(world.left + u"/b"_s, world.left + u"/new"_s, {}, UpdateBoth::No),
+            expected(world.left, u""_s, { u"new"_s }, UpdateBoth::No),
+        };
+        QCOMPARE(world.desk.verbs.join(u", "_s), u"copy, move, delete, rename, new folder"_s);
+        QCOMPARE(world.desk.requests, requests);
+        QCOMPARE(world.information.requests,
+                 { expected(world.left, u""_s, { u"b"_s }, UpdateBoth::No) });
+        QCOMPARE(world.window.prompts.join(u' '),
+                 u"Please enter new name:|b Please input new folder name:|"_s);
     }
-}
 
-void tst_PaneRequests::copyIntoTheSameFolderIsRefusedFirst()
-{
-    World world;
-    world.folder.link(u"left"_s, u"left by another name"_s);
-    for (const QString &other : { u"left"_s, u"left by another name"_s }) {
-        world.bus.post(DirectoryChanged.right, { .path = world.folder.path(other) });
-        for (const auto &[command, text] :
-             { std::pair(CopyItem, u"Item(s) cannot copied in itself!"_s),
-               { MoveItem, u"Item(s) cannot moved in itself!"_s } }) {
-            world.alerts.answer(Alert::Ok);
-            world.bus.post(command, world.request(u"b"_s));
-            const Alert alert = world.alerts.shown().last();
-            QCOMPARE(alert.text, text);
-            QCOMPARE(alert.title, u"Twinleaf - Error"_s);
-            QCOMPARE(alert.buttons.value(0).text, u"Ok"_s);
+    void aNewNameIsNeeded()
+    {
+        World world;
+        world.bus.post(NewFolder, { .side = Side::Left });
+        world.bus.post(RenameItem, world.request(u"b"_s));
+        world.window.typed = u"b"_s; // its own
+        world.bus.post(RenameItem, world.request(u"b"_s));
+        QCOMPARE(world.window.prompts.size(), 3);
+        QVERIFY(world.desk.verbs.isEmpty());
+    }
+
+    void bothPanesAreRefreshedWhenTheyShowOnePath()
+    {
+        World world(false);
+        for (const Side side : { Side::Left, Side::Right })
+            world.bus.post(DirectoryChanged[side], { .path = world.left });
+        world.window.typed = u"new"_s;
+        world.bus.post(DeleteItem, world.request(u"b"_s));
+        world.bus.post(RenameItem, world.request(u"b"_s));
+        world.bus.post(NewFolder, { .side = Side::Left });
+        // Without an active pane no name is asked for, and a request names no side, so that the
+        // operations refuse it: a guessed one would act on a pane nobody chose.
+        const auto prompts = world.window.prompts;
+        world.bus.post(NewFolder, {});
+        QCOMPARE(world.window.prompts, prompts);
+        world.bus.post(DeleteItem, { .item = { 1 }, .seen = world.model.rowsRight() });
+        QCOMPARE(world.desk.requests.size(), 4);
+        for (const OperationRequest &request : world.desk.requests) {
+            QCOMPARE(request.updateBoth.value(), UpdateBoth::Yes);
+            QCOMPARE(request.side.isMissing(), &request == &world.desk.requests[3]);
+        }
+    }
+
+    void copyIntoTheSameFolderIsRefusedFirst()
+    {
+        World world;
+        world.folder.link(u"left"_s, u"left by another name"_s);
+        for (const QString &other : { u"left"_s, u"left by another name"_s }) {
+            world.bus.post(DirectoryChanged.right, { .path = world.folder.path(other) });
+            for (const auto &[command, text] :
+                 { std::pair(CopyItem, u"Item(s) cannot copied in itself!"_s),
+                   { MoveItem, u"Item(s) cannot moved in itself!"_s } }) {
+                world.alerts.answer(Alert::Ok);
+                world.bus.post(command, world.request(u"b"_s));
+                const Alert alert = world.alerts.shown().last();
+                QCOMPARE(alert.text, text);
+                QCOMPARE(alert.title, u"Twinleaf - Error"_s);
+                QCOMPARE(alert.buttons.value(0).text, u"Ok"_s);
+                QVERIFY(world.nothingWasAskedFor());
+            }
+        }
+    }
+
+    void parentRowIsRefusedAndRowsThatAreGoneAreDropped()
+    {
+        for (const auto &command : ItemCommands) {
+            World world;
+            world.window.typed = u"new"_s;
+            const bool says =
+                &command < &ItemCommands[3]; // the others are for one item, and silent
+            for (const RowSet &rows : { RowSet { 0 }, RowSet { 0, world.row(u"b"_s) } }) {
+                if (says)
+                    world.alerts.answer(Alert::Ok);
+                world.bus.post(command, world.request(rows));
+                QCOMPARE(
+                    world.alerts.shown().value(0).text,
+                    says ? u"The previous folder ('..') cannot be worked on with! Operation will "
+                           u"be aborted!"_s
+                         : QString());
+            }
+            const ItemRequest seen = world.request(u"b"_s);
+            const int last = int(world.model.rowsLeft().size());
+            for (const RowSet &rows : { RowSet {}, RowSet { -1 }, RowSet { last } })
+                world.bus.post(command, world.request(rows));
+            world.bus.post(command, { .side = Side::Left, .item = { last - 1 } });
+            unlink(FileName::toBytes(world.left + u"/b"_s));
+            world.list(world.left);
+            world.bus.post(command, seen);
             QVERIFY(world.nothingWasAskedFor());
         }
     }
-}
 
-void tst_PaneRequests::parentRowIsRefusedAndRowsThatAreGoneAreDropped()
-{
-    for (const auto &command : ItemCommands) {
-        World world;
-        world.window.typed = u"new"_s;
-        const bool says = &command < &ItemCommands[3]; // the others are for one item, and silent
-        for (const RowSet &rows : { RowSet { 0 }, RowSet { 0, world.row(u"b"_s) } }) {
-            if (says)
-                world.alerts.answer(Alert::Ok);
-            world.bus.post(command, world.request(rows));
-            QCOMPARE(world.alerts.shown().value(0).text,
-                     says ? u"The previous folder ('..') cannot be worked on with! Operation will "
-                            u"be aborted!"_s
-                          : QString());
-        }
-        const ItemRequest seen = world.request(u"b"_s);
-        const int last = int(world.model.rowsLeft().size());
-        for (const RowSet &rows : { RowSet {}, RowSet { -1 }, RowSet { last } })
-            world.bus.post(command, world.request(rows));
-        world.bus.post(command, { .side = Side::Left, .item = { last - 1 } });
-        unlink(FileName::toBytes(world.left + u"/b"_s));
+    void rowsAreFoundAgainByPath()
+    {
+        World world(false);
+        const ItemRequest seen = world.request(RowSet { world.row(u"a"_s), world.row(u"c"_s) });
+        world.folder.makeFolder(u"left/0 new"_s);
+        world.model.sortRowEntries(Column::Name, Side::Left, SortDirection::Descending);
         world.list(world.left);
-        world.bus.post(command, seen);
-        QVERIFY(world.nothingWasAskedFor());
+        world.bus.post(CopyItem, seen);
+        // In the order in which the pane shows them now.
+        QCOMPARE(world.desk.requests.value(0).items, QStringList({ u"c"_s, u"a"_s }));
+        world.bus.post(OpenFileWithApplication, { u"/app"_s, seen.item, Side::Left, seen.seen });
+        QCOMPARE(world.workspace.calls.value(1),
+                 QStringList({ u"open"_s, world.left + u"/a"_s, u"/app"_s }));
     }
-}
 
-void tst_PaneRequests::rowsAreFoundAgainByPath()
-{
-    World world(false);
-    const ItemRequest seen = world.request(RowSet { world.row(u"a"_s), world.row(u"c"_s) });
-    world.folder.makeFolder(u"left/0 new"_s);
-    world.model.sortRowEntries(Column::Name, Side::Left, SortDirection::Descending);
-    world.list(world.left);
-    world.bus.post(CopyItem, seen);
-    // In the order in which the pane shows them now.
-    QCOMPARE(world.desk.requests.value(0).items, QStringList({ u"c"_s, u"a"_s }));
-    world.bus.post(OpenFileWithApplication, { u"/app"_s, seen.item, Side::Left, seen.seen });
-    QCOMPARE(world.workspace.calls.value(1),
-             QStringList({ u"open"_s, world.left + u"/a"_s, u"/app"_s }));
-}
+    // ".." has the path of the folder it is listed in, which one level up is an item's path.
+    void parentRowAndItsFolderAreNotMixedUp()
+    {
+        World world(false);
+        const ItemRequest onParent = world.request(RowSet { 0 });
+        world.open(u".."_s);
+        const ItemRequest onFolder = world.request(u"left"_s);
+        world.bus.post(DeleteItem, onParent);
+        world.open(u"left"_s);
+        world.bus.post(DeleteItem, onFolder);
+        QVERIFY(world.desk.verbs.isEmpty());
+        world.bus.post(GetRows.left, { onParent.item, onParent.seen });
+        QCOMPARE(world.shown(), world.folder.path());
+    }
 
-// ".." has the path of the folder it is listed in, which one level up is an item's path.
-void tst_PaneRequests::parentRowAndItsFolderAreNotMixedUp()
-{
-    World world(false);
-    const ItemRequest onParent = world.request(RowSet { 0 });
-    world.open(u".."_s);
-    const ItemRequest onFolder = world.request(u"left"_s);
-    world.bus.post(DeleteItem, onParent);
-    world.open(u"left"_s);
-    world.bus.post(DeleteItem, onFolder);
-    QVERIFY(world.desk.verbs.isEmpty());
-    world.bus.post(GetRows.left, { onParent.item, onParent.seen });
-    QCOMPARE(world.shown(), world.folder.path());
-}
-
-void tst_PaneRequests::confirmationDecides()
-{
-    const QList<std::pair<Message<ItemRequest>, QString>> cases {
-        { CopyItem, u"Are you sure that you want to copy the item(s)?"_s },
-        { MoveItem, u"Are you sure that you want to move the item(s)?"_s },
-        { DeleteItem, u"Are you sure that you want to move the selected 2 item(s) to trash?"_s },
-    };
-    for (const auto &[command, text] : cases) {
-        World world;
-        const ItemRequest request = world.request(RowSet { world.row(u"a"_s), world.row(u"b"_s) });
-        world.alerts.answer(Alert::No);
-        world.bus.post(command, request);
-        QVERIFY(world.nothingWasAskedFor());
-        QCOMPARE(world.alerts.shown().value(0).text, text);
-
-        // What is listed anew under the question does not change what was asked about.
-        world.alerts.decide = [&](const Alert &) {
-            world.list(world.folder.path());
-            return Alert::Yes;
+    void confirmationDecides()
+    {
+        const QList<std::pair<Message<ItemRequest>, QString>> cases {
+            { CopyItem, u"Are you sure that you want to copy the item(s)?"_s },
+            { MoveItem, u"Are you sure that you want to move the item(s)?"_s },
+            { DeleteItem,
+              u"Are you sure that you want to move the selected 2 item(s) to trash?"_s },
         };
-        world.bus.post(command, request);
-        const OperationRequest done = world.desk.requests.value(0);
-        QCOMPARE(done.items, QStringList({ u"a"_s, u"b"_s }));
-        QCOMPARE(done.source, world.left);
+        for (const auto &[command, text] : cases) {
+            World world;
+            const ItemRequest request =
+                world.request(RowSet { world.row(u"a"_s), world.row(u"b"_s) });
+            world.alerts.answer(Alert::No);
+            world.bus.post(command, request);
+            QVERIFY(world.nothingWasAskedFor());
+            QCOMPARE(world.alerts.shown().value(0).text, text);
+
+            // What is listed anew under the question does not change what was asked about.
+            world.alerts.decide = [&](const Alert &) {
+                world.list(world.folder.path());
+                return Alert::Yes;
+            };
+            world.bus.post(command, request);
+            const OperationRequest done = world.desk.requests.value(0);
+            QCOMPARE(done.items, QStringList({ u"a"_s, u"b"_s }));
+            QCOMPARE(done.source, world.left);
+        }
     }
-}
+};
 
 QTEST_MAIN(tst_PaneRequests)
 #include "tst_PaneRequests.moc"

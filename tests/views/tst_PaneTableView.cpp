@@ -70,186 +70,179 @@ class tst_PaneTableView : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void keyPostsForItsPane();
-    void commandsRefuseNothingAndParentRow();
-    void bindingWinsOverFixedKeyButNotOverLetter();
-    void navigationKeysMoveTheSelectionOrAreHandedOn();
-    void onlyTheSecondClickOpens();
-    void rowsOutsideTheListingSelectNothing();
-    void newestRowIsTheSelectedOne();
-    void scatteredRowsAreFast();
-    void activePaneIsPlain();
-    void labelShowsUnderTheRow();
-};
-
-void tst_PaneTableView::keyPostsForItsPane()
-{
-    const std::pair<Qt::Key, QString> keys[] = {
-        { Qt::Key_F5, u"c % 2,3"_s },     { Qt::Key_F6, u"m % 2,3"_s },
-        { Qt::Key_F7, u"f %"_s },         { Qt::Key_F8, u"d % 2,3"_s },
-        { Qt::Key_F9, u"r % 3"_s }, // the newest row
-        { Qt::Key_Return, u"o % 2,3"_s }, { Qt::Key_Backspace, u"o % 0"_s },
-        { Qt::Key_Left, u"o % 0"_s },     { Qt::Key_Right, u"n % 2,3"_s },
-        { Qt::Key_Space, u"s % 2,3"_s },  { Qt::Key_B, u"letter b"_s },
-        { Qt::Key_7, u"letter 7"_s },
-    };
-    for (const Side side : { Side::Left, Side::Right }) {
-        for (const auto &[key, post] : keys) {
-            FivePanes panes;
-            panes.table(side).setFocus();
-            panes.table(side).selectRows({ 2, 3 });
-            Receiver receiver(panes.bus);
-            QTest::keyClick(&panes.table(side), key);
-            QCOMPARE(receiver.posts.value(0), QString(post).replace(u'%', sideWord(side)));
-        }
-    }
-}
-
-void tst_PaneTableView::commandsRefuseNothingAndParentRow()
-{
-    FivePanes panes;
-    Receiver receiver(panes.bus);
-    for (const RowSet &rows : { RowSet { 0 }, RowSet {} }) {
-        QCOMPARE(receiver.posts, QStringList());
+    void keyPostsForItsPane()
+    {
+        const std::pair<Qt::Key, QString> keys[] = {
+            { Qt::Key_F5, u"c % 2,3"_s },     { Qt::Key_F6, u"m % 2,3"_s },
+            { Qt::Key_F7, u"f %"_s },         { Qt::Key_F8, u"d % 2,3"_s },
+            { Qt::Key_F9, u"r % 3"_s }, // the newest row
+            { Qt::Key_Return, u"o % 2,3"_s }, { Qt::Key_Backspace, u"o % 0"_s },
+            { Qt::Key_Left, u"o % 0"_s },     { Qt::Key_Right, u"n % 2,3"_s },
+            { Qt::Key_Space, u"s % 2,3"_s },  { Qt::Key_B, u"letter b"_s },
+            { Qt::Key_7, u"letter 7"_s },
+        };
         for (const Side side : { Side::Left, Side::Right }) {
-            panes.table(side).selectRows(rows);
-            for (const auto key : { Qt::Key_F5, Qt::Key_F6, Qt::Key_F8, Qt::Key_F9 })
+            for (const auto &[key, post] : keys) {
+                FivePanes panes;
+                panes.table(side).setFocus();
+                panes.table(side).selectRows({ 2, 3 });
+                Receiver receiver(panes.bus);
                 QTest::keyClick(&panes.table(side), key);
-            panes.table(side).showInfoClicked();
+                QCOMPARE(receiver.posts.value(0), QString(post).replace(u'%', sideWord(side)));
+            }
         }
     }
-    QCOMPARE(receiver.posts, QStringList { u"i Right -1"_s }); // Sides differ.
-    // A parent row that is not the newest one passes; deleting refuses it later.
-    panes.left.selectRows({ 0, 4 });
-    QTest::keyClick(&panes.left, Qt::Key_F5);
-    QCOMPARE(receiver.posts.last(), u"c Left 0,4"_s);
-}
 
-void tst_PaneTableView::bindingWinsOverFixedKeyButNotOverLetter()
-{
-    FivePanes panes;
-    const QVariantMap copy { { u"CopyKey"_s, VirtualKeys::Return }, { u"CopyModifierFlag"_s, 1 } };
-    const QVariantMap remove { { u"DeleteKey"_s, 0 }, { u"DeleteModifierFlag"_s, 0 } }; // the key A
-    panes.defaults.setValue(Settings::ClassicKeys,
-                            QVariantMap { { u"CopyKeys"_s, copy }, { u"DeleteKeys"_s, remove } });
-    TableViewLeft table(panes.bus, panes.model, panes.defaults);
-    table.selectRow(1);
-    Receiver receiver(panes.bus);
-    QTest::keyClick(&table, Qt::Key_Return, Qt::ShiftModifier);
-    QTest::keyClick(&table, Qt::Key_A, Qt::ShiftModifier); // the flag the binding needs
-    QCOMPARE(receiver.posts, QStringList({ u"c Left 1"_s, u"letter a"_s }));
-}
-
-void tst_PaneTableView::navigationKeysMoveTheSelectionOrAreHandedOn()
-{
-    FivePanes panes;
-    const auto after = [&](Qt::Key key, Qt::KeyboardModifiers held = {}) {
-        QTest::keyClick(&panes.left, key, held);
-        return panes.left.selectedRows();
-    };
-    QCOMPARE(after(Qt::Key_End), RowSet { 5 });
-    QCOMPARE(after(Qt::Key_Up), RowSet { 4 });
-    QCOMPARE(after(Qt::Key_Up, Qt::ShiftModifier), (RowSet { 3, 4 }));
-    QCOMPARE(panes.left.selectedRow(), 3);
-    QCOMPARE(after(Qt::Key_Home), RowSet { 0 });
-    QCOMPARE(after(Qt::Key_Escape), RowSet {});
-    QCOMPARE(panes.right.selectedRows(), RowSet { 0 });
-    const QSignalSpy other(&panes.left, &PaneTableView::otherPaneRequested);
-    const QSignalSpy exit(&panes.left, &PaneTableView::terminateRequested);
-    after(Qt::Key_Tab);
-    after(Qt::Key_Tab, Qt::ShiftModifier);
-    after(Qt::Key_F10);
-    QCOMPARE(other.count(), 2);
-    QCOMPARE(exit.count(), 1);
-}
-
-void tst_PaneTableView::onlyTheSecondClickOpens()
-{
-    FivePanes panes;
-    Receiver receiver(panes.bus);
-    QWidget *viewport = panes.left.viewport();
-    const auto clickOn = [&](QPoint place) {
-        QTest::mouseClick(viewport, Qt::LeftButton, {}, place);
-        QTest::mouseDClick(viewport, Qt::LeftButton, {}, place);
-        QTest::mouseClick(viewport, Qt::LeftButton, {}, place);
-    };
-    clickOn(panes.cell(2));
-    QCOMPARE(receiver.posts, QStringList { u"o Left 2"_s });
-    clickOn(QPoint(40, viewport->height() - 5));
-    QCOMPARE(receiver.posts.size(), 1);
-    QCOMPARE(panes.left.selectedRow(), -1);
-}
-
-void tst_PaneTableView::rowsOutsideTheListingSelectNothing()
-{
-    FivePanes panes;
-    for (const int row : { -1, 6, 1000 }) {
-        panes.left.selectRow(1);
-        panes.left.selectRow(row);
-        QCOMPARE(panes.left.selectedRows(), RowSet());
-        panes.left.scrollToRow(row);
+    void commandsRefuseNothingAndParentRow()
+    {
+        FivePanes panes;
+        Receiver receiver(panes.bus);
+        for (const RowSet &rows : { RowSet { 0 }, RowSet {} }) {
+            QCOMPARE(receiver.posts, QStringList());
+            for (const Side side : { Side::Left, Side::Right }) {
+                panes.table(side).selectRows(rows);
+                for (const auto key : { Qt::Key_F5, Qt::Key_F6, Qt::Key_F8, Qt::Key_F9 })
+                    QTest::keyClick(&panes.table(side), key);
+                panes.table(side).showInfoClicked();
+            }
+        }
+        QCOMPARE(receiver.posts, QStringList { u"i Right -1"_s }); // Sides differ.
+        // A parent row that is not the newest one passes; deleting refuses it later.
+        panes.left.selectRows({ 0, 4 });
+        QTest::keyClick(&panes.left, Qt::Key_F5);
+        QCOMPARE(receiver.posts.last(), u"c Left 0,4"_s);
     }
-    panes.left.selectRows({ 4, 5, 6, 7 });
-    QCOMPARE(panes.left.selectedRows(), (RowSet { 4, 5 }));
-}
 
-void tst_PaneTableView::newestRowIsTheSelectedOne()
-{
-    FivePanes panes;
-    const auto afterClick = [&](int row, Qt::KeyboardModifiers held = {}) {
-        QTest::mouseClick(panes.left.viewport(), Qt::LeftButton, held, panes.cell(row));
-        return panes.left.selectedRow();
-    };
-    afterClick(4);
-    QCOMPARE(afterClick(1, Qt::ControlModifier), 1);
-    QCOMPARE(afterClick(1, Qt::ControlModifier), 4);
-    QCOMPARE(afterClick(2, Qt::ShiftModifier), 2);
-}
-
-void tst_PaneTableView::scatteredRowsAreFast()
-{
-    PanesOnFolder panes({});
-    for (int i = 0; i < 20000; ++i)
-        panes.folder.write(QString::number(i));
-    panes.start();
-    RowSet even, odd;
-    for (int row = 1; row < 20000; row += 2) {
-        odd.append(row);
-        even.append(row + 1);
+    void bindingWinsOverFixedKeyButNotOverLetter()
+    {
+        FivePanes panes;
+        const QVariantMap copy { { u"CopyKey"_s, VirtualKeys::Return },
+                                 { u"CopyModifierFlag"_s, 1 } };
+        const QVariantMap remove { { u"DeleteKey"_s, 0 },
+                                   { u"DeleteModifierFlag"_s, 0 } }; // the key A
+        panes.defaults.setValue(
+            Settings::ClassicKeys,
+            QVariantMap { { u"CopyKeys"_s, copy }, { u"DeleteKeys"_s, remove } });
+        TableViewLeft table(panes.bus, panes.model, panes.defaults);
+        table.selectRow(1);
+        Receiver receiver(panes.bus);
+        QTest::keyClick(&table, Qt::Key_Return, Qt::ShiftModifier);
+        QTest::keyClick(&table, Qt::Key_A, Qt::ShiftModifier); // the flag the binding needs
+        QCOMPARE(receiver.posts, QStringList({ u"c Left 1"_s, u"letter a"_s }));
     }
-    panes.left.selectRows(odd);
-    panes.left.selectRows(even);
-    panes.left.grab();
-    QCOMPARE(panes.left.selectedRows(), even);
-}
 
-void tst_PaneTableView::activePaneIsPlain()
-{
-    FivePanes panes;
-    for (const Side side : { Side::Left, Side::Right })
-        panes.table(side).selectRow(2);
-    const QColor highlight = panes.left.palette().color(QPalette::Active, QPalette::Highlight);
-    for (const Side active : { Side::Left, Side::Right }) {
-        panes.table(active).setFocus();
-        const QColor muted = rowColor(panes.table(otherSide(active)), 2);
-        QCOMPARE(rowColor(panes.table(active), 2), highlight);
-        QVERIFY(muted != highlight && muted != panes.palette().color(QPalette::Base));
+    void navigationKeysMoveTheSelectionOrAreHandedOn()
+    {
+        FivePanes panes;
+        const auto after = [&](Qt::Key key, Qt::KeyboardModifiers held = {}) {
+            QTest::keyClick(&panes.left, key, held);
+            return panes.left.selectedRows();
+        };
+        QCOMPARE(after(Qt::Key_End), RowSet { 5 });
+        QCOMPARE(after(Qt::Key_Up), RowSet { 4 });
+        QCOMPARE(after(Qt::Key_Up, Qt::ShiftModifier), (RowSet { 3, 4 }));
+        QCOMPARE(panes.left.selectedRow(), 3);
+        QCOMPARE(after(Qt::Key_Home), RowSet { 0 });
+        QCOMPARE(after(Qt::Key_Escape), RowSet {});
+        QCOMPARE(panes.right.selectedRows(), RowSet { 0 });
+        const QSignalSpy other(&panes.left, &PaneTableView::otherPaneRequested);
+        const QSignalSpy exit(&panes.left, &PaneTableView::terminateRequested);
+        after(Qt::Key_Tab);
+        after(Qt::Key_Tab, Qt::ShiftModifier);
+        after(Qt::Key_F10);
+        QCOMPARE(other.count(), 2);
+        QCOMPARE(exit.count(), 1);
     }
-}
 
-void tst_PaneTableView::labelShowsUnderTheRow()
-{
-    PanesOnFolder panes({ u"a"_s, u"b"_s, u"c"_s });
-    QByteArray finderInfo(32, '\0');
-    finderInfo[9] = 4; // the label field of the flag word
-    panes.folder.setAttribute(u"c"_s, "user.com.apple.FinderInfo", finderInfo);
-    panes.start();
-    const int row = panes.row(u"c"_s);
-    const QColor color = FileQueries::finderLabelColor(panes.model.rowsLeft()[row].finderLabel());
-    QVERIFY(color != FileQueries::finderLabelColor(0));
-    QCOMPARE(rowColor(panes.left, row), color);
-    QVERIFY(rowColor(panes.left, row == 1 ? 2 : row - 1) != color);
-}
+    void onlyTheSecondClickOpens()
+    {
+        FivePanes panes;
+        Receiver receiver(panes.bus);
+        QWidget *viewport = panes.left.viewport();
+        const auto clickOn = [&](QPoint place) {
+            QTest::mouseClick(viewport, Qt::LeftButton, {}, place);
+            QTest::mouseDClick(viewport, Qt::LeftButton, {}, place);
+            QTest::mouseClick(viewport, Qt::LeftButton, {}, place);
+        };
+        clickOn(panes.cell(2));
+        QCOMPARE(receiver.posts, QStringList { u"o Left 2"_s });
+        clickOn(QPoint(40, viewport->height() - 5));
+        QCOMPARE(receiver.posts.size(), 1);
+        QCOMPARE(panes.left.selectedRow(), -1);
+    }
+
+    void rowsOutsideTheListingSelectNothing()
+    {
+        FivePanes panes;
+        for (const int row : { -1, 6, 1000 }) {
+            panes.left.selectRow(1);
+            panes.left.selectRow(row);
+            QCOMPARE(panes.left.selectedRows(), RowSet());
+            panes.left.scrollToRow(row);
+        }
+        panes.left.selectRows({ 4, 5, 6, 7 });
+        QCOMPARE(panes.left.selectedRows(), (RowSet { 4, 5 }));
+    }
+
+    void newestRowIsTheSelectedOne()
+    {
+        FivePanes panes;
+        const auto afterClick = [&](int row, Qt::KeyboardModifiers held = {}) {
+            QTest::mouseClick(panes.left.viewport(), Qt::LeftButton, held, panes.cell(row));
+            return panes.left.selectedRow();
+        };
+        afterClick(4);
+        QCOMPARE(afterClick(1, Qt::ControlModifier), 1);
+        QCOMPARE(afterClick(1, Qt::ControlModifier), 4);
+        QCOMPARE(afterClick(2, Qt::ShiftModifier), 2);
+    }
+
+    void scatteredRowsAreFast()
+    {
+        PanesOnFolder panes({});
+        for (int i = 0; i < 20000; ++i)
+            panes.folder.write(QString::number(i));
+        panes.start();
+        RowSet even, odd;
+        for (int row = 1; row < 20000; row += 2) {
+            odd.append(row);
+            even.append(row + 1);
+        }
+        panes.left.selectRows(odd);
+        panes.left.selectRows(even);
+        panes.left.grab();
+        QCOMPARE(panes.left.selectedRows(), even);
+    }
+
+    void activePaneIsPlain()
+    {
+        FivePanes panes;
+        for (const Side side : { Side::Left, Side::Right })
+            panes.table(side).selectRow(2);
+        const QColor highlight = panes.left.palette().color(QPalette::Active, QPalette::Highlight);
+        for (const Side active : { Side::Left, Side::Right }) {
+            panes.table(active).setFocus();
+            const QColor muted = rowColor(panes.table(otherSide(active)), 2);
+            QCOMPARE(rowColor(panes.table(active), 2), highlight);
+            QVERIFY(muted != highlight && muted != panes.palette().color(QPalette::Base));
+        }
+    }
+
+    void labelShowsUnderTheRow()
+    {
+        PanesOnFolder panes({ u"a"_s, u"b"_s, u"c"_s });
+        QByteArray finderInfo(32, '\0');
+        finderInfo[9] = 4; // the label field of the flag word
+        panes.folder.setAttribute(u"c"_s, "user.com.apple.FinderInfo", finderInfo);
+        panes.start();
+        const int row = panes.row(u"c"_s);
+        const QColor color =
+            FileQueries::finderLabelColor(panes.model.rowsLeft()[row].finderLabel());
+        QVERIFY(color != FileQueries::finderLabelColor(0));
+        QCOMPARE(rowColor(panes.left, row), color);
+        QVERIFY(rowColor(panes.left, row == 1 ? 2 : row - 1) != color);
+    }
+};
 
 QTEST_MAIN(tst_PaneTableView)
 #include "tst_PaneTableView.moc"

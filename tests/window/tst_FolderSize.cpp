@@ -14,72 +14,69 @@ class tst_FolderSize : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void eachFileCountsItsSizeAnd4095Bytes();
-    void theTextSwitchesUnits();
-    void aFolderIsCountedOnceAtATimeWhateverIsSelectedMeanwhile();
-};
-
-void tst_FolderSize::eachFileCountsItsSizeAnd4095Bytes()
-{
-    const TestFolder folder;
-    const std::atomic<bool> never { false };
-    QCOMPARE(FolderSize::totalOf(folder.path(), never), 0.0);
-    folder.makeFolder(u"a/b/c"_s);
-    QCOMPARE(FolderSize::totalOf(folder.path(), never), 0.0); // folders count nothing
-    folder.write(u"a/b/c/one"_s, "x");
-    QCOMPARE(FolderSize::text(FolderSize::totalOf(folder.path(), never)), u"4 KB"_s);
-    folder.write(QString(u"a/"_s) + QChar(0xDCFF), QByteArray(10, 'x'));
-    folder.link(folder.path(), u"a/loop"_s); // counts as itself, is not entered
-    QCOMPARE(FolderSize::totalOf(folder.path(), never),
-             1.0 + 10 + double(folder.path().size()) + 3 * 4095);
-    const std::atomic<bool> stop { true };
-    QVERIFY(FolderSize::totalOf(folder.path(), stop) < 3 * 4095);
-    QCOMPARE(FolderSize::totalOf(folder.path(u"gone"_s), never), 0.0);
-}
-
-void tst_FolderSize::theTextSwitchesUnits()
-{
-    const std::pair<double, QString> rows[] = {
-        { 0, u"0 Bytes"_s },          { 1023, u"1023 Bytes"_s }, { 1024, u"1 KB"_s },
-        { 1048575, u"1024 KB"_s },    { 4608, u"4 KB"_s },       { 1048576, u"1.00 MB"_s },
-        { 1610612736, u"1.50 GB"_s },
-    };
-    for (const auto &[total, text] : rows)
-        QCOMPARE(FolderSize::text(total), text);
-}
-
-void tst_FolderSize::aFolderIsCountedOnceAtATimeWhateverIsSelectedMeanwhile()
-{
-    PaneWorld world;
-    world.folder.makeFolder(u"a"_s);
-    world.folder.write(u"a/file"_s, "x");
-    world.folder.write(u"b"_s, "x");
-    const DateText dates(world.defaults);
-    PerSide<InfoBarFields> fields;
-    QWidget window;
-    const auto field = [&window] { return new InfoBarTextField(Qt::ElideRight, &window); };
-    for (const Side side : { Side::Left, Side::Right })
-        fields[side] = { field(), field(), field() };
-    InfoBars bars(fields, world.model, dates, world.defaults);
-    FolderSize sizes(world.bus, world.model, world.queries, bars);
-    world.show(Side::Right);
-    const auto ask = [&](const RowSet &rows) {
-        world.bus.post(ShowFolderSize.right, RowsOfPane { rows, world.model.rows(Side::Right) });
-    };
-    for (const RowSet &rows :
-         { RowSet(), RowSet { 0 }, RowSet { world.row(u"b"_s, Side::Right) } }) {
-        ask(rows);
-        QCOMPARE(fields[Side::Right].fileSize->text(), u""_s);
+    void eachFileCountsItsSizeAnd4095Bytes()
+    {
+        const TestFolder folder;
+        const std::atomic<bool> never { false };
+        QCOMPARE(FolderSize::totalOf(folder.path(), never), 0.0);
+        folder.makeFolder(u"a/b/c"_s);
+        QCOMPARE(FolderSize::totalOf(folder.path(), never), 0.0); // folders count nothing
+        folder.write(u"a/b/c/one"_s, "x");
+        QCOMPARE(FolderSize::text(FolderSize::totalOf(folder.path(), never)), u"4 KB"_s);
+        folder.write(QString(u"a/"_s) + QChar(0xDCFF), QByteArray(10, 'x'));
+        folder.link(folder.path(), u"a/loop"_s); // counts as itself, is not entered
+        QCOMPARE(FolderSize::totalOf(folder.path(), never),
+                 1.0 + 10 + double(folder.path().size()) + 3 * 4095);
+        const std::atomic<bool> stop { true };
+        QVERIFY(FolderSize::totalOf(folder.path(), stop) < 3 * 4095);
+        QCOMPARE(FolderSize::totalOf(folder.path(u"gone"_s), never), 0.0);
     }
-    for (int times = 0; times < 3; ++times)
-        ask({ world.row(u"a"_s, Side::Right), world.row(u"b"_s, Side::Right) });
-    QCOMPARE(fields[Side::Right].fileSize->text(), u"Calculating..."_s);
-    QCOMPARE(sizes.findChildren<QThread *>().size(), 1);
-    QTRY_COMPARE(fields[Side::Right].fileSize->text(), u"4 KB"_s);
-    QCOMPARE(fields[Side::Left].fileSize->text(), u""_s);
-    ask({ world.row(u"a"_s, Side::Right) });
-    QCOMPARE(fields[Side::Right].fileSize->text(), u"Calculating..."_s);
-}
+
+    void theTextSwitchesUnits()
+    {
+        const std::pair<double, QString> rows[] = {
+            { 0, u"0 Bytes"_s },          { 1023, u"1023 Bytes"_s }, { 1024, u"1 KB"_s },
+            { 1048575, u"1024 KB"_s },    { 4608, u"4 KB"_s },       { 1048576, u"1.00 MB"_s },
+            { 1610612736, u"1.50 GB"_s },
+        };
+        for (const auto &[total, text] : rows)
+            QCOMPARE(FolderSize::text(total), text);
+    }
+
+    void aFolderIsCountedOnceAtATimeWhateverIsSelectedMeanwhile()
+    {
+        PaneWorld world;
+        world.folder.makeFolder(u"a"_s);
+        world.folder.write(u"a/file"_s, "x");
+        world.folder.write(u"b"_s, "x");
+        const DateText dates(world.defaults);
+        PerSide<InfoBarFields> fields;
+        QWidget window;
+        const auto field = [&window] { return new InfoBarTextField(Qt::ElideRight, &window); };
+        for (const Side side : { Side::Left, Side::Right })
+            fields[side] = { field(), field(), field() };
+        InfoBars bars(fields, world.model, dates, world.defaults);
+        FolderSize sizes(world.bus, world.model, world.queries, bars);
+        world.show(Side::Right);
+        const auto ask = [&](const RowSet &rows) {
+            world.bus.post(ShowFolderSize.right,
+                           RowsOfPane { rows, world.model.rows(Side::Right) });
+        };
+        for (const RowSet &rows :
+             { RowSet(), RowSet { 0 }, RowSet { world.row(u"b"_s, Side::Right) } }) {
+            ask(rows);
+            QCOMPARE(fields[Side::Right].fileSize->text(), u""_s);
+        }
+        for (int times = 0; times < 3; ++times)
+            ask({ world.row(u"a"_s, Side::Right), world.row(u"b"_s, Side::Right) });
+        QCOMPARE(fields[Side::Right].fileSize->text(), u"Calculating..."_s);
+        QCOMPARE(sizes.findChildren<QThread *>().size(), 1);
+        QTRY_COMPARE(fields[Side::Right].fileSize->text(), u"4 KB"_s);
+        QCOMPARE(fields[Side::Left].fileSize->text(), u""_s);
+        ask({ world.row(u"a"_s, Side::Right) });
+        QCOMPARE(fields[Side::Right].fileSize->text(), u"Calculating..."_s);
+    }
+};
 
 QTEST_MAIN(tst_FolderSize)
 #include "tst_FolderSize.moc"
