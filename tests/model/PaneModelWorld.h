@@ -1,17 +1,39 @@
 #pragma once
 
+#include "model/FileQueries.h"
 #include "model/ItemInformation.h"
-#include "tests/support/PaneWorld.h"
+#include "model/Launching.h"
+#include "model/MainModel.h"
+#include "settings/SettingsKeys.h"
+#include "settings/UserDefaults.h"
+#include "tests/support/AlertScript.h"
+#include "tests/support/PaneWindowStub.h"
+#include "tests/support/RecordedDesk.h"
+#include "tests/support/RecordedWorkspace.h"
 #include "tests/support/TestTree.h"
+#include "widgets/FileKinds.h"
 
 struct RecordedInformation final : ItemInformation {
     void showInfoSheet(const OperationRequest &request) override { requests.append(request); }
     QList<OperationRequest> requests;
 };
 
-// Whose path controls follow the panes. Left shows "left", right shows "right", names upward.
-struct PaneModelWorld : PaneWorld {
+// The pane model alone, over real folders, in a window without widgets whose tables and path
+// controls follow it. Left shows "left", right shows "right", names upward.
+struct PaneModelWorld {
+    TestFolder folder;
+    TestFolder settings;
     QString left = folder.path(QStringLiteral("left"));
+    UserDefaults defaults { settings.path(QStringLiteral("settings.plist")) };
+    MessageBus bus;
+    AlertScript alerts;
+    RecordedWorkspace workspace;
+    FileKinds kinds;
+    FileQueries queries { workspace, kinds };
+    Launching launching { workspace, alerts };
+    MainModel model { bus, defaults, alerts, queries, launching, kinds };
+    PaneWindowStub window;
+    RecordedDesk desk;
     RecordedInformation information;
     QList<FolderChange> changes;
     QList<Side> refreshed;
@@ -25,7 +47,12 @@ struct PaneModelWorld : PaneWorld {
         defaults.setValue(Settings::RightFileListSortingDirection, true);
         defaults.setValue(Settings::LeftFileListLastPath, left);
         defaults.setValue(Settings::RightFileListLastPath, folder.path(QStringLiteral("right")));
+        model.setWindowController(&window);
+        model.setTwinleaf(&desk);
         model.setInfoSheetController(&information);
+        QObject::connect(&model, &MainModel::rowsChanged, &model, [this](Side side) {
+            window.tables[side].rows = int(model.rows(side).size());
+        });
         bus.subscribe(DirectoryChanged, this, &PaneModelWorld::follow);
         bus.subscribe(TableViewSelectionDidChange, this, &PaneModelWorld::noteRefresh);
     }
@@ -41,6 +68,11 @@ struct PaneModelWorld : PaneWorld {
     }
     void open(const RowSet &rows) { bus.post(GetRows.left, { rows, model.rowsLeft() }); }
     void open(const QString &name) { open(RowSet { row(name) }); }
+    int row(const QString &name, Side side = Side::Left) const
+    {
+        return int(model.rows(side).rowOfName(name));
+    }
+    QString shown(Side side = Side::Left) const { return model.rows(side).folder(); }
 };
 
 // As it is after the start.

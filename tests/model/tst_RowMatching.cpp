@@ -11,40 +11,37 @@ class tst_RowMatching : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void patterns_data()
-    {
-        using enum MatchMethod;
-        QTest::addColumn<QString>("field");
-        QTest::addColumn<MatchMethod>("method");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<bool>("caseSensitive");
-        QTest::addColumn<bool>("matches");
-        QTest::newRow("contains") << u"a.txt"_s << Contains << u".T"_s << false << true;
-        QTest::newRow("contains, by case") << u"a.txt"_s << Contains << u".T"_s << true << false;
-        QTest::newRow("begins") << u"abc"_s << BeginsWith << u"AB"_s << false << true;
-        QTest::newRow("begins, by case") << u"abc"_s << BeginsWith << u"AB"_s << true << false;
-        QTest::newRow("ends") << u"B.Txt"_s << EndsWith << u".TXT"_s << false << true;
-        QTest::newRow("equals") << u"ABC"_s << Equals << u"abc"_s << false << true;
-        QTest::newRow("equals the whole") << u"abcd"_s << Equals << u"abc"_s << false << false;
-        QTest::newRow("longer than the field")
-            << u"ab"_s << BeginsWith << u"abc"_s << false << false;
-        QTest::newRow("longer at the end") << u"bc"_s << EndsWith << u"abc"_s << false << false;
-        QTest::newRow("longer than an empty field")
-            << QString() << Equals << u"a"_s << false << false;
-        QTest::newRow("a method of another kind")
-            << u"abc"_s << MatchMethod(7) << u"abc"_s << false << false;
-        QTest::newRow("no expression") << u"abc"_s << Contains << u"a.c"_s << false << false;
-        QTest::newRow("plain characters") << u"a[1]*"_s << Contains << u"[1]*"_s << false << true;
-    }
-
     void patterns()
     {
-        QFETCH(QString, field);
-        QFETCH(MatchMethod, method);
-        QFETCH(QString, text);
-        QFETCH(bool, caseSensitive);
-        QTEST(RowMatching::matches(field, { MatchTarget::Name, method, text, caseSensitive }),
-              "matches");
+        using enum MatchMethod;
+        constexpr auto EitherCase = false;
+        constexpr auto ByCase = true;
+        const struct {
+            const char *rule;
+            QString field;
+            MatchMethod method;
+            QString text;
+            bool caseSensitive;
+            bool matches;
+        } rows[] = {
+            { "contains", u"a.txt"_s, Contains, u".T"_s, EitherCase, true },
+            { "contains, by case", u"a.txt"_s, Contains, u".T"_s, ByCase, false },
+            { "begins", u"abc"_s, BeginsWith, u"AB"_s, EitherCase, true },
+            { "begins, by case", u"abc"_s, BeginsWith, u"AB"_s, ByCase, false },
+            { "ends", u"B.Txt"_s, EndsWith, u".TXT"_s, EitherCase, true },
+            { "equals", u"ABC"_s, Equals, u"abc"_s, EitherCase, true },
+            { "equals the whole", u"abcd"_s, Equals, u"abc"_s, EitherCase, false },
+            { "longer than the field", u"ab"_s, BeginsWith, u"abc"_s, EitherCase, false },
+            { "longer at the end", u"bc"_s, EndsWith, u"abc"_s, EitherCase, false },
+            { "longer than an empty field", {}, Equals, u"a"_s, EitherCase, false },
+            { "a method of another kind", u"abc"_s, MatchMethod(7), u"abc"_s, EitherCase, false },
+            { "no expression", u"abc"_s, Contains, u"a.c"_s, EitherCase, false },
+            { "plain characters", u"a[1]*"_s, Contains, u"[1]*"_s, EitherCase, true },
+        };
+        for (const auto &[rule, field, method, text, byCase, matches] : rows)
+            QVERIFY2(RowMatching::matches(field, { MatchTarget::Name, method, text, byCase })
+                         == matches,
+                     rule);
     }
 
     void aSearchBeginsBelowTheSelectedRow()

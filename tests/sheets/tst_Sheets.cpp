@@ -31,6 +31,22 @@ struct World {
     WorkingSheet sheet;
 };
 
+// Of one kind, that the sheet gets.
+struct EventCount : QObject {
+    EventCount(QEvent::Type counted, QWidget &sheet)
+        : type(counted)
+    {
+        sheet.installEventFilter(this);
+    }
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        count += event->type() == type;
+        return false;
+    }
+    const QEvent::Type type;
+    int count = 0;
+};
+
 bool shows(const QWidget &sheet, const QString &text)
 {
     const auto labels = sheet.findChildren<QLabel *>();
@@ -174,15 +190,7 @@ private Q_SLOTS:
         QWidget window;
         QWidget question;
         World world(&window);
-        struct Shows : QObject {
-            bool eventFilter(QObject *, QEvent *event) override
-            {
-                count += event->type() == QEvent::Show;
-                return false;
-            }
-            int count = 0;
-        } shows;
-        world.sheet.installEventFilter(&shows);
+        EventCount shows(QEvent::Show, world.sheet);
         window.show();
         question.show();
         question.activateWindow();
@@ -250,18 +258,9 @@ private Q_SLOTS:
 
     void aFastRunDoesNotWaitForThePaintingOfItsTexts()
     {
-        struct Paints : QObject {
-            bool eventFilter(QObject *, QEvent *event) override
-            {
-                count += event->type() == QEvent::Paint;
-                return false;
-            }
-            int count = 0;
-        };
         World world;
         world.sheet.showWorkingSheet();
-        Paints paints;
-        world.sheet.installEventFilter(&paints);
+        EventCount paints(QEvent::Paint, world.sheet);
         for (int item = 0; item < 1000; ++item) {
             world.sheet.setWorkingSheetInfoText(QString::number(item));
             world.sheet.setWorkingSheetProgressValue(item);

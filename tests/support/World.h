@@ -22,6 +22,8 @@
 #include <QTest>
 #include <QTimer>
 
+#include <numeric>
+
 // The whole program over the real folders "left" and "right", with a person and a desktop by
 // script.
 struct World {
@@ -56,6 +58,11 @@ struct World {
         application.start();
         QVERIFY(QTest::qWaitForWindowExposed(&window));
     }
+    void startOnLeft() // in both panes
+    {
+        defaults.setValue(Settings::RightFileListLastPath, folder.path(QStringLiteral("left")));
+        start();
+    }
 
     PaneTableView &list(Side side = Side::Left) { return application.fileList(side); }
     int row(const QString &name, Side side = Side::Left) const
@@ -63,22 +70,29 @@ struct World {
         return int(model.rows(side).rowOfName(name));
     }
     QString shown(Side side = Side::Left) const { return model.rows(side).folder(); }
-    void show(Side side, const QString &name)
+    void show(Side side, const QString &name, const std::optional<QString> &item = {})
     {
-        bus.post(DirectoryChanged[side], { .path = folder.path(name) });
+        bus.post(DirectoryChanged[side], { .path = folder.path(name), .item = item });
     }
     void focus(Side side) { list(side).setFocus(); }
     void select(const QString &name, Side side = Side::Left)
     {
         list(side).selectRow(row(name, side));
     }
-    QString selected(Side side = Side::Left) // the names
+    // The names in some rows, the selected ones, and in all.
+    QString names(const RowSet &rows, Side side) const
     {
         QStringList names;
-        const RowSet rows = list(side).selectedRows();
         for (const int row : rows)
             names.append(model.rows(side)[row].name());
         return names.join(QLatin1Char(' '));
+    }
+    QString selected(Side side = Side::Left) { return names(list(side).selectedRows(), side); }
+    QString names(Side side = Side::Left) const
+    {
+        RowSet all(model.rows(side).size());
+        std::iota(all.begin(), all.end(), 0);
+        return names(all, side);
     }
 
     // As from its menu, and until the work it started has ended.

@@ -1,4 +1,5 @@
-#include "tests/views/PanesOnFolder.h"
+#include "tests/support/World.h"
+#include "window/InfoBarTextField.h"
 
 #include <QHeaderView>
 
@@ -6,16 +7,17 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-struct World : PanesOnFolder {
-    World(const QStringList &names = { u"B"_s, u"a"_s, u"c"_s }, const QVariant &ascending = {})
-        : PanesOnFolder(names)
+// Files of growing size in both panes.
+struct Panes : World {
+    explicit Panes(const QVariant &ascending = {})
+        : World(u"left/B=1, left/a=22, left/c=333"_s)
     {
         defaults.setValue(Settings::LeftFileListSortingDirection, ascending);
-        start();
+        startOnLeft();
     }
-    QStringList afterClick(Column column, Side side = Side::Left)
+    QString afterClick(Column column, Side side = Side::Left)
     {
-        const QHeaderView *header = table(side).horizontalHeader();
+        const QHeaderView *header = list(side).horizontalHeader();
         const int x =
             header->sectionViewportPosition(int(column)) + header->sectionSize(int(column)) / 2;
         QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, QPoint(x, header->height() / 2));
@@ -31,23 +33,23 @@ class tst_PaneDataSource : public QObject {
 private Q_SLOTS:
     void clicksSortAgainstTheStoredDirectionAndKeepTheSelection()
     {
-        World world({ u"B"_s, u"a"_s, u"c"_s }, true);
-        QCOMPARE(world.names(), QStringList({ u".."_s, u"B"_s, u"a"_s, u"c"_s }));
-        world.left.selectRow(world.row(u"B"_s));
-        QCOMPARE(world.afterClick(Column::Name), QStringList({ u".."_s, u"c"_s, u"a"_s, u"B"_s }));
-        QCOMPARE(world.left.selectedRows(), RowSet { 3 });
+        Panes world(true);
+        QCOMPARE(world.names(), u".. B a c"_s);
+        world.list().selectRow(world.row(u"B"_s));
+        QCOMPARE(world.afterClick(Column::Name), u".. c a B"_s);
+        QCOMPARE(world.list().selectedRows(), RowSet { 3 });
         // A column without a stored direction starts upwards.
-        QCOMPARE(world.afterClick(Column::Size), QStringList({ u".."_s, u"B"_s, u"a"_s, u"c"_s }));
-        QCOMPARE(world.left.selectedRows(), RowSet { 1 });
-        QCOMPARE(world.left.highlightedColumn(), Column::Size);
+        QCOMPARE(world.afterClick(Column::Size), u".. B a c"_s);
+        QCOMPARE(world.list().selectedRows(), RowSet { 1 });
+        QCOMPARE(world.list().highlightedColumn(), Column::Size);
     }
 
     void sortStateSurvivesTermination()
     {
-        World world;
-        const QStringList before = world.names();
+        Panes world;
+        const QString before = world.names();
         QCOMPARE(world.afterClick(Column::Icon), before); // sorts by nothing
-        QCOMPARE(world.left.horizontalHeader()->sortIndicatorSection(), int(Column::Name));
+        QCOMPARE(world.list().horizontalHeader()->sortIndicatorSection(), int(Column::Name));
         world.afterClick(Column::Size, Side::Right);
         world.bus.post(ApplicationWillTerminate);
         QCOMPARE(world.defaults.string(Settings::RightFileListSortedColumn), u"Size"_s);
@@ -58,40 +60,43 @@ private Q_SLOTS:
 
     void selectAllLeavesOutTheParentRow()
     {
-        World world;
-        QSignalSpy changes(&world.leftSource, &PaneDataSource::selectionDidChange);
-        world.left.selectAll();
-        QCOMPARE(world.left.selectedRows(), (RowSet { 1, 2, 3 }));
-        QCOMPARE(changes.count(), 1);
+        Panes world;
+        world.list().selectAll();
+        QCOMPARE(world.list().selectedRows(), (RowSet { 1, 2, 3 }));
+        QCOMPARE(world.window.infoBars.left.fileName->text(), u"3 item(s)"_s);
 
-        World empty(QStringList {});
-        empty.left.selectAll();
-        QCOMPARE(empty.left.selectedRows(), RowSet { 0 });
+        World empty;
+        empty.start();
+        empty.list().selectAll();
+        QCOMPARE(empty.selected(), u".."_s);
 
         // By the keyboard, which can take rows back.
-        QTest::keyClick(&world.left, Qt::Key_Home);
+        QTest::keyClick(&world.list(), Qt::Key_Home);
         for (int i = 0; i < 3; ++i)
-            QTest::keyClick(&world.left, Qt::Key_Down, Qt::ShiftModifier);
-        QCOMPARE(world.left.selectedRows(), (RowSet { 1, 2, 3 }));
-        QTest::keyClick(&world.left, Qt::Key_Up, Qt::ShiftModifier);
-        QVERIFY(!world.left.isRowSelected(3));
+            QTest::keyClick(&world.list(), Qt::Key_Down, Qt::ShiftModifier);
+        QCOMPARE(world.list().selectedRows(), (RowSet { 1, 2, 3 }));
+        QTest::keyClick(&world.list(), Qt::Key_Up, Qt::ShiftModifier);
+        QVERIFY(!world.list().isRowSelected(3));
     }
 
     void toolTipsShowTheCellInPlainForm()
     {
-        World world({ u"<b>x"_s });
-        world.left.tableModel().setDateFormat(u"%Y"_s);
-        QCOMPARE(world.leftSource.toolTipForCell(Column::Name, 1), u"<b>x"_s);
-        QCOMPARE(world.leftSource.toolTipForCell(Column::Icon, 1), QString());
-        QCOMPARE(world.leftSource.toolTipForCell(Column::Name, 2), QString());
-        const QString shown = world.left.model()->index(1, int(Column::Date)).data().toString();
+        World world(u"left/<b>x=a"_s);
+        world.start();
+        const TableViewDataSourceLeft source(*world.window.leftFileList, world.model, world.bus,
+                                             world.defaults);
+        world.list().tableModel().setDateFormat(u"%Y"_s);
+        QCOMPARE(source.toolTipForCell(Column::Name, 1), u"<b>x"_s);
+        QCOMPARE(source.toolTipForCell(Column::Icon, 1), QString());
+        QCOMPARE(source.toolTipForCell(Column::Name, 2), QString());
+        const QString shown = world.list().model()->index(1, int(Column::Date)).data().toString();
         QCOMPARE(shown.size(), 4);
-        const QString tip = world.leftSource.toolTipForCell(Column::Date, 1);
+        const QString tip = source.toolTipForCell(Column::Date, 1);
         QVERIFY(tip.startsWith(shown) && tip.size() > shown.size());
 
         world.defaults.setValue(Settings::ShowToolTips, false);
         world.model.setUserDefaultValues();
-        QCOMPARE(world.leftSource.toolTipForCell(Column::Name, 1), QString());
+        QCOMPARE(source.toolTipForCell(Column::Name, 1), QString());
     }
 };
 

@@ -1,7 +1,8 @@
 #include "views/PaneDragAndDrop.h"
 
 #include "files/FileUrls.h"
-#include "tests/views/PanesOnFolder.h"
+#include "tests/support/RecordedDesk.h"
+#include "tests/support/World.h"
 #include "views/DropDecision.h"
 
 #include <QDropEvent>
@@ -14,18 +15,17 @@ using namespace Qt::StringLiterals;
 namespace {
 
 // Both panes on one folder of a file and a folder, with drops into the left one.
-struct World : PanesOnFolder {
+struct Drops : World {
     RecordedDesk desk;
-    PaneDragAndDrop drops { left, model, desk, alerts };
+    PaneDragAndDrop drops { list(), model, desk, alerts };
 
-    World()
-        : PanesOnFolder({ u"a file"_s })
+    Drops()
+        : World(u"left/a file=a, left/a folder/"_s)
     {
-        folder.makeFolder(u"a folder"_s);
         defaults.setValue(Settings::ConfirmationForFileOperations, false);
-        alerts.decide = {};
-        start();
+        startOnLeft();
     }
+    QString path(const QString &name) const { return folder.path(u"left/"_s + name); }
     bool drop(const QStringList &paths, int mask, bool fromOutside = false)
     {
         return drops.acceptDrop(paths, -1, mask, fromOutside);
@@ -45,6 +45,26 @@ class tst_PaneDragAndDrop : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    void heldKeysDecide()
+    {
+        using namespace DragOperation;
+        const struct {
+            Qt::KeyboardModifiers held;
+            int offered, shown;
+        } rows[] = {
+            { {}, Move, Move },
+            { Qt::AltModifier, Copy, Copy },
+            { Qt::ControlModifier, Move, Move },
+            { Qt::AltModifier | Qt::ControlModifier, Generic, Link },
+            { Qt::AltModifier | Qt::ShiftModifier, Move, Move }, // one key more moves
+            { Qt::AltModifier | Qt::KeypadModifier, Copy, Copy }, // does not count
+        };
+        for (const auto &[held, offered, shown] : rows) {
+            QCOMPARE(DropDecision::draggingSourceOperationMask(held), offered);
+            QCOMPARE(DropDecision::draggingUpdated(held), shown);
+        }
+    }
+
     void theMaskDecidesTheWork()
     {
         using namespace DragOperation;
@@ -60,7 +80,7 @@ private Q_SLOTS:
             { Link, true, {} }, // alone is refused
         };
         for (const auto &[mask, fromOutside, work] : rows) {
-            World world;
+            Drops world;
             QCOMPARE(world.drop({ u"/elsewhere/x"_s }, mask, fromOutside), !work.isEmpty());
             QCOMPARE(world.asked(), work);
         }
@@ -68,11 +88,11 @@ private Q_SLOTS:
 
     void theRowDecidesTheDestination()
     {
-        World world;
-        const QString here = world.folder.path();
+        Drops world;
+        const QString here = world.shown();
         const std::pair<int, QString> rows[] = {
-            { world.row(u"a folder"_s), world.folder.path(u"a folder"_s) },
-            { world.row(u"a file"_s), world.folder.path(u"a file"_s) },
+            { world.row(u"a folder"_s), world.path(u"a folder"_s) },
+            { world.row(u"a file"_s), world.path(u"a file"_s) },
             { 0, here },
             { 3, here },
             { -1, here },
@@ -88,16 +108,16 @@ private Q_SLOTS:
         using namespace DragOperation;
         const QString copy = u"Item(s) cannot copied in itself!"_s;
         const QString move = u"Item(s) cannot moved in itself!"_s;
-        World world;
+        Drops world;
         // Under another name it is the same folder.
-        world.folder.link(world.folder.path(), u"a folder/link"_s);
+        world.folder.link(world.shown(), u"left/a folder/link"_s);
         QStringList texts;
         for (const QString &dropped : { u"a file"_s, u"a folder/link/a file"_s }) {
             const auto refused = [&](int mask, const QStringList &told) {
                 texts += told;
                 for (qsizetype i = 0; i < told.size(); ++i)
                     world.alerts.answer(Alert::Ok);
-                return !world.drop({ world.folder.path(dropped) }, mask);
+                return !world.drop({ world.path(dropped) }, mask);
             };
             QVERIFY(refused(Copy, { copy }));
             QVERIFY(refused(Move, { move }));
@@ -113,7 +133,7 @@ private Q_SLOTS:
 
     void itemsOfSeveralFoldersAreSeveralRequests()
     {
-        World world;
+        Drops world;
         world.drop({ u"/b/1"_s, u"/a/2"_s, u"/b/3"_s }, DragOperation::Copy, true);
         QStringList asked;
         for (const OperationRequest &request : std::as_const(world.desk.requests))
@@ -124,7 +144,7 @@ private Q_SLOTS:
 
     void onlyYesGoesOn()
     {
-        World world;
+        Drops world;
         world.defaults.setValue(Settings::ConfirmationForFileOperations, true);
         world.model.setUserDefaultValues();
         for (const auto answer : { Alert::No, Alert::All, Alert::Yes }) {
@@ -138,14 +158,14 @@ private Q_SLOTS:
 
     void rowsLeaveWithEveryByte()
     {
-        World world;
+        Drops world;
         const int folder = world.row(u"a folder"_s);
         const int file = world.row(u"a file"_s);
         const std::unique_ptr<QMimeData> data(world.drops.writeRows({ folder, 0, file }));
         // Kept: ".." goes as the listed folder itself; the order is that of the rows given.
-        QCOMPARE(FileUrls::pathsOf(data->data(u"text/uri-list"_s)),
-                 QStringList({ world.folder.path(u"a folder"_s), world.folder.path(),
-                               world.folder.path(u"a file"_s) }));
+        QCOMPARE(
+            FileUrls::pathsOf(data->data(u"text/uri-list"_s)),
+            QStringList({ world.path(u"a folder"_s), world.shown(), world.path(u"a file"_s) }));
     }
 
     void eventsFromOutsideAreCopiedBeforeTheyAreMoved()
@@ -165,14 +185,14 @@ private Q_SLOTS:
             { "https://a/b\r\n", Qt::CopyAction, Qt::IgnoreAction, {} },
         };
         for (const auto &[urls, offered, answered, work] : rows) {
-            World world;
+            Drops world;
             QMimeData data;
             data.setData(u"text/uri-list"_s, urls);
             QDropEvent event(QPointF(5, 5), offered, &data, Qt::LeftButton, {});
             event.setDropAction(Qt::IgnoreAction);
             event.ignore();
             // Not sent: the toolkit delivers a drop only to the widget that a drag entered before.
-            world.drops.eventFilter(world.left.viewport(), &event);
+            world.drops.eventFilter(world.list().viewport(), &event);
             QCOMPARE(event.isAccepted(), !work.isEmpty());
             QCOMPARE(event.dropAction(), answered);
             QTRY_COMPARE(world.asked(), work);
@@ -181,19 +201,18 @@ private Q_SLOTS:
 
     void aDragHeldAtTheEdgeScrolls()
     {
-        World world;
+        Drops world;
         for (int number = 0; number < 100; ++number)
-            world.folder.write(QString::number(number));
-        world.bus.post(DirectoryChanged.left, { .path = world.folder.path() });
-        world.left.resize(400, 200);
-        world.left.show();
-        const QWidget &viewport = *world.left.viewport();
-        const QScrollBar &rows = *world.left.verticalScrollBar();
+            world.folder.write(u"left/"_s + QString::number(number));
+        world.show(Side::Left, u"left"_s);
+        world.window.resize(900, 500);
+        const QWidget &viewport = *world.list().viewport();
+        const QScrollBar &rows = *world.list().verticalScrollBar();
         QTRY_VERIFY(rows.maximum() > 50);
         QMimeData data;
         data.setData(u"text/uri-list"_s, "file:///elsewhere/x\r\n");
         const auto drag = [&](QEvent &&event) {
-            world.drops.eventFilter(world.left.viewport(), &event);
+            world.drops.eventFilter(world.list().viewport(), &event);
             return event.isAccepted();
         };
         const auto hold = [&](int y) {

@@ -1,16 +1,22 @@
-#include "tests/views/PanesOnFolder.h"
+#include "tests/support/World.h"
 #include "views/VirtualKeys.h"
+
+#include <QSignalSpy>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-// Started with five files, each a byte longer than the one before.
-struct FivePanes : PanesOnFolder {
+// Started with both panes on five files. The person says "No" to everything, so that a request ends
+// in the pane model.
+struct FivePanes : World {
+    PaneTableView &left = list(Side::Left);
+
     FivePanes()
-        : PanesOnFolder({ u"a"_s, u"b"_s, u"c"_s, u"d"_s, u"e"_s })
+        : World(u"left/a=a, left/b=b, left/c=c, left/d=d, left/e=e"_s)
     {
-        start();
+        alerts.decide = [](const Alert &) { return Alert::No; };
+        startOnLeft();
     }
     QPoint cell(int row) const { return left.visualRect(left.model()->index(row, 1)).center(); }
 };
@@ -84,10 +90,12 @@ private Q_SLOTS:
         for (const Side side : { Side::Left, Side::Right }) {
             for (const auto &[key, post] : keys) {
                 FivePanes panes;
-                panes.table(side).setFocus();
-                panes.table(side).selectRows({ 2, 3 });
+                panes.list(side).setFocus();
+                panes.list(side).selectRows({ 2, 3 });
                 Receiver receiver(panes.bus);
-                QTest::keyClick(&panes.table(side), key);
+                if (key == Qt::Key_F7 || key == Qt::Key_F9)
+                    panes.answerSheet({});
+                QTest::keyClick(&panes.list(side), key);
                 QCOMPARE(receiver.posts.value(0), QString(post).replace(u'%', sideWord(side)));
             }
         }
@@ -100,10 +108,10 @@ private Q_SLOTS:
         for (const RowSet &rows : { RowSet { 0 }, RowSet {} }) {
             QCOMPARE(receiver.posts, QStringList());
             for (const Side side : { Side::Left, Side::Right }) {
-                panes.table(side).selectRows(rows);
+                panes.list(side).selectRows(rows);
                 for (const auto key : { Qt::Key_F5, Qt::Key_F6, Qt::Key_F8, Qt::Key_F9 })
-                    QTest::keyClick(&panes.table(side), key);
-                panes.table(side).showInfoClicked();
+                    QTest::keyClick(&panes.list(side), key);
+                panes.list(side).showInfoClicked();
             }
         }
         QCOMPARE(receiver.posts, QStringList { u"i Right -1"_s }); // Sides differ.
@@ -144,8 +152,9 @@ private Q_SLOTS:
         QCOMPARE(panes.left.selectedRow(), 3);
         QCOMPARE(after(Qt::Key_Home), RowSet { 0 });
         QCOMPARE(after(Qt::Key_Escape), RowSet {});
-        QCOMPARE(panes.right.selectedRows(), RowSet { 0 });
+        QCOMPARE(panes.list(Side::Right).selectedRows(), RowSet { 0 });
         const QSignalSpy other(&panes.left, &PaneTableView::otherPaneRequested);
+        panes.left.disconnect(&panes.application); // nor does the program end
         const QSignalSpy exit(&panes.left, &PaneTableView::terminateRequested);
         after(Qt::Key_Tab);
         after(Qt::Key_Tab, Qt::ShiftModifier);
@@ -199,10 +208,10 @@ private Q_SLOTS:
 
     void scatteredRowsAreFast()
     {
-        PanesOnFolder panes({});
-        for (int i = 0; i < 20000; ++i)
-            panes.folder.write(QString::number(i));
-        panes.start();
+        FivePanes panes;
+        for (int i = 5; i < 20000; ++i)
+            panes.folder.write(u"left/"_s + QString::number(i));
+        panes.show(Side::Left, u"left"_s);
         RowSet even, odd;
         for (int row = 1; row < 20000; row += 2) {
             odd.append(row);
@@ -218,23 +227,21 @@ private Q_SLOTS:
     {
         FivePanes panes;
         for (const Side side : { Side::Left, Side::Right })
-            panes.table(side).selectRow(2);
+            panes.list(side).selectRow(2);
         const QColor highlight = panes.left.palette().color(QPalette::Active, QPalette::Highlight);
         for (const Side active : { Side::Left, Side::Right }) {
-            panes.table(active).setFocus();
-            const QColor muted = rowColor(panes.table(otherSide(active)), 2);
-            QCOMPARE(rowColor(panes.table(active), 2), highlight);
-            QVERIFY(muted != highlight && muted != panes.palette().color(QPalette::Base));
+            panes.list(active).setFocus();
+            const QColor muted = rowColor(panes.list(otherSide(active)), 2);
+            QCOMPARE(rowColor(panes.list(active), 2), highlight);
+            QVERIFY(muted != highlight && muted != panes.left.palette().color(QPalette::Base));
         }
     }
 
     void labelShowsUnderTheRow()
     {
-        PanesOnFolder panes({ u"a"_s, u"b"_s, u"c"_s });
-        QByteArray finderInfo(32, '\0');
-        finderInfo[9] = 4; // the label field of the flag word
-        panes.folder.setAttribute(u"c"_s, "user.com.apple.FinderInfo", finderInfo);
-        panes.start();
+        FivePanes panes;
+        panes.folder.setFinderFlags(u"left/c"_s, 4);
+        panes.show(Side::Left, u"left"_s);
         const int row = panes.row(u"c"_s);
         const QColor color =
             FileQueries::finderLabelColor(panes.model.rowsLeft()[row].finderLabel());

@@ -1,11 +1,9 @@
 #include "window/FolderSize.h"
 
-#include "settings/DateText.h"
-#include "tests/support/PaneWorld.h"
+#include "tests/support/World.h"
 #include "window/InfoBars.h"
 #include "window/InfoBarTextField.h"
 
-#include <QTest>
 #include <QThread>
 
 using namespace Qt::StringLiterals;
@@ -45,36 +43,27 @@ private Q_SLOTS:
 
     void aFolderIsCountedOnceAtATimeWhateverIsSelectedMeanwhile()
     {
-        PaneWorld world;
-        world.folder.makeFolder(u"a"_s);
-        world.folder.write(u"a/file"_s, "x");
-        world.folder.write(u"b"_s, "x");
-        const DateText dates(world.defaults);
-        PerSide<InfoBarFields> fields;
-        QWidget window;
-        const auto field = [&window] { return new InfoBarTextField(Qt::ElideRight, &window); };
-        for (const Side side : { Side::Left, Side::Right })
-            fields[side] = { field(), field(), field() };
-        InfoBars bars(fields, world.model, dates, world.defaults);
-        FolderSize sizes(world.bus, world.model, world.queries, bars);
-        world.show(Side::Right);
+        World world(u"right/a/file=x, right/b=x"_s);
+        world.start();
+        world.list(Side::Right).clearSelection();
+        InfoBars bars(world.window.infoBars, world.model, world.twinleaf, world.defaults);
+        FolderSize sizes(world.bus, world.model, world.twinleaf, bars);
+        const auto text = [&](Side side) { return world.window.infoBars[side].fileSize->text(); };
         const auto ask = [&](const RowSet &rows) {
-            world.bus.post(ShowFolderSize.right,
-                           RowsOfPane { rows, world.model.rows(Side::Right) });
+            world.bus.post(ShowFolderSize.right, { rows, world.model.rowsRight() });
+            return text(Side::Right);
         };
-        for (const RowSet &rows :
-             { RowSet(), RowSet { 0 }, RowSet { world.row(u"b"_s, Side::Right) } }) {
-            ask(rows);
-            QCOMPARE(fields[Side::Right].fileSize->text(), u""_s);
-        }
+        const int folder = world.row(u"a"_s, Side::Right);
+        const int file = world.row(u"b"_s, Side::Right);
+        for (const RowSet &rows : { RowSet(), RowSet { 0 }, RowSet { file } })
+            QCOMPARE(ask(rows), u""_s);
         for (int times = 0; times < 3; ++times)
-            ask({ world.row(u"a"_s, Side::Right), world.row(u"b"_s, Side::Right) });
-        QCOMPARE(fields[Side::Right].fileSize->text(), u"Calculating..."_s);
+            QCOMPARE(ask({ folder, file }), u"Calculating..."_s);
         QCOMPARE(sizes.findChildren<QThread *>().size(), 1);
-        QTRY_COMPARE(fields[Side::Right].fileSize->text(), u"4 KB"_s);
-        QCOMPARE(fields[Side::Left].fileSize->text(), u""_s);
-        ask({ world.row(u"a"_s, Side::Right) });
-        QCOMPARE(fields[Side::Right].fileSize->text(), u"Calculating..."_s);
+        QTRY_COMPARE(text(Side::Right), u"4 KB"_s);
+        QCOMPARE(text(Side::Left), u"--"_s); // of its own row
+        QTRY_COMPARE(sizes.findChildren<QThread *>().size(), 0);
+        QCOMPARE(ask({ folder }), u"Calculating..."_s);
     }
 };
 

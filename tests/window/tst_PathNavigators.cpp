@@ -1,24 +1,26 @@
 #include "window/PathNavigators.h"
 
 #include "base/Localized.h"
-#include "tests/support/PaneWorld.h"
-
-#include <QTest>
+#include "tests/support/World.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-struct World : PaneWorld {
-    SegmentedControl left;
-    SegmentedControl right;
-    PathNavigators navigators { left, right, bus, model, queries, defaults };
+struct Panes : World {
+    PaneWindow &shows = application.windowController();
 
+    explicit Panes(const QString &words = {})
+        : World(words)
+    {
+        start();
+    }
+    const SegmentedControl &bar(Side side) const { return *window.segmentedControls[side]; }
     // Those below the test's folder, the selected one in brackets.
     QString segments(Side side) const
     {
         QStringList labels;
-        const SegmentedControl &control = navigators.control(side);
+        const SegmentedControl &control = bar(side);
         for (int i = int(PathText::components(folder.path()).size()); i < control.segmentCount();
              ++i)
             labels.append(
@@ -39,6 +41,7 @@ private Q_SLOTS:
             QString path;
             std::optional<QString> item;
             QString segments;
+            QString complete = QString(segments).remove(u'[').remove(u']');
         } steps[] = {
             { u"A/B/C"_s, {}, u"A/B/[C]"_s },
             { u"A/B"_s, u".."_s, u"A/[B]/C"_s },
@@ -47,40 +50,27 @@ private Q_SLOTS:
             { u"A/B/X"_s, u"X"_s, u"A/B/[X]"_s },
             { u"A"_s, u".."_s, u"[A]/B/X"_s },
             { u"A"_s, {}, u"[A]"_s }, // a reload names no item
+            { u"A/B/C"_s, {}, u"A/B/[C]"_s },
+            { u"A/C"_s, u"C"_s, u"A/[C]/C"_s, u"A/B/C"_s }, // another folder of a shown name
         };
-        World world;
-        for (const QString &name : { u"A/B/C"_s, u"A/B/X"_s })
-            world.folder.makeFolder(name);
+        Panes world(u"A/B/C/, A/B/X/, A/C/"_s);
         for (const Side side : { Side::Left, Side::Right }) {
             for (const auto &step : steps) {
                 world.show(side, step.path, step.item);
                 QCOMPARE(world.segments(side), step.segments);
                 QCOMPARE(world.shown(side), world.folder.path(step.path));
-                QCOMPARE(world.navigators.completeNavigatorPath(side),
-                         world.folder.path(QString(step.segments).remove(u'[').remove(u']')));
+                QCOMPARE(world.shows.completeNavigatorPath(side), world.folder.path(step.complete));
             }
         }
     }
 
-    void anotherFolderOfAShownNameKeepsTheCompletePath()
-    {
-        World world;
-        for (const QString &name : { u"A/B/C"_s, u"A/C"_s })
-            world.folder.makeFolder(name);
-        world.show(Side::Right, u"A/B/C"_s);
-        world.show(Side::Right, u"A/C"_s, u"C"_s);
-        QCOMPARE(world.segments(Side::Right), u"A/[C]/C"_s);
-        QCOMPARE(world.navigators.completeNavigatorPath(Side::Right),
-                 world.folder.path(u"A/B/C"_s));
-    }
-
     void aClickGoesToThePathOfTheSegment()
     {
-        World world;
+        Panes world;
         const QString odd = u"A/"_s + QChar(0xDCFF); // one byte that is not UTF-8
         world.folder.makeFolder(odd + u"/C"_s);
         world.show(Side::Left, odd + u"/C"_s);
-        SegmentedControl &control = world.left;
+        SegmentedControl &control = *world.window.segmentedControls.left;
         control.resize(2000, 30);
         const auto click = [&](int segment) {
             QTest::mouseClick(&control, Qt::LeftButton, {}, control.segmentRect(segment).center());
@@ -88,7 +78,8 @@ private Q_SLOTS:
         };
         QCOMPARE(click(control.segmentCount() - 2), world.folder.path(odd));
         QCOMPARE(click(0), u"/"_s);
-        QCOMPARE(world.navigators.getCurrentNavigatorPath(Side::Left), u"/"_s);
+        world.bus.post(ApplicationWillTerminate); // remembers the path up to the segment
+        QCOMPARE(world.defaults.string(Settings::LeftFileListLastPath), u"/"_s);
         // By the keyboard: to the end of the path, which is still there.
         for (const auto key : { Qt::Key_End, Qt::Key_Return })
             QTest::keyClick(&control, key);
@@ -118,14 +109,13 @@ private Q_SLOTS:
 
     void onlyTheLeftPaneKnowsWhatLiesInItsPath()
     {
-        World world;
-        world.folder.makeFolder(u"Some.app"_s);
+        Panes world(u"Some.app/"_s);
         for (const Side side : { Side::Left, Side::Right })
             world.show(side, u"Some.app"_s);
-        QVERIFY(world.navigators.isItemInNavigatorPath(u"app"_s, Side::Left));
-        QVERIFY(!world.navigators.isItemInNavigatorPath(u"absent"_s, Side::Left));
+        QVERIFY(world.shows.isItemInNavigatorPath(u"app"_s, Side::Left));
+        QVERIFY(!world.shows.isItemInNavigatorPath(u"absent"_s, Side::Left));
         // Sides differ.
-        QVERIFY(!world.navigators.isItemInNavigatorPath(u"app"_s, Side::Right));
+        QVERIFY(!world.shows.isItemInNavigatorPath(u"app"_s, Side::Right));
     }
 
     void theFontSizeNeedsAStyle()
@@ -139,13 +129,13 @@ private Q_SLOTS:
             { {}, {}, 10, true },      { 13, {}, 10, true },        { u"13"_s, normal, 13, false },
             { {}, normal, 10, false }, { 13, u"Wide"_s, 10, true },
         };
-        World world;
-        for (const auto &row : rows) {
-            world.defaults.setValue(Settings::PathNavigatorsFontSize, row.size);
-            world.defaults.setValue(Settings::PathNavigatorsFontStyle, row.style);
-            world.navigators.setupPathNavigators();
-            QCOMPARE(world.left.font().pointSize(), row.points);
-            QCOMPARE(world.right.font().bold(), row.bold);
+        for (const auto &[size, style, points, bold] : rows) {
+            World world;
+            world.defaults.setValue(Settings::PathNavigatorsFontSize, size);
+            world.defaults.setValue(Settings::PathNavigatorsFontStyle, style);
+            world.start();
+            QCOMPARE(world.window.segmentedControls.left->font().pointSize(), points);
+            QCOMPARE(world.window.segmentedControls.right->font().bold(), bold);
         }
     }
 };
