@@ -21,8 +21,7 @@ private Q_SLOTS:
                       { Side::Right, Side::Right, Side::Right },
                       { Side::Right, Side::Left, Side::Left } };
         for (const auto &[menu, focus, gone] : cases) {
-            World world;
-            world.start();
+            StartedWorld world;
             const QString other = world.shown(otherSide(gone));
             world.focus(focus);
             world.run(Command::Volumes, menu);
@@ -31,19 +30,10 @@ private Q_SLOTS:
         }
     }
 
-    void theOtherPanesFolder()
+    void aPaneGoesToAnotherFolderThatIsOneOrToTheOtherPanes()
     {
-        World world;
-        world.start();
-        world.run(Command::FolderOfOtherPane, Side::Right);
-        for (const Side side : { Side::Left, Side::Right })
-            QCOMPARE(world.shown(side), world.folder.path(u"left"_s));
-    }
-
-    void anotherFolderMustBeOne()
-    {
-        World world(u"there/"_s);
-        world.start();
+        StartedWorld world(u"there/"_s);
+        const QString left = world.shown();
         const QString there = world.folder.path(u"there"_s);
         const auto choose = [&](Side menu, const QString &typed) {
             world.answerSheet(typed);
@@ -56,10 +46,14 @@ private Q_SLOTS:
             QStringList { u"Please enter full path to folder:|"_s + world.shown(Side::Right) });
         QCOMPARE(choose(Side::Right, there), there);
         QCOMPARE(choose(Side::Left, there + u"//"_s), there);
+        world.show(Side::Left, u"left"_s);
+        world.run(Command::FolderOfOtherPane, Side::Right);
+        QCOMPARE(world.shown(Side::Right), left);
+        QCOMPARE(world.shown(), left);
         // A path that is not whole would be looked for where the program was started.
         for (const QString &typed : { u"/not/there"_s, u"."_s }) {
             world.alerts.answer(Alert::Ok);
-            QCOMPARE(choose(Side::Left, typed), there);
+            QCOMPARE(choose(Side::Left, typed), left);
             QCOMPARE(world.alerts.shown().last().text, u"Folder does not exists!"_s);
         }
     }
@@ -67,8 +61,7 @@ private Q_SLOTS:
     void aPathIsCopiedAsItIsOrAsShown()
     {
         const QString odd = QString(QChar(0xDCFF));
-        World world(u"left/"_s + odd + u'/');
-        world.start();
+        StartedWorld world(u"left/"_s + odd + u'/');
         world.show(Side::Left, u"left/"_s + odd);
         const auto copied = [&](Command command) {
             world.run(command);
@@ -84,8 +77,7 @@ private Q_SLOTS:
 
     void aBookmarkIsNamedByItsFolder()
     {
-        World world(u"left/a&b/, left/file=a"_s);
-        world.start();
+        StartedWorld world(u"left/a&b/, left/file=a"_s);
         BookmarkStore &store = world.application.bookmarkStore();
         QMenu &menu = world.application.menus().bookmarksMenu();
         world.select(u"file"_s);
@@ -151,8 +143,7 @@ private Q_SLOTS:
 
     void packagesAreEnteredAndVolumesEjected()
     {
-        World world(u"left/bundle.app/, left/stick/"_s);
-        world.start();
+        StartedWorld world(u"left/bundle.app/, left/stick/"_s);
         world.select(u"stick"_s);
         world.run(Command::Eject);
         QCOMPARE(world.workspace.calls.value(0),

@@ -61,23 +61,15 @@ private Q_SLOTS:
             UpdateCheck check(server, launching, alerts, { u"https://a"_s, u"https://b"_s },
                               u"1.2.3"_s);
             QVERIFY(check.isOffered());
+            for (const UpdateCheck::Addresses &one :
+                 { UpdateCheck::Addresses { u"https://a"_s, {} }, { {}, u"https://b"_s } })
+                QVERIFY(!UpdateCheck(server, launching, alerts, one, u"1"_s).isOffered());
             check.checkForNewerVersion();
             QCOMPARE(alerts.shown().value(0).text, text);
             QCOMPARE(workspace.calls.size(), pagesOpened);
             QCOMPARE(workspace.calls.value(0).value(1),
                      pagesOpened > 0 ? u"https://b"_s : QString());
         }
-    }
-
-    void itIsOfferedOnlyWithBothAddresses()
-    {
-        ScriptedVersionServer server;
-        RecordedWorkspace workspace;
-        AlertScript alerts;
-        Launching launching(workspace, alerts);
-        for (const UpdateCheck::Addresses &addresses :
-             { UpdateCheck::Addresses { u"https://a"_s, {} }, { {}, u"https://b"_s } })
-            QVERIFY(!UpdateCheck(server, launching, alerts, addresses, u"1"_s).isOffered());
     }
 };
 

@@ -87,21 +87,14 @@ private Q_SLOTS:
             });
             QCOMPARE(sheet.getString(),
                      row.key == Qt::Key_Escape ? QString() : u"typed"_s + row.kept);
-        }
-    }
-
-    void whatTheCancelButtonAnswersIsNoText()
-    {
-        InputSheet sheet(u"Name:"_s, u"old"_s, nullptr);
-        QTimer::singleShot(0, &sheet, [&] {
             const auto buttons = sheet.findChildren<QPushButton *>();
             QCOMPARE(buttons.size(), 2);
             QCOMPARE(buttons[0]->text(), u"OK"_s);
             QVERIFY(buttons[0]->isDefault());
             QCOMPARE(buttons[1]->text(), u"Cancel"_s);
-            buttons[1]->click();
-        });
-        QCOMPARE(sheet.getString(), QString());
+            QTimer::singleShot(0, buttons[1], &QPushButton::click);
+            QCOMPARE(sheet.getString(), QString());
+        }
     }
 
     void aPatternIsChosenByKeys()

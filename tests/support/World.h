@@ -133,3 +133,11 @@ struct World {
         });
     }
 };
+
+struct StartedWorld : World {
+    explicit StartedWorld(const QString &words = {})
+        : World(words)
+    {
+        start();
+    }
+};

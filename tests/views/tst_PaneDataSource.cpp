@@ -65,8 +65,7 @@ private Q_SLOTS:
         QCOMPARE(world.list().selectedRows(), (RowSet { 1, 2, 3 }));
         QCOMPARE(world.window.infoBars.left.fileName->text(), u"3 item(s)"_s);
 
-        World empty;
-        empty.start();
+        StartedWorld empty;
         empty.list().selectAll();
         QCOMPARE(empty.selected(), u".."_s);
 
@@ -81,8 +80,7 @@ private Q_SLOTS:
 
     void toolTipsShowTheCellInPlainForm()
     {
-        World world(u"left/<b>x=a"_s);
-        world.start();
+        StartedWorld world(u"left/<b>x=a"_s);
         const TableViewDataSourceLeft source(*world.window.leftFileList, world.model, world.bus,
                                              world.defaults);
         world.list().tableModel().setDateFormat(u"%Y"_s);

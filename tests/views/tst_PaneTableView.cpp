@@ -22,8 +22,7 @@ struct FivePanes : World {
 };
 
 // Writes down what the panes post: "c Left 1,2".
-class Receiver {
-public:
+struct Receiver {
     explicit Receiver(MessageBus &bus)
     {
         bus.subscribe(CopyItem, this, &Receiver::item<'c'>);
@@ -37,30 +36,23 @@ public:
         bus.subscribe(GotoNextDirectory, this, &Receiver::rows<'n'>);
         bus.subscribe(ShowFolderSize, this, &Receiver::rows<'s'>);
     }
-
-    QStringList posts;
-
-private:
-    void note(char what, std::optional<Side> side, const RowSet &rows)
+    template <char What>
+    void rows(Side side, const RowsOfPane &payload)
     {
         QStringList numbers;
-        for (const int row : rows)
+        for (const int row : payload.rows)
             numbers.append(QString::number(row));
-        const QString word = side ? sideWord(*side) : u"?"_s;
-        posts.append(u"%1 %2 %3"_s.arg(QLatin1Char(what)).arg(word, numbers.join(u',')).trimmed());
+        posts.append(u"%1 %2 %3"_s.arg(QLatin1Char(What)).arg(sideWord(side), numbers.join(u',')));
     }
     template <char What>
     void item(const ItemRequest &request)
     {
-        note(What, request.side, request.item);
+        rows<What>(request.side.value(), { request.item, {} });
     }
-    template <char What>
-    void rows(Side side, const RowsOfPane &payload)
-    {
-        note(What, side, payload.rows);
-    }
-    void folder(const NewFolderRequest &request) { note('f', request.side, {}); }
+    void folder(const NewFolderRequest &request) { rows<'f'>(request.side.value(), {}); }
     void letter(const TypedLetter &typed) { posts.append(u"letter "_s + typed.characters); }
+
+    QStringList posts;
 };
 
 // What a row is painted on, seen at the end of its name.
@@ -80,7 +72,7 @@ private Q_SLOTS:
     {
         const std::pair<Qt::Key, QString> keys[] = {
             { Qt::Key_F5, u"c % 2,3"_s },     { Qt::Key_F6, u"m % 2,3"_s },
-            { Qt::Key_F7, u"f %"_s },         { Qt::Key_F8, u"d % 2,3"_s },
+            { Qt::Key_F7, u"f % "_s },        { Qt::Key_F8, u"d % 2,3"_s },
             { Qt::Key_F9, u"r % 3"_s }, // the newest row
             { Qt::Key_Return, u"o % 2,3"_s }, { Qt::Key_Backspace, u"o % 0"_s },
             { Qt::Key_Left, u"o % 0"_s },     { Qt::Key_Right, u"n % 2,3"_s },

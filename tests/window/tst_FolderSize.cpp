@@ -43,8 +43,7 @@ private Q_SLOTS:
 
     void aFolderIsCountedOnceAtATimeWhateverIsSelectedMeanwhile()
     {
-        World world(u"right/a/file=x, right/b=x"_s);
-        world.start();
+        StartedWorld world(u"right/a/file=x, right/b=x"_s);
         world.list(Side::Right).clearSelection();
         InfoBars bars(world.window.infoBars, world.model, world.twinleaf, world.defaults);
         FolderSize sizes(world.bus, world.model, world.twinleaf, bars);

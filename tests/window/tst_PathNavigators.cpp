@@ -7,14 +7,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-struct Panes : World {
+struct Panes : StartedWorld {
+    using StartedWorld::StartedWorld;
     PaneWindow &shows = application.windowController();
 
-    explicit Panes(const QString &words = {})
-        : World(words)
-    {
-        start();
-    }
     const SegmentedControl &bar(Side side) const { return *window.segmentedControls[side]; }
     // Those below the test's folder, the selected one in brackets.
     QString segments(Side side) const

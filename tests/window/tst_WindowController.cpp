@@ -39,8 +39,7 @@ private Q_SLOTS:
 
     void withoutAnActivePaneCommandsHaveNone()
     {
-        World world;
-        world.start();
+        StartedWorld world;
         WindowController &controller = world.application.windowController();
         QCOMPARE(controller.getFirstResponderTableView(), &controller.getTableView(Side::Left));
         QCOMPARE(controller.getOtherResponderTableView(), &controller.getTableView(Side::Right));
@@ -82,8 +81,7 @@ private Q_SLOTS:
 
     void menusFollowTheSelection()
     {
-        World world(u"left/a=a"_s);
-        world.start();
+        StartedWorld world(u"left/a=a"_s);
         QVERIFY(!world.isEnabled(Command::Copy));
         QVERIFY(world.isEnabled(Command::NewFolder));
         world.select(u"a"_s);
@@ -131,8 +129,7 @@ private Q_SLOTS:
 
     void hiddenFilesComeAndGoInBothPanes()
     {
-        World world(u"left/.h=h, right/.h=h"_s);
-        world.start();
+        StartedWorld world(u"left/.h=h, right/.h=h"_s);
         for (const QString &toggle : { u"Show system files"_s, u"Hide system files"_s }) {
             for (const Side side : { Side::Left, Side::Right })
                 QCOMPARE(world.row(u".h"_s, side) > 0, toggle.startsWith(u"Hide"));
@@ -144,8 +141,7 @@ private Q_SLOTS:
 
     void onlyAPaneAmongTheVolumesFollowsAMount()
     {
-        World world;
-        world.start();
+        StartedWorld world;
         for (const QString &name : { u"left/new"_s, u"right/new"_s })
             world.folder.write(name);
         // "/" and "media" stand before the folder of the volumes.
@@ -166,8 +162,7 @@ private Q_SLOTS:
 
     void screenReadersFindANameOnEverything()
     {
-        World world;
-        world.start();
+        StartedWorld world;
         int controls = 0;
         const auto all = world.window.findChildren<QWidget *>();
         for (QWidget *widget : all) {
