@@ -20,8 +20,10 @@ struct ByApplication { };
 
 // One command of the program. Menus, context menus, buttons and keys are made from its entry.
 struct CommandEntry {
-    using Run = std::variant<ByApplication, void (PaneCommands::*)(), void (SelectionCommands::*)(),
-                             void (FolderCommands::*)(Side), Tool>;
+    using OfPanes = void (PaneCommands::*)();
+    using OfSelection = void (SelectionCommands::*)();
+    using OfFolder = void (FolderCommands::*)(Side);
+    using Run = std::variant<ByApplication, OfPanes, OfSelection, OfFolder, Tool>;
 
     Command id;
     const char *text; // English, as is every text here; shown localized
@@ -34,7 +36,7 @@ struct CommandEntry {
     Run run {};
 
     // It stands once for each pane, in the menu of that pane's navigator.
-    bool isSided() const { return std::holds_alternative<void (FolderCommands::*)(Side)>(run); }
+    bool isSided() const { return std::holds_alternative<OfFolder>(run); }
 };
 
 std::span<const CommandEntry> commandTable(); // in the order of the enum

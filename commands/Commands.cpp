@@ -10,17 +10,6 @@
 
 #include <QAction>
 
-namespace {
-
-template <class... Cases>
-struct Overloaded : Cases... {
-    using Cases::operator()...;
-};
-template <class... Cases>
-Overloaded(Cases...) -> Overloaded<Cases...>;
-
-} // namespace
-
 Commands::Commands(const Subjects &subjects, PaneWindow &paneWindow, const FileQueries &fileQueries,
                    const ClassicKeys &keys)
     : _subjects(subjects)
@@ -68,21 +57,20 @@ void Commands::offerTool(Command command, const QIcon &icon)
 
 void Commands::run(Command command, std::optional<Side> menu)
 {
-    const Overloaded runIt {
-        [&](ByApplication) {
-            if (const auto &runner = _runners[command])
-                runner();
-        },
-        [&](void (PaneCommands::*function)()) { (_subjects.panes.*function)(); },
-        [&](void (SelectionCommands::*function)()) { (_subjects.selection.*function)(); },
-        [&](void (FolderCommands::*function)(Side)) {
-            const PaneTable *active = window.getFirstResponderTableView();
-            if (menu || active)
-                (_subjects.folders.*function)(menu ? *menu : active->side());
-        },
-        [&](Tool tool) { _subjects.launching.launchTool(tool); },
-    };
-    std::visit(runIt, entryOf(command).run);
+    const CommandEntry::Run &run = entryOf(command).run;
+    if (const auto *panes = std::get_if<CommandEntry::OfPanes>(&run)) {
+        (_subjects.panes.**panes)();
+    } else if (const auto *selection = std::get_if<CommandEntry::OfSelection>(&run)) {
+        (_subjects.selection.**selection)();
+    } else if (const auto *folder = std::get_if<CommandEntry::OfFolder>(&run)) {
+        const PaneTable *active = window.getFirstResponderTableView();
+        if (menu || active)
+            (_subjects.folders.**folder)(menu ? *menu : active->side());
+    } else if (const auto *tool = std::get_if<Tool>(&run)) {
+        _subjects.launching.launchTool(*tool);
+    } else if (const auto &runner = _runners[command]) {
+        runner();
+    }
 }
 
 void Commands::validate() const
