@@ -41,25 +41,39 @@ void SingleSteps::renameItem(const OperationRequest &request,
         alerts.ask(Alert::error(localized("Rename failed!")));
 }
 
-bool SingleSteps::moveAllToTrash(const OperationRequest &request) // worker thread
+QStringList SingleSteps::moveAllToTrash(const OperationRequest &request) // worker thread
 {
+    const auto line = [](const QString &name, const QString &reason) {
+        return filled(u"%@: %@"_s, FileName::shown(name), reason);
+    };
     // Nothing moves when one of them must not: the set succeeds or fails as one.
+    QStringList refused;
     for (const QString &name : request.items) {
-        if (!PathText::isItemName(name)
-            || FileFlags::isLocked(PathText::joined(request.source, name)))
-            return false;
+        const QString path = PathText::joined(request.source, name);
+        const QString reason = !PathText::isItemName(name) ? localized("It is no item.")
+            : FileFlags::isLocked(path)                    ? localized("It is locked.")
+                                                           : workspace.trashRefusal(path);
+        if (!reason.isEmpty())
+            refused.append(line(name, reason));
     }
+    if (!refused.isEmpty())
+        return refused;
     for (const QString &name : request.items) {
-        if (!workspace.moveToTrash(PathText::joined(request.source, name)))
-            return false;
+        QString reason;
+        if (!workspace.moveToTrash(PathText::joined(request.source, name), &reason))
+            return { line(name, reason) };
     }
-    return true;
+    return {};
 }
 
 void SingleSteps::deleteItems(const OperationRequest &request) // worker thread
 {
-    if (!moveAllToTrash(request))
-        alerts.ask(Alert::error(localized("Delete failed!")));
+    const QStringList failed = moveAllToTrash(request);
+    if (failed.isEmpty())
+        return;
+    Alert alert = Alert::error(localized("Delete failed!"));
+    alert.details = failed.join(u'\n');
+    alerts.ask(alert);
 }
 
 void SingleSteps::createAlias(const OperationRequest &request) // worker thread

@@ -21,7 +21,8 @@ public:
     void duplicateItem(const QString &source, const QString &destination);
 
 private:
-    bool moveAllToTrash(const OperationRequest &request);
+    // What did not go, as lines for a person: an item's name and why.
+    QStringList moveAllToTrash(const OperationRequest &request);
 
     Alerts &alerts;
     Programs &programs;

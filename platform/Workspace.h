@@ -38,9 +38,13 @@ public:
     // Opens a web or mail address in the person's browser or mail program.
     virtual bool openAddress(const QString &address) = 0;
 
-    // Moves one item to the Trash. "/", the home folder, a mount point and the Trash itself are
-    // refused. Never removes for good. Any thread.
-    virtual bool moveToTrash(const QString &path) = 0;
+    // Why moveToTrash would refuse the item, as a sentence for a person; "" when nothing speaks
+    // against it. Any thread.
+    virtual QString trashRefusal(const QString &path) const = 0;
+    // Moves one item to the Trash. "/", the home folder, a mount point, the Trash itself and what
+    // lies in it are refused. Never removes for good. `reason` gets why it failed, as a sentence
+    // for a person. Any thread.
+    virtual bool moveToTrash(const QString &path, QString *reason = nullptr) = 0;
 
     // The mount points of the local volumes, "/" first. Any thread.
     virtual QStringList mountedLocalVolumePaths() const = 0;

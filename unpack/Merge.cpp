@@ -75,7 +75,7 @@ bool Merge::moveItem(const QString &from, const QString &to, const QString &rela
     }
     if (FileFlags::isLocked(to))
         return complain(to, "is locked");
-    if (!moveItemToTrash(to))
+    if (!Trash::moveItem(to))
         return complain(to, "cannot be moved to the Trash");
     failed = moveAlone(from, to, relative);
     return !failed || complain(to, failed.message());

@@ -109,9 +109,14 @@ bool DesktopWorkspace::openAddress(const QString &address)
     return QDesktopServices::openUrl(QUrl(address));
 }
 
-bool DesktopWorkspace::moveToTrash(const QString &path)
+QString DesktopWorkspace::trashRefusal(const QString &path) const
 {
-    return moveItemToTrash(path);
+    return Trash::refusal(path);
+}
+
+bool DesktopWorkspace::moveToTrash(const QString &path, QString *reason)
+{
+    return Trash::moveItem(path, reason);
 }
 
 QStringList DesktopWorkspace::mountedLocalVolumePaths() const

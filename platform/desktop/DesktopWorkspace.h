@@ -19,7 +19,8 @@ public:
     QIcon iconOfApplication(const QString &path) const override;
     bool openAddress(const QString &address) override;
 
-    bool moveToTrash(const QString &path) override;
+    QString trashRefusal(const QString &path) const override;
+    bool moveToTrash(const QString &path, QString *reason) override;
 
     QStringList mountedLocalVolumePaths() const override;
     bool eject(const QString &volume) override;

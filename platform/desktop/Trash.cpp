@@ -1,5 +1,6 @@
 #include "platform/desktop/Trash.h"
 
+#include "base/Localized.h"
 #include "files/FileName.h"
 #include "files/FileStatus.h"
 #include "files/PathText.h"
@@ -10,6 +11,8 @@
 #include <QLoggingCategory>
 
 #include <algorithm>
+#include <cerrno>
+#include <climits>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -18,16 +21,34 @@ Q_LOGGING_CATEGORY(trashLog, "twinleaf.trash")
 
 namespace {
 
+QString homeTrash()
+{
+    return FileName::fromBytes(g_get_user_data_dir()) + "/Trash"_L1;
+}
+
 // A volume's Trash lies at its top, under one of two names (and for the first, per person below).
 bool isVolumeTrash(const QString &path)
 {
     const QString user = QString::number(getuid());
-    const QString folder = PathText::parent(path);
-    const QString name = PathText::lastComponent(path);
+    const qsizetype slash = path.lastIndexOf(u'/');
+    const QString folder = path.left(qMax<qsizetype>(slash, 1));
+    const QStringView name = QStringView(path).sliced(slash + 1);
     if (name != u".Trash" && name != ".Trash-"_L1 + user)
         return false;
     const auto status = fileStatus(folder, Links::Follow);
     return folder == u"/" || (status && status->mountPoint);
+}
+
+bool liesInTrash(const QString &path)
+{
+    const QString parent = PathText::parent(path);
+    if (exists(homeTrash()) && SameFile::isInside(parent, homeTrash()))
+        return true;
+    for (QString above = parent; above != u"/"; above = PathText::parent(above)) {
+        if (isVolumeTrash(above))
+            return true;
+    }
+    return false;
 }
 
 bool mustStay(const QString &path, const FileStatus &status)
@@ -36,31 +57,90 @@ bool mustStay(const QString &path, const FileStatus &status)
         return true;
     if (status.kind != FileKind::Directory)
         return false;
-    const QString trash = FileName::fromBytes(g_get_user_data_dir()) + "/Trash"_L1;
-    const QString kept[] = { FileName::fromBytes(g_get_home_dir()), trash, trash + "/files"_L1,
-                             trash + "/info"_L1 };
+    const QString kept[] = { FileName::fromBytes(g_get_home_dir()), homeTrash(),
+                             homeTrash() + "/files"_L1, homeTrash() + "/info"_L1 };
     return std::any_of(std::begin(kept), std::end(kept), [&](const QString &folder) {
         return exists(folder) && SameFile::isInside(folder, path);
     });
 }
 
+// The Trash keeps a record beside each item, under the item's name and this ending; the second of a
+// name gets a number besides.
+bool isTooLong(const QByteArray &name)
+{
+    const QByteArray record = name + ".trashinfo";
+    const bool taken = exists(homeTrash() + "/info/"_L1 + FileName::fromBytes(record));
+    constexpr int roomForNumber = 4;
+    return record.size() + (taken ? roomForNumber : 0) > NAME_MAX;
+}
+
+// The local files alone: the desktop's virtual file systems would want a session bus first.
+GFile *localFile(const QString &path)
+{
+    return g_vfs_get_file_for_path(g_vfs_get_local(), FileName::toBytes(path).constData());
+}
+
+// Whether there is a Trash for it, and the right to move it there.
+bool canBeTrashed(const QString &path)
+{
+    GFile *file = localFile(path);
+    GFileInfo *info = g_file_query_info(file, G_FILE_ATTRIBUTE_ACCESS_CAN_TRASH,
+                                        G_FILE_QUERY_INFO_NOFOLLOW_SYMLINKS, nullptr, nullptr);
+    // What cannot be asked is tried.
+    const bool can = !info || !g_file_info_has_attribute(info, G_FILE_ATTRIBUTE_ACCESS_CAN_TRASH)
+        || g_file_info_get_attribute_boolean(info, G_FILE_ATTRIBUTE_ACCESS_CAN_TRASH);
+    g_clear_object(&info);
+    g_object_unref(file);
+    return can;
+}
+
+// Slashes at its end would mean the folder behind a link.
+QString itemPath(const QString &path)
+{
+    QString item = path;
+    while (item.size() > 1 && item.endsWith(u'/'))
+        item.chop(1);
+    return item;
+}
+
 } // namespace
 
-bool moveItemToTrash(const QString &path)
+QString Trash::refusal(const QString &path)
 {
-    const QString item = PathText::normalized(path);
+    const QString item = itemPath(path);
     const auto status = fileStatus(item, Links::NoFollow);
-    if (item.isEmpty() || item == u"/" || !status || mustStay(item, *status))
-        return false;
+    if (!item.startsWith(u'/') || !status)
+        return localized("It does not exist.");
+    if (liesInTrash(item))
+        return localized("It lies in the Trash already.");
+    if (item == u"/" || mustStay(item, *status))
+        return localized("It is a volume, the home folder or the Trash, or holds one of them.");
+    if (isTooLong(FileName::toBytes(PathText::lastComponent(item))))
+        return localized("Its name is too long for the Trash.");
+    const QByteArray folder = FileName::toBytes(PathText::parent(item));
+    if (access(folder.constData(), W_OK | X_OK) != 0)
+        return QString::fromLocal8Bit(g_strerror(errno));
+    if (!canBeTrashed(item))
+        return localized("There is no Trash on its volume, or no right to move it there.");
+    return {};
+}
 
-    // The local files alone: the desktop's virtual file systems would want a session bus first.
-    const QByteArray bytes = FileName::toBytes(item);
-    GFile *file = g_vfs_get_file_for_path(g_vfs_get_local(), bytes.constData());
+bool Trash::moveItem(const QString &path, QString *reason)
+{
+    const QString refused = refusal(path);
+    if (reason)
+        *reason = refused;
+    if (!refused.isEmpty())
+        return false;
+    const QString item = itemPath(path);
+    GFile *file = localFile(item);
     GError *error = nullptr;
     const bool moved = g_file_trash(file, nullptr, &error);
     g_object_unref(file);
     if (error) {
         qCInfo(trashLog) << FileName::shown(item) << error->message;
+        if (reason)
+            *reason = FileName::shown(QString::fromUtf8(error->message));
         g_error_free(error);
     }
     return moved;

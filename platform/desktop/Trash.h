@@ -2,7 +2,16 @@
 
 #include <QString>
 
-// Moves one item to the Trash of the desktop; links are moved themselves. Refuses "/", the home
-// folder, mount points, the folders of the Trash, and any folder that holds one of these. Never
-// removes for good. Any thread.
-bool moveItemToTrash(const QString &path);
+// The Trash of the desktop. Any thread.
+namespace Trash {
+
+// Why the item cannot go to the Trash, as a sentence for a person; "" when nothing speaks against
+// it. Refused are "/", the home folder, mount points, the folders of the Trash, any folder that
+// holds one of these, what lies in the Trash already, names too long for the Trash's own record,
+// and what lies where there is no Trash or no right to move it.
+QString refusal(const QString &path);
+
+// Moves one item; links are moved themselves. Never removes for good. `reason` gets why it failed.
+bool moveItem(const QString &path, QString *reason = nullptr);
+
+} // namespace Trash

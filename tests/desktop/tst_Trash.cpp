@@ -31,14 +31,14 @@ private Q_SLOTS:
         QCOMPARE(names.size(), 8);
         for (const QString &name : names) {
             const auto status = fileStatus(folder.path(name), Links::NoFollow);
-            QVERIFY2(moveItemToTrash(folder.path(name)), qPrintable(name));
+            QVERIFY2(Trash::moveItem(folder.path(name)), qPrintable(name));
             QVERIFY(!exists(folder.path(name)));
             const auto trashedOne = fileStatus(_trash + u"/files/"_s + name, Links::NoFollow);
             QVERIFY2(trashedOne && trashedOne->identity == status->identity, qPrintable(name));
         }
         const qsizetype before = trashed();
         folder.write(u"file"_s, "second");
-        QVERIFY(moveItemToTrash(folder.path(u"file"_s)));
+        QVERIFY(Trash::moveItem(folder.path(u"file"_s)));
         QCOMPARE(trashed(), before + 1);
     }
 
@@ -48,7 +48,7 @@ private Q_SLOTS:
         folder.link(_home, u"home"_s);
         // With a slash at its end a path would mean the folder behind the link.
         for (const QString &link : { u"link/"_s, u"home/"_s })
-            QVERIFY2(moveItemToTrash(folder.path(link)), qPrintable(link));
+            QVERIFY2(Trash::moveItem(folder.path(link)), qPrintable(link));
         QCOMPARE(treeOf(folder, { {} }), u"/target/inner=content"_s);
         QVERIFY(exists(_home));
     }
@@ -63,11 +63,37 @@ private Q_SLOTS:
         paths << _home << _home + u'/' << _home + u"/../home"_s << _home.section(u'/', 0, -2)
               << _data.path() << _trash << _trash + u"/files"_s << _trash + u"/info"_s;
         for (const QString &path : std::as_const(paths)) {
-            QVERIFY2(!moveItemToTrash(path), qPrintable(path));
+            QVERIFY2(!Trash::moveItem(path), qPrintable(path));
             QCOMPARE(trashed(), before);
         }
         for (const QString &path : { u"relative"_s, _home, _trash + u"/files"_s })
             QVERIFY2(exists(path), qPrintable(path));
+    }
+
+    void whatCannotGoSaysWhy()
+    {
+        makeTree(_data, u"Trash/files/old/inner=x, Trash/info/"_s);
+        for (const int length : { 245, 246 })
+            folder.write(QString(length, u'm'));
+        const QString kept = u"It is a volume, the home folder or the Trash, or holds one of them."_s;
+        const QString inTrash = u"It lies in the Trash already."_s;
+        const struct {
+            QString path;
+            QString reason;
+        } rows[] = {
+            { folder.path(QString(245, u'm')), {} },
+            { folder.path(QString(246, u'm')), u"Its name is too long for the Trash."_s },
+            { _trash + u"/files/old"_s, inTrash },
+            { _trash + u"/files/old/inner"_s, inTrash },
+            { u"/proc"_s, kept },
+            { folder.path(u"gone"_s), u"It does not exist."_s },
+        };
+        for (const auto &row : rows) {
+            QCOMPARE(Trash::refusal(row.path), row.reason);
+            QString told;
+            QCOMPARE(Trash::moveItem(row.path, &told), row.reason.isEmpty());
+            QCOMPARE(told, row.reason);
+        }
     }
 
 private:

@@ -45,9 +45,17 @@ private Q_SLOTS:
         world.perform(Verb::Delete, u"a"_s);
         world.answer({ Alert::Ok, Alert::Ok });
         world.steps.deleteItems(world.request({ u"b"_s, u"locked"_s }));
+        QCOMPARE(world.lastAlert().details, u"locked: The item is locked."_s);
         world.workspace.trashWorks = false;
         world.steps.deleteItems(world.request({ u"b"_s, u"gone"_s }));
         QCOMPARE(world.lastAlert().text, u"Delete failed!"_s);
+        QCOMPARE(world.lastAlert().details, u"b: The Trash is out of order."_s);
+        world.workspace.trashWorks = true;
+        world.workspace.refusals[world.source + u"/long\n"_s] = u"Too long."_s;
+        world.answer({ Alert::Ok });
+        world.steps.deleteItems(world.request({ u"b"_s, u"long\n"_s, u"locked"_s }));
+        QCOMPARE(world.lastAlert().details,
+                 FileName::shown(u"long\n"_s) + u": Too long.\nlocked: The item is locked."_s);
         QCOMPARE(world.tree(), u"from/b=b, from/locked=!c, trash/a=a"_s);
 
         World aliases(u"from/elsewhere/, to/b->~/from/elsewhere"_s);

@@ -35,8 +35,11 @@ public:
         return succeeds;
     }
 
-    bool moveToTrash(const QString &path) override // any thread
+    QString trashRefusal(const QString &path) const override { return refusals.value(path); }
+    bool moveToTrash(const QString &path, QString *reason) override // any thread
     {
+        if (reason)
+            *reason = QStringLiteral("The Trash is out of order.");
         const QMutexLocker lock(&_mutex);
         if (beforeTrash)
             beforeTrash();
@@ -63,6 +66,7 @@ public:
     QString application;
     QString trashFolder;
     bool trashWorks = true;
+    QHash<QString, QString> refusals; // of the Trash, by path
     std::function<void()> beforeTrash;
     std::function<void()> whileEjecting;
     QStringList volumes { QStringLiteral("/") };
