@@ -40,6 +40,7 @@ Application::Application(const Services &services, const CommandLine &line)
     , _commands({ _paneCommands, _selectionCommands, _folderCommands, _twinleaf },
                 _windowController, _twinleaf, _mainWindow.leftFileList->classicKeys())
     , _menus(*_mainWindow.menuBar(), _commands)
+    , _runsIndicator(_mainWindow, _workingSheet)
     , _bookmarkStore(services.defaults)
     , _bookmarksMenu(_menus.bookmarksMenu(), _bookmarkStore, _paneCommands, _windowController, _bus,
                      _twinleaf, services.alerts)

@@ -23,6 +23,7 @@
 #include "window/MenuBar.h"
 #include "window/OpenWithMenu.h"
 #include "window/PathNavigators.h"
+#include "window/RunsIndicator.h"
 #include "window/VolumeReload.h"
 #include "window/WindowController.h"
 
@@ -86,6 +87,7 @@ private:
     SelectionCommands _selectionCommands;
     Commands _commands;
     MenuBar _menus;
+    RunsIndicator _runsIndicator;
     BookmarkStore _bookmarkStore;
     BookmarksMenu _bookmarksMenu;
     OpenWithMenu _openWithMenu;

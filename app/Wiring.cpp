@@ -22,6 +22,7 @@ void Application::connectAll()
     _twinleaf.setMainModel(&_mainModel);
     _twinleaf.setWindowController(&_windowController, &_workingSheet);
     _twinleaf.setArchiveSheet(&_archiveSheet);
+    _twinleaf.setRunDisplay(&_runsIndicator);
     _windowController.setCommands(&_commands);
 
     connectPane(Side::Left);
@@ -35,6 +36,10 @@ void Application::connectAll()
                 [this, command = button.key()] { _commands.run(command); });
     connect(&_mainWindow, &UnifiedWindow::closeAsked, this, &Application::quit);
 
+    connect(&_runsIndicator, &RunsIndicator::cancelAsked, this,
+            [this](unsigned ticket) { _twinleaf.runQueue().cancel(ticket); });
+    connect(&_runsIndicator, &RunsIndicator::cancelWaitingAsked, this,
+            [this] { _twinleaf.runQueue().cancelWaiting(); });
     const Workspace &workspace = _services.workspace;
     connect(&workspace, &Workspace::volumeDidMount, &_volumeReload, &VolumeReload::volumeDidMount);
     connect(&workspace, &Workspace::volumeDidUnmount, &_volumeReload,

@@ -220,6 +220,8 @@ void CopyMove::tell(Run &run, const QString &name) // worker thread
             sheet->showWorkingSheet();
         sheet->setWorkingSheetInfoText(run.progressLine(name));
         sheet->setWorkingSheetDetailText({});
+        if (display)
+            display->showRunDetail({});
         sheet->setWorkingSheetProgressValue(run.counter);
     });
 }
@@ -237,6 +239,8 @@ void CopyMove::showLine(const QString &line) const // any thread
     onMainThread([&] {
         if (sheet && sheet->isWorkingSheetVisible())
             sheet->setWorkingSheetDetailText(line);
+        if (display)
+            display->showRunDetail(line);
     });
 }
 

@@ -22,16 +22,12 @@ public:
 
     void setProgressSheet(ProgressSheet *progressSheet) { sheet = progressSheet; }
 
-    RunQueue::Ticket enqueue() { return _queue.enqueue(); }
+    void setRunDisplay(RunDisplay *runDisplay) { display = runDisplay; }
+
+    RunQueue &queue() { return _queue; }
     // Carries a request out when its turn has come. Worker thread.
     void performCopyMoveProgress(const AcceptedRequest &run, Operation operation,
                                  RunQueue::Ticket ticket);
-
-    // Stops the active run between two items; asked again, it cancels the runs that wait. A call
-    // when nothing runs has no effect. Any thread.
-    void cancelThread() { _queue.cancel(); }
-    // Stops the active run and the waiting ones. Any thread.
-    void cancelAll() { _queue.cancelAll(); }
 
     // One item to a full path. What stands there goes to the Trash when the copy is in place; an
     // existing folder is copied into. Answers whether it was done, else why not. Any worker thread.
@@ -67,6 +63,7 @@ private:
     FileQueries &queries;
     const DateText &dates;
     ProgressSheet *sheet = nullptr;
+    RunDisplay *display = nullptr;
 
     RunQueue _queue;
     Journal _journal;

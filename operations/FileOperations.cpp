@@ -1,5 +1,6 @@
 #include "operations/FileOperations.h"
 
+#include "base/MainThread.h"
 #include "files/FileName.h"
 #include "files/PathText.h"
 #include "model/PaneWindow.h"
@@ -11,6 +12,23 @@
 #include "platform/Workspace.h"
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+QString describedRun(const OperationRequest &request, Operation operation)
+{
+    const bool copies = operation == Operation::Copy;
+    const QString folder = FileName::shown(PathText::lastComponent(request.destination));
+    if (request.items.size() == 1)
+        return filled(copies ? localized("Copying %@ to %@") : localized("Moving %@ to %@"),
+                      FileName::shown(request.items.first()), folder);
+    return filled(
+        filled(copies ? localized("Copying %i items to %@") : localized("Moving %i items to %@"),
+               int(request.items.size())),
+        folder);
+}
+
+} // namespace
 
 FileOperations::FileOperations(MessageBus &bus, Alerts &alertsToAsk, Programs &programs,
                                Workspace &workspaceInUse, FileQueries &queries,
@@ -44,9 +62,17 @@ void FileOperations::setWindowController(PaneWindow *window, ProgressSheet *shee
     _copyMove.setProgressSheet(sheet);
 }
 
+void FileOperations::setRunDisplay(RunDisplay *display)
+{
+    _copyMove.setRunDisplay(display);
+    _copyMove.queue().setChangeHandler([this, display] { // any thread
+        onMainThread([&] { display->showRuns(_copyMove.queue().runs()); });
+    });
+}
+
 void FileOperations::cancelThread(const NoPayload &)
 {
-    _copyMove.cancelThread();
+    _copyMove.queue().cancel();
 }
 
 void FileOperations::cancelArchiving(const NoPayload &)
@@ -56,7 +82,7 @@ void FileOperations::cancelArchiving(const NoPayload &)
 
 void FileOperations::stopAll()
 {
-    _copyMove.cancelAll();
+    _copyMove.queue().cancelAll();
     _archives.cancelAll();
 }
 
@@ -84,7 +110,8 @@ void FileOperations::startCopyMove(const OperationRequest &request, Operation op
         return;
     _workers.detach(
         operation,
-        [this, request, ticket = _copyMove.enqueue()](OperationRecord &record) { // worker thread
+        [this, request, ticket = _copyMove.queue().enqueue(describedRun(request, operation))](
+            OperationRecord &record) { // worker thread
             if (request.updateBoth.value() == UpdateBoth::DragDropFinder)
                 record.droppedOn = request.side.value();
             _copyMove.performCopyMoveProgress(request, record.operation, ticket);

@@ -21,6 +21,7 @@ public:
     // Outlets, set before the first request.
     void setMainModel(MainModel *model);
     void setWindowController(PaneWindow *window, ProgressSheet *sheet);
+    void setRunDisplay(RunDisplay *display);
     void setArchiveSheet(ArchiveProgressSheet *sheet) { _archives.setArchiveSheet(sheet); }
 
     void copyItems(const OperationRequest &request) override;
@@ -41,6 +42,8 @@ public:
     // listed. What was done is told later, by one alert.
     void settleInterruptedWork();
     void tellInterruptedWork();
+
+    RunQueue &runQueue() { return _copyMove.queue(); }
 
     // For quitting: whether work is under way; stopping it between two items; and waiting for its
     // end.

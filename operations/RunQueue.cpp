@@ -1,49 +1,69 @@
 #include "operations/RunQueue.h"
 
-#include <algorithm>
-
-RunQueue::Ticket RunQueue::enqueue()
+RunQueue::Ticket RunQueue::enqueue(const QString &text)
 {
-    const std::lock_guard lock(_mutex);
-    _queue.push_back(++_last);
-    return _last;
+    Ticket ticket;
+    {
+        const std::lock_guard lock(_mutex);
+        ticket = ++_last;
+        _queue.append({ ticket, text });
+    }
+    changed();
+    return ticket;
 }
 
 bool RunQueue::wait(Ticket ticket)
 {
     std::unique_lock lock(_mutex);
-    const auto cancelled = [&] { return std::ranges::find(_cancelled, ticket); };
-    _changed.wait(lock, [&] {
-        return cancelled() != _cancelled.end() || (!_queue.empty() && _queue.front() == ticket);
+    _turn.wait(lock, [&] {
+        return _cancelled.contains(ticket)
+            || (!_queue.isEmpty() && _queue.first().ticket == ticket);
     });
-    const auto found = cancelled();
-    if (found == _cancelled.end())
-        return true;
-    _cancelled.erase(found);
-    return false;
+    return !_cancelled.removeOne(ticket);
 }
 
 void RunQueue::end(Ticket ticket)
 {
-    // One step with the clearing: a late cancel must not reach the next run.
-    const std::lock_guard lock(_mutex);
-    std::erase(_queue, ticket);
-    _stopActive = false;
-    _changed.notify_all();
+    {
+        // One step with the clearing: a late cancel must not reach the next run.
+        const std::lock_guard lock(_mutex);
+        _queue.removeIf([&](const ShownRun &run) { return run.ticket == ticket; });
+        _stopActive = false;
+    }
+    changed();
 }
 
 void RunQueue::cancel()
 {
     const std::lock_guard lock(_mutex);
-    if (_stopActive)
-        cancelWaiting();
-    _stopActive = !_queue.empty();
+    _stopActive = !_queue.isEmpty();
+}
+
+void RunQueue::cancel(Ticket ticket)
+{
+    {
+        const std::lock_guard lock(_mutex);
+        if (!_queue.isEmpty() && _queue.first().ticket == ticket)
+            _stopActive = true;
+        else if (_queue.removeIf([&](const ShownRun &run) { return run.ticket == ticket; }) > 0)
+            _cancelled.append(ticket);
+    }
+    changed();
+}
+
+void RunQueue::cancelWaiting()
+{
+    {
+        const std::lock_guard lock(_mutex);
+        while (_queue.size() > 1)
+            _cancelled.append(_queue.takeLast().ticket);
+    }
+    changed();
 }
 
 void RunQueue::cancelAll()
 {
-    const std::lock_guard lock(_mutex);
-    _stopActive = !_queue.empty();
+    cancel();
     cancelWaiting();
 }
 
@@ -53,11 +73,15 @@ bool RunQueue::isCancelled() const
     return _stopActive;
 }
 
-void RunQueue::cancelWaiting()
+QList<ShownRun> RunQueue::runs() const
 {
-    while (_queue.size() > 1) {
-        _cancelled.push_back(_queue.back());
-        _queue.pop_back();
-    }
-    _changed.notify_all();
+    const std::lock_guard lock(_mutex);
+    return _queue;
+}
+
+void RunQueue::changed()
+{
+    _turn.notify_all();
+    if (_changeHandler)
+        _changeHandler();
 }

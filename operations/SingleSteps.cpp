@@ -5,6 +5,7 @@
 #include "files/FileSystem.h"
 #include "files/PathText.h"
 #include "operations/CopyMove.h"
+#include "operations/ShortenedLines.h"
 #include "platform/Alerts.h"
 #include "platform/Programs.h"
 #include "platform/Workspace.h"
@@ -51,7 +52,7 @@ QStringList SingleSteps::moveAllToTrash(const OperationRequest &request) // work
     for (const QString &name : request.items) {
         const QString path = PathText::joined(request.source, name);
         const QString reason = !PathText::isItemName(name) ? localized("It is no item.")
-            : FileFlags::isLocked(path)                    ? localized("It is locked.")
+            : FileFlags::isLocked(path)                    ? localized("The item is locked.")
                                                            : workspace.trashRefusal(path);
         if (!reason.isEmpty())
             refused.append(line(name, reason));
@@ -72,7 +73,7 @@ void SingleSteps::deleteItems(const OperationRequest &request) // worker thread
     if (failed.isEmpty())
         return;
     Alert alert = Alert::error(localized("Delete failed!"));
-    alert.details = failed.join(u'\n');
+    alert.details = shortened(failed);
     alerts.ask(alert);
 }
 

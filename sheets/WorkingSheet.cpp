@@ -4,6 +4,7 @@
 #include "files/FileName.h"
 #include "model/Messages.h"
 #include "widgets/ElidedLabel.h"
+#include "widgets/MenuTextButton.h"
 
 #include <QApplication>
 #include <QHBoxLayout>
@@ -25,6 +26,7 @@ WorkingSheet::WorkingSheet(MessageBus &messages, QWidget *mainWindow)
     , _counter(new QLabel(this))
     , workingProgressIndicator(new QProgressBar(this))
     , _details(new ElidedLabel(Qt::ElideRight, this))
+    , _waiting(new MenuTextButton(this))
 {
     setAccessibleName(localized("Progress"));
     workingProgressIndicator->setAccessibleName(localized("Progress"));
@@ -39,6 +41,8 @@ WorkingSheet::WorkingSheet(MessageBus &messages, QWidget *mainWindow)
     rows().addLayout(texts);
     rows().addWidget(workingProgressIndicator);
     rows().addWidget(_details); // keeps its line while empty, so that nothing moves
+    addBesideButtons(*_waiting);
+    setWaitingCount(0);
     connect(addQuietButton(localized("Cancel"), *workingProgressIndicator), &QPushButton::clicked,
             this, &WorkingSheet::cancelWorkingSheet);
     _paintPause.setSingleShot(true);
@@ -109,6 +113,17 @@ void WorkingSheet::setWorkingSheetDetailText(const QString &text)
 {
     paintSoon();
     _details->setText(text);
+}
+
+void WorkingSheet::setWaitingMenu(QMenu *menu)
+{
+    _waiting->setMenu(menu);
+}
+
+void WorkingSheet::setWaitingCount(int count)
+{
+    _waiting->setPlainText(filled(localized("%i waiting"), count));
+    _waiting->setVisible(count > 0);
 }
 
 void WorkingSheet::setWorkingSheetMaxProgressValue(double value)

@@ -6,10 +6,11 @@
 #include <QTimer>
 
 class ElidedLabel;
+class MenuTextButton;
 class MessageBus;
 class QLabel;
+class QMenu;
 class QProgressBar;
-class QPushButton;
 
 // How far a copy or move run has come. It stays up until the run closes it: Cancel only asks the
 // run to stop. Main thread.
@@ -28,6 +29,10 @@ public:
     void setWorkingSheetMaxProgressValue(double value) override;
     void setWorkingSheetProgressValue(double value) override;
 
+    // What waits behind the run: how much, and the menu that cancels it.
+    void setWaitingMenu(QMenu *menu);
+    void setWaitingCount(int count);
+
 protected:
     void reject() override { cancelWorkingSheet(); } // Escape and the close box
     void accept() override { }
@@ -45,5 +50,6 @@ private:
     QLabel *_counter;
     QProgressBar *workingProgressIndicator;
     ElidedLabel *_details;
+    MenuTextButton *_waiting;
     QTimer _paintPause;
 };

@@ -769,5 +769,65 @@ Stelle der zuletzt gezeigten Ordner; eine Datei öffnet ihren Ordner und ist aus
         <source>The existing item cannot be moved to the Trash.</source>
         <translation>Das vorhandene Objekt kann nicht in den Papierkorb bewegt werden.</translation>
     </message>
+    <message>
+        <source>Copying %@ to %@</source>
+        <translation>%@ wird nach %@ kopiert</translation>
+    </message>
+    <message>
+        <source>Moving %@ to %@</source>
+        <translation>%@ wird nach %@ bewegt</translation>
+    </message>
+    <message>
+        <source>Copying %i items to %@</source>
+        <translation>%i Objekte werden nach %@ kopiert</translation>
+    </message>
+    <message>
+        <source>Moving %i items to %@</source>
+        <translation>%i Objekte werden nach %@ bewegt</translation>
+    </message>
+    <message>
+        <source>Cancel '%@'</source>
+        <translation>Abbrechen: %@</translation>
+    </message>
+    <message>
+        <source>&amp;Running</source>
+        <translation>&amp;Laufend</translation>
+    </message>
+    <message>
+        <source>%i waiting</source>
+        <translation>%i warten</translation>
+    </message>
+    <message>
+        <source>Cancel all that wait</source>
+        <translation>Alle wartenden abbrechen</translation>
+    </message>
+    <message>
+        <source>Copy and move</source>
+        <translation>Kopieren und Bewegen</translation>
+    </message>
+    <message>
+        <source>It is no item.</source>
+        <translation>Das ist kein Objekt.</translation>
+    </message>
+    <message>
+        <source>It does not exist.</source>
+        <translation>Es ist nicht vorhanden.</translation>
+    </message>
+    <message>
+        <source>It lies in the Trash already.</source>
+        <translation>Es liegt schon im Papierkorb.</translation>
+    </message>
+    <message>
+        <source>It is a volume, the home folder or the Trash, or holds one of them.</source>
+        <translation>Es ist ein Volume, der Benutzerordner oder der Papierkorb oder enthält eines davon.</translation>
+    </message>
+    <message>
+        <source>Its name is too long for the Trash.</source>
+        <translation>Der Name ist zu lang für den Papierkorb.</translation>
+    </message>
+    <message>
+        <source>There is no Trash on its volume, or no right to move it there.</source>
+        <translation>Auf dem Volume gibt es keinen Papierkorb oder kein Recht, es dorthin zu bewegen.</translation>
+    </message>
 </context>
 </TS>

@@ -85,6 +85,14 @@ bool Sheet::canShow() const
         || below->isActiveWindow();
 }
 
+void Sheet::addBesideButtons(QWidget &widget)
+{
+    QSizePolicy keepsPlace = widget.sizePolicy();
+    keepsPlace.setRetainSizeWhenHidden(true);
+    widget.setSizePolicy(keepsPlace);
+    _buttons->insertWidget(0, &widget);
+}
+
 void Sheet::comeUp()
 {
     _up = true;

@@ -36,6 +36,8 @@ protected:
     // For a sheet that comes up unasked: a Return or a space meant for what was there before must
     // not press its button. So that is no default one, and another widget can have the focus.
     QPushButton *addQuietButton(const QString &text, QWidget &focused);
+    // At the other end of the buttons' row; it keeps its place while it is out of sight.
+    void addBesideButtons(QWidget &widget);
 
     // For a sheet that comes up unasked while the program works, and goes unasked. While the
     // keyboard is on its way back to the window below, as after a question, the sheet is not shown

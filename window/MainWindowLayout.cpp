@@ -4,6 +4,7 @@
 #include "commands/CommandTable.h"
 #include "views/TableViews.h"
 #include "widgets/ActivitySpinner.h"
+#include "widgets/MenuTextButton.h"
 #include "widgets/SegmentedControl.h"
 #include "window/ClassicButton.h"
 #include "window/InfoBarTextField.h"
@@ -30,6 +31,7 @@ MainWindowLayout::MainWindowLayout(MessageBus &bus, MainModel &mainModel, UserDe
     , rightFileList(new TableViewRight(bus, mainModel, defaults, this))
     , splitView(new QSplitter(Qt::Horizontal))
     , classicButtons(buttonRow())
+    , runsButton(new MenuTextButton(this))
     , progressIndicator(new ActivitySpinner(this))
 {
     setWindowTitle(u"Twinleaf"_s);
@@ -48,7 +50,7 @@ MainWindowLayout::MainWindowLayout(MessageBus &bus, MainModel &mainModel, UserDe
     rows->addWidget(splitView, 1);
     rows->addWidget(classicButtons);
     setCentralWidget(content);
-    menuBar()->setCornerWidget(progressIndicator);
+    menuBar()->setCornerWidget(corner());
     resize(InitialSize);
 }
 
@@ -110,4 +112,20 @@ QWidget *MainWindowLayout::buttonRow()
         columns->addWidget(buttons[command]);
     }
     return row;
+}
+
+QWidget *MainWindowLayout::corner()
+{
+    auto *widget = new QWidget(this);
+    auto *columns = new QHBoxLayout(widget);
+    columns->setContentsMargins(0, 0, 0, 0);
+    columns->setSpacing(0);
+    // The keyboard comes to its lines by the menu bar, and stays with the panes.
+    runsButton->setFocusPolicy(Qt::NoFocus);
+    runsButton->setAccessibleName(localized("Copy and move"));
+    runsButton->hide();
+    columns->addStretch();
+    columns->addWidget(runsButton);
+    columns->addWidget(progressIndicator);
+    return widget;
 }

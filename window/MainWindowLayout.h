@@ -9,6 +9,7 @@
 class ActivitySpinner;
 class ClassicButton;
 class MainModel;
+class MenuTextButton;
 class MessageBus;
 class PaneTableView;
 class QSplitter;
@@ -34,10 +35,12 @@ public:
     QSplitter *splitView;
     QMap<Command, ClassicButton *> buttons; // in the row
     QWidget *classicButtons; // the row that holds the buttons
+    MenuTextButton *runsButton; // what runs, beside the spinner; out of sight while nothing does
     ActivitySpinner *progressIndicator;
 
 private:
     QWidget *pane(Side side);
     QWidget *infoBar(Side side);
     QWidget *buttonRow();
+    QWidget *corner();
 };

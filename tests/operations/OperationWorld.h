@@ -85,7 +85,7 @@ struct World {
     void start(Operation operation, const QStringList &items)
     {
         const AcceptedRequest run = request(items);
-        const auto ticket = engine.enqueue();
+        const auto ticket = engine.queue().enqueue(items.join(u", "_s));
         workers.detach(operation, [this, run, operation, ticket](OperationRecord &) {
             engine.performCopyMoveProgress(run, operation, ticket);
         });
@@ -98,7 +98,7 @@ struct World {
     // Without a thread.
     void runHere(Operation operation, const QStringList &items)
     {
-        engine.performCopyMoveProgress(request(items), operation, engine.enqueue());
+        engine.performCopyMoveProgress(request(items), operation, engine.queue().enqueue());
     }
     // An item of the source, and another name beside it where one is taken.
     void perform(Verb verb, const QString &name, const QString &newName = {})

@@ -1,3 +1,4 @@
+#include "base/MainThread.h"
 #include "tests/operations/OperationWorld.h"
 
 #include "tests/support/Watched.h"
@@ -20,7 +21,8 @@ private Q_SLOTS:
     void aThingIsNeverReplacedByItselfOrItsPart();
     void cancelStopsBetweenItemsAndNotTheNextRun();
     void allAndALateCancelDoNotReachTheNextRun();
-    void aSecondCancelEndsTheRunsThatWait();
+    void whatWaitsIsCancelledAloneOrAll_data();
+    void whatWaitsIsCancelledAloneOrAll();
     void attributesOfAFolderTreeAreCopied();
 };
 
@@ -179,11 +181,11 @@ void tst_CopyMove::aThingIsNeverReplacedByItselfOrItsPart()
 void tst_CopyMove::cancelStopsBetweenItemsAndNotTheNextRun()
 {
     World world(u"from/a=x, from/b=x, from/c=x"_s);
-    world.engine.cancelThread(); // nothing runs: it must not reach the run below
+    world.engine.queue().cancel(); // nothing runs: it must not reach the run below
     {
         const Watched watched([&](Call call, const char *, unsigned) {
             if (call == Call::CopyRange)
-                world.engine.cancelThread();
+                world.engine.queue().cancel();
             return 0;
         });
         world.run(Operation::Copy, { u"a"_s, u"b"_s });
@@ -198,7 +200,7 @@ void tst_CopyMove::allAndALateCancelDoNotReachTheNextRun()
     World world(u"from/a=new, from/b=new, from/c=new, to/a=old, to/b=old, to/c=old"_s);
     world.sheet.onText = [&](const QString &text) {
         if (text == u"Copy progress finished."_s)
-            world.engine.cancelThread();
+            world.engine.queue().cancel();
     };
     world.answer({ Alert::All, Alert::Yes });
     world.start(Operation::Copy, { u"a"_s, u"b"_s });
@@ -211,20 +213,53 @@ void tst_CopyMove::allAndALateCancelDoNotReachTheNextRun()
     QCOMPARE(world.tree(), u"from/a=new, from/b=new, to/a=new, to/b=new, to/c=new"_s);
 }
 
-void tst_CopyMove::aSecondCancelEndsTheRunsThatWait()
+void tst_CopyMove::whatWaitsIsCancelledAloneOrAll_data()
 {
-    World world(u"from/a=new, from/b=new, from/c=new"_s);
-    const Watched watched([&](Call call, const char *, unsigned) {
-        if (call == Call::CopyRange) {
-            world.engine.cancelThread();
-            world.engine.cancelThread();
-        }
-        return 0;
+    QTest::addColumn<QList<int>>("cancels"); // by place in the queue; -1: all that wait
+    QTest::addColumn<QStringList>("copied");
+    QTest::newRow("the sheet's button, twice")
+        << QList<int> { 0, 0 } << QStringList { u"a"_s, u"c"_s, u"d"_s, u"e"_s };
+    QTest::newRow("one that waits")
+        << QList<int> { 2 } << QStringList { u"a"_s, u"b"_s, u"c"_s, u"e"_s };
+    QTest::newRow("all that wait") << QList<int> { -1 } << QStringList { u"a"_s, u"b"_s };
+}
+
+void tst_CopyMove::whatWaitsIsCancelledAloneOrAll()
+{
+    QFETCH(QList<int>, cancels);
+    QFETCH(QStringList, copied);
+    World world(u"from/a=x, from/b=x, from/c=x, from/d=x, from/e=x"_s);
+    RunQueue &queue = world.engine.queue();
+    QStringList shown;
+    queue.setChangeHandler([&] { // any thread
+        onMainThread([&] {
+            shown.clear();
+            for (const ShownRun &run : queue.runs())
+                shown.append(run.text);
+        });
     });
-    world.start(Operation::Copy, { u"a"_s });
-    world.start(Operation::Copy, { u"b"_s });
-    world.run(Operation::Copy, { u"c"_s });
-    QCOMPARE(world.folder.names(u"to"_s), QStringList { u"a"_s });
+    bool once = false;
+    world.sheet.onText = [&](const QString &) {
+        if (std::exchange(once, true))
+            return;
+        QCOMPARE(shown, QStringList({ u"a, b"_s, u"c"_s, u"d"_s, u"e"_s }));
+        const QList<ShownRun> runs = queue.runs();
+        for (const int place : cancels) {
+            if (place < 0)
+                queue.cancelWaiting();
+            else if (place == 0)
+                queue.cancel();
+            else
+                queue.cancel(runs[place].ticket);
+        }
+    };
+    world.start(Operation::Copy, { u"a"_s, u"b"_s });
+    world.start(Operation::Copy, { u"c"_s });
+    world.start(Operation::Copy, { u"d"_s });
+    world.run(Operation::Copy, { u"e"_s });
+    QVERIFY(once);
+    QCOMPARE(world.folder.names(u"to"_s), copied);
+    QCOMPARE(shown, QStringList());
 }
 
 void tst_CopyMove::attributesOfAFolderTreeAreCopied()
