@@ -120,12 +120,16 @@ QWidget *MainWindowLayout::corner()
     auto *columns = new QHBoxLayout(widget);
     columns->setContentsMargins(0, 0, 0, 0);
     columns->setSpacing(0);
+    runsRoom = new QWidget(widget);
+    auto *room = new QHBoxLayout(runsRoom);
+    room->setContentsMargins(0, 0, 0, 0);
+    room->addStretch();
+    room->addWidget(runsButton);
+    runsRoom->hide();
     // The keyboard comes to its lines by the menu bar, and stays with the panes.
     runsButton->setFocusPolicy(Qt::NoFocus);
     runsButton->setAccessibleName(localized("Copy and move"));
-    runsButton->hide();
-    columns->addStretch();
-    columns->addWidget(runsButton);
+    columns->addWidget(runsRoom);
     columns->addWidget(progressIndicator);
     return widget;
 }

@@ -35,7 +35,8 @@ public:
     QSplitter *splitView;
     QMap<Command, ClassicButton *> buttons; // in the row
     QWidget *classicButtons; // the row that holds the buttons
-    MenuTextButton *runsButton; // what runs, beside the spinner; out of sight while nothing does
+    MenuTextButton *runsButton; // what runs, beside the spinner
+    QWidget *runsRoom; // for its texts, out of sight while nothing runs
     ActivitySpinner *progressIndicator;
 
 private:

@@ -2,7 +2,6 @@
 
 #include "base/Localized.h"
 #include "sheets/WorkingSheet.h"
-#include "widgets/ActivitySpinner.h"
 #include "widgets/MenuTextButton.h"
 #include "window/MainWindowLayout.h"
 #include "window/MenuText.h"
@@ -18,7 +17,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr std::chrono::milliseconds Blink { 500 };
-constexpr int Letters = 80; // as bytes, speed, time left and what waits may need
+constexpr int Letters = 92; // as bytes, speed, time left and what waits may need
 constexpr int LargestShare = 2; // of the window's width: one half
 
 QString cancelText(const ShownRun &run)
@@ -100,15 +99,13 @@ void RunsIndicator::update()
     sheet.setWaitingCount(waiting);
     const bool runs = !_runs.isEmpty();
     MenuTextButton &button = *window.runsButton;
-    QWidget &corner = *window.menuBar()->cornerWidget();
-    const int beside = window.progressIndicator->width();
+    QWidget &room = *window.runsRoom;
     // The menu bar makes room for its corner when its menus change: so the room is as large as the
     // texts of a run may need, and stays until the last one has ended.
-    if (button.isVisible() != runs) {
-        const int room = std::min(Letters * button.fontMetrics().averageCharWidth(),
-                                  window.width() / LargestShare);
-        button.setVisible(runs);
-        corner.setFixedWidth(beside + (runs ? room : 0));
+    if (room.isVisible() != runs) {
+        room.setFixedWidth(std::min(Letters * button.fontMetrics().averageCharWidth(),
+                                    window.width() / LargestShare));
+        room.setVisible(runs);
         _menu->menuAction()->setVisible(runs);
     }
     if (!runs)
@@ -117,10 +114,9 @@ void RunsIndicator::update()
         waiting > 0 ? u"  \u00b7  "_s + filled(localized("%i waiting"), waiting) : QString();
     button.setPlainText(tail); // what is left beside it is the text's
     const QString text = _detail.isEmpty() ? _runs.first().text : _detail;
-    button.setPlainText(
-        button.fontMetrics().elidedText(text, Qt::ElideMiddle,
-                                        corner.width() - beside - button.sizeHint().width())
-        + tail);
+    button.setPlainText(button.fontMetrics().elidedText(text, Qt::ElideMiddle,
+                                                        room.width() - button.sizeHint().width())
+                        + tail);
     QStringList whole;
     for (const ShownRun &run : std::as_const(_runs))
         whole.append(run.text);

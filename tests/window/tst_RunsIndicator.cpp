@@ -116,6 +116,9 @@ void tst_RunsIndicator::aLongTextGivesWayAndANameIsNoMarkup()
     QVERIFY(world.button.text().endsWith(u"<b>&&x  \u00b7  1 waiting \u25be"_s));
     QTRY_VERIFY(world.button.sizeHint().width() <= world.button.width());
     QVERIFY(world.button.width() <= world.window.width() / 2);
+    const QMenuBar &menus = *world.window.menuBar();
+    QTRY_VERIFY(menus.rect().contains(menus.cornerWidget()->geometry()));
+    QVERIFY(menus.cornerWidget()->rect().contains(world.window.runsRoom->geometry()));
     QVERIFY(world.button.toolTip().contains(u"&lt;b&gt;"_s));
     world.window.findChild<RunsIndicator *>()->showRunDetail(u"1 of 2 GB"_s);
     QCOMPARE(world.button.accessibleName(), u"1 of 2 GB  \u00b7  1 waiting"_s);
