@@ -75,7 +75,8 @@ private Q_SLOTS:
         makeTree(_data, u"Trash/files/old/inner=x, Trash/info/"_s);
         for (const int length : { 245, 246 })
             folder.write(QString(length, u'm'));
-        const QString kept = u"It is a volume, the home folder or the Trash, or holds one of them."_s;
+        const QString kept =
+            u"It is a volume, the home folder or the Trash, or holds one of them."_s;
         const QString inTrash = u"It lies in the Trash already."_s;
         const struct {
             QString path;
