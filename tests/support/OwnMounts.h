@@ -33,6 +33,9 @@ inline void enterOwnMounts()
     const QByteArray group = QByteArray::number(getegid());
     if (unshare(CLONE_NEWNS) != 0) {
         require(unshare(CLONE_NEWUSER | CLONE_NEWNS) == 0, "unshare");
+        // New rights hide what /proc shows of a process, its open folders among them, from the
+        // programs it starts.
+        require(prctl(PR_SET_DUMPABLE, 1, 0, 0, 0) == 0, "prctl");
         write(QStringLiteral("setgroups"), "deny");
         write(QStringLiteral("uid_map"), user + ' ' + user + " 1");
         write(QStringLiteral("gid_map"), group + ' ' + group + " 1");

@@ -4,6 +4,7 @@
 #include "files/PathText.h"
 #include "platform/Workspace.h"
 
+#include <QHash>
 #include <QMutex>
 
 #include <functional>
