@@ -33,7 +33,7 @@ TransferEnd Transfer::place(const Item &item, const Arrival &arrival)
         StagedName { StagedName::Ready, arrival.identity.inode, item.to }.text();
     if (const auto reason = arrival.take(_staging.descriptor(), entry))
         return failed(reason, item.to);
-    const TransferEnd end = swapIn(item, entry);
+    TransferEnd end = swapIn(item, entry);
     if (end.what != TransferEnd::Done)
         removeTreeAt(_staging.descriptor(), entry, arrival.identity, ClosedFolders::Open);
     return end;
@@ -119,7 +119,7 @@ TransferEnd Transfer::move(const Item &item)
     const TreeList list = TreeList::of(_source.number(), item.from);
     _staging.note({ u"arrived"_s, _sourcePath, FileName::fromBytes(item.from),
                     QString::number(item.status.identity.inode) });
-    const TransferEnd end = copyFile(item);
+    TransferEnd end = copyFile(item);
     if (end.what == TransferEnd::Done)
         _pending.addMoved(list);
     return end;
