@@ -6,7 +6,7 @@
 #include "model/MainModel.h"
 #include "model/OperationDesk.h"
 #include "model/PaneWindow.h"
-#include "operations/Archives.h"
+#include "operations/Packing.h"
 #include "platform/Alerts.h"
 #include "platform/OpenPanel.h"
 #include "settings/SettingsKeys.h"
@@ -186,17 +186,12 @@ void PaneCommands::archiveClicked()
         return;
     // Under its final name: that is the file which would be replaced.
     const QString archive = archiveFileName(name);
-    if (PathText::isItemName(archive) && exists(PathText::joined(destination, archive))) {
-        const Alert question { .style = Alert::Style::Informational,
-                               .title = localized("Twinleaf - Information"),
-                               .text = localized("Archive already exists! Override?"),
-                               .buttons = { { Alert::No, localized("No") },
-                                            { Alert::Yes, localized("Yes") } },
-                               .cancel = Alert::No };
-        if (alerts.ask(question) != Alert::Yes)
-            return;
-    }
-    twinleaf.archiveItems(items, destination, name);
+    const auto replaced = PathText::isItemName(archive)
+        ? fileStatus(PathText::joined(destination, archive), Links::NoFollow)
+        : std::nullopt;
+    if (replaced && alerts.ask(replaceArchiveQuestion()) != Alert::Yes)
+        return;
+    twinleaf.archiveItems(items, destination, name, replaced);
 }
 
 void PaneCommands::unpackClicked()

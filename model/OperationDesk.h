@@ -1,5 +1,6 @@
 #pragma once
 
+#include "files/FileStatus.h"
 #include "model/OperationRequest.h"
 
 // What the pane model and the commands ask of the file operations. Main thread; each call but
@@ -16,9 +17,11 @@ public:
     virtual void createAlias(const OperationRequest &request) = 0;
     // Blocks until the copy has ended; the window goes on painting.
     virtual void duplicateItem(const QString &source, const QString &destination) = 0;
-    // Packs the items, all of one folder, into a zip archive in the destination folder; one that
-    // stands there already is replaced.
+    // Packs the items, all of one folder, into a zip archive in the destination folder. `replaced`:
+    // what stands there already, as it was when the person agreed to lose it; anything else is
+    // asked about.
     virtual void archiveItems(const QStringList &paths, const QString &destination,
-                              const QString &archiveName) = 0;
+                              const QString &archiveName,
+                              const std::optional<FileStatus> &replaced = {}) = 0;
     virtual void unpackArchive(const QString &archive, const QString &destination) = 0;
 };

@@ -1,19 +1,20 @@
 #pragma once
 
+#include "files/FileStatus.h"
+
 #include <QStringList>
 
 #include <memory>
+#include <optional>
 
 class Alerts;
 class ArchiveProgressSheet;
+class ArchiveTask;
 class Journal;
 class Programs;
 class Workers;
 class Workspace;
 struct ProgramEnd;
-
-// The name under which an archive is really written: its extension is always "zip".
-QString archiveFileName(const QString &archiveName);
 
 // Packs items into a zip archive and unpacks archives, each by an external program on a worker
 // thread, with the archive sheet up meanwhile. Main thread.
@@ -25,28 +26,20 @@ public:
 
     void setArchiveSheet(ArchiveProgressSheet *archiveSheet) { sheet = archiveSheet; }
 
+    // `replaced`: what stands at the archive's name, as it was when the person agreed to lose it.
     void archiveItems(const QStringList &paths, const QString &destination,
-                      const QString &archiveName);
+                      const QString &archiveName, const std::optional<FileStatus> &replaced);
     void unpackArchive(const QString &archive, const QString &destination);
 
-    // Ends the newest unpacking. Kept: packing cannot be cancelled; it goes on without its sheet.
+    // Ends the newest packing or unpacking.
     void cancelArchiving();
-    // Ends every unpacking.
+    // Ends all of them.
     void cancelAll();
 
-    // The shell's command line for packing items of one folder.
-    static QString commandLine(const QString &folder, const QString &archive,
-                               const QStringList &names);
-
 private:
-    struct Packing;
-    class Task;
-
     int showSheet(const QString &title);
     void closeSheet(int number);
-    void _archiveItems(const Packing &packing);
-    int pack(const Packing &packing);
-    int runZip(const Packing &packing);
+    std::shared_ptr<ArchiveTask> newTask();
     void taskDidTerminate(const ProgramEnd &end);
 
     Alerts &alerts;
@@ -56,6 +49,6 @@ private:
     Workers &workers;
     ArchiveProgressSheet *sheet = nullptr; // the window's
     int _sheetNumber = 0; // counts the jobs: only the newest one closes the sheet
-    std::shared_ptr<Task> task; // of the newest unpacking
-    QList<std::weak_ptr<Task>> _tasks;
+    std::shared_ptr<ArchiveTask> task; // the newest one
+    QList<std::weak_ptr<ArchiveTask>> _tasks;
 };

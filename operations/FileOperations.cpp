@@ -6,7 +6,6 @@
 #include "model/PaneWindow.h"
 #include "operations/InterruptedRuns.h"
 #include "operations/RequestValidation.h"
-#include "operations/SetAside.h"
 #include "operations/ShortenedLines.h"
 #include "platform/Alerts.h"
 #include "platform/Workspace.h"
@@ -36,10 +35,9 @@ FileOperations::FileOperations(MessageBus &bus, Alerts &alertsToAsk, Programs &p
     : alerts(alertsToAsk)
     , workspace(workspaceInUse)
     , _copyMove(alertsToAsk, programs, workspaceInUse, queries, dates)
-    , _setAsides(PathText::joined(Journal::stateFolder(), u"set-asides"_s))
     , _singleSteps(alertsToAsk, programs, workspaceInUse, _copyMove)
     , _refresh(bus)
-    , _archives(alertsToAsk, programs, workspaceInUse, _setAsides, _workers)
+    , _archives(alertsToAsk, programs, workspaceInUse, _copyMove.journal(), _workers)
     , _workers(openDialogs)
 {
     _workers.setHandlers({ [this](Operation operation) { threadBegins(operation); },
@@ -180,9 +178,10 @@ void FileOperations::duplicateItem(const QString &source, const QString &destina
 }
 
 void FileOperations::archiveItems(const QStringList &paths, const QString &destination,
-                                  const QString &archiveName)
+                                  const QString &archiveName,
+                                  const std::optional<FileStatus> &replaced)
 {
-    _archives.archiveItems(paths, destination, archiveName);
+    _archives.archiveItems(paths, destination, archiveName, replaced);
 }
 
 void FileOperations::unpackArchive(const QString &archive, const QString &destination)
@@ -192,8 +191,7 @@ void FileOperations::unpackArchive(const QString &archive, const QString &destin
 
 void FileOperations::settleInterruptedWork()
 {
-    _settled = SetAside::replay(_setAsides, workspace)
-        + settleInterruptedRuns(_copyMove.journal(), workspace);
+    _settled = settleInterruptedRuns(_copyMove.journal(), workspace);
 }
 
 void FileOperations::tellInterruptedWork()

@@ -32,7 +32,8 @@ public:
     void createAlias(const OperationRequest &request) override;
     void duplicateItem(const QString &source, const QString &destination) override;
     void archiveItems(const QStringList &paths, const QString &destination,
-                      const QString &archiveName) override;
+                      const QString &archiveName,
+                      const std::optional<FileStatus> &replaced = {}) override;
     void unpackArchive(const QString &archive, const QString &destination) override;
 
     // Lists again what the operation touched and selects where the user expects it.
@@ -65,7 +66,6 @@ private:
     Workspace &workspace;
     PaneWindow *windowController = nullptr; // the application's
     CopyMove _copyMove;
-    Journal _setAsides;
     QStringList _settled; // lines about it, to be told
     SingleSteps _singleSteps;
     PaneRefresh _refresh;

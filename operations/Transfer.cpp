@@ -68,6 +68,7 @@ Transfer::Transfer(Operation operation, const QString &source, const QString &de
 
 Transfer::~Transfer()
 {
+    discardMade();
     _pending.settle();
 }
 

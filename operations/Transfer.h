@@ -49,6 +49,12 @@ public:
     TransferEnd putAs(const QString &name, const QString &as, Standing standing,
                       const std::optional<FileStatus> &shown = {});
 
+    // What a program makes, told the path of a name in a hidden folder beside its place. Then it
+    // takes that place; where that is not as shown it waits, and may be tried again.
+    std::error_code make(const QString &name, const std::function<void(const QString &path)> &work);
+    TransferEnd placeMade(Standing standing, const std::optional<FileStatus> &shown = {});
+    QString hiddenFolder() const { return _staging.path(); }
+
     // A run never writes over what it just made.
     bool madeHere(const FileStatus &status) const { return _made.contains(key(status.identity)); }
 
@@ -61,6 +67,14 @@ private:
     struct Arrival {
         FileIdentity identity;
         std::function<std::error_code(int folder, const QByteArray &name)> take;
+        // Where it goes when its place is not as shown; it is removed where there is none.
+        std::function<std::error_code(int folder, const QByteArray &name)> giveBack {};
+    };
+    // What a program has made, and the folder that it was told.
+    struct Product {
+        QByteArray name;
+        QByteArray entry;
+        Descriptor folder;
     };
     struct Item {
         QByteArray from; // its name at the source
@@ -78,6 +92,7 @@ private:
     TransferEnd copyByProgram(const Item &item);
     TransferEnd place(const Item &item, const Arrival &arrival);
     TransferEnd swapIn(const Item &item, const QByteArray &entry);
+    void discardMade();
     TransferEnd setAside(const Item &item, const std::function<std::error_code()> &take);
     TransferEnd failed(const std::error_code &reason, const QByteArray &name,
                        bool atSource = false) const;
@@ -96,6 +111,7 @@ private:
     bool _removesList = false;
     Staging _staging;
     PendingRemovals _pending;
+    Product _product;
     mutable bool _noSpace = false; // what the last attempt failed for
     QSet<Key> _made;
 };

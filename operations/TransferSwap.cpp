@@ -34,7 +34,9 @@ TransferEnd Transfer::place(const Item &item, const Arrival &arrival)
     if (const auto reason = arrival.take(_staging.descriptor(), entry))
         return failed(reason, item.to);
     TransferEnd end = swapIn(item, entry);
-    if (end.what != TransferEnd::Done)
+    const bool waits = end.what == TransferEnd::NotAsShown && arrival.giveBack
+        && !arrival.giveBack(_staging.descriptor(), entry);
+    if (end.what != TransferEnd::Done && !waits)
         removeTreeAt(_staging.descriptor(), entry, arrival.identity, ClosedFolders::Open);
     return end;
 }

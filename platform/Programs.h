@@ -6,6 +6,8 @@
 
 #include <sys/types.h>
 
+class QByteArray;
+
 // How a child process ended.
 struct ProgramEnd {
     bool started = true; // false: the program could not be started at all
@@ -21,6 +23,12 @@ struct ProgramEnd {
     }
 };
 
+// What is told of a program while it runs, on the caller's thread.
+struct ProgramAttention {
+    std::function<void(pid_t)> started {};
+    std::function<void(const QByteArray &line)> line {}; // of its standard output
+};
+
 // Runs the external programs that carry out copy, move, link, packing and unpacking. Any thread.
 class Programs {
 public:
@@ -31,10 +39,12 @@ public:
     // `started` is called with the process id once it runs.
     virtual ProgramEnd run(const QStringList &arguments,
                            const std::function<void(pid_t)> &started = {}) = 0;
-    // The same in a folder, which need not be the program's own.
-    virtual ProgramEnd runIn(const QString &folder, const QStringList &arguments) = 0;
-
-    // Has the standard shell run a command line, as system(3) does, and answers what that answers:
-    // the status as wait(2) has it.
-    virtual int runShell(const QString &commandLine) = 0;
+    // The two that pack: the same in a folder, which need not be the program's own; and a command
+    // line for the standard shell, as system(3) runs it. Their programs end, with all that they
+    // have started, when the process id that was told gets SIGTERM, and when this program ends,
+    // however that ends.
+    virtual ProgramEnd runIn(const QString &folder, const QStringList &arguments,
+                             const ProgramAttention &attention = {}) = 0;
+    virtual ProgramEnd runShell(const QString &commandLine,
+                                const ProgramAttention &attention = {}) = 0;
 };

@@ -658,6 +658,46 @@ Stelle der zuletzt gezeigten Ordner; eine Datei öffnet ihren Ordner und ist aus
         <translation>Entpacken fehlgeschlagen!</translation>
     </message>
     <message>
+        <source>'%@' is the archive that would be replaced, and is itself among the items to be packed. Nothing was changed.</source>
+        <translation>„%@“ ist das Archiv, das ersetzt würde, und gehört selbst zu dem, was gepackt werden soll. Es wurde nichts verändert.</translation>
+    </message>
+    <message>
+        <source>'%@' could not be read.</source>
+        <translation>„%@“ war nicht zu lesen.</translation>
+    </message>
+    <message>
+        <source>The archive holds everything else.</source>
+        <translation>Alles andere ist im Archiv.</translation>
+    </message>
+    <message>
+        <source>The archive that it replaces is in the Trash.</source>
+        <translation>Das Archiv, das es ersetzt, liegt im Papierkorb.</translation>
+    </message>
+    <message>
+        <source>'%@' leads in a circle: the links of the item are packed as links.</source>
+        <translation>„%@“ führt im Kreis: Die Verknüpfungen des Objekts sind als Verknüpfungen gepackt.</translation>
+    </message>
+    <message>
+        <source>Not everything could be packed.</source>
+        <translation>Nicht alles konnte gepackt werden.</translation>
+    </message>
+    <message>
+        <source>Links were packed as links.</source>
+        <translation>Verknüpfungen wurden als Verknüpfungen gepackt.</translation>
+    </message>
+    <message>
+        <source>A folder has this name.</source>
+        <translation>Ein Ordner trägt diesen Namen.</translation>
+    </message>
+    <message>
+        <source>The archive that has this name is locked.</source>
+        <translation>Das Archiv dieses Namens ist geschützt.</translation>
+    </message>
+    <message>
+        <source>It came there, or was changed, while the new one was packed. "No" keeps it and discards the new one.</source>
+        <translation>Es kam dorthin oder wurde verändert, während das neue gepackt wurde. „Nein“ behält es und verwirft das neue.</translation>
+    </message>
+    <message>
         <source>Please enter archive name:</source>
         <translation>Bitte Namen des Archivs eingeben:</translation>
     </message>
@@ -752,10 +792,6 @@ Stelle der zuletzt gezeigten Ordner; eine Datei öffnet ihren Ordner und ist aus
     <message>
         <source>The existing item holds the new one.</source>
         <translation>Das vorhandene Objekt enthält das neue.</translation>
-    </message>
-    <message>
-        <source>&apos;%@&apos; was replaced; the old item stands beside it.</source>
-        <translation>„%@“ wurde ersetzt; das alte Objekt steht daneben.</translation>
     </message>
     <message>
         <source>and %i more</source>

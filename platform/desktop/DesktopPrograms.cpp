@@ -1,6 +1,8 @@
 #include "platform/desktop/DesktopPrograms.h"
 
+#include "files/Descriptor.h"
 #include "files/FileName.h"
+#include "platform/desktop/AttendedChild.h"
 
 #include <QVarLengthArray>
 
@@ -16,36 +18,16 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace {
 
 constexpr qsizetype errorTextLimit = 4096; // bytes
+constexpr qsizetype longestLine = 65536; // bytes
 
-// A descriptor that closes itself.
-class Descriptor {
-public:
-    explicit Descriptor(int number = -1)
-        : _number(number)
-    {
-    }
-    ~Descriptor() { close(); }
-    Descriptor(const Descriptor &) = delete;
-    Descriptor &operator=(const Descriptor &) = delete;
-
-    int number() const { return _number; }
-    void close()
-    {
-        if (_number >= 0)
-            ::close(_number);
-        _number = -1;
-    }
-
-private:
-    int _number;
-};
-
-int spawn(pid_t &process, const QByteArray &folder, char *const *arguments, int errorPipe)
+int spawn(pid_t &process, char *const *arguments, int errorPipe)
 {
     posix_spawn_file_actions_t actions;
     posix_spawnattr_t attributes;
@@ -56,9 +38,6 @@ int spawn(pid_t &process, const QByteArray &folder, char *const *arguments, int 
     posix_spawn_file_actions_adddup2(&actions, errorPipe, STDERR_FILENO);
     posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
     posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
-
-    if (!folder.isEmpty())
-        posix_spawn_file_actions_addchdir_np(&actions, folder.constData());
 
     // A group of its own, so that a Ctrl+C in the terminal that started us cannot cut a copy short.
     posix_spawnattr_setflags(
@@ -78,35 +57,95 @@ int spawn(pid_t &process, const QByteArray &folder, char *const *arguments, int 
     return error;
 }
 
-// Reads what is there now; false at the end of the stream. What is past the limit is thrown away,
-// so that a talkative child never waits for us.
-bool readSome(int pipe, QByteArray &text)
-{
-    char buffer[errorTextLimit];
-    const ssize_t count = read(pipe, buffer, sizeof buffer);
-    if (count < 0)
-        return errno == EINTR || errno == EAGAIN;
-    text.append(buffer, qMin<qsizetype>(count, errorTextLimit - text.size()));
-    return count > 0;
-}
+// What a child writes to a pipe, as far as it has been read.
+class Stream {
+public:
+    Stream() = default;
+    ~Stream() = default;
+    Stream(const Stream &) = delete;
+    Stream &operator=(const Stream &) = delete;
+
+    bool open()
+    {
+        int ends[2];
+        if (pipe2(ends, O_CLOEXEC) != 0)
+            return false;
+        reading = Descriptor(ends[0]);
+        writing = Descriptor(ends[1]);
+        return true;
+    }
+    // Hands on what is there now; false at the end.
+    template <typename Take>
+    bool read(const Take &take)
+    {
+        char buffer[errorTextLimit];
+        const ssize_t count = ::read(reading.number(), buffer, sizeof buffer);
+        if (count < 0)
+            return errno == EINTR || errno == EAGAIN;
+        take(QByteArrayView(buffer, count));
+        return count > 0;
+    }
+
+    Descriptor reading;
+    Descriptor writing; // the child's
+};
+
+// Cuts what comes into lines; one too long to be of use comes in parts.
+class Lines {
+public:
+    explicit Lines(const std::function<void(const QByteArray &)> &take)
+        : _take(take)
+    {
+    }
+    void add(QByteArrayView bytes)
+    {
+        _rest.append(bytes);
+        qsizetype start = 0;
+        for (qsizetype end = 0; (end = _rest.indexOf('\n', start)) >= 0; start = end + 1)
+            _take(_rest.mid(start, end - start));
+        _rest.remove(0, start);
+        if (_rest.size() > longestLine)
+            end();
+    }
+    void end()
+    {
+        if (!_rest.isEmpty())
+            _take(std::exchange(_rest, {}));
+    }
+
+private:
+    const std::function<void(const QByteArray &)> &_take;
+    QByteArray _rest;
+};
 
 // Collects the error text until the child ends. The child's end counts, not the stream's: something
 // the child left behind may hold the stream open for as long as it likes.
-QByteArray errorText(int pipe, pid_t process)
+QByteArray errorText(Stream &errors, Stream *output, Lines *lines, pid_t process)
 {
     QByteArray text;
+    // What is past the limit is thrown away, so that a talkative child never waits for us.
+    const auto takeError = [&text](QByteArrayView bytes) {
+        text.append(bytes.first(qMin(bytes.size(), errorTextLimit - text.size())));
+    };
+    const auto takeOutput = [lines](QByteArrayView bytes) { lines->add(bytes); };
     // By number: the C library's header for it is not made for C++.
     const Descriptor end(int(syscall(SYS_pidfd_open, process, 0)));
-    pollfd watched[] = { { pipe, POLLIN, 0 }, { end.number(), POLLIN, 0 } };
+    pollfd watched[] = { { errors.reading.number(), POLLIN, 0 },
+                         { output ? output->reading.number() : -1, POLLIN, 0 },
+                         { end.number(), POLLIN, 0 } };
     for (;;) {
-        if (poll(watched, 2, -1) < 0) {
+        if (poll(watched, 3, -1) < 0) {
             if (errno == EINTR)
                 continue;
             return text;
         }
-        if (watched[0].revents && !readSome(pipe, text))
+        if (watched[0].revents && !errors.read(takeError))
+            watched[0].fd = -1;
+        if (watched[1].revents && !output->read(takeOutput))
+            watched[1].fd = -1;
+        if (watched[2].revents && !watched[0].revents && !watched[1].revents)
             return text;
-        if (watched[1].revents && !watched[0].revents)
+        if (watched[0].fd < 0 && watched[1].fd < 0)
             return text;
     }
 }
@@ -135,34 +174,31 @@ QByteArray programOf(const QByteArray &path)
     return access(beside.constData(), X_OK) == 0 ? beside : own;
 }
 
-ProgramEnd runProgram(const QString &folder, const QStringList &arguments,
-                      const std::function<void(pid_t)> &started)
+// An argument vector as the system takes it.
+class Vector {
+public:
+    explicit Vector(const QStringList &arguments)
+    {
+        for (const QString &argument : arguments)
+            _bytes.append(FileName::toBytes(argument));
+        if (!_bytes.isEmpty())
+            _bytes.first() = programOf(_bytes.first());
+        for (QByteArray &argument : _bytes)
+            _pointers.append(argument.data());
+        _pointers.append(nullptr);
+    }
+    Vector(const Vector &) = delete;
+    Vector &operator=(const Vector &) = delete;
+    char *const *data() const { return _pointers.data(); }
+
+private:
+    QList<QByteArray> _bytes;
+    QVarLengthArray<char *, 8> _pointers;
+};
+
+ProgramEnd notStarted(int error)
 {
-    QList<QByteArray> bytes;
-    QVarLengthArray<char *, 8> vector;
-    for (const QString &argument : arguments)
-        bytes.append(FileName::toBytes(argument));
-    if (!bytes.isEmpty())
-        bytes.first() = programOf(bytes.first());
-    for (QByteArray &argument : bytes)
-        vector.append(argument.data());
-    vector.append(nullptr);
-
-    int ends[2];
-    if (arguments.isEmpty() || pipe2(ends, O_CLOEXEC) != 0)
-        return { .started = false, .errorText = QString::fromLocal8Bit(strerror(errno)) };
-    const Descriptor reading(ends[0]);
-    Descriptor writing(ends[1]);
-
-    pid_t process = 0;
-    if (const int error =
-            spawn(process, FileName::toBytes(folder), vector.data(), writing.number()))
-        return { .started = false, .errorText = QString::fromLocal8Bit(strerror(error)) };
-    writing.close();
-    if (started)
-        started(process);
-    const QByteArray text = errorText(reading.number(), process);
-    return { .status = waitForEnd(process), .errorText = FileName::fromBytes(text.trimmed()) };
+    return { .started = false, .errorText = QString::fromLocal8Bit(strerror(error)) };
 }
 
 } // namespace
@@ -170,17 +206,43 @@ ProgramEnd runProgram(const QString &folder, const QStringList &arguments,
 ProgramEnd DesktopPrograms::run(const QStringList &arguments,
                                 const std::function<void(pid_t)> &started)
 {
-    return runProgram({}, arguments, started);
+    Stream errors;
+    if (arguments.isEmpty() || !errors.open())
+        return notStarted(errno);
+    pid_t process = 0;
+    if (const int error = spawn(process, Vector(arguments).data(), errors.writing.number()))
+        return notStarted(error);
+    errors.writing.close();
+    if (started)
+        started(process);
+    const QByteArray text = errorText(errors, nullptr, nullptr, process);
+    return { .status = waitForEnd(process), .errorText = FileName::fromBytes(text.trimmed()) };
 }
 
-ProgramEnd DesktopPrograms::runIn(const QString &folder, const QStringList &arguments)
+ProgramEnd DesktopPrograms::runIn(const QString &folder, const QStringList &arguments,
+                                  const ProgramAttention &attention)
 {
-    return runProgram(folder, arguments, {});
+    Stream errors;
+    Stream output;
+    if (arguments.isEmpty() || !errors.open() || !output.open())
+        return notStarted(errno);
+    const Vector vector(arguments);
+    const pid_t process = startAttended(FileName::toBytes(folder), vector.data(),
+                                        output.writing.number(), errors.writing.number());
+    if (process < 0)
+        return notStarted(errno);
+    errors.writing.close();
+    output.writing.close();
+    if (attention.started)
+        attention.started(process);
+    const std::function<void(const QByteArray &)> nobody = [](const QByteArray &) {};
+    Lines lines(attention.line ? attention.line : nobody);
+    const QByteArray text = errorText(errors, &output, &lines, process);
+    lines.end();
+    return { .status = waitForEnd(process), .errorText = FileName::fromBytes(text.trimmed()) };
 }
 
-int DesktopPrograms::runShell(const QString &commandLine)
+ProgramEnd DesktopPrograms::runShell(const QString &commandLine, const ProgramAttention &attention)
 {
-    // Not by system(3) itself: what the command prints is nothing for our own standard output, and
-    // a Ctrl+C in the terminal that started us is not for it.
-    return run({ u"/bin/sh"_s, u"-c"_s, commandLine }, {}).waitStatus();
+    return runIn({}, { u"/bin/sh"_s, u"-c"_s, commandLine }, attention);
 }

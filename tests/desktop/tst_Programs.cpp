@@ -7,6 +7,7 @@
 #include <QTest>
 
 #include <csignal>
+#include <sys/wait.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -62,6 +63,46 @@ private Q_SLOTS:
         const TestFolder folder;
         QVERIFY(runShell(u"sleep 60 & echo $! > '%1'"_s.arg(folder.path(u"left"_s))).succeeded());
         QCOMPARE(kill(folder.read(u"left"_s).trimmed().toInt(), SIGKILL), 0); // it still ran
+    }
+
+    // A shell's own children, too.
+    void whatPacksEndsWhenToldToAndWithTheProgram()
+    {
+        const QString line = u"cd '%1' && /bin/sh -c 'echo $$ > me; echo; exec sleep 1000' && :"_s;
+        for (const bool killed : { false, true }) {
+            const TestFolder folder;
+            pid_t attended = 0;
+            const ProgramAttention attention { [&](pid_t process) { attended = process; },
+                                               [&](const QByteArray &) {
+                                                   kill(killed ? getpid() : attended,
+                                                        killed ? SIGKILL : SIGTERM);
+                                               } };
+            const auto work = [&] {
+                return DesktopPrograms().runShell(line.arg(folder.path()), attention).status;
+            };
+            if (!killed) {
+                QCOMPARE(work(), 128 + SIGTERM);
+            } else if (const pid_t program = fork(); program == 0) {
+                work();
+                _exit(0);
+            } else {
+                waitpid(program, nullptr, 0);
+            }
+            const pid_t sleeper = folder.read(u"me"_s).trimmed().toInt();
+            QVERIFY(sleeper > 0);
+            QTRY_VERIFY(kill(sleeper, 0) != 0);
+        }
+    }
+
+    void theOutputOfAnAttendedProgramComesInLines()
+    {
+        QByteArrayList lines;
+        const ProgramEnd end =
+            DesktopPrograms().runShell(u"printf 'a\\n\\nb'; echo error >&2; exit 18"_s,
+                                       { {}, [&](const QByteArray &line) { lines += line; } });
+        QCOMPARE(lines, QByteArrayList({ "a", "", "b" }));
+        QCOMPARE(end.errorText, u"error"_s);
+        QCOMPARE(end.waitStatus(), 18 << 8);
     }
 
     void theSystemsTerminalStartsAndOtherProgramsAreFiles()

@@ -1,7 +1,8 @@
-#include "operations/Archives.h"
+#include "operations/Packing.h"
 
 #include "tests/operations/DeskWorld.h"
 
+#include <QRegularExpression>
 #include <QTest>
 
 #include <csignal>
@@ -16,8 +17,17 @@ struct ArchiveDesk : Desk {
         QStringList paths;
         for (const QString &name : names)
             paths.append(PathText::joined(source, name));
-        operations.archiveItems(paths, destination, archive);
+        // The person has agreed to what stands there now.
+        operations.archiveItems(
+            paths, destination, archive,
+            fileStatus(PathText::joined(destination, archiveFileName(archive)), Links::NoFollow));
         operations.drain();
+    }
+    // As in a folder that everybody may write to: the hidden one goes away, a private one comes.
+    void swapHiddenFolder() const
+    {
+        folder.shell(uR"(cd to; hidden=$(echo .twinleaf-*); mv "$hidden" ../away
+                         mkdir -m 700 "$hidden"; echo private > "$hidden/victim")"_s);
     }
     void unpack(const QString &archive, const QString &folderName)
     {
@@ -47,9 +57,11 @@ private Q_SLOTS:
     {
         ArchiveDesk desk(u"from/a b=1, from/c=2"_s);
         desk.pack({ u"a b"_s, u"c"_s }, u"pack"_s);
-        QCOMPARE(desk.programs.commandLines,
-                 QStringList { u"cd \"%1\" && /usr/bin/zip -r \"%2/pack.zip\" \"a b\" \"c\" "_s.arg(
-                     desk.source, desk.destination) });
+        // Written under a name that nobody sees.
+        QCOMPARE(
+            desk.programs.commandLines.value(0).replace(QRegularExpression(u"/proc/\\d+/fd/\\d+"_s),
+                                                        u"HIDDEN"_s),
+            u"cd \"%1\" && /usr/bin/zip -r \"HIDDEN/pack.zip\" \"a b\" \"c\" "_s.arg(desk.source));
         QCOMPARE(desk.members(u"pack.zip"_s), QStringList({ u"a b"_s, u"c"_s }));
         QCOMPARE(desk.archiveSheet.titles, QStringList { u"Archiving to pack..."_s });
         QVERIFY(!desk.archiveSheet.visible);
@@ -96,7 +108,9 @@ private Q_SLOTS:
                 if (number % 50 == 0) // zip passes over the others
                     desk.folder.write(u"from/"_s + names.last());
             }
+            desk.answer({ Alert::Ok });
             desk.pack(names, u"many"_s);
+            QVERIFY(desk.lastAlert().details.contains(u"name not matched: x"_s));
             QCOMPARE(desk.programs.commandLines.size(), shells);
             QCOMPARE(desk.programs.runs.size(), runs);
             QCOMPARE(desk.members(u"many.zip"_s).size(), count / 50);
@@ -126,19 +140,166 @@ private Q_SLOTS:
         }
     }
 
-    void anOldArchiveIsNeitherAddedToNorPacked()
+    void anOldArchiveIsReplacedWhole()
     {
         ArchiveDesk desk(u"from/old=old, from/new=new"_s);
         desk.pack({ u"old"_s }, u"a"_s);
         desk.pack({ u"new"_s }, u"a"_s);
         QCOMPARE(desk.members(u"a.zip"_s), QStringList { u"new"_s });
         QCOMPARE(desk.folder.names(u"to"_s), QStringList { u"a.zip"_s });
+    }
 
-        makeTree(desk.folder, u"to/a.zip=old, to/b=b"_s);
-        desk.operations.archiveItems({ desk.destination }, desk.destination, u"a.zip"_s);
-        desk.operations.drain();
-        desk.members(u"a.zip"_s);
-        QCOMPARE(treeOf(desk.folder, { u"seen"_s, u"trash"_s }), u"seen/to/b=b, trash/a.zip=old"_s);
+    void anArchiveIsNeverAmongItsOwnItems()
+    {
+        const std::tuple<QString, QStringList> cases[] = {
+            { u"to/x=x"_s, { u"../to/a.zip"_s, u"../to/x"_s } },
+            { u"from/twin.zip==to/a.zip"_s, { u"twin.zip"_s } },
+            { u"from/link->../to/a.zip"_s, { u"link"_s } },
+            { u"from/deep/link->../../to"_s, { u"deep"_s } },
+        };
+        for (const auto &[given, items] : cases) {
+            ArchiveDesk desk(u"to/a.zip=old, "_s + given);
+            if (items.first().startsWith(u".."_s))
+                desk.source = desk.destination;
+            QStringList names;
+            for (const QString &item : items)
+                names += PathText::lastComponent(item);
+            const QString before = desk.tree();
+            desk.answer({ Alert::Ok });
+            desk.pack(names, u"a"_s);
+            QCOMPARE(given + desk.lastAlert().text,
+                     given + u"Archiving failed! Result code: 4096"_s);
+            QVERIFY(desk.lastAlert().details.contains(u"is itself among the items"_s));
+            QCOMPARE(desk.tree(), before);
+        }
+    }
+
+    void theDestinationMayLieInWhatIsPacked()
+    {
+        for (const QString &item : { u"to"_s, u"from"_s }) {
+            ArchiveDesk desk(u"to/b=b, from/deep/link->../../to"_s);
+            desk.source = desk.folder.path();
+            desk.pack({ item }, u"a"_s);
+            desk.members(u"a.zip"_s);
+            const QString seen = treeOf(desk.folder, { u"seen"_s });
+            QCOMPARE(seen, item == u"to"_s ? u"seen/to/b=b"_s : u"seen/from/deep/link/b=b"_s);
+            QCOMPARE(desk.leftovers(), 0);
+        }
+    }
+
+    // While zip works.
+    void whatComesToTheNameIsKept()
+    {
+        using Answers = QList<Alert::Answer>;
+        const struct {
+            QString given;
+            QString script; // of what comes
+            Answers answers;
+            QString left; // but for the archive
+            bool isPlaced;
+        } cases[] = {
+            { {}, u"echo -n precious > to/a.zip"_s, { Alert::No }, u"to/a.zip=precious"_s, false },
+            { {}, u"echo -n precious > to/a.zip"_s, { Alert::Yes }, {}, true },
+            { u"to/a.zip=old"_s,
+              u"echo -n precious > s; mv s to/a.zip"_s,
+              { Alert::No },
+              u"to/a.zip=precious"_s,
+              false },
+            { u"to/a.zip=old"_s, u"rm to/a.zip"_s, {}, {}, true },
+            { u"victim=victim"_s,
+              u"ln -s ../victim to/a.zip"_s,
+              { Alert::No },
+              u"to/a.zip->../victim"_s,
+              false },
+            { u"victim=victim"_s, u"ln -s ../victim to/a.zip"_s, { Alert::Yes }, {}, true },
+            { {}, u"mkdir to/a.zip"_s, { Alert::Ok }, u"to/a.zip/"_s, false },
+        };
+        for (const auto &row : cases) {
+            ArchiveDesk desk(u"from/x=x, victim=victim, "_s + row.given);
+            desk.answer(row.answers);
+            desk.programs.whilePacking = [&] { desk.folder.shell(row.script); };
+            desk.pack({ u"x"_s }, u"a"_s);
+            QCOMPARE(desk.folder.read(u"victim"_s), "victim");
+            QCOMPARE(desk.leftovers(), 0);
+            QCOMPARE(desk.folder.names(u"to"_s), QStringList { u"a.zip"_s });
+            if (row.isPlaced)
+                QCOMPARE(desk.members(u"a.zip"_s), QStringList { u"x"_s });
+            else
+                QCOMPARE(row.script + treeOf(desk.folder, { u"to"_s }), row.script + row.left);
+        }
+    }
+
+    void aSwappedHiddenFolderIsLeftAlone()
+    {
+        for (const QString &old : { QString(), u"to/a.zip=old"_s }) {
+            ArchiveDesk desk(u"from/x=x, "_s + old);
+            desk.programs.whilePacking = [&] { desk.swapHiddenFolder(); };
+            desk.pack({ u"x"_s }, u"a"_s);
+            QCOMPARE(desk.members(u"a.zip"_s), QStringList { u"x"_s });
+            desk.folder.shell(u"cat to/.twinleaf-*/victim > victim"_s);
+            QCOMPARE(desk.folder.read(u"victim"_s), "private\n");
+            QVERIFY(desk.folder.names(u"away"_s).isEmpty());
+        }
+    }
+
+    void whatZipLeavesOutIsNamed()
+    {
+        const struct {
+            QString given;
+            QString text;
+            QString detail;
+        } cases[] = {
+            { u"from/gone->nowhere"_s, u"Not everything could be packed."_s,
+              u"name not matched: gone"_s },
+            // Nobody may read that file.
+            { u"from/gone->/proc/sys/vm/drop_caches"_s, u"Archiving failed! Result code: 4608"_s,
+              u"could not open for reading: gone"_s },
+        };
+        for (const auto &row : cases) {
+            ArchiveDesk desk(u"from/x=x, to/a.zip=old, "_s + row.given);
+            desk.answer({ Alert::Ok });
+            desk.pack({ u"x"_s, u"gone"_s }, u"a"_s);
+            QCOMPARE(desk.lastAlert().text, row.text);
+            QVERIFY2(desk.lastAlert().details.startsWith(row.detail),
+                     qPrintable(desk.lastAlert().details));
+            QCOMPARE(desk.members(u"a.zip"_s), QStringList { u"x"_s });
+            QCOMPARE(treeOf(desk.folder, { u"trash"_s }), u"trash/a.zip=old"_s);
+
+            // With nothing in it the new one is of no use.
+            makeTree(desk.folder, u"to/b.zip=old"_s);
+            desk.answer({ Alert::Ok });
+            desk.pack({ u"gone"_s }, u"b"_s);
+            QCOMPARE(desk.to(u"b.zip"_s), "old");
+        }
+    }
+
+    void linksAreNotFollowedInCircles()
+    {
+        QString often = u"from/d30/x=x"_s;
+        for (int level = 0; level < 30; ++level)
+            for (const QString &link : { u"l"_s, u"m"_s })
+                often += u", from/d%1/%2->../d%3"_s.arg(level).arg(link).arg(level + 1);
+        const std::tuple<QString, QString, QString> cases[] = {
+            { u"from/d/a->., from/d/b->., from/d/x=x"_s, u"d"_s,
+              u"seen/d/a->., seen/d/b->., seen/d/x=x"_s },
+            { u"from/d/up->.., from/d/x=x"_s, u"d"_s, u"seen/d/up->.., seen/d/x=x"_s },
+            { often, u"d0"_s, u"seen/d0/l->../d1, seen/d0/m->../d1"_s },
+            // No circle: followed as ever.
+            { u"from/d/a->../e, from/d/b->../e, from/e/x=x"_s, u"d"_s,
+              u"seen/d/a/x=x, seen/d/b/x=x"_s },
+        };
+        for (const auto &[given, item, expected] : cases) {
+            ArchiveDesk desk(u"from/y->x, from/x=x, "_s + given);
+            const bool circle = expected.contains(u"->"_s);
+            if (circle)
+                desk.answer({ Alert::Ok });
+            desk.pack({ item, u"y"_s }, u"a"_s);
+            QCOMPARE(desk.programs.commandLines.isEmpty(), circle);
+            desk.members(u"a.zip"_s);
+            // The link that has nothing to do with it is followed all the same.
+            QCOMPARE(treeOf(desk.folder, { u"seen"_s }), expected + u", seen/y=x"_s);
+            QCOMPARE(desk.lastAlert().details.contains(u"leads in a circle"_s), circle);
+        }
     }
 
     void theEndOfUnpackingIsToldOnceOrNever()
@@ -182,25 +343,32 @@ private Q_SLOTS:
         QCOMPARE(listedWith(desk.source, desk.trash), QStringList());
     }
 
-    void cancellingEndsTheUnpacking()
+    void cancellingLeavesNothing()
     {
         for (const QString &end : { u"cancelled"_s, u"cancelled at once"_s, u"quitting"_s }) {
-            ArchiveDesk desk;
-            desk.folder.shell(u"cd from; truncate -s 100M big; "
-                              "echo big | cpio -o --quiet -H newc | gzip -1 > a.cpgz"_s);
-            desk.operations.unpackArchive(PathText::joined(desk.source, u"a.cpgz"_s),
-                                          desk.destination);
-            QVERIFY(desk.operations.anyRunning());
-            if (end != u"cancelled at once"_s)
-                QTRY_VERIFY(!desk.folder.names(u"to"_s).isEmpty());
-            if (end == u"quitting"_s)
-                desk.operations.stopAll();
-            else
-                desk.bus.post(CancelArchiving, {});
-            desk.operations.drain();
-            QVERIFY2(desk.folder.names(u"to"_s).isEmpty(), qPrintable(end));
-            QVERIFY(!desk.archiveSheet.visible);
-            QCOMPARE(desk.listed, QStringList { u"right to"_s });
+            for (const bool packs : { false, true }) {
+                ArchiveDesk desk;
+                desk.folder.shell(
+                    u"cd from; truncate -s 100M big; "
+                    "echo big | cpio -o --quiet -H newc | gzip -1 > a.cpgz; truncate -s 8G big"_s);
+                if (packs)
+                    desk.operations.archiveItems({ PathText::joined(desk.source, u"big"_s) },
+                                                 desk.destination, u"a"_s);
+                else
+                    desk.operations.unpackArchive(PathText::joined(desk.source, u"a.cpgz"_s),
+                                                  desk.destination);
+                QVERIFY(desk.operations.anyRunning());
+                if (end != u"cancelled at once"_s)
+                    QTRY_VERIFY(!desk.folder.names(u"to"_s).isEmpty());
+                if (end == u"quitting"_s)
+                    desk.operations.stopAll();
+                else
+                    desk.bus.post(CancelArchiving, {});
+                desk.operations.drain();
+                QVERIFY2(desk.folder.names(u"to"_s).isEmpty(), qPrintable(end));
+                QVERIFY(!desk.archiveSheet.visible);
+                QCOMPARE(desk.listed, QStringList { u"right to"_s });
+            }
         }
     }
 };

@@ -23,6 +23,7 @@ private Q_SLOTS:
     void atAnyMomentOfATree_data();
     void atAnyMomentOfATree();
     void theCommand();
+    void whileAProgramMakesAnItem();
     void aNoteWaitsForItsVolume();
 };
 
@@ -192,6 +193,25 @@ void tst_Killed::theCommand()
     world.run(Operation::Copy, { u"a"_s });
     // A quick command ends before it is killed.
     QCOMPARE(world.tree(), failed ? u"from/a/x=new, to/a/x=old"_s : u"from/a/x=new, to/a/x=new"_s);
+}
+
+void tst_Killed::whileAProgramMakesAnItem()
+{
+    World world(u"to/a.zip=old"_s);
+    QVERIFY(diesOf([&] {
+        Transfer transfer(Operation::Copy, world.source, world.destination, world.programs,
+                          world.workspace, world.engine.journal(), {});
+        transfer.make(u"a.zip"_s, [&](const QString &path) {
+            for (const QString &name : { u"/a.zip"_s, u"/half written"_s })
+                std::ofstream(FileName::toBytes(PathText::parent(path) + name)) << "new";
+            killSelf();
+        });
+    }));
+    QCOMPARE(world.leftovers(), 1);
+    QStringList told;
+    QTRY_VERIFY(isSettled(world, told));
+    QCOMPARE(world.tree(), u"to/a.zip=old"_s);
+    QCOMPARE(told.size(), 1);
 }
 
 // Another volume at the same mount point is not the one that the note is about.

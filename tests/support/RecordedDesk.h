@@ -17,7 +17,7 @@ public:
         keep("duplicate", { .source = source, .destination = destination });
     }
     void archiveItems(const QStringList &paths, const QString &destination,
-                      const QString &archiveName) override
+                      const QString &archiveName, const std::optional<FileStatus> &) override
     {
         keep("archive",
              { .destination = PathText::joined(destination, archiveName), .items = paths });

@@ -26,17 +26,22 @@ public:
         });
     }
 
-    ProgramEnd runIn(const QString &folder, const QStringList &arguments) override
+    ProgramEnd runIn(const QString &folder, const QStringList &arguments,
+                     const ProgramAttention &attention = {}) override
     {
         const QMutexLocker lock(&_mutex);
         runs.append(arguments);
-        return _real.runIn(folder, arguments);
+        if (whilePacking)
+            whilePacking();
+        return _real.runIn(folder, arguments, attention);
     }
-    int runShell(const QString &commandLine) override
+    ProgramEnd runShell(const QString &commandLine, const ProgramAttention &attention = {}) override
     {
         const QMutexLocker lock(&_mutex);
         commandLines.append(commandLine);
-        return _real.runShell(commandLine);
+        if (whilePacking)
+            whilePacking();
+        return _real.runShell(commandLine, attention);
     }
 
     QList<QStringList> runs;
@@ -44,6 +49,7 @@ public:
     std::function<std::optional<int>(const QStringList &)> before;
     QString errorText; // of a status that was answered
     std::function<void(pid_t)> onStart;
+    std::function<void()> whilePacking;
 
 private:
     QMutex _mutex;
