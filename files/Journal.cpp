@@ -42,6 +42,11 @@ QString Journal::stateFolder()
     return PathText::joined(PathText::homeFolder(), u".local/state/twinleaf"_s);
 }
 
+QString Journal::runsFolder()
+{
+    return PathText::joined(stateFolder(), u"runs"_s);
+}
+
 Journal::Note::Note(QByteArray file, int descriptor, QStringList fields)
     : _file(std::move(file))
     , _descriptor(descriptor)

@@ -14,6 +14,7 @@ public:
 
     // The place for the program's journals: $XDG_STATE_HOME/twinleaf, else ~/.local/state/twinleaf.
     static QString stateFolder();
+    static QString runsFolder(); // for the runs that stage what they make
 
     class Note {
     public:

@@ -5,6 +5,7 @@
 #include "files/FolderMark.h"
 #include "files/PathText.h"
 #include "files/Rename.h"
+#include "files/StatxStatus.h"
 #include "files/SystemCalls.h"
 
 #include <QUuid>
@@ -43,10 +44,20 @@ Staging::Staging(int folder, QString path, const Journal &journalToWrite)
 
 Staging::~Staging()
 {
-    const bool gone =
-        !_opened.isOpen() || ::unlinkat(_folder, _name, AT_REMOVEDIR) == 0 || errno == ENOENT;
+    const bool gone = !_opened.isOpen() || removeFolder();
     if (gone && _note)
         _note->remove();
+}
+
+// Not another folder that somebody has put there.
+bool Staging::removeFolder() const
+{
+    const auto mine = statusOf(_opened.number());
+    const auto there = statxStatus(_folder, _name, Links::NoFollow);
+    if (!there)
+        return errno == ENOENT;
+    return mine && there->identity == mine->identity
+        && ::unlinkat(_folder, _name, AT_REMOVEDIR) == 0;
 }
 
 std::error_code Staging::open()
@@ -87,6 +98,29 @@ QString Staging::heldPath() const
 QString Staging::path() const
 {
     return PathText::joined(_folderPath, FileName::fromBytes(_name));
+}
+
+bool Staging::handOut(const QByteArray &entry, const QByteArray &name,
+                      const std::function<bool(const QString &path)> &take)
+{
+    // Another folder may stand at the name by now.
+    const auto there = fileStatus(path(), Links::NoFollow);
+    const auto mine = statusOf(descriptor());
+    const QByteArray holder = StagedName { StagedName::Trash, nextNumber(), {} }.text();
+    if (!there || !mine || there->identity != mine->identity
+        || SystemCalls::mkdirat(descriptor(), holder, 0700) != 0)
+        return false;
+    const Descriptor opened(
+        ::openat(descriptor(), holder, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+    bool taken = false;
+    if (!Rename::noReplace(descriptor(), entry, opened.number(), name)) {
+        taken = take(PathText::joined(PathText::joined(path(), FileName::fromBytes(holder)),
+                                      FileName::fromBytes(name)));
+        if (!taken)
+            Rename::noReplace(opened.number(), name, descriptor(), entry);
+    }
+    ::unlinkat(descriptor(), holder, AT_REMOVEDIR);
+    return taken;
 }
 
 bool Staging::note(const QStringList &fields)

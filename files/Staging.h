@@ -6,6 +6,7 @@
 
 #include <QByteArray>
 
+#include <functional>
 #include <system_error>
 
 // What an entry of a staging folder is, as its name says it: a role, a number and the name that
@@ -44,11 +45,18 @@ public:
     QString heldPath() const;
     QString path() const;
 
+    // Has somebody who knows paths alone, such as the Trash, take an entry under its own name. It
+    // stays where it is when that does not take it.
+    bool handOut(const QByteArray &entry, const QByteArray &name,
+                 const std::function<bool(const QString &path)> &take);
+
     quint64 nextNumber() { return ++_last; }
     // Adds to the note what the next start must know of an item that stands elsewhere.
     bool note(const QStringList &fields);
 
 private:
+    bool removeFolder() const;
+
     int _folder;
     QString _folderPath;
     const Journal &journal;

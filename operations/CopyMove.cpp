@@ -38,7 +38,7 @@ CopyMove::CopyMove(Alerts &alertsToAsk, Programs &programsToRun, Workspace &work
     , workspace(workspaceInUse)
     , queries(fileQueries)
     , dates(dateText)
-    , _journal(PathText::joined(Journal::stateFolder(), u"runs"_s))
+    , _journal(Journal::runsFolder())
 {
 }
 

@@ -160,10 +160,12 @@ private:
             const Descriptor opened = openFolderAt(_staging.number(), holder);
             const bool held = !Rename::noReplace(from, entry, opened.number(), name);
             const bool trashed = held
-                && workspace.moveToTrash(PathText::joined(
-                    PathText::joined(PathText::joined(_record.folder, _record.name),
-                                     FileName::fromBytes(holder)),
-                    FileName::fromBytes(name)));
+                && workspace.moveToTrash(
+                    PathText::joined(
+                        PathText::joined(PathText::joined(_record.folder, _record.name),
+                                         FileName::fromBytes(holder)),
+                        FileName::fromBytes(name)),
+                    nullptr, targetPath(name));
             if (held && !trashed)
                 Rename::noReplace(opened.number(), name, from, entry);
             ::unlinkat(_staging.number(), holder, AT_REMOVEDIR);
@@ -191,7 +193,7 @@ private:
         }
         // The names were exchanged: what stands at the source is what the move has replaced.
         if (atTarget->identity.inode == item.inode && atSource->identity.inode != item.inode)
-            tell(workspace.moveToTrash(source)
+            tell(workspace.moveToTrash(source, nullptr, PathText::joined(_record.folder, item.name))
                      ? localized("'%@' was replaced; the old item is in the Trash.")
                      : localized("'%@' is the old item of a replacement."),
                  source);

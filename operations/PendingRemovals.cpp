@@ -130,25 +130,10 @@ void PendingRemovals::settleReplaced(const Replaced &item, const std::error_code
 
 bool PendingRemovals::trash(const QByteArray &entry, const QByteArray &name)
 {
-    // In the Trash it is to carry its own name, so it goes there from a folder made for it.
-    const QByteArray holder = StagedName { StagedName::Trash, staging.nextNumber(), {} }.text();
-    const auto there = fileStatus(staging.path(), Links::NoFollow);
-    const auto mine = statusOf(staging.descriptor());
-    if (!there || !mine || there->identity != mine->identity
-        || SystemCalls::mkdirat(staging.descriptor(), holder, 0700) != 0)
-        return false;
-    const Descriptor opened(
-        ::openat(staging.descriptor(), holder, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
-    bool trashed = false;
-    if (!Rename::noReplace(staging.descriptor(), entry, opened.number(), name)) {
-        trashed = workspace.moveToTrash(
-            PathText::joined(PathText::joined(staging.path(), FileName::fromBytes(holder)),
-                             FileName::fromBytes(name)));
-        if (!trashed)
-            Rename::noReplace(opened.number(), name, staging.descriptor(), entry);
-    }
-    ::unlinkat(staging.descriptor(), holder, AT_REMOVEDIR);
-    return trashed;
+    return staging.handOut(entry, name, [&](const QString &path) {
+        return workspace.moveToTrash(path, nullptr,
+                                     PathText::joined(_destinationPath, FileName::fromBytes(name)));
+    });
 }
 
 void PendingRemovals::save(const QByteArray &entry, const QByteArray &name,

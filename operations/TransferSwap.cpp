@@ -155,7 +155,9 @@ TransferEnd Transfer::moveOver(const Item &item)
         return { TransferEnd::Done };
     }
     if (wanted
-        && workspace.moveToTrash(PathText::joined(_sourcePath, FileName::fromBytes(item.from))))
+        && workspace.moveToTrash(PathText::joined(_sourcePath, FileName::fromBytes(item.from)),
+                                 nullptr,
+                                 PathText::joined(_destinationPath, FileName::fromBytes(item.to))))
         return { TransferEnd::Done };
     if (const auto back = exchange())
         return failed(back, item.to);

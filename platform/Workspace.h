@@ -43,8 +43,10 @@ public:
     virtual QString trashRefusal(const QString &path) const = 0;
     // Moves one item to the Trash. "/", the home folder, a mount point, the Trash itself and what
     // lies in it are refused. Never removes for good. `reason` gets why it failed, as a sentence
-    // for a person. Any thread.
-    virtual bool moveToTrash(const QString &path, QString *reason = nullptr) = 0;
+    // for a person. `origin`: the place from which the Trash is to say that it came, when that is
+    // not where it lies now. Any thread.
+    virtual bool moveToTrash(const QString &path, QString *reason = nullptr,
+                             const QString &origin = {}) = 0;
 
     // The mount points of the local volumes, "/" first. Any thread.
     virtual QStringList mountedLocalVolumePaths() const = 0;

@@ -1,5 +1,6 @@
 #include "unpack/Extraction.h"
 
+#include "files/StatxStatus.h"
 #include "unpack/Cancellation.h"
 #include "unpack/ZipFile.h"
 
@@ -9,6 +10,7 @@
 #include <archive_entry.h>
 
 #include <cstdio>
+#include <fcntl.h>
 #include <memory>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -102,7 +104,7 @@ public:
         return Member::Written;
     }
 
-    QMap<QByteArray, unsigned> closedFolders;
+    QMap<QByteArray, Extracted::ClosedFolder> closedFolders;
 
 private:
     static const char *refusal(archive_entry *entry, const QByteArray &name)
@@ -129,8 +131,9 @@ private:
         parts.removeAll(".");
         const QByteArray path = parts.join('/');
         closedFolders.remove(path);
-        if (!path.isEmpty() && (permissions & OwnerMayAll) != OwnerMayAll)
-            closedFolders.insert(path, permissions);
+        const auto status = statxStatus(AT_FDCWD, path, Links::NoFollow);
+        if (status && (permissions & OwnerMayAll) != OwnerMayAll)
+            closedFolders.insert(path, { permissions, status->identity });
     }
 
     bool copyContent(const QByteArray &name)

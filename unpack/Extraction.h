@@ -1,5 +1,7 @@
 #pragma once
 
+#include "files/FileStatus.h"
+
 #include <QByteArray>
 #include <QList>
 #include <QMap>
@@ -12,7 +14,11 @@ enum class ArchiveKind { PkZip, Cpio };
 struct Extracted {
     // Folders that their owner may not write or enter, and the permissions they are to have in the
     // end; until then they are open, so that they can be moved and removed. Relative paths.
-    QMap<QByteArray, unsigned> closedFolders;
+    struct ClosedFolder {
+        unsigned permissions;
+        FileIdentity identity;
+    };
+    QMap<QByteArray, ClosedFolder> closedFolders;
     bool memberRefused = false;
 };
 

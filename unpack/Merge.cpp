@@ -3,88 +3,162 @@
 #include "files/DirectoryReader.h"
 #include "files/FileFlags.h"
 #include "files/FileName.h"
-#include "files/FileSystem.h"
-#include "platform/desktop/Trash.h"
+#include "files/PathText.h"
+#include "files/Rename.h"
+#include "files/Staging.h"
+#include "files/StatxStatus.h"
+#include "files/SystemCalls.h"
 #include "unpack/Cancellation.h"
 
-#include <QStringList>
-
 #include <cstdio>
+#include <fcntl.h>
 #include <string>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+using SystemCalls::errorOf;
 
 namespace {
 
-bool isFolder(const QString &path)
+bool isLocked(int folder, const QByteArray &name)
 {
-    const auto status = fileStatus(path, Links::NoFollow);
-    return status && status->kind == FileKind::Directory;
-}
-
-bool complain(const QString &path, const std::string &reason)
-{
-    std::fprintf(stderr, "%s: %s\n", FileName::toBytes(path).constData(), reason.c_str());
-    return false;
+    return FileFlags::isLocked(u"/proc/self/fd/%1/"_s.arg(folder) + FileName::fromBytes(name));
 }
 
 } // namespace
 
-bool Merge::moveAll(const QString &from, const QString &to)
+Merge::Merge(Staging &stagingInUse, QString destination, ToTrash toTrash)
+    : staging(stagingInUse)
+    , _destination(std::move(destination))
+    , _toTrash(std::move(toTrash))
+{
+}
+
+bool Merge::moveAll(int from, int to)
 {
     return moveContents(from, to, {});
 }
 
-bool Merge::hasMoved(const QString &path) const
+bool Merge::hasMoved(const QByteArray &path) const
 {
-    for (qsizetype end = path.size(); end > 0; end = path.lastIndexOf(u'/', end - 1))
+    for (qsizetype end = path.size(); end > 0; end = path.lastIndexOf('/', end - 1))
         if (_moved.contains(path.left(end)))
             return true;
     return false;
 }
 
-bool Merge::moveContents(const QString &from, const QString &to, const QString &relative)
+bool Merge::complain(const Item &item, const std::string &reason) const
 {
-    DirectoryReader reader;
+    std::fprintf(stderr, "%s/%s: %s\n", FileName::toBytes(_destination).constData(),
+                 item.path.constData(), reason.c_str());
+    return false;
+}
+
+bool Merge::moveContents(int from, int to, const QByteArray &path)
+{
     QList<QByteArray> names;
-    auto failed = reader.open(from, Links::NoFollow);
-    if (!failed)
-        failed = reader.readNames(names);
+    const auto failed = DirectoryReader::readOpen(from, [&](const DirectoryItem &item) {
+        names.append(item.name.toByteArray());
+        return true;
+    });
     if (failed)
-        return complain(from, failed.message());
+        return complain({ from, to, {}, path }, failed.message());
     bool whole = true;
-    for (const QByteArray &bytes : std::as_const(names)) {
+    for (const QByteArray &name : std::as_const(names)) {
         if (Cancellation::asked())
             return false;
-        const QString name = FileName::fromBytes(bytes);
-        const QString below = relative.isEmpty() ? name : relative + u'/' + name;
-        whole = moveItem(from + u'/' + name, to + u'/' + name, below) && whole;
+        whole = moveItem({ from, to, name, path.isEmpty() ? name : path + '/' + name }) && whole;
     }
     return whole;
 }
 
-bool Merge::moveItem(const QString &from, const QString &to, const QString &relative)
+bool Merge::moveItem(const Item &item)
 {
-    auto failed = moveAlone(from, to, relative);
-    if (!failed)
+    const auto failed = Rename::noReplace(item.from, item.name, item.to, item.name);
+    if (!failed) {
+        _moved.insert(item.path);
         return true;
-    if (failed != std::errc::file_exists)
-        return complain(to, failed.message());
-    if (isFolder(to)) {
-        if (!isFolder(from))
-            return complain(to, "a folder stands in the way");
-        return moveContents(from, to, relative);
     }
-    if (FileFlags::isLocked(to))
-        return complain(to, "is locked");
-    if (!Trash::moveItem(to))
-        return complain(to, "cannot be moved to the Trash");
-    failed = moveAlone(from, to, relative);
-    return !failed || complain(to, failed.message());
+    if (failed != std::errc::file_exists)
+        return complain(item, failed.message());
+    const auto standing = statxStatus(item.to, item.name, Links::NoFollow);
+    if (standing && standing->kind == FileKind::Directory)
+        return moveFolder(item);
+    if (isLocked(item.to, item.name))
+        return complain(item, "is locked");
+    return replace(item);
 }
 
-std::error_code Merge::moveAlone(const QString &from, const QString &to, const QString &relative)
+bool Merge::moveFolder(const Item &item)
 {
-    const auto failed = FileSystem::renameNoReplace(from, to);
-    if (!failed)
-        _moved.insert(relative);
-    return failed;
+    constexpr int Flags = O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
+    const Descriptor from(SystemCalls::openat(item.from, item.name, O_RDONLY | Flags));
+    if (!from.isOpen())
+        return complain(item, "a folder stands in the way");
+    const Descriptor to(SystemCalls::openat(item.to, item.name, O_PATH | Flags));
+    if (!to.isOpen())
+        return complain(item, errorOf(-1).message());
+    return moveContents(from.number(), to.number(), item.path);
+}
+
+bool Merge::replace(const Item &item)
+{
+    const auto status = statxStatus(item.from, item.name, Links::NoFollow);
+    if (!status)
+        return complain(item, errorOf(-1).message());
+    // As an entry of the staging folder the next start knows it, and what it replaced, if we are
+    // killed.
+    const QByteArray entry =
+        StagedName { StagedName::Ready, status->identity.inode, item.name }.text();
+    if (const auto failed = Rename::noReplace(item.from, item.name, staging.descriptor(), entry))
+        return complain(item, failed.message());
+    const auto takeBack = [&] {
+        Rename::noReplace(staging.descriptor(), entry, item.from, item.name);
+    };
+    QByteArray old;
+    if (const auto failed = takeName(item, entry, old)) {
+        takeBack();
+        return complain(item, failed.message());
+    }
+    _moved.insert(item.path);
+    if (old.isEmpty())
+        return true;
+    const auto replaced = statxStatus(staging.descriptor(), old, Links::NoFollow);
+    const QString origin = PathText::joined(_destination, FileName::fromBytes(item.path));
+    if (replaced && replaced->kind != FileKind::Directory
+        && staging.handOut(old, item.name,
+                           [&](const QString &path) { return _toTrash(path, origin); }))
+        return true;
+    // It stands where it stood, and the new one stays out.
+    if (old == entry) {
+        Rename::exchange(staging.descriptor(), old, item.to, item.name);
+    } else {
+        Rename::noReplace(item.to, item.name, staging.descriptor(), entry);
+        Rename::noReplace(staging.descriptor(), old, item.to, item.name);
+    }
+    takeBack();
+    _moved.erase(item.path);
+    return complain(item, "cannot be moved to the Trash");
+}
+
+// `old` becomes the entry of what stood there.
+std::error_code Merge::takeName(const Item &item, const QByteArray &entry, QByteArray &old)
+{
+    const auto take = [&] {
+        return Rename::noReplace(staging.descriptor(), entry, item.to, item.name);
+    };
+    const auto failed = Rename::exchange(staging.descriptor(), entry, item.to, item.name);
+    if (failed == std::errc::no_such_file_or_directory) // it went away meanwhile
+        return take();
+    if (failed != std::errc::not_supported) {
+        old = entry;
+        return failed;
+    }
+    old = StagedName { StagedName::Old, staging.nextNumber(), item.name }.text();
+    if (const auto stays = Rename::noReplace(item.to, item.name, staging.descriptor(), old))
+        return stays;
+    const auto taken = take();
+    if (taken)
+        Rename::noReplace(staging.descriptor(), old, item.to, item.name);
+    return taken;
 }

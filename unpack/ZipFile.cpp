@@ -143,12 +143,38 @@ void ZipFile::readDirectory()
             _changes.push_back({ offset + at + 9, char(~Utf8Mark), 0 });
             _changes.push_back({ header + 7, char(~Utf8Mark), 0 });
         }
+        if (hideBrokenName(offset + at + EntrySize + name,
+                           directory.mid(at + EntrySize + name, extra))) {
+            const QByteArray own = bytesAt(_descriptor, header, HeaderSize);
+            const qint64 end =
+                own.isEmpty() ? 0 : header + HeaderSize + number<quint16>(own.constData() + 26);
+            if (end > 0)
+                hideBrokenName(end,
+                               bytesAt(_descriptor, end, number<quint16>(own.constData() + 28)));
+        }
         entries.push_back(
             { offset + at, header, QByteArray(entry + EntrySize, name), entry[5] == MadeByUnix });
         at += EntrySize + name + extra + comment;
     }
     maskBackslashes(entries);
     std::ranges::sort(_changes, {}, &Change::position);
+}
+
+bool ZipFile::hideBrokenName(qint64 position, const QByteArray &extra)
+{
+    constexpr qint64 BeforeName = 9; // bytes: id, length, version, checksum
+    for (qint64 at = 0; at + 4 <= extra.size();) {
+        const qint64 end = at + 4 + number<quint16>(extra.constData() + at + 2);
+        if (number<quint16>(extra.constData() + at) == 0x7075 && end <= extra.size()) {
+            const QByteArray name = extra.mid(at + BeforeName, end - at - BeforeName);
+            if (!name.isEmpty() && QUtf8StringView(name).isValidUtf8())
+                return false;
+            _changes.push_back({ position + at, 0, 0 });
+            return true;
+        }
+        at = end;
+    }
+    return false;
 }
 
 void ZipFile::maskBackslashes(const std::vector<Entry> &entries)

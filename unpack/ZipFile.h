@@ -8,8 +8,10 @@
 
 // A zip file as the archive library reads it, changed on the way so that names stay the bytes they
 // are. The mark that a name is UTF-8 goes: the library converts such names, which folds two
-// spellings of one accent into one and drops a name that is not UTF-8 after all. And a backslash in
-// a name that comes from a Unix system is masked, as the library takes it for a slash.
+// spellings of one accent into one and drops a name that is not UTF-8 after all. A second name, in
+// an extra field, counts only when it is UTF-8 as it says: zip spells a DEL there as nobody may.
+// And a backslash in a name that comes from a Unix system is masked, as the library takes it for a
+// slash.
 class ZipFile final {
 public:
     ZipFile() = default;
@@ -33,6 +35,8 @@ private:
     static la_ssize_t read(archive *reader, void *self, const void **bytes);
     static la_int64_t seek(archive *reader, void *self, la_int64_t offset, int whence);
     void readDirectory();
+    // The field at a position of the file gets a number that nobody knows.
+    bool hideBrokenName(qint64 position, const QByteArray &extra);
     void maskBackslashes(const std::vector<Entry> &entries);
 
     int _descriptor = -1;

@@ -1,39 +1,27 @@
 // twinleaf-ditto: unpacks an archive into a folder without ever replacing what is there.
 
-#include "files/FileName.h"
-#include "files/FileSystem.h"
+#include "files/Journal.h"
+#include "platform/desktop/Trash.h"
 #include "unpack/Cancellation.h"
-#include "unpack/Extraction.h"
-#include "unpack/Merge.h"
+#include "unpack/Unpacking.h"
 
-#include <cerrno>
+#include <climits>
 #include <clocale>
+#include <csignal>
 #include <cstdio>
 #include <cstring>
-#include <fcntl.h>
+#include <optional>
 #include <span>
-#include <sys/stat.h>
+#include <sys/prctl.h>
 #include <unistd.h>
 
 namespace {
 
 enum ExitStatus { Done = 0, Failure = 1, Usage = 2, Cancelled = 15 };
 
-struct Job {
-    ArchiveKind kind = ArchiveKind::Cpio;
-    QByteArray archive;
-    QByteArray destination;
-};
-
-ExitStatus complain(const QByteArray &path, const char *reason)
+std::optional<UnpackingJob> readArguments(std::span<char *> arguments)
 {
-    std::fprintf(stderr, "%s: %s\n", path.constData(), reason);
-    return Failure;
-}
-
-std::optional<Job> readArguments(std::span<char *> arguments)
-{
-    Job job;
+    UnpackingJob job;
     if (arguments.size() < 2 || std::strcmp(arguments[1], "-x") != 0)
         return std::nullopt;
     arguments = arguments.subspan(2);
@@ -54,58 +42,13 @@ QByteArray absolute(const QByteArray &path)
     return path.startsWith('/') || !getcwd(here, sizeof here) ? path : here + ('/' + path);
 }
 
-// A pipe or a device would be waited for without an end.
-bool isRegularFile(const QByteArray &path)
-{
-    struct stat status;
-    if (stat(path.constData(), &status) == 0 && !S_ISREG(status.st_mode))
-        errno = EINVAL;
-    else if (access(path.constData(), R_OK) == 0)
-        return true;
-    return false;
-}
-
-void closeFolders(const Extracted &extracted, const Merge &merge, const QByteArray &destination)
-{
-    // From the inside out: what is closed cannot be entered any more.
-    const auto &folders = extracted.closedFolders;
-    for (auto folder = folders.end(); folder != folders.begin();) {
-        --folder;
-        if (merge.hasMoved(FileName::fromBytes(folder.key())))
-            fchmodat(AT_FDCWD, (destination + '/' + folder.key()).constData(), folder.value(), 0);
-    }
-}
-
-ExitStatus unpack(const Job &job)
-{
-    if (!isRegularFile(job.archive))
-        return complain(job.archive, std::strerror(errno));
-    QByteArray staging = job.destination + "/.twinleaf-unpack-XXXXXX";
-    if (!mkdtemp(staging.data()))
-        return complain(job.destination, std::strerror(errno));
-
-    bool whole = false;
-    if (chdir(staging.constData()) == 0) {
-        if (const auto extracted = extract(job.archive, job.kind)) {
-            Merge merge;
-            whole =
-                merge.moveAll(FileName::fromBytes(staging), FileName::fromBytes(job.destination));
-            closeFolders(*extracted, merge, job.destination);
-            whole = whole && !extracted->memberRefused;
-        }
-    }
-    if (const auto failed = FileSystem::removeTree(FileName::fromBytes(staging)))
-        complain(staging, failed.message().c_str());
-    if (whole)
-        return Done;
-    return Cancellation::asked() ? Cancelled : Failure;
-}
-
 } // namespace
 
 int main(int count, char **arguments)
 {
     Cancellation::watch();
+    // It ends with the program that has started it, as if that had cancelled.
+    prctl(PR_SET_PDEATHSIG, SIGTERM, 0, 0, 0);
     // Names pass as the bytes they are.
     std::setlocale(LC_CTYPE, "C.UTF-8");
     auto job = readArguments({ arguments, size_t(count) });
@@ -115,5 +58,10 @@ int main(int count, char **arguments)
     }
     job->archive = absolute(job->archive);
     job->destination = absolute(job->destination);
-    return unpack(*job);
+    if (unpack(*job, Journal(Journal::runsFolder()),
+               [](const QString &path, const QString &origin) {
+                   return Trash::moveItem(path, nullptr, origin);
+               }))
+        return Done;
+    return Cancellation::asked() ? Cancelled : Failure;
 }

@@ -114,9 +114,9 @@ QString DesktopWorkspace::trashRefusal(const QString &path) const
     return Trash::refusal(path);
 }
 
-bool DesktopWorkspace::moveToTrash(const QString &path, QString *reason)
+bool DesktopWorkspace::moveToTrash(const QString &path, QString *reason, const QString &origin)
 {
-    return Trash::moveItem(path, reason);
+    return Trash::moveItem(path, reason, origin);
 }
 
 QStringList DesktopWorkspace::mountedLocalVolumePaths() const

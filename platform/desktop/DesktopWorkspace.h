@@ -20,7 +20,7 @@ public:
     bool openAddress(const QString &address) override;
 
     QString trashRefusal(const QString &path) const override;
-    bool moveToTrash(const QString &path, QString *reason) override;
+    bool moveToTrash(const QString &path, QString *reason, const QString &origin) override;
 
     QStringList mountedLocalVolumePaths() const override;
     bool eject(const QString &volume) override;

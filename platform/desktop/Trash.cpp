@@ -5,6 +5,7 @@
 #include "files/FileStatus.h"
 #include "files/PathText.h"
 #include "files/SameFile.h"
+#include "platform/desktop/TrashRecord.h"
 
 #include <gio/gio.h>
 
@@ -125,7 +126,7 @@ QString Trash::refusal(const QString &path)
     return {};
 }
 
-bool Trash::moveItem(const QString &path, QString *reason)
+bool Trash::moveItem(const QString &path, QString *reason, const QString &origin)
 {
     const QString refused = refusal(path);
     if (reason)
@@ -133,10 +134,14 @@ bool Trash::moveItem(const QString &path, QString *reason)
     if (!refused.isEmpty())
         return false;
     const QString item = itemPath(path);
+    const auto status = fileStatus(item, Links::NoFollow);
     GFile *file = localFile(item);
     GError *error = nullptr;
     const bool moved = g_file_trash(file, nullptr, &error);
     g_object_unref(file);
+    if (moved && status && !origin.isEmpty()
+        && !TrashRecord::setOrigin(status->identity, item, origin))
+        qCWarning(trashLog) << "An item in the Trash does not know its place:" << origin;
     if (error) {
         qCInfo(trashLog) << FileName::shown(item) << error->message;
         if (reason)

@@ -12,6 +12,7 @@ namespace Trash {
 QString refusal(const QString &path);
 
 // Moves one item; links are moved themselves. Never removes for good. `reason` gets why it failed.
-bool moveItem(const QString &path, QString *reason = nullptr);
+// `origin`: where "Restore" is to bring it back, when that is not where it lies now.
+bool moveItem(const QString &path, QString *reason = nullptr, const QString &origin = {});
 
 } // namespace Trash

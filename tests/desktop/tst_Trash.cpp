@@ -1,5 +1,7 @@
 #include "files/FileName.h"
 #include "platform/desktop/Trash.h"
+#include "platform/desktop/TrashRecord.h"
+#include "tests/support/OwnMounts.h"
 #include "tests/support/TestTree.h"
 
 #include <QDir>
@@ -97,6 +99,38 @@ private Q_SLOTS:
         }
     }
 
+    void anotherOriginIsRecorded()
+    {
+        const auto recorded = [](const TestFolder &data, const QString &record) {
+            for (const QByteArray &line : data.read(record).split('\n'))
+                if (line.startsWith("Path="))
+                    return line;
+            return QByteArray();
+        };
+        // The second of a name gets another one in the Trash.
+        for (const QString &name : { u"x.tar.gz"_s, u"x.2.tar.gz"_s }) {
+            makeTree(folder, u"hidden/x.tar.gz=old"_s);
+            QVERIFY(Trash::moveItem(folder.path(u"hidden/x.tar.gz"_s), nullptr,
+                                    folder.path(u"\u00FC %.gz"_s)));
+            QCOMPARE(recorded(_data, u"Trash/info/%1.trashinfo"_s.arg(name)),
+                     "Path=" + FileName::toBytes(folder.path()) + "/%C3%BC%20%25.gz");
+        }
+        // Below the top of a volume, whose own Trash it is in.
+        const TestFolder volume;
+        TestMount mount(volume.path());
+        mount.fresh("");
+        const QString trash = u".Trash-%1"_s.arg(getuid());
+        volume.makeFolder(trash + u"/info"_s);
+        makeTree(volume, trash + u"/files/x=old, hidden/, to/"_s);
+        volume.write(trash + u"/info/x.trashinfo"_s,
+                     "[Trash Info]\nPath=hidden/x\nDeletionDate=2026-01-01T00:00:00\n");
+        const auto item = fileStatus(volume.path(trash + u"/files/x"_s), Links::NoFollow);
+        QVERIFY(TrashRecord::setOrigin(item->identity, volume.path(u"hidden/x"_s),
+                                       volume.path(u"to/x"_s)));
+        QCOMPARE(volume.read(trash + u"/info/x.trashinfo"_s),
+                 "[Trash Info]\nPath=to/x\nDeletionDate=2026-01-01T00:00:00\n");
+    }
+
 private:
     qsizetype trashed() const { return _data.names(u"Trash/info"_s).size(); }
 
@@ -106,5 +140,5 @@ private:
     const QString _trash = _data.path(u"Trash"_s);
 };
 
-QTEST_GUILESS_MAIN(tst_Trash)
+TWINLEAF_MAIN_WITH_MOUNTS(tst_Trash)
 #include "tst_Trash.moc"

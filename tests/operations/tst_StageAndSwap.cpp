@@ -18,6 +18,7 @@ private Q_SLOTS:
     void nothingGoesBeforeTheNewItemIsWritten_data();
     void nothingGoesBeforeTheNewItemIsWritten();
     void afterNoTheOldItemStaysWhereTheCopyFails();
+    void theTrashKnowsWhereTheOldItemStood();
     void anOldFolderThatStaysInPartIsNamed();
     void whatCanBeReadOfATreeArrivesWithItsAttributes();
     void contentAndPropertiesAreThoseOfTheSource();
@@ -204,6 +205,18 @@ void tst_StageAndSwap::afterNoTheOldItemStaysWhereTheCopyFails()
     world.run(Operation::Copy, { u"a"_s, u"b"_s });
     QCOMPARE(world.tree(), u"from/a=new, from/b=new, to/a=old, to/b=old"_s);
     QVERIFY(world.alerts.shown().first().details.contains(u"goes to the Trash"_s));
+}
+
+void tst_StageAndSwap::theTrashKnowsWhereTheOldItemStood()
+{
+    for (const auto operation : { Operation::Copy, Operation::Move }) {
+        World world(u"from/a=new, from/b=new, to/a=old, to/b=old"_s);
+        world.answer({ Alert::No });
+        world.run(operation, { u"a"_s, u"b"_s });
+        QCOMPARE(treeOf(world.folder, { u"trash"_s }), u"trash/b=old"_s);
+        QCOMPARE(world.workspace.origins,
+                 QStringList { PathText::joined(world.destination, u"b"_s) });
+    }
 }
 
 void tst_StageAndSwap::anOldFolderThatStaysInPartIsNamed()

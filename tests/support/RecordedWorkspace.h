@@ -37,7 +37,8 @@ public:
     }
 
     QString trashRefusal(const QString &path) const override { return refusals.value(path); }
-    bool moveToTrash(const QString &path, QString *reason) override // any thread
+    bool moveToTrash(const QString &path, QString *reason,
+                     const QString &origin) override // any thread
     {
         if (reason)
             *reason = QStringLiteral("The Trash is out of order.");
@@ -46,6 +47,7 @@ public:
             beforeTrash();
         if (!trashWorks)
             return false;
+        origins.append(origin);
         const QString place = PathText::joined(trashFolder, PathText::lastComponent(path));
         return !FileSystem::renameNoReplace(path, place)
             || !FileSystem::renameNoReplace(
@@ -66,6 +68,7 @@ public:
     bool succeeds = true;
     QString application;
     QString trashFolder;
+    QStringList origins; // of what went there
     bool trashWorks = true;
     QHash<QString, QString> refusals; // of the Trash, by path
     std::function<void()> beforeTrash;

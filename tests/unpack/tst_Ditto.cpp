@@ -1,6 +1,11 @@
 #include "files/FileName.h"
+#include "files/Journal.h"
+#include "operations/InterruptedRuns.h"
 #include "platform/desktop/DesktopPrograms.h"
+#include "tests/support/RecordedWorkspace.h"
 #include "tests/support/TestTree.h"
+#include "tests/support/Watched.h"
+#include "unpack/Unpacking.h"
 
 #include <QTest>
 
@@ -10,6 +15,7 @@
 #include <clocale>
 #include <csignal>
 #include <sys/stat.h>
+#include <sys/wait.h>
 
 using namespace Qt::StringLiterals;
 
@@ -75,6 +81,16 @@ struct World {
         return programs.run(arguments << folder.path(archive) << folder.path(u"to"_s), started)
             .status;
     }
+    // In this process, seeing its system calls. A merge has no Trash.
+    bool unpackHere(const SystemCalls::Watch &watch)
+    {
+        const Watched watched(watch);
+        const bool whole = ::unpack(
+            { ArchiveKind::PkZip, FileName::toBytes(folder.path(u"a.zip"_s)),
+              FileName::toBytes(folder.path(u"to"_s)) },
+            Journal(Journal::runsFolder()), [](const QString &, const QString &) { return false; });
+        return chdir("/") == 0 && whole;
+    }
     // Kind, permissions and content of everything below a folder.
     QByteArray tree(const QString &name)
     {
@@ -87,10 +103,14 @@ struct World {
     {
         return fileStatus(folder.path(name), Links::NoFollow)->mode & 07777;
     }
-    QByteArray trashed(const QString &name)
+    // What it holds, and from where it came.
+    QString trashed(const QString &name)
     {
-        folder.shell(u"cp \"$HOME/.local/share/Trash/files/%1\" trashed"_s.arg(name));
-        return folder.read(u"trashed"_s);
+        folder.shell(u"cd \"$HOME/.local/share/Trash\"; { cat files/%1; echo -n ' from '; "
+                     "sed -n s,Path=,,p info/%1.trashinfo; } > \"$OLDPWD/trashed\""_s.arg(name));
+        return QString::fromUtf8(folder.read(u"trashed"_s))
+            .trimmed()
+            .replace(folder.path(), u"~"_s);
     }
 };
 
@@ -183,6 +203,80 @@ END)"_s),
         QCOMPARE(world.folder.read(FileName::fromBytes("to/\x81\xff")), "2");
     }
 
+    void everyByteOfANameComesBack()
+    {
+        for (const QString &locale : { u"C.UTF-8"_s, u"C"_s }) {
+            World world;
+            world.folder.shell(uR"(mkdir from; cd from; python3 - <<'END'
+import os
+for number in range(1, 256):
+    if chr(number) not in '/\\\\': # a backslash is masked by a byte that no other name has
+        for name in (b'a%cb', b'%c', b'\xc3\xbc%c'):
+            name %= number
+            if name not in (b'.', b'-'): # which zip takes for its input
+                open(name, 'w').write('x')
+END
+LC_ALL=%1 zip -qr ../a.zip .)"_s.arg(locale));
+            QCOMPARE(world.unpack(u"a.zip"_s), 0);
+            QVERIFY(world.folder.names(u"to"_s) == world.folder.names(u"from"_s));
+        }
+    }
+
+    // In a folder that everybody may write to.
+    void aSwappedFolderIsLeftAlone()
+    {
+        const QString private_ = u"mkdir -m 700 to/$1; echo -n private > to/$1/victim"_s;
+        const struct {
+            Call when;
+            QString script; // with the name of the hidden folder
+            bool arrives;
+        } cases[] = {
+            { Call::Open, private_, false },
+            { Call::Open,
+              u"mkdir victims; echo -n private > victims/victim; ln -s ../victims to/$1"_s, false },
+            { Call::Rename, private_, true },
+            { Call::Rename,
+              u"mkdir victims; echo -n private > victims/victim; ln -s ../victims to/$1"_s, true },
+        };
+        for (const auto &row : cases) {
+            for (const QString &old : { QString(), u"to/d/x=old"_s }) {
+                World world(u"from/d/x=new, to/d/, to/d/y=y, "_s + old);
+                world.folder.shell(u"cd from; zip -qr ../a.zip ."_s);
+                QString hidden;
+                const bool whole = world.unpackHere([&](Call call, const char *name, unsigned) {
+                    const QByteArray called(name);
+                    if (call == Call::Open && called.startsWith(".twinleaf-"))
+                        hidden = FileName::fromBytes(called);
+                    if (call == row.when && !hidden.isEmpty()
+                        && !exists(world.folder.path(u"away"_s)))
+                        world.folder.shell(u"set %1; mv to/$1 away; "_s.arg(hidden) + row.script);
+                    return 0;
+                });
+                QCOMPARE(whole, row.arrives && old.isEmpty());
+                QCOMPARE(world.folder.read(u"to/"_s + hidden + u"/victim"_s), "private");
+                QCOMPARE(world.folder.names(u"to/"_s + hidden), QStringList { u"victim"_s });
+                QCOMPARE(world.folder.read(u"to/d/x"_s),
+                         !old.isEmpty()    ? "old"
+                             : row.arrives ? "new"
+                                           : "");
+                QCOMPARE(world.folder.names(u"away"_s), QStringList());
+            }
+        }
+    }
+
+    // A link at the name of a folder that is there is not followed.
+    void nothingIsMergedThroughALink()
+    {
+        World world(u"from/d/x=new, to/d/y=y"_s);
+        world.folder.shell(u"cd from; zip -qr ../a.zip ."_s);
+        QVERIFY(!world.unpackHere([&](Call call, const char *name, unsigned flags) {
+            if (call == Call::Open && qstrcmp(name, "d") == 0 && (flags & O_PATH))
+                world.folder.shell(u"mv to/d away; ln -s ../outside to/d"_s);
+            return 0;
+        }));
+        QCOMPARE(world.left(), u"to/d->../outside"_s);
+    }
+
     void nothingComesOfABrokenArchive()
     {
         for (const QString &damage :
@@ -207,8 +301,8 @@ END)"_s),
                     "to/d/kept=kept, to/d/new=a file where a folder comes, to/linked->~/outside"_s);
         QCOMPARE(world.unpackMadeBy(u"chmod 700 to/d; cd from; zip -qr ../a.zip ."_s), 0);
         QCOMPARE(world.left(), u"to/d/both=new, to/d/kept=kept, to/d/new/x=x, to/linked/x=x"_s);
-        QCOMPARE(world.trashed(u"both"_s), "old");
-        QCOMPARE(world.trashed(u"new"_s), "a file where a folder comes");
+        QCOMPARE(world.trashed(u"both"_s), u"old from ~/to/d/both"_s);
+        QCOMPARE(world.trashed(u"new"_s), u"a file where a folder comes from ~/to/d/new"_s);
         QCOMPARE(world.mode(u"to/d"_s), 0700U); // the folder that was there keeps what it was
     }
 
@@ -237,6 +331,32 @@ END)"_s),
         });
         QCOMPARE(status, 15);
         QCOMPARE(world.left(), u"to/old=old"_s);
+    }
+
+    void whatAKilledOneLeftIsRemovedByTheNextStart()
+    {
+        RecordedWorkspace workspace;
+        const Journal journal(Journal::runsFolder());
+        for (const bool programToo : { false, true }) {
+            World world(u"to/old=old"_s);
+            world.folder.shell(u"mkdir from; truncate -s 100M from/big; "
+                               "find from | cpio -o --quiet -H newc | gzip -1 > a.cpgz"_s);
+            const pid_t program = fork();
+            if (program == 0) {
+                world.unpack(u"a.cpgz"_s, [&](pid_t process) {
+                    while (world.folder.names(u"to"_s).size() == 1)
+                        sched_yield();
+                    kill(programToo ? getpid() : process, SIGKILL);
+                });
+                _exit(0);
+            }
+            waitpid(program, nullptr, 0);
+            // Of the two the unpacker alone takes back what it began.
+            QStringList told;
+            QTRY_VERIFY((told += settleInterruptedRuns(journal, workspace),
+                         world.left() == u"to/old=old"_s));
+            QCOMPARE(told.size(), programToo ? 0 : 1);
+        }
     }
 };
 
