@@ -5,7 +5,7 @@ ARGS ?=
 JOBS ?= $(shell nproc)
 HAS_DISPLAY := $(DISPLAY)$(WAYLAND_DISPLAY)
 
-.PHONY: run build test sanitizers bench lint release install clean
+.PHONY: run build test stress sanitizers bench lint release install clean
 
 run:
 	@scripts/install-deps run $(if $(HAS_DISPLAY),,tour)
@@ -20,6 +20,13 @@ build:
 
 test: build
 	ctest --test-dir build --output-on-failure --parallel $(JOBS) --no-tests=error
+
+# `make stress SEED=1234` repeats the four runs of one seed.
+stress:
+	@scripts/install-deps test
+	cmake --preset debug
+	cmake --build build --parallel $(JOBS) --target tst_NothingIsLost
+	scripts/stress build $(JOBS) $(SEED)
 
 # halt_on_error for both; leaks are left out, the font and theme libraries keep what they once loaded.
 sanitizers:

@@ -5,8 +5,10 @@
 #include "files/FileStatus.h"
 #include "files/PathText.h"
 
+#include <algorithm>
 #include <cstring>
 #include <fcntl.h>
+#include <linux/magic.h>
 #include <sys/vfs.h>
 
 using namespace Qt::StringLiterals;
@@ -54,4 +56,17 @@ QString fileSystemMark(const QString &path)
         if (at == u"/" || at.isEmpty())
             return {};
     }
+}
+
+bool keepsInodes(int folder)
+{
+    struct statfs status { };
+    if (::fstatfs(folder, &status) != 0)
+        return true;
+    constexpr quint32 madeUp[] = {
+        MSDOS_SUPER_MAGIC, EXFAT_SUPER_MAGIC, FUSE_SUPER_MAGIC,
+        SMB_SUPER_MAGIC,   CIFS_SUPER_MAGIC,  SMB2_SUPER_MAGIC,
+    };
+    return std::find(std::begin(madeUp), std::end(madeUp), quint32(status.f_type))
+        == std::end(madeUp);
 }

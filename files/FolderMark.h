@@ -10,3 +10,7 @@ QString folderMark(const QString &path);
 
 // The same of the file system alone, asked at the nearest folder of the path that is there.
 QString fileSystemMark(const QString &path);
+
+// Whether an item keeps its inode number while it lies unused or its volume is away: not where the
+// kernel makes the numbers up, as for FAT.
+bool keepsInodes(int folder);

@@ -73,6 +73,11 @@ bool Journal::Note::append(const QStringList &fields)
     return ::write(_descriptor, bytes.constData(), size_t(bytes.size())) == bytes.size();
 }
 
+bool Journal::Note::appendForGood(const QStringList &fields)
+{
+    return append(fields) && SystemCalls::fsync(_descriptor) == 0;
+}
+
 std::unique_ptr<Journal::Note> Journal::write(const QStringList &fields) const
 {
     const QByteArray file = _folder + '/' + QUuid::createUuid().toByteArray(QUuid::WithoutBraces);
@@ -88,8 +93,7 @@ std::unique_ptr<Journal::Note> Journal::write(const QStringList &fields) const
         return nullptr;
     std::unique_ptr<Note> note(new Note(file, descriptor, fields));
 
-    if (::flock(descriptor, LOCK_EX | LOCK_NB) != 0 || !note->append(fields)
-        || SystemCalls::fsync(descriptor) != 0) {
+    if (::flock(descriptor, LOCK_EX | LOCK_NB) != 0 || !note->appendForGood(fields)) {
         note->remove();
         return nullptr;
     }

@@ -23,6 +23,7 @@ public:
         Note &operator=(const Note &) = delete;
         const QStringList &fields() const { return _fields; }
         bool append(const QStringList &fields); // outlives the program, not the machine
+        bool appendForGood(const QStringList &fields); // the machine, too
         void remove(); // the work is settled
 
     private:

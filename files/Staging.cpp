@@ -64,7 +64,10 @@ std::error_code Staging::open()
 {
     if (_opened.isOpen())
         return {};
-    _note = journal.write({ _folderPath, folderMark(_folder), FileName::fromBytes(_name) });
+    // A note that knows no file system would never be settled.
+    const QString mark = folderMark(_folder);
+    if (!mark.isEmpty())
+        _note = journal.write({ _folderPath, mark, FileName::fromBytes(_name) });
     if (!_note)
         return std::make_error_code(std::errc::io_error);
     auto failed = errorOf(SystemCalls::mkdirat(_folder, _name, 0700));
@@ -80,7 +83,7 @@ std::error_code Staging::open()
         DirectoryReader::readOpen(_opened.number(),
                                   [&](const DirectoryItem &) { return empty = false; });
     if (!status || !empty || status->owner != ::geteuid()
-        || !_note->append({ u"home"_s, QString::number(status->identity.inode) })) {
+        || !_note->appendForGood({ u"home"_s, QString::number(status->identity.inode) })) {
         _opened.close();
         ::unlinkat(_folder, _name, AT_REMOVEDIR);
         _note->remove();

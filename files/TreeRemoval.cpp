@@ -64,7 +64,7 @@ private:
             const auto status = reader.status(name.constData(), Links::NoFollow);
             const auto failed =
                 status ? remove(reader.descriptor(), name.constData(), *status) : errorOf(-1);
-            if (!first)
+            if (!first && failed != std::errc::no_such_file_or_directory) // gone by itself
                 first = failed;
         }
         return first;

@@ -31,6 +31,7 @@ struct Record {
         QString source;
         QString name;
         quint64 inode;
+        quint64 replaced; // the inode of what it was exchanged with
     };
     QList<Elsewhere> elsewhere {};
 };
@@ -46,10 +47,10 @@ std::optional<Record> recordOf(const QStringList &fields)
         if (kind == u"home"_s && at + 1 < fields.size()) {
             record.home = fields[at + 1].toULongLong();
             at += 2;
-        } else if (at + 3 < fields.size()) {
+        } else if (at + 4 < fields.size()) {
             record.elsewhere.append({ kind == u"moved"_s, fields[at + 1], fields[at + 2],
-                                      fields[at + 3].toULongLong() });
-            at += 4;
+                                      fields[at + 3].toULongLong(), fields[at + 4].toULongLong() });
+            at += 5;
         } else {
             break;
         }
@@ -69,12 +70,20 @@ public:
         , workspace(workspaceInUse)
         , _folder(::open(FileName::toBytes(record.folder).constData(),
                          O_RDONLY | O_DIRECTORY | O_CLOEXEC))
+        , _keepsInodes(keepsInodes(_folder.number()))
     {
     }
 
     bool folderIsThere() const
     {
-        return _folder.isOpen() && folderMark(_folder.number()) == _record.mark;
+        if (!_folder.isOpen())
+            return false;
+        // Where a mark does not last, the name, which no other folder has, decides.
+        return folderMark(_folder.number()) == _record.mark
+            || (!_keepsInodes
+                && ::faccessat(_folder.number(), FileName::toBytes(_record.name), F_OK,
+                               AT_SYMLINK_NOFOLLOW)
+                    == 0);
     }
 
     // Whether nothing is left to be settled.
@@ -87,7 +96,10 @@ public:
         if (!_staging.isOpen())
             return errno == ENOENT;
         const auto status = statusOf(_staging.number());
-        if (!status || status->identity.inode != _record.home || status->owner != ::geteuid()) {
+        if (!status)
+            return false;
+        if ((_keepsInodes && status->identity.inode != _record.home)
+            || status->owner != ::geteuid()) {
             // Not the one that was made, or one that was never used.
             return ::unlinkat(_folder.number(), name, AT_REMOVEDIR) == 0 || _record.home != 0;
         }
@@ -128,7 +140,7 @@ private:
         case StagedName::Making:
             return remove(entry, *status, staged->name);
         case StagedName::Ready:
-            if (status->identity.inode == staged->number)
+            if (_keepsInodes && status->identity.inode == staged->number)
                 return remove(entry, *status, staged->name);
             return save(_staging.number(), entry, staged->name);
         case StagedName::Old:
@@ -192,7 +204,7 @@ private:
             return;
         }
         // The names were exchanged: what stands at the source is what the move has replaced.
-        if (atTarget->identity.inode == item.inode && atSource->identity.inode != item.inode)
+        if (atTarget->identity.inode == item.inode && atSource->identity.inode == item.replaced)
             tell(workspace.moveToTrash(source, nullptr, PathText::joined(_record.folder, item.name))
                      ? localized("'%@' was replaced; the old item is in the Trash.")
                      : localized("'%@' is the old item of a replacement."),
@@ -202,6 +214,7 @@ private:
     const Record &_record;
     Workspace &workspace;
     Descriptor _folder;
+    bool _keepsInodes;
     Descriptor _staging;
     quint64 _last = 0;
     QStringList _told;

@@ -51,13 +51,7 @@ void PendingRemovals::addReplaced(const QByteArray &entry, const QByteArray &nam
                                   const FileStatus &status)
 {
     count(status.size);
-    _replaced.push_back({ false, entry, name, status.identity, status });
-}
-
-void PendingRemovals::addLeftAtSource(const QByteArray &name, const FileStatus &status)
-{
-    count(status.size);
-    _replaced.push_back({ true, name, name, status.identity, status });
+    _replaced.push_back({ entry, name, status.identity });
 }
 
 void PendingRemovals::addMoved(const TreeList &list)
@@ -100,32 +94,11 @@ void PendingRemovals::settle()
 
 void PendingRemovals::settleReplaced(const Replaced &item, const std::error_code &unwritten)
 {
-    const int folder = item.atSource ? _source : staging.descriptor();
-    const auto now = statxStatus(folder, item.entry, Links::NoFollow);
-    if (!now && errno == ENOENT)
-        return;
-    // At the source somebody may have put another item.
-    if (item.atSource && now && !isUnchanged(item.status, *now)) {
-        _told += filled(localized("'%@' stays at the source: it is new, was changed, or cannot be "
-                                  "removed."),
-                        shown(item.name));
-        return;
-    }
-    std::error_code failed = unwritten;
-    if (!failed)
-        failed = removeTreeAt(folder, item.entry, item.identity);
-    if (!failed)
-        return;
-    if (!item.atSource) {
+    const auto failed =
+        unwritten ? unwritten : removeTreeAt(staging.descriptor(), item.entry, item.identity);
+    if (failed
+        && (statxStatus(staging.descriptor(), item.entry, Links::NoFollow) || errno != ENOENT))
         save(item.entry, item.name, failed);
-        return;
-    }
-    const QByteArray entry = StagedName { StagedName::Old, staging.nextNumber(), item.name }.text();
-    if (!staging.open() && !Rename::noReplace(_source, item.entry, staging.descriptor(), entry))
-        save(entry, item.name, failed);
-    else
-        _told += filled(localized("The replaced item '%@' stays at the source: %@"),
-                        shown(item.name), QString::fromStdString(failed.message()));
 }
 
 bool PendingRemovals::trash(const QByteArray &entry, const QByteArray &name)

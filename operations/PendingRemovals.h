@@ -16,10 +16,8 @@ public:
     PendingRemovals(int source, int destination, QString destinationPath, Staging &staging,
                     Workspace &workspace);
 
-    // What came out of a name: an entry of the staging folder, or of the source folder where a
-    // move has exchanged the two.
+    // What came out of a name, an entry of the staging folder.
     void addReplaced(const QByteArray &entry, const QByteArray &name, const FileStatus &status);
-    void addLeftAtSource(const QByteArray &name, const FileStatus &status);
     void addMoved(const TreeList &list);
 
     bool isEmpty() const { return _replaced.empty() && _moved.empty(); }
@@ -36,11 +34,9 @@ public:
 
 private:
     struct Replaced {
-        bool atSource;
         QByteArray entry;
         QByteArray name;
         FileIdentity identity;
-        FileStatus status;
     };
     void settleReplaced(const Replaced &item, const std::error_code &unwritten);
     void count(qint64 bytes);

@@ -48,13 +48,12 @@ Transfer::Found find(int folder, const QString &name)
 } // namespace
 
 Transfer::Transfer(Operation operation, const QString &source, const QString &destination,
-                   Programs &programsToRun, Workspace &workspaceInUse, const Journal &journal,
+                   Programs &programsToRun, Workspace &workspace, const Journal &journal,
                    ShowLine showLine)
     : _operation(operation)
     , _sourcePath(source)
     , _destinationPath(destination)
     , programs(programsToRun)
-    , workspace(workspaceInUse)
     , _showLine(std::move(showLine))
     , _source(openFolder(source, O_PATH))
     , _noSource(errorOf(_source.number()))
@@ -217,8 +216,7 @@ TransferEnd Transfer::copyByProgram(const Item &item)
     TransferEnd result;
     if (end.succeeded() && copied && (!moves || list.isWholeIn(copy))) {
         if (moves)
-            _staging.note({ u"arrived"_s, _sourcePath, FileName::fromBytes(item.from),
-                            QString::number(item.status.identity.inode) });
+            noteArrival(item);
         result = place(item, { copied->identity, take });
         if (moves && result.what == TransferEnd::Done)
             _pending.addMoved(list);

@@ -88,9 +88,12 @@ private:
     TransferEnd attempt(const Item &item);
     TransferEnd move(const Item &item);
     TransferEnd moveOver(const Item &item);
+    TransferEnd takeExchanged(const Item &item, const std::function<std::error_code()> &exchange);
+    void noteArrival(const Item &item);
     TransferEnd copyFile(const Item &item);
     TransferEnd copyByProgram(const Item &item);
     TransferEnd place(const Item &item, const Arrival &arrival);
+    void discard(const QByteArray &entry, const FileIdentity &arrival, const QByteArray &name);
     TransferEnd swapIn(const Item &item, const QByteArray &entry);
     void discardMade();
     TransferEnd setAside(const Item &item, const std::function<std::error_code()> &take);
@@ -102,7 +105,6 @@ private:
     QString _sourcePath;
     QString _destinationPath;
     Programs &programs;
-    Workspace &workspace;
     ShowLine _showLine;
     Descriptor _source;
     std::error_code _noSource; // why it is not open

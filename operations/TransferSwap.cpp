@@ -7,7 +7,6 @@
 #include "files/StatxStatus.h"
 #include "files/SystemCalls.h"
 #include "files/TreeRemoval.h"
-#include "platform/Workspace.h"
 
 // How a new item takes its name, and what becomes of the one that stood there.
 
@@ -34,11 +33,21 @@ TransferEnd Transfer::place(const Item &item, const Arrival &arrival)
     if (const auto reason = arrival.take(_staging.descriptor(), entry))
         return failed(reason, item.to);
     TransferEnd end = swapIn(item, entry);
-    const bool waits = end.what == TransferEnd::NotAsShown && arrival.giveBack
-        && !arrival.giveBack(_staging.descriptor(), entry);
+    const auto back = statxStatus(_staging.descriptor(), entry, Links::NoFollow);
+    const bool waits = end.what == TransferEnd::NotAsShown && arrival.giveBack && back
+        && back->identity == arrival.identity && !arrival.giveBack(_staging.descriptor(), entry);
     if (end.what != TransferEnd::Done && !waits)
-        removeTreeAt(_staging.descriptor(), entry, arrival.identity, ClosedFolders::Open);
+        discard(entry, arrival.identity, item.to);
     return end;
+}
+
+void Transfer::discard(const QByteArray &entry, const FileIdentity &arrival, const QByteArray &name)
+{
+    const auto failed = removeTreeAt(_staging.descriptor(), entry, arrival, ClosedFolders::Open);
+    // What came out of the last exchange may be what somebody put at the name meanwhile.
+    const auto left = statxStatus(_staging.descriptor(), entry, Links::NoFollow);
+    if (left && left->identity != arrival)
+        _pending.save(entry, name, failed);
 }
 
 TransferEnd Transfer::swapIn(const Item &item, const QByteArray &entry)
@@ -56,6 +65,7 @@ TransferEnd Transfer::swapIn(const Item &item, const QByteArray &entry)
     if (reason)
         return failed(reason, item.to);
     const auto old = statxStatus(_staging.descriptor(), entry, Links::NoFollow);
+    const auto unknown = errorOf(old ? 0 : -1);
     const bool wanted = old && isWanted(*old, item.shown);
     const bool kept =
         wanted && (item.standing == Standing::Replace || _pending.trash(entry, item.to));
@@ -68,6 +78,8 @@ TransferEnd Transfer::swapIn(const Item &item, const QByteArray &entry)
         _pending.save(entry, item.to, back);
         return { TransferEnd::Done };
     }
+    if (unknown)
+        return failed(unknown, item.to);
     if (!wanted)
         return { TransferEnd::NotAsShown };
     return { TransferEnd::Failed, localized("The existing item cannot be moved to the Trash.") };
@@ -84,8 +96,10 @@ TransferEnd Transfer::setAside(const Item &item, const std::function<std::error_
     if (away)
         return failed(away, item.to);
     const auto status = statxStatus(_staging.descriptor(), old, Links::NoFollow);
+    auto reason = errorOf(status ? 0 : -1);
     const bool wanted = status && isWanted(*status, item.shown);
-    const auto reason = wanted ? take() : std::error_code();
+    if (wanted)
+        reason = take();
     if (!wanted || reason) {
         if (const auto back =
                 Rename::noReplace(_staging.descriptor(), old, _destination.number(), item.to))
@@ -119,12 +133,21 @@ TransferEnd Transfer::move(const Item &item)
     if (item.status.kind != FileKind::Regular)
         return copyByProgram(item);
     const TreeList list = TreeList::of(_source.number(), item.from);
-    _staging.note({ u"arrived"_s, _sourcePath, FileName::fromBytes(item.from),
-                    QString::number(item.status.identity.inode) });
+    noteArrival(item);
     TransferEnd end = copyFile(item);
     if (end.what == TransferEnd::Done)
         _pending.addMoved(list);
     return end;
+}
+
+void Transfer::noteArrival(const Item &item)
+{
+    // Without it the next start has less to tell, no more.
+    _staging.note({ u"arrived"_s,
+                    _sourcePath,
+                    FileName::fromBytes(item.from),
+                    QString::number(item.status.identity.inode),
+                    {} });
 }
 
 TransferEnd Transfer::moveOver(const Item &item)
@@ -134,8 +157,14 @@ TransferEnd Transfer::moveOver(const Item &item)
     };
     if (const auto closed = _staging.open())
         return failed(closed, item.to);
+    const Found standing = atDestination(FileName::fromBytes(item.to));
+    if (standing.failure)
+        return failed(standing.failure, item.to);
+    if (!standing.status)
+        return { TransferEnd::NotAsShown };
     if (!_staging.note({ u"moved"_s, _sourcePath, FileName::fromBytes(item.from),
-                         QString::number(item.status.identity.inode) }))
+                         QString::number(item.status.identity.inode),
+                         QString::number(standing.status->identity.inode) }))
         return failed(std::make_error_code(std::errc::io_error), item.to);
     const auto reason = exchange();
     if (reason == std::errc::cross_device_link)
@@ -148,20 +177,49 @@ TransferEnd Transfer::moveOver(const Item &item)
         });
     if (reason)
         return failed(reason, item.to);
+    return takeExchanged(item, exchange);
+}
+
+// The names are exchanged: what is replaced stands at the source, where anybody may come to it.
+TransferEnd Transfer::takeExchanged(const Item &item,
+                                    const std::function<std::error_code()> &exchange)
+{
+    TransferEnd end { TransferEnd::NotAsShown };
     const auto old = statxStatus(_source.number(), item.from, Links::NoFollow);
-    const bool wanted = old && isWanted(*old, item.shown);
-    if (wanted && item.standing == Standing::Replace) {
-        _pending.addLeftAtSource(item.to, *old);
-        return { TransferEnd::Done };
+    if (!old)
+        end = failed(errorOf(-1), item.from, true);
+    if (old && isWanted(*old, item.shown)) {
+        const QByteArray entry =
+            StagedName { StagedName::Old, _staging.nextNumber(), item.to }.text();
+        const auto back = [&](const std::error_code &why) {
+            const auto stays =
+                Rename::noReplace(_staging.descriptor(), entry, _source.number(), item.from);
+            if (stays)
+                _pending.save(entry, item.to, why);
+            return !stays;
+        };
+        const auto away =
+            Rename::noReplace(_source.number(), item.from, _staging.descriptor(), entry);
+        const auto now =
+            away ? std::nullopt : statxStatus(_staging.descriptor(), entry, Links::NoFollow);
+        if (away == std::errc::no_such_file_or_directory)
+            return { TransferEnd::Done }; // somebody took it away
+        if (away) {
+            end = failed(away, item.from, true);
+        } else if (!now || !isUnchanged(*old, *now)) { // somebody put another one there
+            back(std::make_error_code(std::errc::device_or_resource_busy));
+            return { TransferEnd::Done };
+        } else if (item.standing == Standing::Replace) {
+            _pending.addReplaced(entry, item.to, *old);
+            return { TransferEnd::Done };
+        } else if (_pending.trash(entry, item.to)
+                   || !back(std::make_error_code(std::errc::operation_not_permitted))) {
+            return { TransferEnd::Done };
+        } else {
+            end = { TransferEnd::Failed,
+                    localized("The existing item cannot be moved to the Trash.") };
+        }
     }
-    if (wanted
-        && workspace.moveToTrash(PathText::joined(_sourcePath, FileName::fromBytes(item.from)),
-                                 nullptr,
-                                 PathText::joined(_destinationPath, FileName::fromBytes(item.to))))
-        return { TransferEnd::Done };
-    if (const auto back = exchange())
-        return failed(back, item.to);
-    if (!wanted)
-        return { TransferEnd::NotAsShown };
-    return { TransferEnd::Failed, localized("The existing item cannot be moved to the Trash.") };
+    const auto stays = exchange();
+    return stays ? failed(stays, item.to) : end;
 }

@@ -1,40 +1,107 @@
 #include "tests/operations/OperationWorld.h"
 
 #include "files/FileSystem.h"
+#include "operations/InterruptedRuns.h"
+#include "tests/support/Ledger.h"
+#include "tests/support/OtherProgram.h"
+#include "tests/support/Watched.h"
+#include "tests/support/WithoutRights.h"
 
 #include <QRandomGenerator>
 #include <QTest>
 
+#include <linux/capability.h>
+#include <sys/prctl.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+
 namespace {
 
-// Random trees, operations, answers and failures. After each operation every byte string that was
-// there still is, unless it lay in what the user agreed to replace.
+// Root is refused what anybody is, and so are the programs that it starts. For good.
+void giveUpRights()
+{
+    static WithoutRights never;
+    for (const int right : { CAP_DAC_OVERRIDE, CAP_DAC_READ_SEARCH })
+        prctl(PR_CAPBSET_DROP, right, 0, 0, 0);
+}
+
+void openAll(const QString &folder)
+{
+    std::error_code ignored;
+    const auto open = [&](const fs::path &path) {
+        if (!fs::is_symlink(path, ignored))
+            fs::permissions(path, fs::perms::owner_all, fs::perm_options::add, ignored);
+    };
+    open(FileName::toBytes(folder).toStdString());
+    for (auto at =
+             fs::recursive_directory_iterator(FileName::toBytes(folder).toStdString(), ignored);
+         at != fs::recursive_directory_iterator(); at.increment(ignored))
+        open(at->path());
+}
+
+// Random trees, operations, answers and faults; other programs at work; and at times the process is
+// killed. After each operation, and again after the next start, every byte string that was there or
+// came still is, unless the person agreed to lose exactly it or another program overwrote it.
 class Round {
 public:
     explicit Round(quint32 seed)
         : _random(seed)
+        , world({}, seed % 2 ? Device::Other : Device::Same)
     {
-        makeTree(world.folder, u"alias->~/from, from/a/a/, to/a/b/"_s);
+        makeTree(world.folder, u"alias->~/from, from/a/a/, to/a/b/, victim=0 victim"_s);
+        if (_random.bounded(2))
+            world.workspace.trashFolder = world.folder.path(u"to/trash"_s);
+        world.folder.makeFolder(world.workspace.trashFolder.mid(world.folder.path().size() + 1));
         for (int count = 0; count < 24; ++count)
             makeItem();
         world.programs.before = [this](const QStringList &arguments) { return fail(arguments); };
+        world.programs.onStart = [this](pid_t process) { atStart(process); };
         world.alerts.decide = [this](const Alert &alert) { return answer(alert); };
     }
 
-    // One operation; answers what it lost without leave.
-    QSet<QByteArray> step()
+    // One operation and the next start; answers what is wrong with what they left.
+    QByteArray step()
     {
-        _agreed.clear();
+        _ledger.clear();
         world.workspace.trashWorks = _random.bounded(5) > 0;
-        const QSet<QByteArray> before = contentsBelow(world.folder.path());
-        operate();
-        QSet<QByteArray> lost = before - contentsBelow(world.folder.path());
-        for (const auto &agreed : std::as_const(_agreed))
-            lost -= agreed;
-        return lost;
-    }
+        _before = found().keys();
+        close();
+        const int mood = _random.bounded(4);
+        _faultsIn = QList { 0, 0, 100, 15 }[_random.bounded(4)];
+        _othersIn = QList { 0, 0, 40, 8 }[_random.bounded(4)];
+        _sick = _random.bounded(8) == 0 ? _random.bounded(15) : -1;
+        _plain = _random.bounded(4) == 0;
+        _killedAt = mood == 0 ? 1 + _random.bounded(1 << _random.bounded(9)) : 0;
+        const bool killsProgram = mood == 1;
+        _killsAtStart = killsProgram ? _random.bounded(3) : 0;
+        const quint32 seed = _random.generate();
+        const quint32 seedOfStart = _random.generate();
 
-    QString told; // the operation, for the message of a failure
+        QByteArray wrong = inChild([&] {
+            _random.seed(seed);
+            operate();
+        });
+        if (wrong.isEmpty() && !_wasKilled)
+            wrong = check();
+        // The next start may have no luck either.
+        _othersIn = 0;
+        if (wrong.isEmpty() && seedOfStart % 3 == 0)
+            wrong = inChild([&] {
+                _random.seed(seedOfStart);
+                const Watched watched(watch());
+                settle();
+            });
+        settle();
+        if (wrong.isEmpty())
+            wrong = check();
+        if (wrong.isEmpty() && anyHidden())
+            wrong = "hidden folders stay";
+        if (wrong.isEmpty())
+            return {};
+        for (const auto &[kind, text] : _ledger.entries())
+            wrong += QByteArray("\n    ") + char(kind) + ' ' + text;
+        return wrong;
+    }
 
 private:
     static QStringList places()
@@ -45,7 +112,13 @@ private:
     }
     static QStringList names()
     {
-        return { u"a"_s, u"b"_s, u"c"_s, u"-m"_s, u"x y"_s, FileName::fromBytes("\xff") };
+        return { u"a"_s,
+                 u"b"_s,
+                 u"c"_s,
+                 u"-m"_s,
+                 u"x y"_s,
+                 FileName::fromBytes("\xff"),
+                 QString(255, u'l') };
     }
     QString one(const QStringList &of) { return of[_random.bounded(int(of.size()))]; }
     QStringList several()
@@ -61,7 +134,9 @@ private:
         const QString name = PathText::joined(one(places()), one(names()));
         if (exists(world.folder.path(name)))
             return;
-        const QByteArray content = "content " + QByteArray::number(++_contents);
+        QByteArray content = QByteArray::number(++_contents) + " content";
+        if (_random.bounded(8) == 0)
+            content += QByteArray(300'000, 'c');
         switch (_random.bounded(8)) {
         case 0:
             world.folder.link(world.folder.path(one(places()) + u'/' + one(names())), name);
@@ -71,18 +146,30 @@ private:
             world.folder.write(PathText::joined(name, one(names())), content);
             break;
         case 2:
-            world.folder.write(u"pair"_s, content);
-            world.folder.hardLink(u"pair"_s, name);
-            FileSystem::removeTree(world.folder.path(u"pair"_s));
+            world.folder.write(PathText::parent(name) + u"/pair"_s, content);
+            world.folder.hardLink(PathText::parent(name) + u"/pair"_s, name);
+            FileSystem::removeTree(world.folder.path(PathText::parent(name) + u"/pair"_s));
             break;
         default:
             world.folder.write(name, content);
         }
     }
 
+    // Some files may not be read, some folders not be changed.
+    void close()
+    {
+        for (const int mode : { 0, 0555, 0 }) {
+            const QByteArray path =
+                FileName::toBytes(world.folder.path(PathText::joined(one(places()), one(names()))));
+            if (_random.bounded(3) == 0)
+                fchmodat(AT_FDCWD, path, mode_t(mode), AT_SYMLINK_NOFOLLOW);
+        }
+    }
+
     // A program may do nothing, half of its work or all of it before it says that it failed.
     std::optional<int> fail(const QStringList &arguments)
     {
+        actOfOthers();
         switch (_random.bounded(8)) {
         case 0:
             return 1;
@@ -99,52 +186,140 @@ private:
         }
     }
 
+    void atStart(pid_t process)
+    {
+        if (_killsAtStart == 1)
+            kill(process, SIGKILL);
+        if (_killsAtStart == 2)
+            kill(getpid(), SIGKILL);
+        actOfOthers();
+    }
+
     Alert::Answer answer(const Alert &alert)
     {
+        _ledger.note(Ledger::Told, FileName::toBytes(alert.text + u' ' + alert.details));
         const bool question = alert.buttons.size() > 1;
         const auto given = question
             ? QList { Alert::No, Alert::Yes, Alert::Yes, Alert::All }[_random.bounded(4)]
             : Alert::Ok;
+        _all = _all || given == Alert::All;
         for (const QString &name : std::as_const(_items)) {
-            const QString target = PathText::joined(world.destination, name);
             const bool named = alert.text.contains(u"'%1'"_s.arg(FileName::shown(name)));
-            if (named && !question)
-                _agreed.remove(name); // nobody agreed to lose it for nothing
-            if (given == Alert::All || (given == Alert::Yes && named))
-                _agreed[name] += contentsAt(target);
+            if (named && !question) // nobody agreed to lose it for nothing
+                for (const QByteArray &content : _agreed.take(name))
+                    _ledger.note(Ledger::Withdrawn, content);
+            if (given != Alert::All && (given != Alert::Yes || !named))
+                continue;
+            const QString target = PathText::joined(world.destination, name);
+            openAll(target);
+            for (const QByteArray &content : contentsAt(target)) {
+                _agreed[name] += content;
+                _ledger.note(Ledger::Agreed, content);
+            }
         }
         return given;
     }
 
-    QSet<QByteArray> contentsAt(const QString &path)
+    static QSet<QByteArray> contentsAt(const QString &path)
     {
         if (const auto link = linkTarget(path))
             return { "-> " + FileName::toBytes(*link) };
-        if (const auto status = fileStatus(path, Links::NoFollow);
-            status && status->kind == FileKind::Regular)
-            return { world.folder.read(path.mid(world.folder.path().size() + 1)) };
-        return contentsBelow(path);
+        const fs::path at(FileName::toBytes(path).toStdString());
+        std::error_code ignored;
+        QSet<QByteArray> contents;
+        if (fs::is_directory(at, ignored)) {
+            for (const auto &entry : fs::directory_iterator(at, ignored))
+                contents += contentsAt(FileName::fromBytes(entry.path().c_str()));
+        } else if (fs::exists(at, ignored)) {
+            std::ifstream file(at, std::ios::binary);
+            contents += QByteArray::fromStdString({ std::istreambuf_iterator<char>(file), {} });
+        }
+        return contents;
+    }
+
+    static quint64 inodeAt(const QString &path)
+    {
+        struct stat status { };
+        return lstat(FileName::toBytes(path), &status) == 0 ? status.st_ino : 0;
+    }
+    // Whether what another program writes there now belongs to what is to be replaced.
+    bool mayGo(const QString &path)
+    {
+        for (const QString &name : std::as_const(_items)) {
+            const QString target = PathText::joined(world.destination, name);
+            const bool inside = path.startsWith(target + u'/');
+            if ((inside || path == target) && _old.contains(inodeAt(target)))
+                return _all || (inside && _agreed.contains(name));
+        }
+        return false;
+    }
+
+    void actOfOthers()
+    {
+        if (!_others || !_othersIn || _random.bounded(_othersIn) > 0)
+            return;
+        QStringList old;
+        for (const QString &name : std::as_const(_items))
+            if (const QString target = PathText::joined(world.destination, name);
+                _old.contains(inodeAt(target)))
+                old += target;
+        _others->act({ world.source, world.destination, world.destination }, _items);
+        for (const QString &target : std::as_const(old))
+            _old += inodeAt(target);
+    }
+
+    SystemCalls::Watch watch()
+    {
+        return [this](Call call, const char *, unsigned flags) -> int {
+            if (++_calls == _killedAt)
+                kill(getpid(), SIGKILL);
+            if (_calls > 100'000)
+                qFatal("It goes on for ever");
+            // Nobody can close the gap between a last look and a removal, nor that before a rename
+            // where there is none but the plain one.
+            if (call != Call::Remove && (call != Call::Rename || flags))
+                actOfOthers();
+            if (_plain && answerOfPlainFileSystem(call, flags))
+                return answerOfPlainFileSystem(call, flags);
+            const int errors[] = { EIO,    ENOSPC, EINTR,  EDQUOT,     EROFS, EPERM,
+                                   EACCES, EBUSY,  ENOMEM, EOPNOTSUPP, EINVAL };
+            if (int(call) == _sick || (_faultsIn && _random.bounded(_faultsIn) == 0))
+                return errors[_random.bounded(int(std::size(errors)))];
+            return 0;
+        };
     }
 
     void operate()
     {
+        giveUpRights();
+        OtherProgram others(_random.generate(), _ledger,
+                            [this](const QString &path) { return mayGo(path); });
+        _others = &others;
         world.source = world.folder.path(one(places()));
         world.destination = world.folder.path(one(places()));
         _items = several();
+        for (const QString &item : std::as_const(_items))
+            _old += inodeAt(PathText::joined(world.destination, item));
         const QString name = one(names());
         const QString target = PathText::joined(world.destination, name);
-        const int verb = _random.bounded(10);
-        told = u"%1: %2 to %3: %4 or %5"_s.arg(verb).arg(world.source, world.destination,
-                                                         _items.join(u", "_s), name);
-        if (verb < 6 && world.source != world.destination) // else refused at the door
-            world.runHere(verb < 3 ? Operation::Copy : Operation::Move, _items);
-        if (verb == 6)
+        const int verb = _random.bounded(14);
+        _ledger.note(
+            Ledger::Act,
+            FileName::toBytes(u"%1: %2 to %3: %4 or %5; kill %6, sick %7, plain %8"_s.arg(verb)
+                                  .arg(world.source, world.destination, _items.join(u", "_s), name)
+                                  .arg(_killedAt)
+                                  .arg(_sick)
+                                  .arg(_plain)));
+        const Watched watched(watch());
+        if (verb < 10 && world.source != world.destination) // else refused at the door
+            world.runHere(verb < 5 ? Operation::Copy : Operation::Move, _items);
+        if (verb == 10)
             world.steps.deleteItems(world.request(_items));
-        if (verb == 7)
+        if (verb == 11)
             world.steps.createAlias(world.request(_items));
-        if (verb == 8)
+        if (verb == 12)
             world.steps.duplicateItem(PathText::joined(world.source, _items.first()), target);
-        if (verb == 9) {
+        if (verb == 13) {
             AcceptedRequest request = world.request({});
             request.source = PathText::joined(world.destination, _items.first());
             request.destination = target;
@@ -152,11 +327,131 @@ private:
         }
     }
 
+    void settle()
+    {
+        const QStringList told = settleInterruptedRuns(world.engine.journal(), world.workspace);
+        for (const QString &line : told)
+            _ledger.note(Ledger::Told, FileName::toBytes(line));
+    }
+
+    // Does the work in a process that may be killed, and waits for those that it leaves.
+    QByteArray inChild(const std::function<void()> &work) noexcept
+    {
+        const pid_t child = fork();
+        if (child == 0) {
+            alarm(30);
+            work();
+            _exit(0);
+        }
+        int status = 0;
+        waitpid(child, &status, 0);
+        while (waitpid(-1, nullptr, 0) > 0) { }
+        _wasKilled = WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL;
+        return _wasKilled || status == 0 ? QByteArray()
+                                         : "ended with " + QByteArray::number(status);
+    }
+
+    inline static const fs::recursive_directory_iterator End {};
+    static fs::recursive_directory_iterator below(const QString &folder)
+    {
+        std::error_code ignored;
+        return fs::recursive_directory_iterator(FileName::toBytes(folder).toStdString(), ignored);
+    }
+    // Every byte string, with where it lies.
+    QMultiHash<QByteArray, QByteArray> found() const
+    {
+        QMultiHash<QByteArray, QByteArray> found;
+        std::error_code ignored;
+        for (const QString &top : { world.folder.path(), world.far.path() }) {
+            openAll(top);
+            for (auto at = below(top); at != End; at.increment(ignored))
+                if (!at->is_directory(ignored) || at->is_symlink(ignored))
+                    for (const QByteArray &content :
+                         contentsAt(FileName::fromBytes(at->path().c_str())))
+                        found.insert(content, at->path().c_str());
+        }
+        return found;
+    }
+    // The name of the operation's hidden folder that a path leads through; one that another program
+    // put in its place is none.
+    static QByteArray hiddenFolder(const QByteArray &path)
+    {
+        const auto at = path.indexOf("/.twinleaf-");
+        if (at < 0)
+            return {};
+        const auto end = path.indexOf('/', at + 1);
+        const QByteArray folder = path.left(end);
+        return fs::exists(fs::path(folder.toStdString()) / "decoy") ? QByteArray()
+                                                                    : folder.mid(at + 1);
+    }
+    bool anyHidden() const
+    {
+        std::error_code ignored;
+        for (const QString &top : { world.folder.path(), world.far.path() })
+            for (auto at = below(top); at != End; at.increment(ignored))
+                if (!hiddenFolder(at->path().c_str()).isEmpty())
+                    return true;
+        return false;
+    }
+
+    QByteArray check() const
+    {
+        QSet<QByteArray> known(_before.begin(), _before.end());
+        QSet<QByteArray> agreed;
+        QSet<QByteArray> gone;
+        QByteArray told;
+        for (const auto &[kind, text] : _ledger.entries()) {
+            if (kind == Ledger::Written)
+                known.insert(text);
+            else if (kind == Ledger::Agreed)
+                agreed.insert(text);
+            else if (kind == Ledger::Withdrawn)
+                agreed.remove(text);
+            else if (kind == Ledger::Gone)
+                gone.insert(text);
+            else if (kind == Ledger::Told)
+                told += text;
+        }
+        const QSet<QByteArray> required = known - agreed - gone;
+        const auto found = this->found();
+        QByteArray wrong;
+        for (const QByteArray &content : required) {
+            const auto places = found.values(content);
+            // What is hidden is there only for those who were told of it.
+            const bool reachable =
+                std::any_of(places.begin(), places.end(), [&](const QByteArray &place) {
+                    const QByteArray folder = hiddenFolder(place);
+                    return folder.isEmpty() || told.contains(folder);
+                });
+            if (!reachable)
+                wrong += "\n  lost: " + content.left(40)
+                    + (places.isEmpty() ? QByteArray() : " hidden at " + places.first());
+        }
+        for (const auto &[content, place] : found.asKeyValueRange())
+            if (!known.contains(content) && !content.startsWith("-> ")
+                && hiddenFolder(place).isEmpty() && !place.contains("/stolen"))
+                wrong += "\n  in part: " + content.left(40) + " at " + place;
+        return wrong;
+    }
+
     QRandomGenerator _random;
     World world;
+    Ledger _ledger;
+    OtherProgram *_others = nullptr;
+    QList<QByteArray> _before;
     QStringList _items;
     QHash<QString, QSet<QByteArray>> _agreed; // by the item that is to replace it
+    QSet<quint64> _old { 0 }; // what may stand at the names until the new items do
+    bool _all = false;
     int _contents = 0;
+    int _calls = 0;
+    int _faultsIn = 0; // one in so many calls
+    int _othersIn = 0;
+    int _sick = -1; // a kind of call that never works
+    bool _plain = false; // a file system without anything
+    int _killedAt = 0; // the call
+    int _killsAtStart = 0; // of a program: 1 that, 2 the operation
+    bool _wasKilled = false;
 };
 
 } // namespace
@@ -165,20 +460,27 @@ class tst_NothingIsLost : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase() { prctl(PR_SET_CHILD_SUBREAPER, 1); }
     void butWhatTheUserAgreedToLose();
 };
 
+// TWINLEAF_SEEDS: "first-last", else a few hundred runs.
 void tst_NothingIsLost::butWhatTheUserAgreedToLose()
 {
-    for (quint32 seed = 1; seed <= 100; ++seed) {
+    const QString seeds = qEnvironmentVariable("TWINLEAF_SEEDS", u"1-75"_s);
+    int failures = 0;
+    for (quint32 seed = seeds.section(u'-', 0, 0).toUInt();
+         seed <= seeds.section(u'-', -1).toUInt(); ++seed) {
         Round round(seed);
-        for (int count = 0; count < 4; ++count) {
-            const QSet<QByteArray> lost = round.step();
-            if (!lost.isEmpty())
-                qWarning() << "Seed" << seed << "step" << count << round.told << lost;
-            QVERIFY(lost.isEmpty());
-        }
+        QByteArray wrong;
+        for (int count = 1; count <= 4 && wrong.isEmpty(); ++count)
+            wrong = round.step();
+        if (wrong.isEmpty())
+            continue;
+        ++failures;
+        qWarning("Seed %u: %s", seed, wrong.constData());
     }
+    QCOMPARE(failures, 0);
 }
 
 QTEST_GUILESS_MAIN(tst_NothingIsLost)
