@@ -95,7 +95,7 @@ std::error_code Staging::open()
 
 QString Staging::heldPath() const
 {
-    return u"/proc/%1/fd/%2"_s.arg(::getpid()).arg(_opened.number());
+    return u"/proc/self/fd/%1"_s.arg(_opened.number());
 }
 
 QString Staging::path() const

@@ -41,7 +41,8 @@ public:
     // Whether it is there now.
     std::error_code open();
     int descriptor() const { return _opened.number(); }
-    // Its path for programs, which stays right whatever happens to its name; and for the Trash.
+    // A path that stays right for this process, whatever happens to its name; and the named one,
+    // for the Trash.
     QString heldPath() const;
     QString path() const;
 

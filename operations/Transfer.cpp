@@ -181,6 +181,7 @@ TransferEnd Transfer::copyByProgram(const Item &item)
     const QByteArray entry =
         StagedName { StagedName::Making, _staging.nextNumber(), item.to }.text();
     const QString source = PathText::joined(_sourcePath, FileName::fromBytes(item.from));
+    const QString target = u"./"_s + FileName::fromBytes(entry);
     const QString made = PathText::joined(_staging.heldPath(), FileName::fromBytes(entry));
     const bool moves = _operation == Operation::Move;
     TreeList list;
@@ -201,7 +202,9 @@ TransferEnd Transfer::copyByProgram(const Item &item)
                 return bytes;
             },
             _showLine);
-        end = programs.run({ u"/bin/cp"_s, u"-R"_s, u"-p"_s, source, made });
+        // By a name in its own working folder: /proc may hide from it what is open here.
+        end = programs.runAt(_staging.descriptor(),
+                             { u"/bin/cp"_s, u"-R"_s, u"-p"_s, source, target });
         stop = true;
     }
     const QStringList marked = list.withAttributes();
@@ -227,7 +230,7 @@ TransferEnd Transfer::copyByProgram(const Item &item)
             && list.isReadableWholeIn(copy, _source.number()))
             place(item, { copied->identity, take });
         QString reason = end.errorText;
-        reason.replace(made, PathText::joined(_destinationPath, FileName::fromBytes(item.to)));
+        reason.replace(target, PathText::joined(_destinationPath, FileName::fromBytes(item.to)));
         if (end.succeeded())
             reason = localized("The copy is not whole; the item stays where it was.");
         _noSpace = reason.contains(QString::fromLocal8Bit(std::strerror(ENOSPC)));

@@ -39,6 +39,9 @@ public:
     // `started` is called with the process id once it runs.
     virtual ProgramEnd run(const QStringList &arguments,
                            const std::function<void(pid_t)> &started = {}) = 0;
+    // The same in an open folder, whatever its name is by now.
+    virtual ProgramEnd runAt(int folder, const QStringList &arguments,
+                             const std::function<void(pid_t)> &started = {}) = 0;
     // The two that pack: the same in a folder, which need not be the program's own; and a command
     // line for the standard shell, as system(3) runs it. Their programs end, with all that they
     // have started, when the process id that was told gets SIGTERM, and when this program ends,

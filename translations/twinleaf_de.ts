@@ -754,10 +754,6 @@ Stelle der zuletzt gezeigten Ordner; eine Datei öffnet ihren Ordner und ist aus
         <translation>„%@“ bleibt an der Quelle: Es ist neu, wurde geändert oder lässt sich nicht entfernen.</translation>
     </message>
     <message>
-        <source>The replaced item &apos;%@&apos; stays at the source: %@</source>
-        <translation>Das ersetzte Objekt „%@“ bleibt an der Quelle: %@</translation>
-    </message>
-    <message>
         <source>What is left of it is in the Trash.</source>
         <translation>Was davon übrig ist, liegt im Papierkorb.</translation>
     </message>

@@ -27,7 +27,9 @@ namespace {
 constexpr qsizetype errorTextLimit = 4096; // bytes
 constexpr qsizetype longestLine = 65536; // bytes
 
-int spawn(pid_t &process, char *const *arguments, int errorPipe)
+constexpr int OwnFolder = -1; // the starter's
+
+int spawn(pid_t &process, int folder, char *const *arguments, int errorPipe)
 {
     posix_spawn_file_actions_t actions;
     posix_spawnattr_t attributes;
@@ -38,6 +40,9 @@ int spawn(pid_t &process, char *const *arguments, int errorPipe)
     posix_spawn_file_actions_adddup2(&actions, errorPipe, STDERR_FILENO);
     posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
     posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+
+    if (folder != OwnFolder)
+        posix_spawn_file_actions_addfchdir_np(&actions, folder);
 
     // A group of its own, so that a Ctrl+C in the terminal that started us cannot cut a copy short.
     posix_spawnattr_setflags(
@@ -206,11 +211,17 @@ ProgramEnd notStarted(int error)
 ProgramEnd DesktopPrograms::run(const QStringList &arguments,
                                 const std::function<void(pid_t)> &started)
 {
+    return runAt(OwnFolder, arguments, started);
+}
+
+ProgramEnd DesktopPrograms::runAt(int folder, const QStringList &arguments,
+                                  const std::function<void(pid_t)> &started)
+{
     Stream errors;
     if (arguments.isEmpty() || !errors.open())
         return notStarted(errno);
     pid_t process = 0;
-    if (const int error = spawn(process, Vector(arguments).data(), errors.writing.number()))
+    if (const int error = spawn(process, folder, Vector(arguments).data(), errors.writing.number()))
         return notStarted(error);
     errors.writing.close();
     if (started)

@@ -7,6 +7,8 @@ class DesktopPrograms final : public Programs {
 public:
     ProgramEnd run(const QStringList &arguments,
                    const std::function<void(pid_t)> &started = {}) override;
+    ProgramEnd runAt(int folder, const QStringList &arguments,
+                     const std::function<void(pid_t)> &started = {}) override;
     ProgramEnd runIn(const QString &folder, const QStringList &arguments,
                      const ProgramAttention &attention) override;
     ProgramEnd runShell(const QString &commandLine, const ProgramAttention &attention) override;

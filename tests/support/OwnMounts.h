@@ -46,17 +46,12 @@ inline void enterOwnMounts()
 
     for (const int right : { CAP_DAC_OVERRIDE, CAP_DAC_READ_SEARCH })
         require(prctl(PR_CAPBSET_DROP, right, 0, 0, 0) == 0, "prctl"); // nor for what is started
-    // The programs it starts have the same rights: else /proc hides the folders held for them.
     __user_cap_header_struct header { _LINUX_CAPABILITY_VERSION_3, 0 };
     __user_cap_data_struct rights[2] {};
     require(syscall(SYS_capget, &header, rights) == 0, "capget");
     for (const int right : { CAP_DAC_OVERRIDE, CAP_DAC_READ_SEARCH })
         rights[0].effective &= ~(1U << right), rights[0].permitted &= ~(1U << right);
-    for (auto &half : rights)
-        half.inheritable = half.permitted;
     require(syscall(SYS_capset, &header, rights) == 0, "capset");
-    for (int right = 0; right <= CAP_LAST_CAP; ++right)
-        prctl(PR_CAP_AMBIENT, PR_CAP_AMBIENT_RAISE, right, 0, 0);
 }
 
 // A mount that goes at the end of its scope. What cannot be mounted fails the test.

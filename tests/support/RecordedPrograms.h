@@ -1,5 +1,7 @@
 #pragma once
 
+#include "files/FileStatus.h"
+#include "files/PathText.h"
 #include "platform/desktop/DesktopPrograms.h"
 
 #include <QList>
@@ -12,18 +14,19 @@ public:
     ProgramEnd run(const QStringList &arguments,
                    const std::function<void(pid_t)> &started = {}) override
     {
-        const QMutexLocker lock(&_mutex);
-        runs.append(arguments);
-        if (before) {
-            if (const auto status = before(arguments))
-                return { true, *status, errorText };
-        }
-        return _real.run(arguments, [&](pid_t process) {
-            if (started)
-                started(process);
-            if (onStart)
-                onStart(process);
-        });
+        return record(arguments, started,
+                      [&](const auto &told) { return _real.run(arguments, told); });
+    }
+    // Kept with the whole path of its last argument, a name in the folder.
+    ProgramEnd runAt(int folder, const QStringList &arguments,
+                     const std::function<void(pid_t)> &started = {}) override
+    {
+        const QString self = QStringLiteral("/proc/self/fd/") + QString::number(folder);
+        QStringList whole = arguments;
+        whole.last() = PathText::joined(linkTarget(self).value_or(self),
+                                        PathText::lastComponent(arguments.last()));
+        return record(whole, started,
+                      [&](const auto &told) { return _real.runAt(folder, arguments, told); });
     }
 
     ProgramEnd runIn(const QString &folder, const QStringList &arguments,
@@ -52,6 +55,24 @@ public:
     std::function<void()> whilePacking;
 
 private:
+    using Started = std::function<void(pid_t)>;
+    ProgramEnd record(const QStringList &arguments, const Started &started,
+                      const std::function<ProgramEnd(const Started &)> &runReal)
+    {
+        const QMutexLocker lock(&_mutex);
+        runs.append(arguments);
+        if (before) {
+            if (const auto status = before(arguments))
+                return { true, *status, errorText };
+        }
+        return runReal([&](pid_t process) {
+            if (started)
+                started(process);
+            if (onStart)
+                onStart(process);
+        });
+    }
+
     QMutex _mutex;
     DesktopPrograms _real;
 };
