@@ -1,6 +1,6 @@
 #include "model/CurrentRows.h"
 
-#include <QHash>
+#include <QSet>
 
 #include <algorithm>
 
@@ -14,21 +14,27 @@ RowSet currentRows(const RowSet &rows, const Listing &seen, const Listing &now)
         }
         return found;
     }
-    // ".." carries the path of the listed folder, which is also an item's in the folder above: the
-    // one must never become the other.
-    QHash<QString, int> rowOfPath;
-    for (int row = FirstItemRow; row < now.size(); ++row)
-        rowOfPath.insert(now[row].path(), row);
+    // Items of another folder have other paths, and ".." is its own.
+    if (seen.folder() != now.folder() || now.isEmpty())
+        return found;
+    QSet<QByteArrayView> wanted; // names, as the listing that was seen keeps them
     for (const int row : rows) {
-        if (!seen.holds(row))
-            continue;
-        if (row == ParentRow) {
-            if (!now.isEmpty() && seen.folder() == now.folder())
-                found.append(ParentRow);
-        } else if (const int again = rowOfPath.value(seen[row].path(), NoRow); again != NoRow) {
-            found.append(again);
-        }
+        if (row == ParentRow)
+            found.append(ParentRow);
+        else if (seen.holds(row))
+            wanted.insert(seen[row].nameBytes());
     }
-    std::ranges::sort(found);
+    for (int row = FirstItemRow; row < now.size() && !wanted.isEmpty(); ++row)
+        if (wanted.remove(now[row].nameBytes()))
+            found.append(row);
     return found;
+}
+
+ShownRows currentRows(const ShownRows &shown, const Listing &seen, const Listing &now)
+{
+    const auto oneRow = [&](int row) {
+        const RowSet found = currentRows(RowSet { row }, seen, now);
+        return found.isEmpty() ? std::min(row, int(now.size()) - 1) : found.first();
+    };
+    return { currentRows(shown.selected, seen, now), oneRow(shown.current), oneRow(shown.first) };
 }

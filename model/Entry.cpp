@@ -23,6 +23,11 @@ bool Entry::isFolder() const
     return _listing->records[_record].isFolder;
 }
 
+bool Entry::isLink() const
+{
+    return _listing->records[_record].isLink;
+}
+
 QIcon Entry::icon() const
 {
     if (!_listing->specifiedIcons) {

@@ -33,6 +33,7 @@ public:
 
     bool isParent() const; // the row ".."
     bool isFolder() const; // its type is the localized "Folder"
+    bool isLink() const; // a symbolic link, whatever it leads to
 
     QVariantList entryAsArray() const;
     // Kept: unlike entryAsArray, the path comes first.

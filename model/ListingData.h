@@ -20,6 +20,7 @@ struct ListingRecord {
     bool hasStatus = false; // size and date are known
     bool isDirectory = false; // a folder or package, links followed
     bool isFolder = false; // its kind text is "Folder"
+    bool isLink = false; // a symbolic one
     bool isDangling = false;
 };
 

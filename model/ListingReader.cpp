@@ -96,6 +96,7 @@ void Reading::look(size_t first, size_t last, const QByteArray &folderOfNames) /
             record.kind = FileKind::Symlink;
             record.isDangling = true;
         }
+        record.isLink = types[i] == DT_LNK || record.kind == FileKind::Symlink;
         record.isFolder = record.kind == FileKind::Directory
             && !FileKinds::isPackageName(
                               FileName::fromBytes({ name, qsizetype(record.nameLength) }));

@@ -61,14 +61,8 @@ void MainModel::awakeFromNib()
         bus.post(DirectoryChanged[side], { .path = path });
     }
     for (const Side side : panes) {
-        const auto stored = defaults.string(paneSettings(side).sortedColumn);
-        Column column = columnFromIdentifier(stored.value_or(QString())).value_or(Column::Name);
-        if (column == Column::Icon)
-            column = Column::Name; // nothing is sorted by icons
-        const bool ascending =
-            defaults.boolean(paneSettings(side).sortingDirection).value_or(false);
-        sortRowEntries(column, side,
-                       ascending ? SortDirection::Ascending : SortDirection::Descending);
+        const SortOrder order = storedSortOrder(defaults, side);
+        sortRowEntries(order.column, side, order.direction);
         // Sorting moved the rows.
         const auto &start = _startFolders[side];
         const int row = start && !start->selectedName.isEmpty()

@@ -48,8 +48,7 @@ public:
 
     // The folder that a pane shows; "" before its first listing.
     QString folder(Side side) const { return _rows[side].folder(); }
-    // By path, as the refresh of the panes has it; two names of one folder differ.
-    bool panesShowSameFolder() const { return folder(Side::Left) == folder(Side::Right); }
+    bool panesShowSameFolder() const; // also by two names of it
 
     bool showToolTips() const { return _options.showToolTips; }
     bool traverseLinks() const { return _options.traverseLinks; }

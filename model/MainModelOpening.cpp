@@ -13,8 +13,12 @@ void MainModel::fillFileList(Side side, const FolderChange &change)
     const QString path = change.path.isEmpty() ? PathText::homeFolder() : change.path;
     PaneTable &table = windowController->getTableView(side);
     Listing listing = Listing::read(path, _options, kinds);
-    if (const auto column = table.highlightedColumn())
+    if (const auto column = table.highlightedColumn()) {
         listing = listing.sorted(*column, _sortingDirection);
+        table.setSortIndicator(*column, _sortingDirection);
+    }
+    const Listing before = _rows[side];
+    const ShownRows shown = table.shownRows();
     Q_EMIT rowsAboutToChange(side);
     _rows[side] = listing;
     Q_EMIT rowsChanged(side);
@@ -26,6 +30,11 @@ void MainModel::fillFileList(Side side, const FolderChange &change)
         && FileQueries::isStringInSubstring(windowController->completeNavigatorPath(side), item);
     if (!cameAlong && item != u".."_s)
         _selectedItems[side].removeRow(path);
+    if (!change.item && path == before.folder()) {
+        // What is selected there stays selected: the next command acts on it.
+        table.showRows(currentRows(shown, before, listing));
+        return;
+    }
     const int row = _selectedItems[side].row(path);
     table.selectRow(row);
     table.scrollToRow(row);

@@ -44,6 +44,13 @@ bool refusesParent(Alerts &alerts, const RowSet &rows)
 
 } // namespace
 
+bool MainModel::panesShowSameFolder() const
+{
+    const QString left = folder(Side::Left);
+    const QString right = folder(Side::Right);
+    return left == right || SameFile::isSame(left, right);
+}
+
 UpdateBoth MainModel::updateForOnePane() const
 {
     return panesShowSameFolder() ? UpdateBoth::Yes : UpdateBoth::No;
@@ -81,8 +88,7 @@ void MainModel::requestCopyMove(const ItemRequest &request, Operation operation)
         return;
     // Built before anything is asked: the rows shown now are the ones the answer is about.
     const OperationRequest dictionary = getDictionaryForCopyMove(request.side, listing, rows);
-    // One folder by two names is one folder.
-    if (panesShowSameFolder() || SameFile::isSame(folder(Side::Left), folder(Side::Right))) {
+    if (panesShowSameFolder()) {
         alerts.ask(OperationAlerts::intoItself(operation));
         return;
     }

@@ -20,6 +20,9 @@ public:
     virtual void selectRows(const RowSet &rows) = 0;
     virtual void scrollToRow(int row) = 0;
 
+    virtual ShownRows shownRows() const = 0;
+    virtual void showRows(const ShownRows &rows) = 0;
+
     // The column whose header shows the sort arrow, and the arrow.
     virtual std::optional<Column> highlightedColumn() const = 0;
     virtual void setSortIndicator(Column column, SortDirection direction) = 0;

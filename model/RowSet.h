@@ -9,6 +9,14 @@ inline constexpr int NoRow = -1;
 inline constexpr int ParentRow = 0; // ".." heads every listing, also at the root
 inline constexpr int FirstItemRow = 1;
 
+// What a pane's table shows of its rows: the selected ones, the one that the keyboard is on, and
+// the first in view.
+struct ShownRows {
+    RowSet selected;
+    int current = NoRow;
+    int first = NoRow;
+};
+
 // Whether the row is an item's: no command touches "..".
 constexpr bool isItemRow(int row)
 {

@@ -45,15 +45,22 @@ inline constexpr Key SaveLastPaths { "TWSaveLastPaths" };
 // string (path), absent: the home folder.
 inline constexpr Key LeftFileListLastPath { "TWLeftFileListLastPath" };
 inline constexpr Key RightFileListLastPath { "TWRightFileListLastPath" };
-// string: "Name", "Size", "Date" or "Type"; absent: "Name".
+// string: "Name", "Size", "Date" or "Type"; absent: "Name", ascending.
 inline constexpr Key LeftFileListSortedColumn { "TWLeftFileListSortedColumn" };
 inline constexpr Key RightFileListSortedColumn { "TWRightFileListSortedColumn" };
-// boolean, true is ascending; absent: false.
+// boolean, true is ascending; absent: false where the column is stored.
 inline constexpr Key LeftFileListSortingDirection { "TWLeftFileListSortingDirection" };
 inline constexpr Key RightFileListSortingDirection { "TWRightFileListSortingDirection" };
 // dictionary from folder path to row number, absent: empty. The remembered selections.
 inline constexpr Key SelectedItemsLeft { "TWSelectedItemsLeft" };
 inline constexpr Key SelectedItemsRight { "TWSelectedItemsRight" };
+// dictionary "X", "Y", "Width", "Height", "Maximized"; absent: as the desktop places it.
+inline constexpr Key MainWindowFrame { "TWMainWindowFrame" };
+// array of the two panes' widths, absent: equal.
+inline constexpr Key PaneWidths { "TWPaneWidths" };
+// array of a width for each column, absent: as their texts need.
+inline constexpr Key LeftFileListColumnWidths { "TWLeftFileListColumnWidths" };
+inline constexpr Key RightFileListColumnWidths { "TWRightFileListColumnWidths" };
 // array of bookmark records, absent: empty.
 inline constexpr Key Bookmarks { "TWBookmarks" };
 // array of application records, absent: empty.

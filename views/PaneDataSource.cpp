@@ -1,6 +1,7 @@
 #include "views/PaneDataSource.h"
 
 #include "files/FileName.h"
+#include "model/CurrentRows.h"
 #include "model/MainModel.h"
 #include "model/PaneSettings.h"
 #include "settings/CalendarFormat.h"
@@ -8,30 +9,12 @@
 #include "views/PaneTableView.h"
 
 #include <QHelpEvent>
-#include <QSet>
 #include <QTextDocument>
 #include <QToolTip>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-QSet<QString> pathsOfRows(const Listing &rows, const RowSet &selected)
-{
-    QSet<QString> paths;
-    for (const int row : selected)
-        paths.insert(rows[row].path());
-    return paths;
-}
-
-RowSet rowsOfPaths(const Listing &rows, const QSet<QString> &paths)
-{
-    RowSet found;
-    for (int row = 0; row < rows.size() && found.size() < paths.size(); ++row)
-        if (paths.contains(rows[row].path()))
-            found.append(row);
-    return found;
-}
 
 // The tool tip window takes what looks like markup for markup; a name is text.
 QString asPlainText(const QString &text)
@@ -63,11 +46,8 @@ PaneDataSource::~PaneDataSource()
 
 void PaneDataSource::awakeFromNib()
 {
-    const QString stored =
-        defaults.string(paneSettings(fileList.side()).sortedColumn).value_or(u"Name"_s);
-    if (const auto column = columnFromIdentifier(stored))
-        _sortingDirections[size_t(*column)] =
-            defaults.boolean(paneSettings(fileList.side()).sortingDirection).value_or(false);
+    const SortOrder order = storedSortOrder(defaults, fileList.side());
+    _sortingDirections[size_t(order.column)] = order.direction == SortDirection::Ascending;
 }
 
 void PaneDataSource::didClickTableColumn(Column column)
@@ -81,11 +61,14 @@ void PaneDataSource::didClickTableColumn(Column column)
 
     // The same items stay selected, wherever their rows go.
     const Side side = fileList.side();
-    const auto selected = pathsOfRows(mainModel.rows(side), fileList.selectedRows());
+    const Listing before = mainModel.rows(side);
+    ShownRows shown = fileList.shownRows();
     mainModel.sortRowEntries(column, side,
                              ascending ? SortDirection::Ascending : SortDirection::Descending);
-    if (!selected.isEmpty())
-        fileList.selectRows(rowsOfPaths(mainModel.rows(side), selected));
+    shown = currentRows(shown, before, mainModel.rows(side));
+    shown.first = NoRow; // the view stays where it is unless the keyboard's row leaves it
+    fileList.showRows(shown);
+    fileList.scrollToRow(shown.current);
 }
 
 QString PaneDataSource::toolTipForCell(Column column, int row) const
@@ -111,10 +94,9 @@ QString PaneDataSource::toolTipForCell(Column column, int row) const
 
 void PaneDataSource::tableViewSelectionDidChange()
 {
-    const int selected = fileList.numberOfSelectedRows();
-    if (selected > 1 && selected == fileList.rowCount()) {
-        // ".." has no part in a select-all. The change this makes comes back here.
-        fileList.deselectRow(0);
+    if (fileList.numberOfSelectedRows() > 1 && fileList.isRowSelected(ParentRow)) {
+        // ".." has no part in a selection of several. The change this makes comes back here.
+        fileList.deselectRow(ParentRow);
         return;
     }
     Q_EMIT selectionDidChange(fileList.side());

@@ -26,6 +26,12 @@ public:
         newest = set.isEmpty() ? -1 : set.last();
     }
     void scrollToRow(int row) override { scrolledTo = row; }
+    ShownRows shownRows() const override { return { selected, newest, scrolledTo }; }
+    void showRows(const ShownRows &shown) override
+    {
+        selectRows(shown.selected);
+        scrolledTo = shown.first;
+    }
     std::optional<Column> highlightedColumn() const override { return column; }
     void setSortIndicator(Column sorted, SortDirection towards) override
     {
