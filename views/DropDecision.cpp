@@ -7,6 +7,8 @@
 namespace {
 
 constexpr Qt::KeyboardModifiers CommandAndOption = Qt::ControlModifier | Qt::AltModifier;
+// Many window managers keep Alt with the mouse for themselves.
+constexpr Qt::KeyboardModifiers InPlaceOfOption = Qt::ControlModifier | Qt::ShiftModifier;
 
 // Kept: the keys are compared as a whole, so that one modifier more (Shift with Alt) moves.
 int operationForHeldKeys(Qt::KeyboardModifiers held, int withCommandAndOption)
@@ -15,7 +17,8 @@ int operationForHeldKeys(Qt::KeyboardModifiers held, int withCommandAndOption)
         held & (Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
     if (keys == CommandAndOption)
         return withCommandAndOption;
-    return keys == Qt::AltModifier ? DragOperation::Copy : DragOperation::Move;
+    return keys == Qt::AltModifier || keys == InPlaceOfOption ? DragOperation::Copy
+                                                              : DragOperation::Move;
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "files/FileUrls.h"
 #include "files/PathText.h"
 #include "files/SameFile.h"
+#include "model/CurrentRows.h"
 #include "model/MainModel.h"
 #include "model/OperationAlerts.h"
 #include "model/OperationDesk.h"
@@ -11,6 +12,7 @@
 
 #include <QDrag>
 #include <QDropEvent>
+#include <QGuiApplication>
 #include <QMimeData>
 #include <QScrollBar>
 
@@ -21,14 +23,22 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int EdgeHeight = 16; // pixels
+constexpr auto KeysPause = std::chrono::milliseconds(30); // between looks at what is held
 constexpr auto EdgePause = std::chrono::milliseconds(60); // a row each time
 
 const QString UriList = u"text/uri-list"_s;
 
-// What another program offers. Its drags carry no "generic" bit, so they never make aliases.
-int maskOfActions(Qt::DropActions actions)
+// By it a program of the same kind knows that a link stands for the "generic" that makes aliases.
+const QString OwnItems = u"application/x-twinleaf-items"_s;
+
+// What another program offers. The drags of others carry no "generic" bit, so they never make
+// aliases.
+int maskOfActions(const QDropEvent &event)
 {
+    const Qt::DropActions actions = event.possibleActions();
     int mask = 0;
+    if (actions & Qt::LinkAction && event.mimeData()->hasFormat(OwnItems))
+        mask |= DragOperation::Generic;
     if (actions & Qt::CopyAction)
         mask |= DragOperation::Copy;
     if (actions & Qt::MoveAction)
@@ -40,17 +50,30 @@ int maskOfActions(Qt::DropActions actions)
 int sourceMask(const QDropEvent &event)
 {
     return event.source() ? DropDecision::draggingSourceOperationMask(event.modifiers())
-                          : maskOfActions(event.possibleActions());
+                          : maskOfActions(event);
+}
+
+// What a drag of our own offers to other programs.
+Qt::DropAction offeredAction(Qt::KeyboardModifiers held)
+{
+    switch (DropDecision::draggingSourceOperationMask(held)) {
+    case DragOperation::Generic:
+        return Qt::LinkAction;
+    case DragOperation::Copy:
+        return Qt::CopyAction;
+    default:
+        return Qt::MoveAction;
+    }
 }
 
 Qt::DropAction shownAction(const QDropEvent &event)
 {
-    const int shown = event.source() ? DropDecision::draggingUpdated(event.modifiers())
-                                     : maskOfActions(event.possibleActions());
+    const int shown =
+        event.source() ? DropDecision::draggingUpdated(event.modifiers()) : maskOfActions(event);
+    if (shown & (DragOperation::Link | DragOperation::Generic))
+        return Qt::LinkAction;
     if (shown & DragOperation::Copy)
         return Qt::CopyAction;
-    if (shown & DragOperation::Link)
-        return Qt::LinkAction;
     return shown & DragOperation::Move ? Qt::MoveAction : Qt::IgnoreAction;
 }
 
@@ -89,16 +112,48 @@ QMimeData *PaneDragAndDrop::writeRows(const QList<int> &rows) const
             paths.append(listing[row].path());
     auto *data = new QMimeData;
     data->setData(UriList, FileUrls::uriList(paths));
+    data->setData(OwnItems, {});
     return data;
 }
 
 void PaneDragAndDrop::startDrag()
 {
-    auto *drag = new QDrag(&fileList);
-    drag->setMimeData(writeRows(fileList.selectedRows()));
-    drag->setPixmap(fileList.dragPixmap());
-    // What the other side makes of it is its own to do: nothing is ever deleted here afterwards.
-    drag->exec(Qt::CopyAction | Qt::MoveAction | Qt::LinkAction, Qt::MoveAction);
+    const Listing seen = mainModel.rows(fileList.side());
+    const RowSet rows = fileList.selectedRows();
+    const QPixmap picture = fileList.dragPixmap();
+    // What a drag offers is fixed when it begins. With other keys held it begins anew.
+    for (bool keysChanged = true; keysChanged;) {
+        keysChanged = false;
+        const Qt::DropAction offered = offeredAction(QGuiApplication::queryKeyboardModifiers());
+        auto *drag = new QDrag(&fileList);
+        drag->setMimeData(writeRows(currentRows(rows, seen, mainModel.rows(fileList.side()))));
+        drag->setPixmap(picture);
+        QTimer heldKeys;
+        heldKeys.callOnTimeout([&] {
+            if (offeredAction(QGuiApplication::queryKeyboardModifiers()) == offered)
+                return;
+            keysChanged = true;
+            QDrag::cancel();
+        });
+        heldKeys.start(KeysPause);
+        // What the other side makes of it is its own to do: nothing is ever deleted here
+        // afterwards.
+        drag->exec(offered, offered);
+    }
+}
+
+int PaneDragAndDrop::proposedRow(int y) const
+{
+    const int row = fileList.rowAt(y);
+    const Listing &listing = mainModel.rows(fileList.side());
+    return listing.holds(row) && listing[row].isFolder() ? row : ParentRow;
+}
+
+void PaneDragAndDrop::showTarget()
+{
+    // ".." stands for the listed folder: the pane as a whole.
+    const int row = proposedRow(_dragY);
+    fileList.showDropTarget(isItemRow(row) ? row : NoRow);
 }
 
 QString PaneDragAndDrop::destinationOf(int row) const
@@ -168,7 +223,7 @@ void PaneDragAndDrop::dragMove(QDragMoveEvent &event)
     event.setDropAction(action);
     event.accept();
     _dragY = event.position().toPoint().y();
-    fileList.showDropTarget(fileList.rowAt(_dragY));
+    showTarget();
     if (!_edgeScroll.isActive())
         _edgeScroll.start();
 }
@@ -186,7 +241,7 @@ void PaneDragAndDrop::scrollAtEdge()
         rows->setValue(rows->value() - 1);
     else if (_dragY >= fileList.viewport()->height() - EdgeHeight)
         rows->setValue(rows->value() + 1);
-    fileList.showDropTarget(fileList.rowAt(_dragY));
+    showTarget();
 }
 
 void PaneDragAndDrop::drop(QDropEvent &event)
@@ -205,7 +260,7 @@ void PaneDragAndDrop::drop(QDropEvent &event)
     event.accept();
     // The other program waits until this event is answered: what is to be asked comes after it, for
     // the folder that the row shows now.
-    const QString destination = destinationOf(fileList.rowAt(event.position().toPoint().y()));
+    const QString destination = destinationOf(proposedRow(event.position().toPoint().y()));
     const bool fromOutside = !event.source();
     QMetaObject::invokeMethod(
         this, [=, this] { acceptInto(destination, *paths, mask, fromOutside); },

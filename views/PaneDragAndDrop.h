@@ -38,6 +38,9 @@ private:
     void dragEnded();
     // A drag that is held at the upper or lower edge brings further rows into view.
     void scrollAtEdge();
+    // The row that a drop goes to: over a file it is row 0, and with it the listed folder.
+    int proposedRow(int y) const;
+    void showTarget(); // for where the drag is
     QString destinationOf(int row) const;
     bool acceptInto(const QString &destination, const QStringList &paths, int mask,
                     bool fromOutside);

@@ -56,6 +56,7 @@ private Q_SLOTS:
             { Qt::AltModifier, Copy, Copy },
             { Qt::ControlModifier, Move, Move },
             { Qt::AltModifier | Qt::ControlModifier, Generic, Link },
+            { Qt::ShiftModifier | Qt::ControlModifier, Copy, Copy }, // where Alt is not to be had
             { Qt::AltModifier | Qt::ShiftModifier, Move, Move }, // one key more moves
             { Qt::AltModifier | Qt::KeypadModifier, Copy, Copy }, // does not count
         };
@@ -174,28 +175,57 @@ private Q_SLOTS:
         const struct {
             QByteArray urls;
             Qt::DropActions offered;
-            Qt::DropAction answered;
+            Qt::DropAction shown, answered; // while held, and after the drop
             QString work;
+            bool isOurs = false; // from another of these programs
         } rows[] = {
             { file, Qt::CopyAction | Qt::MoveAction | Qt::LinkAction, Qt::CopyAction,
-              u"copy DragDropFinder"_s },
-            { file, Qt::MoveAction, Qt::IgnoreAction,
+              Qt::CopyAction, u"copy DragDropFinder"_s },
+            { file, Qt::MoveAction, Qt::MoveAction, Qt::IgnoreAction,
               u"move DragDropFinder"_s }, // nobody else deletes
-            { file, Qt::LinkAction, Qt::IgnoreAction, {} },
-            { "https://a/b\r\n", Qt::CopyAction, Qt::IgnoreAction, {} },
+            { file, Qt::LinkAction, Qt::IgnoreAction, Qt::IgnoreAction, {} },
+            { file, Qt::LinkAction, Qt::LinkAction, Qt::IgnoreAction, u"alias DragDropFinder"_s,
+              true },
+            { file, Qt::CopyAction, Qt::CopyAction, Qt::CopyAction, u"copy DragDropFinder"_s,
+              true },
+            { "https://a/b\r\n", Qt::CopyAction, Qt::IgnoreAction, Qt::IgnoreAction, {} },
         };
-        for (const auto &[urls, offered, answered, work] : rows) {
+        for (const auto &[urls, offered, shown, answered, work, isOurs] : rows) {
             Drops world;
             QMimeData data;
             data.setData(u"text/uri-list"_s, urls);
+            if (isOurs)
+                data.setData(u"application/x-twinleaf-items"_s, {});
+            QDragEnterEvent over(QPoint(5, 5), offered, &data, Qt::LeftButton, {});
+            over.setDropAction(Qt::IgnoreAction);
+            // Not sent: the toolkit delivers a drop only to the widget that a drag entered before.
+            world.drops.eventFilter(world.list().viewport(), &over);
+            QCOMPARE(over.isAccepted() ? over.dropAction() : Qt::IgnoreAction, shown);
             QDropEvent event(QPointF(5, 5), offered, &data, Qt::LeftButton, {});
             event.setDropAction(Qt::IgnoreAction);
             event.ignore();
-            // Not sent: the toolkit delivers a drop only to the widget that a drag entered before.
             world.drops.eventFilter(world.list().viewport(), &event);
             QCOMPARE(event.isAccepted(), !work.isEmpty());
             QCOMPARE(event.dropAction(), answered);
             QTRY_COMPARE(world.asked(), work);
+        }
+    }
+
+    void overAFileThePaneIsTheTarget()
+    {
+        Drops world;
+        QMimeData data;
+        data.setData(u"text/uri-list"_s, "file:///elsewhere/x\r\n");
+        for (const QString &name : { u"a file"_s, u"a folder"_s, u".."_s, QString() }) {
+            const int row = world.row(name);
+            const int y = row < 0 ? world.list().viewport()->height() - 5
+                                  : world.list().rowViewportPosition(row) + 5;
+            QDropEvent event(QPointF(5, y), Qt::CopyAction, &data, Qt::LeftButton, {});
+            world.drops.eventFilter(world.list().viewport(), &event);
+            const bool isFolder = name == u"a folder"_s;
+            QTRY_VERIFY(!world.desk.requests.isEmpty());
+            QCOMPARE(world.desk.requests.takeLast().destination,
+                     isFolder ? world.path(name) : world.shown());
         }
     }
 
