@@ -4,6 +4,8 @@
 #include "settings/UserDefaults.h"
 #include "views/VirtualKeys.h"
 
+#include <QKeySequence>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -72,20 +74,33 @@ std::optional<ClassicAction> ClassicKeys::match(int keyCode, qint32 modifierFlag
     return std::nullopt;
 }
 
+bool ClassicKeys::isOfAnother(int keyCode, ClassicAction action) const
+{
+    for (int i = 0; i < ActionCount; ++i)
+        if (keyCode == _bindings[i].key && static_cast<ClassicAction>(i) != action)
+            return true;
+    return false;
+}
+
 QString ClassicKeys::menuText(ClassicAction action) const
 {
     const Binding &binding = _bindings[static_cast<int>(action)];
-    QString key = VirtualKeys::name(binding.key);
+    const QString key = VirtualKeys::name(binding.key);
     if (key.isEmpty())
         return {};
+    QString modifier;
     switch (binding.modifierFlag) {
     case VirtualKeys::Shift:
-        return u"Shift+"_s + key;
+        modifier = u"Shift+"_s;
+        break;
     case VirtualKeys::Option:
-        return u"Alt+"_s + key;
+        modifier = u"Alt+"_s;
+        break;
     case VirtualKeys::Command:
-        return u"Ctrl+"_s + key;
+        modifier = u"Ctrl+"_s;
+        break;
     default:
-        return key;
+        break;
     }
+    return QKeySequence(modifier + key).toString(QKeySequence::NativeText);
 }

@@ -17,6 +17,8 @@ public:
 
     // The first action, in the order of the enum, whose key is pressed with a modifier of its mask.
     std::optional<ClassicAction> match(int keyCode, qint32 modifierFlags) const;
+    // Whether the key, with whatever modifier, is that of another action.
+    bool isOfAnother(int keyCode, ClassicAction action) const;
     // "F5", "Shift+F5": the key as menus and buttons show it.
     QString menuText(ClassicAction action) const;
 

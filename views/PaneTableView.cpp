@@ -34,6 +34,13 @@ bool isTypeAheadKey(int code)
     }
 }
 
+// These belong to the desktop. It asks for the menu by itself where the keyboard has the first one.
+bool isMenuKey(const QKeyEvent &event)
+{
+    return event.key() == Qt::Key_Menu
+        || (event.key() == Qt::Key_F10 && event.modifiers() == Qt::ShiftModifier);
+}
+
 } // namespace
 
 PaneTableView::PaneTableView(Side side, MessageBus &messages, MainModel &mainModel,
@@ -52,7 +59,7 @@ PaneTableView::PaneTableView(Side side, MessageBus &messages, MainModel &mainMod
     setTabKeyNavigation(false);
     setShowGrid(false);
     setWordWrap(false);
-    setTextElideMode(Qt::ElideMiddle);
+    setTextElideMode(Qt::ElideRight);
     setVerticalScrollMode(ScrollPerItem);
     setHorizontalScrollMode(ScrollPerPixel);
     setFrameStyle(QFrame::Box | QFrame::Plain);
@@ -176,6 +183,13 @@ void PaneTableView::selectRowBefore(const RowCount &answer)
 
 void PaneTableView::keyDown(QKeyEvent *event)
 {
+    if (isMenuKey(*event)) {
+        if (event->key() == Qt::Key_F10) {
+            QContextMenuEvent asked(QContextMenuEvent::Keyboard, {}, {});
+            contextMenuEvent(&asked);
+        }
+        return;
+    }
     const int code = VirtualKeys::code(*event);
     // Kept: letters come first, so that a command bound to a letter never runs.
     if (isTypeAheadKey(code)) {
@@ -186,7 +200,10 @@ void PaneTableView::keyDown(QKeyEvent *event)
         perform(*action);
         return;
     }
-    if (!performFixedKey(code))
+    // With Shift, Home and End extend the selection as the arrows do.
+    const bool extends = event->modifiers() & Qt::ShiftModifier
+        && (code == VirtualKeys::Home || code == VirtualKeys::End);
+    if (extends || !performFixedKey(code))
         QTableView::keyPressEvent(event);
 }
 
@@ -212,7 +229,7 @@ bool PaneTableView::performFixedKey(int keyCode)
 {
     switch (keyCode) {
     case VirtualKeys::Escape:
-        clearSelection();
+        selectRows({});
         return true;
     case VirtualKeys::Space:
         bus.post(ShowFolderSize[_side], rowsOfPane(selectedRows()));
@@ -222,6 +239,7 @@ bool PaneTableView::performFixedKey(int keyCode)
         bus.post(GetRows[_side], rowsOfPane({ 0 }));
         return true;
     case VirtualKeys::Return:
+    case VirtualKeys::KeypadEnter:
         bus.post(GetRows[_side], rowsOfPane(selectedRows()));
         return true;
     case VirtualKeys::RightArrow:
@@ -234,9 +252,21 @@ bool PaneTableView::performFixedKey(int keyCode)
     case VirtualKeys::End:
         bus.post(GetRowCount[_side]);
         return true;
+    case VirtualKeys::Delete:
+        return performUnlessBound(keyCode, ClassicAction::Delete);
+    case VirtualKeys::F2:
+        return performUnlessBound(keyCode, ClassicAction::Rename);
     default:
         return false;
     }
+}
+
+bool PaneTableView::performUnlessBound(int keyCode, ClassicAction action)
+{
+    if (_classicKeys.isOfAnother(keyCode, action))
+        return false;
+    perform(action);
+    return true;
 }
 
 bool PaneTableView::event(QEvent *event)
@@ -245,8 +275,10 @@ bool PaneTableView::event(QEvent *event)
         // The menu bar would take F10. Shortcuts with Ctrl or Alt stay the menus'.
         const auto *key = static_cast<QKeyEvent *>(event);
         const int code = VirtualKeys::code(*key);
-        if (!(key->modifiers() & (Qt::ControlModifier | Qt::AltModifier)) && !isTypeAheadKey(code)
-            && _classicKeys.match(code, VirtualKeys::modifierFlags(*key))) {
+        if (isMenuKey(*key)
+            || (!(key->modifiers() & (Qt::ControlModifier | Qt::AltModifier))
+                && !isTypeAheadKey(code)
+                && _classicKeys.match(code, VirtualKeys::modifierFlags(*key)))) {
             event->accept();
             return true;
         }
@@ -267,13 +299,17 @@ void PaneTableView::mouseDoubleClickEvent(QMouseEvent *event)
 
 void PaneTableView::contextMenuEvent(QContextMenuEvent *event)
 {
-    QPoint position = event->globalPos();
-    if (event->reason() == QContextMenuEvent::Mouse) {
-        // What is clicked is meant, unless it is one of several that are selected.
-        const int row = rowAt(event->pos().y());
-        if (row >= 0 && !isRowSelected(row))
-            selectRow(row);
-    } else if (const int row = selectedRow(); row >= 0) {
+    const bool byMouse = event->reason() == QContextMenuEvent::Mouse;
+    const int row = byMouse ? indexAt(event->pos()).row() : selectedRow();
+    QPoint position = byMouse ? event->globalPos() : viewport()->mapToGlobal(QPoint());
+    if (row < 0) {
+        Q_EMIT folderMenuRequested(position);
+        return;
+    }
+    // What is clicked is meant, unless it is one of several that are selected.
+    if (!isRowSelected(row))
+        selectRow(row);
+    if (!byMouse) {
         scrollToRow(row);
         position = viewport()->mapToGlobal(
             visualRect(_tableModel->index(row, int(Column::Name))).bottomLeft());
@@ -321,6 +357,22 @@ void PaneTableView::giveRoomToNames()
     const int others = header->length() - header->sectionSize(int(Column::Name));
     header->resizeSection(int(Column::Name),
                           std::max(LeastNameWidth, viewport()->width() - others));
+}
+
+QList<int> PaneTableView::columnWidths() const
+{
+    QList<int> widths;
+    for (int column = 0; column < ColumnCount; ++column)
+        widths.append(horizontalHeader()->sectionSize(column));
+    return widths;
+}
+
+void PaneTableView::setColumnWidths(const QList<int> &widths)
+{
+    for (const auto column : { Column::Size, Column::Date, Column::Type })
+        if (const int width = widths.value(int(column)); width > 0)
+            horizontalHeader()->resizeSection(int(column), width);
+    giveRoomToNames();
 }
 
 void PaneTableView::setDateFormat(const QString &format)

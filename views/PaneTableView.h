@@ -23,6 +23,9 @@ public:
 
     PaneTableModel &tableModel() const { return *_tableModel; }
     void setDateFormat(const QString &format); // and the width of its column
+    // In pixels, by column. The names take what the others leave.
+    QList<int> columnWidths() const;
+    void setColumnWidths(const QList<int> &widths);
     const ClassicKeys &classicKeys() const { return _classicKeys; }
 
     Side side() const override { return _side; }
@@ -32,6 +35,8 @@ public:
     void selectRow(int row) override;
     void selectRows(const RowSet &rows) override;
     void scrollToRow(int row) override;
+    ShownRows shownRows() const override;
+    void showRows(const ShownRows &rows) override;
     std::optional<Column> highlightedColumn() const override { return _highlightedColumn; }
     void setSortIndicator(Column column, SortDirection direction) override;
     void redraw() override;
@@ -64,6 +69,7 @@ Q_SIGNALS:
     void otherPaneRequested(); // Tab or Shift+Tab
     void dragRequested(); // of the selected rows
     void contextMenuRequested(const QPoint &globalPosition); // for the selected rows
+    void folderMenuRequested(const QPoint &globalPosition); // where there is no row
     void columnClicked(Column column);
     void selectedRowsChanged();
 
@@ -84,6 +90,10 @@ protected:
     void paintEvent(QPaintEvent *event) override;
     void selectionChanged(const QItemSelection &selected,
                           const QItemSelection &deselected) override;
+    void currentChanged(const QModelIndex &current, const QModelIndex &previous) override;
+    QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex &index,
+                                                         const QEvent *event) const override;
+    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers held) override;
 
 private:
     void setUpColumns();
@@ -94,6 +104,7 @@ private:
     void selectRowBefore(const RowCount &answer);
     void perform(ClassicAction action);
     bool performFixedKey(int keyCode);
+    bool performUnlessBound(int keyCode, ClassicAction action);
     RowsOfPane rowsOfPane(const RowSet &rows) const;
 
     // PaneTableViewSelection.cpp, with the public functions on rows
@@ -103,11 +114,15 @@ private:
 
     // PaneTableViewPainting.cpp
     bool isActivePane() const;
-    QColor mutedHighlight() const;
+    QColor selectionColor() const;
+    QColor selectedTextColor() const;
     void paintFrame();
     void paintDropTarget(QPainter &painter);
+    QRect rowArea(int row) const;
     void paintRow(QPainter &painter, int row);
     QColor paintRowBackground(QPainter &painter, int row, const QRect &area); // answers the text's
+    static void paintLabel(QPainter &painter, const QRect &area, const QColor &color);
+    static void paintLinkBadge(QPainter &painter, const QRect &iconCell);
 
     const Side _side;
     MessageBus &bus;
@@ -117,5 +132,6 @@ private:
     SortDirection _sortDirection = SortDirection::Ascending;
     QBitArray _selected;
     int _newestRow = -1;
+    bool _settingCurrentRow = false;
     std::optional<int> _dropRow; // -1: the pane
 };

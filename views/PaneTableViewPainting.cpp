@@ -2,8 +2,10 @@
 #include "model/FileQueries.h"
 #include "views/PaneTableView.h"
 #include "widgets/Colors.h"
+#include "widgets/Icons.h"
 #include "widgets/RoundRect.h"
 
+#include <QHeaderView>
 #include <QPainter>
 #include <QPaintEvent>
 
@@ -11,8 +13,10 @@ namespace {
 
 constexpr int SizeGap = 6; // pixels
 constexpr double LabelInset = 1.0; // pixels
-constexpr double SelectionFrame = 3; // of a labelled row
 constexpr double LabelRadius = 10.0; // pixels
+constexpr int LabelCap = 20; // pixels of a label that a selection leaves to be seen at either end
+constexpr double PassiveContrast = 3.2;
+constexpr int BadgeSide = 10; // pixels
 
 } // namespace
 
@@ -22,10 +26,19 @@ bool PaneTableView::isActivePane() const
     return window()->focusWidget() == this;
 }
 
-QColor PaneTableView::mutedHighlight() const
+QColor PaneTableView::selectionColor() const
 {
-    return mixed(palette().color(QPalette::Base),
-                 palette().color(QPalette::Active, QPalette::Highlight), 0.28);
+    if (isActivePane())
+        return palette().color(QPalette::Active, QPalette::Highlight);
+    // Without the colour of the active one, and plain to see all the same.
+    return standingOut(palette().color(QPalette::Base), palette().color(QPalette::Text),
+                       PassiveContrast);
+}
+
+QColor PaneTableView::selectedTextColor() const
+{
+    return isActivePane() ? palette().color(QPalette::Active, QPalette::HighlightedText)
+                          : readableOn(selectionColor());
 }
 
 void PaneTableView::paintFrame()
@@ -95,10 +108,10 @@ QPixmap PaneTableView::dragPixmap() const
     const double scale = devicePixelRatioF();
     QPixmap pixmap(QSize(width, lineHeight * int(names.size())) * scale);
     pixmap.setDevicePixelRatio(scale);
-    pixmap.fill(mutedHighlight());
+    pixmap.fill(selectionColor());
     QPainter painter(&pixmap);
     painter.setFont(font());
-    painter.setPen(palette().color(QPalette::Text));
+    painter.setPen(selectedTextColor());
     for (int line = 0; line < names.size(); ++line)
         painter.drawText(QRect(6, line * lineHeight, width - 12, lineHeight),
                          Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
@@ -106,9 +119,18 @@ QPixmap PaneTableView::dragPixmap() const
     return pixmap;
 }
 
+QRect PaneTableView::rowArea(int row) const
+{
+    // Right of the last column there is nothing to click on, so nothing is shown there.
+    const QHeaderView *header = horizontalHeader();
+    const int width = std::min(viewport()->width(), header->length() - header->offset());
+    const QRect area(0, rowViewportPosition(row), width, rowHeight(row));
+    return QStyle::visualRect(layoutDirection(), viewport()->rect(), area);
+}
+
 void PaneTableView::paintRow(QPainter &painter, int row)
 {
-    const QRect area(0, rowViewportPosition(row), viewport()->width(), rowHeight(row));
+    const QRect area = rowArea(row);
     const QColor textColor = paintRowBackground(painter, row, area);
 
     QStyleOptionViewItem option;
@@ -123,43 +145,58 @@ void PaneTableView::paintRow(QPainter &painter, int row)
         option.rect = visualRect(index);
         if (column == int(Column::Size)) // the numbers keep clear of the dates
             option.rect.adjust(0, 0, -SizeGap, 0);
-        if (option.rect.right() >= 0 && option.rect.left() < area.width())
+        // Of a long name the end tells as much as the start.
+        option.textElideMode = column == int(Column::Name) ? Qt::ElideMiddle : textElideMode();
+        if (option.rect.right() >= 0 && option.rect.left() < viewport()->width())
             itemDelegateForIndex(index)->paint(&painter, option, index);
+        if (column == int(Column::Icon) && _tableModel->rows()[row].isLink())
+            paintLinkBadge(painter, option.rect);
     }
 
-    if (hasFocus() && row == currentIndex().row() && !isRowSelected(row)) {
-        painter.setPen(palette().color(QPalette::Highlight));
+    // A row that is the only selected one needs no further mark.
+    if (hasFocus() && row == currentIndex().row()
+        && (!isRowSelected(row) || numberOfSelectedRows() > 1)) {
+        painter.setPen(isRowSelected(row) ? textColor : palette().color(QPalette::Highlight));
         painter.drawRect(area.adjusted(0, 0, -1, -1));
     }
 }
 
+void PaneTableView::paintLinkBadge(QPainter &painter, const QRect &iconCell)
+{
+    QRect badge(0, 0, BadgeSide, BadgeSide);
+    badge.moveBottomLeft(iconCell.bottomLeft() - QPoint(-1, 1));
+    themedIcon(QStringLiteral("emblem-symbolic-link")).paint(&painter, badge);
+}
+
 QColor PaneTableView::paintRowBackground(QPainter &painter, int row, const QRect &area)
 {
-    const QColor highlight =
-        isActivePane() ? palette().color(QPalette::Active, QPalette::Highlight) : mutedHighlight();
-    QColor textColor = palette().color(QPalette::Text);
-    if (isRowSelected(row)) {
-        painter.fillRect(area, highlight);
-        textColor = isActivePane() ? palette().color(QPalette::Active, QPalette::HighlightedText)
-                                   : palette().color(QPalette::Text);
-    }
     const int label = _tableModel->rows()[row].finderLabel();
-    if (label == 0)
-        return textColor;
-
     const QColor labelColor = FileQueries::finderLabelColor(label);
+    if (!isRowSelected(row)) {
+        if (label == 0)
+            return palette().color(QPalette::Text);
+        paintLabel(painter, area, labelColor);
+        return readableOn(labelColor);
+    }
+    painter.fillRect(area, selectionColor());
+    if (label != 0) {
+        painter.save();
+        const int between = std::max(0, area.width() - 2 * LabelCap);
+        painter.setClipRegion(QRegion(area)
+                              - QRegion(area.x() + LabelCap, area.y(), between, area.height()));
+        paintLabel(painter, area, labelColor);
+        painter.restore();
+    }
+    return selectedTextColor();
+}
+
+void PaneTableView::paintLabel(QPainter &painter, const QRect &area, const QColor &color)
+{
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     painter.fillPath(bezierPathWithRoundRect(
                          QRectF(area).adjusted(LabelInset, LabelInset, -LabelInset, -LabelInset),
                          LabelRadius, LabelRadius),
-                     labelColor);
+                     color);
     painter.restore();
-    if (isRowSelected(row)) { // the label alone would hide what the next command works on
-        constexpr double Half = SelectionFrame / 2;
-        painter.setPen(
-            QPen(highlight, SelectionFrame, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
-        painter.drawRect(QRectF(area).adjusted(Half, Half, -Half, -Half));
-    }
-    return readableOn(labelColor);
 }

@@ -1,5 +1,6 @@
 #include "views/PaneTableView.h"
 
+#include <QScrollBar>
 #include <QSignalBlocker>
 
 #include <algorithm>
@@ -36,6 +37,7 @@ void PaneTableView::selectRows(const RowSet &rows)
     const QItemSelection selection = ranges(rows);
     if (selection.isEmpty()) {
         clearSelection();
+        setCurrentRow(currentIndex().row());
         return;
     }
     setCurrentRow(selection.last().bottom());
@@ -61,6 +63,20 @@ void PaneTableView::scrollToRow(int row)
 {
     if (row >= 0 && row < rowCount())
         scrollTo(_tableModel->index(row, int(Column::Icon)));
+}
+
+ShownRows PaneTableView::shownRows() const
+{
+    return { selectedRows(), currentIndex().row(), rowAt(0) };
+}
+
+void PaneTableView::showRows(const ShownRows &rows)
+{
+    selectRows(rows.selected);
+    setCurrentRow(rows.current);
+    executeDelayedItemsLayout(); // else there is nothing to scroll yet
+    if (rows.first >= 0)
+        verticalScrollBar()->setValue(rows.first);
 }
 
 void PaneTableView::redraw()
@@ -92,9 +108,32 @@ void PaneTableView::setCurrentRow(int row)
     // A new current row alone must not move what is in view.
     const bool scrolls = hasAutoScroll();
     setAutoScroll(false);
-    selectionModel()->setCurrentIndex(_tableModel->index(row, int(Column::Name)),
-                                      QItemSelectionModel::NoUpdate);
+    _settingCurrentRow = true;
+    // The view's own, not the selection model's: Shift with arrows and clicks extends from it.
+    setCurrentIndex(_tableModel->index(row, int(Column::Name)));
+    _settingCurrentRow = false;
     setAutoScroll(scrolls);
+}
+
+void PaneTableView::currentChanged(const QModelIndex &current, const QModelIndex &previous)
+{
+    QTableView::currentChanged(current, previous);
+    redraw(); // the whole rows: the mark goes across
+}
+
+QItemSelectionModel::SelectionFlags PaneTableView::selectionCommand(const QModelIndex &index,
+                                                                    const QEvent *event) const
+{
+    return _settingCurrentRow ? QItemSelectionModel::NoUpdate
+                              : QTableView::selectionCommand(index, event);
+}
+
+QModelIndex PaneTableView::moveCursor(CursorAction action, Qt::KeyboardModifiers held)
+{
+    // The first and the last row, not cell of a row.
+    if (action == MoveHome || action == MoveEnd)
+        return _tableModel->index(action == MoveHome ? 0 : rowCount() - 1, int(Column::Name));
+    return QTableView::moveCursor(action, held);
 }
 
 void PaneTableView::selectionChanged(const QItemSelection &selected,

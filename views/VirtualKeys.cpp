@@ -13,7 +13,7 @@ struct Named {
 
 constexpr Named namedKeys[] = {
     { Qt::Key_F1, 122, "F1" },
-    { Qt::Key_F2, 120, "F2" },
+    { Qt::Key_F2, VirtualKeys::F2, "F2" },
     { Qt::Key_F3, 99, "F3" },
     { Qt::Key_F4, 118, "F4" },
     { Qt::Key_F5, VirtualKeys::F5, "F5" },
@@ -33,12 +33,12 @@ constexpr Named namedKeys[] = {
     { Qt::Key_F19, 80, "F19" },
     { Qt::Key_F20, 90, "F20" },
     { Qt::Key_Return, VirtualKeys::Return, "Return" },
-    { Qt::Key_Enter, 76, "Enter" },
+    { Qt::Key_Enter, VirtualKeys::KeypadEnter, "Enter" },
     { Qt::Key_Tab, 48, "Tab" },
     { Qt::Key_Backtab, 48, "Tab" },
     { Qt::Key_Space, VirtualKeys::Space, "Space" },
     { Qt::Key_Backspace, VirtualKeys::Backspace, "Backspace" },
-    { Qt::Key_Delete, 117, "Del" },
+    { Qt::Key_Delete, VirtualKeys::Delete, "Del" },
     { Qt::Key_Escape, VirtualKeys::Escape, "Esc" },
     { Qt::Key_Insert, 114, "Ins" },
     { Qt::Key_Help, 114, "Ins" },

@@ -9,6 +9,7 @@ class QKeyEvent;
 namespace VirtualKeys {
 
 inline constexpr int Return = 36, Space = 49, Backspace = 51, Escape = 53;
+inline constexpr int KeypadEnter = 76, Delete = 117, F2 = 120;
 inline constexpr int F5 = 96, F6 = 97, F7 = 98, F8 = 100, F9 = 101, F10 = 109;
 inline constexpr int Home = 115, End = 119, LeftArrow = 123, RightArrow = 124;
 

@@ -3,8 +3,22 @@
 #include <QPalette>
 
 #include <algorithm>
+#include <cmath>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+double luminance(const QColor &color)
+{
+    const auto linear = [](double share) {
+        return share <= 0.04045 ? share / 12.92 : std::pow((share + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF())
+        + 0.0722 * linear(color.blueF());
+}
+
+} // namespace
 
 QColor mixed(const QColor &below, const QColor &above, double share)
 {
@@ -27,6 +41,22 @@ QColor shifted(const QColor &color, double share)
 QColor readableOn(const QColor &ground)
 {
     return qGray(ground.rgb()) > 110 ? Qt::black : Qt::white;
+}
+
+double contrast(const QColor &a, const QColor &b)
+{
+    const auto [less, more] = std::minmax({ luminance(a), luminance(b) });
+    return (more + 0.05) / (less + 0.05);
+}
+
+QColor standingOut(const QColor &ground, const QColor &towards, double leastContrast)
+{
+    constexpr int Steps = 50;
+    for (int step = 1; step < Steps; ++step)
+        if (const QColor color = mixed(ground, towards, double(step) / Steps);
+            contrast(color, ground) >= leastContrast)
+            return color;
+    return towards;
 }
 
 bool isDark(const QPalette &palette)

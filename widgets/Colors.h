@@ -16,6 +16,13 @@ QColor shifted(const QColor &color, double share);
 // Black or white, whichever can be read on this ground.
 QColor readableOn(const QColor &ground);
 
+// How far two colours stand apart for the eye, from 1 (alike) to 21 (black and white). 3 is what a
+// shape needs to be seen, 4.5 what a text needs to be read.
+double contrast(const QColor &a, const QColor &b);
+
+// As little of `towards` on the ground as makes this contrast with it, or all of it.
+QColor standingOut(const QColor &ground, const QColor &towards, double leastContrast);
+
 // Whether windows are dark, with light texts.
 bool isDark(const QPalette &palette);
 

@@ -1,6 +1,10 @@
 #include "tests/support/World.h"
 #include "views/VirtualKeys.h"
+#include "widgets/Colors.h"
 
+#include <QContextMenuEvent>
+#include <QHeaderView>
+#include <QScrollBar>
 #include <QSignalSpy>
 
 using namespace Qt::StringLiterals;
@@ -77,7 +81,8 @@ private Q_SLOTS:
             { Qt::Key_Return, u"o % 2,3"_s }, { Qt::Key_Backspace, u"o % 0"_s },
             { Qt::Key_Left, u"o % 0"_s },     { Qt::Key_Right, u"n % 2,3"_s },
             { Qt::Key_Space, u"s % 2,3"_s },  { Qt::Key_B, u"letter b"_s },
-            { Qt::Key_7, u"letter 7"_s },
+            { Qt::Key_7, u"letter 7"_s },     { Qt::Key_Enter, u"o % 2,3"_s },
+            { Qt::Key_Delete, u"d % 2,3"_s }, { Qt::Key_F2, u"r % 3"_s },
         };
         for (const Side side : { Side::Left, Side::Right }) {
             for (const auto &[key, post] : keys) {
@@ -85,7 +90,7 @@ private Q_SLOTS:
                 panes.list(side).setFocus();
                 panes.list(side).selectRows({ 2, 3 });
                 Receiver receiver(panes.bus);
-                if (key == Qt::Key_F7 || key == Qt::Key_F9)
+                if (key == Qt::Key_F7 || key == Qt::Key_F9 || key == Qt::Key_F2)
                     panes.answerSheet({});
                 QTest::keyClick(&panes.list(side), key);
                 QCOMPARE(receiver.posts.value(0), QString(post).replace(u'%', sideWord(side)));
@@ -107,10 +112,10 @@ private Q_SLOTS:
             }
         }
         QCOMPARE(receiver.posts, QStringList { u"i Right -1"_s }); // Sides differ.
-        // A parent row that is not the newest one passes; deleting refuses it later.
+        // Of several, ".." is none.
         panes.left.selectRows({ 0, 4 });
         QTest::keyClick(&panes.left, Qt::Key_F5);
-        QCOMPARE(receiver.posts.last(), u"c Left 0,4"_s);
+        QCOMPARE(receiver.posts.last(), u"c Left 4"_s);
     }
 
     void bindingWinsOverFixedKeyButNotOverLetter()
@@ -120,39 +125,125 @@ private Q_SLOTS:
                                  { u"CopyModifierFlag"_s, 1 } };
         const QVariantMap remove { { u"DeleteKey"_s, 0 },
                                    { u"DeleteModifierFlag"_s, 0 } }; // the key A
-        panes.defaults.setValue(
-            Settings::ClassicKeys,
-            QVariantMap { { u"CopyKeys"_s, copy }, { u"DeleteKeys"_s, remove } });
+        const QVariantMap move { { u"MoveKey"_s, VirtualKeys::Delete },
+                                 { u"MoveModifierFlag"_s, 1 } };
+        panes.defaults.setValue(Settings::ClassicKeys,
+                                QVariantMap { { u"CopyKeys"_s, copy },
+                                              { u"MoveKeys"_s, move },
+                                              { u"DeleteKeys"_s, remove } });
         TableViewLeft table(panes.bus, panes.model, panes.defaults);
         table.selectRow(1);
         Receiver receiver(panes.bus);
         QTest::keyClick(&table, Qt::Key_Return, Qt::ShiftModifier);
         QTest::keyClick(&table, Qt::Key_A, Qt::ShiftModifier); // the flag the binding needs
+        QTest::keyClick(&table, Qt::Key_Delete); // is no longer the key of F8
         QCOMPARE(receiver.posts, QStringList({ u"c Left 1"_s, u"letter a"_s }));
     }
 
-    void navigationKeysMoveTheSelectionOrAreHandedOn()
+    void selectionExtendsFromWhereItWasPutLast()
+    {
+        // Words: keys, with "+" together with Shift; "3,5" selects rows as a command does, "@3" is
+        // a click on a row, "again" lists the folder again.
+        const std::pair<const char *, RowSet> rows[] = {
+            { "Down Down End +Up Delete", { 4, 5 } },
+            { "Down Home +End", { 1, 2, 3, 4, 5 } },
+            { "End +Home", { 1, 2, 3, 4, 5 } },
+            { "End +Home +Down", { 1, 2, 3, 4, 5 } },
+            { "Home +Down", { 1 } },
+            { "Home +Down +Down +Up", { 1 } },
+            { "End C +Up", { 2, 3 } },
+            { "End C +@5", { 3, 4, 5 } },
+            { "2,4 +Down", { 4, 5 } },
+            { "Home 2,4 +@3", { 3, 4 } },
+            { "Down +Down +Down Escape +Down", { 3, 4 } },
+            { "Home D again +Up", { 3, 4 } },
+            { "End +Up again +Down", { 4, 5 } }, // from the row that the keyboard was on
+            { "End again Up", { 4 } },
+            { "Down Escape", {} },
+        };
+        for (const auto &[words, selected] : rows) {
+            FivePanes panes;
+            for (QString word : QString::fromLatin1(words).split(u' ')) {
+                const bool shift = word.startsWith(u'+');
+                const Qt::KeyboardModifiers held = shift ? Qt::ShiftModifier : Qt::NoModifier;
+                word = word.mid(shift);
+                if (word == u"again"_s)
+                    panes.show(Side::Left, u"left"_s);
+                else if (word.startsWith(u'@'))
+                    QTest::mouseClick(panes.left.viewport(), Qt::LeftButton, held,
+                                      panes.cell(word.mid(1).toInt()));
+                else if (word.contains(u','))
+                    panes.left.selectRows({ word[0].digitValue(), word[2].digitValue() });
+                else
+                    QTest::keyClick(&panes.left, Qt::Key(QKeySequence(word)[0].key()), held);
+            }
+            QVERIFY2(panes.left.selectedRows() == selected, words);
+            QCOMPARE(panes.list(Side::Right).selectedRows(), RowSet { 0 });
+        }
+    }
+
+    void listingAgainKeepsSelectionAndViewByPath()
+    {
+        FivePanes panes;
+        for (int i = 0; i < 200; ++i)
+            panes.folder.write(u"left/f%1"_s.arg(i, 3));
+        panes.show(Side::Left, u"left"_s);
+        panes.left.selectRows({ 120, 130, 131 });
+        panes.left.verticalScrollBar()->setValue(110);
+        panes.folder.write(u"left/0 first"_s);
+        QVERIFY(QFile::remove(panes.folder.path(u"left/"_s + panes.model.rowsLeft()[130].name())));
+        panes.show(Side::Left, u"left"_s);
+        QCOMPARE(panes.left.selectedRows(), (RowSet { 121, 131 }));
+        QCOMPARE(panes.left.verticalScrollBar()->value(), 111);
+        panes.show(Side::Left, u"left"_s, u"left"_s); // entered anew
+        QCOMPARE(panes.left.selectedRows(), RowSet { 0 });
+        QCOMPARE(panes.left.verticalScrollBar()->value(), 0);
+    }
+
+    void otherKeysAreHandedOn()
     {
         FivePanes panes;
         const auto after = [&](Qt::Key key, Qt::KeyboardModifiers held = {}) {
             QTest::keyClick(&panes.left, key, held);
-            return panes.left.selectedRows();
         };
-        QCOMPARE(after(Qt::Key_End), RowSet { 5 });
-        QCOMPARE(after(Qt::Key_Up), RowSet { 4 });
-        QCOMPARE(after(Qt::Key_Up, Qt::ShiftModifier), (RowSet { 3, 4 }));
-        QCOMPARE(panes.left.selectedRow(), 3);
-        QCOMPARE(after(Qt::Key_Home), RowSet { 0 });
-        QCOMPARE(after(Qt::Key_Escape), RowSet {});
-        QCOMPARE(panes.list(Side::Right).selectedRows(), RowSet { 0 });
         const QSignalSpy other(&panes.left, &PaneTableView::otherPaneRequested);
         panes.left.disconnect(&panes.application); // nor does the program end
         const QSignalSpy exit(&panes.left, &PaneTableView::terminateRequested);
         after(Qt::Key_Tab);
         after(Qt::Key_Tab, Qt::ShiftModifier);
+        const QSignalSpy menu(&panes.left, &PaneTableView::contextMenuRequested);
+        after(Qt::Key_F10, Qt::ShiftModifier);
+        after(Qt::Key_Menu);
+        QCOMPARE(exit.count(), 0);
+        QCOMPARE(menu.count(), 1); // for the other key the desktop asks by itself
         after(Qt::Key_F10);
         QCOMPARE(other.count(), 2);
         QCOMPARE(exit.count(), 1);
+    }
+
+    void aRightClickIsForTheRowThereOrForTheFolder()
+    {
+        FivePanes panes;
+        panes.left.selectRows({ 1, 2 });
+        const struct {
+            QPoint place;
+            RowSet selected;
+            bool folder = false;
+        } clicks[] = {
+            { panes.cell(2), { 1, 2 } },
+            { QPoint(40, panes.left.viewport()->height() - 5), { 1, 2 }, true },
+            { panes.cell(4), { 4 } },
+        };
+        for (const auto &[place, selected, folder] : clicks) {
+            const QSignalSpy ofRows(&panes.left, &PaneTableView::contextMenuRequested);
+            const QSignalSpy ofFolder(&panes.left, &PaneTableView::folderMenuRequested);
+            QContextMenuEvent asked(QContextMenuEvent::Mouse, place,
+                                    panes.left.viewport()->mapToGlobal(place));
+            QCoreApplication::sendEvent(panes.left.viewport(), &asked);
+            QCOMPARE(ofRows.count(), folder ? 0 : 1);
+            QCOMPARE(ofFolder.count(), folder ? 1 : 0);
+            QCOMPARE(panes.left.selectedRows(), selected);
+        }
     }
 
     void onlyTheSecondClickOpens()
@@ -223,9 +314,10 @@ private Q_SLOTS:
         const QColor highlight = panes.left.palette().color(QPalette::Active, QPalette::Highlight);
         for (const Side active : { Side::Left, Side::Right }) {
             panes.list(active).setFocus();
-            const QColor muted = rowColor(panes.list(otherSide(active)), 2);
+            const QColor passive = rowColor(panes.list(otherSide(active)), 2);
             QCOMPARE(rowColor(panes.list(active), 2), highlight);
-            QVERIFY(muted != highlight && muted != panes.left.palette().color(QPalette::Base));
+            QVERIFY(passive != highlight);
+            QVERIFY(contrast(passive, panes.left.palette().color(QPalette::Base)) >= 3);
         }
     }
 
@@ -239,7 +331,15 @@ private Q_SLOTS:
             FileQueries::finderLabelColor(panes.model.rowsLeft()[row].finderLabel());
         QVERIFY(color != FileQueries::finderLabelColor(0));
         QCOMPARE(rowColor(panes.left, row), color);
-        QVERIFY(rowColor(panes.left, row == 1 ? 2 : row - 1) != color);
+        QVERIFY(rowColor(panes.left, row - 1) != color);
+        // Selected, it is seen at the ends alone.
+        panes.left.selectRow(row);
+        const QColor highlight = panes.left.palette().color(QPalette::Active, QPalette::Highlight);
+        QCOMPARE(rowColor(panes.left, row), highlight);
+        const QImage picture = panes.left.viewport()->grab().toImage();
+        const int y = panes.cell(row).y();
+        QCOMPARE(picture.pixelColor(2, y), color);
+        QCOMPARE(picture.pixelColor(panes.left.horizontalHeader()->length() - 3, y), color);
     }
 };
 
