@@ -143,7 +143,7 @@ void Sheet::setPicture(const QIcon &icon, int side)
 
 QPushButton *Sheet::addButton(const QString &text)
 {
-    auto *button = new QPushButton(QString(text).replace(u'&', "&&"_L1), this);
+    auto *button = new QPushButton(_mnemonics.marked(QString(text).replace(u'&', "&&"_L1)), this);
     button->setAccessibleName(text);
     button->setDefault(_buttons->count() == 1);
     _buttons->addWidget(button);

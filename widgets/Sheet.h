@@ -1,5 +1,7 @@
 #pragma once
 
+#include "widgets/Mnemonics.h"
+
 #include <QDialog>
 #include <QTimer>
 
@@ -53,6 +55,7 @@ private:
     QHBoxLayout *_columns;
     QVBoxLayout *_rows;
     QHBoxLayout *_buttons;
+    Mnemonics _mnemonics; // of the buttons
     bool _up = false;
     QTimer _waitForKeyboard;
 };

@@ -2,9 +2,10 @@
 
 #include "base/Localized.h"
 #include "sheets/WorkingSheet.h"
+#include "widgets/MenuText.h"
 #include "widgets/MenuTextButton.h"
+#include "widgets/Mnemonics.h"
 #include "window/MainWindowLayout.h"
-#include "window/MenuText.h"
 
 #include <QMenu>
 #include <QMenuBar>
@@ -38,6 +39,8 @@ RunsIndicator::RunsIndicator(MainWindowLayout &mainWindow, WorkingSheet &working
     sheet.setWaitingMenu(_menu);
     // Made when it opens and never under the pointer: a line must not move away from below it.
     connect(_menu, &QMenu::aboutToShow, this, &RunsIndicator::fillMenu);
+    markWhenShown(*_menu);
+    markTitles(*window.menuBar(), *_menu);
     _notAtOnce.setSingleShot(true);
     _notAtOnce.setInterval(Blink);
     _notAtOnce.callOnTimeout(this, &RunsIndicator::update);

@@ -89,9 +89,9 @@ private Q_SLOTS:
                      row.key == Qt::Key_Escape ? QString() : u"typed"_s + row.kept);
             const auto buttons = sheet.findChildren<QPushButton *>();
             QCOMPARE(buttons.size(), 2);
-            QCOMPARE(buttons[0]->text(), u"OK"_s);
+            QCOMPARE(buttons[0]->text(), u"&OK"_s);
             QVERIFY(buttons[0]->isDefault());
-            QCOMPARE(buttons[1]->text(), u"Cancel"_s);
+            QCOMPARE(buttons[1]->text(), u"&Cancel"_s);
             QTimer::singleShot(0, buttons[1], &QPushButton::click);
             QCOMPARE(sheet.getString(), QString());
         }

@@ -3,6 +3,7 @@
 #include "sheets/WorkingSheet.h"
 #include "tests/support/World.h"
 #include "widgets/MenuTextButton.h"
+#include "widgets/Mnemonics.h"
 
 using namespace Qt::StringLiterals;
 
@@ -16,7 +17,7 @@ struct RunsWorld : World {
         Q_EMIT menu.aboutToShow();
         QStringList texts;
         for (const QAction *action : menu.actions())
-            texts.append(action->text());
+            texts.append(Mnemonics::unmarked(action->text()));
         return texts;
     }
     void choose(const QString &line)
