@@ -2,22 +2,34 @@
 
 #include "base/Localized.h"
 #include "files/FileName.h"
+#include "files/PathText.h"
 #include "widgets/Colors.h"
+#include "widgets/MenuText.h"
+#include "widgets/Mnemonics.h"
 #include "widgets/RoundRect.h"
 
 #include <QContextMenuEvent>
 #include <QHelpEvent>
+#include <QMenu>
 #include <QPainter>
 #include <QPainterPath>
 #include <QStyle>
 #include <QToolTip>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
 constexpr int Padding = 8; // left and right of a label
 constexpr double Radius = 5;
+const QString Ellipsis = QChar(0x2026);
+
+void paintRing(QPainter &painter, const QRect &area, const QColor &color)
+{
+    painter.setPen(QPen(color, 2));
+    painter.drawRect(QRectF(area).adjusted(2, 2, -3, -2));
+}
 
 } // namespace
 
@@ -82,7 +94,8 @@ void SegmentedControl::setSelectedSegment(int segment)
 
 void SegmentedControl::describe()
 {
-    setAccessibleDescription(FileName::shown(label(hasFocus() ? _keyboard : _selected)));
+    const int segment = hasFocus() ? _keyboard : _selected;
+    setAccessibleDescription(FileName::shown(isFolded(segment) ? pathTo(segment) : label(segment)));
 }
 
 QSize SegmentedControl::sizeHint() const
@@ -96,40 +109,96 @@ QSize SegmentedControl::minimumSizeHint() const
     return { 80, sizeHint().height() };
 }
 
-QList<int> SegmentedControl::widths() const
+SegmentedControl::Widths SegmentedControl::widths() const
 {
-    QList<int> widths;
+    Widths widths;
     int excess = -width();
     for (const Segment &segment : _segments) {
-        widths.append(fontMetrics().horizontalAdvance(FileName::shown(segment.label))
-                      + 2 * Padding);
-        excess += widths.last();
+        widths.ofSegments.append(fontMetrics().horizontalAdvance(FileName::shown(segment.label))
+                                 + 2 * Padding);
+        excess += widths.ofSegments.last();
     }
-    const int narrow = fontMetrics().horizontalAdvance(QChar(0x2026)) + 2 * Padding;
+    const int narrow = fontMetrics().horizontalAdvance(Ellipsis) + 2 * Padding;
     const auto shrink = [&](int segment, int least) {
-        const int taken = std::clamp(widths[segment] - least, 0, std::max(excess, 0));
-        widths[segment] -= taken;
+        int &width = widths.ofSegments[segment];
+        const int taken = std::clamp(width - least, 0, std::max(excess, 0));
+        width -= taken;
         excess -= taken;
     };
+    const int parent = _selected - 1;
+    if (excess > 0 && parent > 1) {
+        widths.fold = narrow;
+        excess += narrow;
+    }
+    while (excess > 0 && widths.folded + 1 < parent)
+        excess -= std::exchange(widths.ofSegments[++widths.folded], 0);
     for (const int least : { narrow, 0 }) {
-        for (int segment = 0; segment < _selected; ++segment)
-            shrink(segment, least);
         for (int segment = segmentCount() - 1; segment > _selected; --segment)
             shrink(segment, least);
+        for (int segment = parent; segment >= 0; --segment)
+            if (!(segment > 0 && segment <= widths.folded))
+                shrink(segment, least);
     }
-    if (_selected >= 0)
+    if (_selected >= 0) {
+        const int taken = std::clamp(excess, 0, widths.fold);
+        widths.fold -= taken;
+        excess -= taken;
         shrink(_selected, 0);
+    }
     return widths;
+}
+
+QRect SegmentedControl::visualArea(int x, int width) const
+{
+    return QStyle::visualRect(layoutDirection(), rect(), QRect(x, 0, width, height()));
 }
 
 QRect SegmentedControl::segmentRect(int segment) const
 {
-    const QList<int> all = widths();
-    int x = 0;
+    const Widths all = widths();
+    int x = segment > 0 ? all.fold : 0;
     for (int before = 0; before < segment; ++before)
-        x += all[before];
-    const QRect area(x, 0, all.value(segment), height());
-    return QStyle::visualRect(layoutDirection(), rect(), area);
+        x += all.ofSegments[before];
+    return visualArea(x, all.ofSegments.value(segment));
+}
+
+QRect SegmentedControl::foldRect() const
+{
+    const Widths all = widths();
+    return visualArea(all.ofSegments.value(0), all.fold);
+}
+
+QString SegmentedControl::pathTo(int segment) const
+{
+    QStringList labels;
+    for (int i = 0; i <= segment; ++i)
+        labels.append(label(i));
+    return PathText::fromComponents(labels);
+}
+
+void SegmentedControl::openFold()
+{
+    auto *menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    for (int segment = 1; isFolded(segment); ++segment)
+        connect(menu->addAction(menuText(label(segment))), &QAction::triggered, this,
+                [this, segment] {
+                    choose(segment);
+                    if (hasFocus())
+                        Q_EMIT escaped();
+                });
+    markWhenShown(*menu);
+    menu->popup(mapToGlobal(foldRect().bottomLeft()));
+}
+
+int SegmentedControl::neighbour(int step) const
+{
+    int segment = _keyboard + step;
+    if (isFolded(segment) && isFolded(_keyboard))
+        segment = step < 0 ? 0 : widths().folded + 1;
+    else if (isFolded(segment))
+        segment = widths().folded;
+    return std::clamp(segment, 0, segmentCount() - 1);
 }
 
 int SegmentedControl::segmentAt(const QPoint &position) const
@@ -160,6 +229,12 @@ void SegmentedControl::paintEvent(QPaintEvent *)
         const double edge = (isRightToLeft() ? area.left() : area.right()) + 0.5;
         painter.drawLine(QPointF(edge, 0), QPointF(edge, height()));
     }
+    if (const QRect area = foldRect(); !area.isEmpty()) {
+        paintFold(painter, area);
+        painter.setPen(line);
+        const double edge = (isRightToLeft() ? area.left() : area.right()) + 0.5;
+        painter.drawLine(QPointF(edge, 0), QPointF(edge, height()));
+    }
     painter.restore();
     const QColor ring = palette().color(QPalette::Highlight);
     painter.setPen(hasFocus() ? QPen(ring, 2) : QPen(line, 1));
@@ -177,17 +252,30 @@ void SegmentedControl::paintSegment(QPainter &painter, int segment, const QRect 
         painter.fillRect(area, mixed(base, text, 0.2));
     else if (segment == _hovered)
         painter.fillRect(area, mixed(base, text, 0.08));
-    if (hasFocus() && segment == _keyboard) {
-        painter.setPen(QPen(accent, 2));
-        painter.drawRect(QRectF(area).adjusted(2, 2, -3, -2));
-    }
+    if (hasFocus() && segment == _keyboard)
+        paintRing(painter, area, accent);
     // The folders further on, by which the user came, stand back.
     painter.setPen(segment > _selected ? mixed(base, text, 0.6) : text);
+    paintLabel(painter, area, FileName::shown(_segments[segment].label));
+}
+
+void SegmentedControl::paintFold(QPainter &painter, const QRect &area) const
+{
+    if (area.contains(mapFromGlobal(QCursor::pos())) && underMouse())
+        painter.fillRect(
+            area, mixed(palette().color(QPalette::Base), palette().color(QPalette::Text), 0.08));
+    if (hasFocus() && isFolded(_keyboard))
+        paintRing(painter, area, palette().color(QPalette::Highlight));
+    painter.setPen(palette().color(QPalette::Text));
+    paintLabel(painter, area, Ellipsis);
+}
+
+void SegmentedControl::paintLabel(QPainter &painter, const QRect &area, const QString &text) const
+{
     const int padding = std::min(Padding, area.width() / 4);
     const QRect inner = area.adjusted(padding, 0, -padding, 0);
     painter.drawText(inner, Qt::AlignCenter | Qt::TextSingleLine | Qt::TextDontClip,
-                     fontMetrics().elidedText(FileName::shown(_segments[segment].label),
-                                              Qt::ElideMiddle, inner.width() + 1));
+                     fontMetrics().elidedText(text, Qt::ElideMiddle, inner.width() + 1));
 }
 
 void SegmentedControl::choose(int segment)
@@ -202,17 +290,16 @@ void SegmentedControl::mousePressEvent(QMouseEvent *event)
 {
     if (event->button() != Qt::LeftButton)
         return;
+    if (foldRect().contains(event->position().toPoint()))
+        return openFold();
     _pressed = segmentAt(event->position().toPoint());
     update();
 }
 
 void SegmentedControl::mouseMoveEvent(QMouseEvent *event)
 {
-    const int hovered = segmentAt(event->position().toPoint());
-    if (hovered != _hovered) {
-        _hovered = hovered;
-        update();
-    }
+    _hovered = segmentAt(event->position().toPoint());
+    update();
 }
 
 void SegmentedControl::mouseReleaseEvent(QMouseEvent *event)
@@ -227,16 +314,19 @@ void SegmentedControl::keyPressEvent(QKeyEvent *event)
 {
     const int forward = isRightToLeft() ? Qt::Key_Left : Qt::Key_Right;
     const int back = isRightToLeft() ? Qt::Key_Right : Qt::Key_Left;
+    const bool chooses = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter
+        || event->key() == Qt::Key_Space;
     if (event->key() == back)
-        _keyboard = std::max(_keyboard - 1, 0);
+        _keyboard = neighbour(-1);
     else if (event->key() == forward)
-        _keyboard = std::min(_keyboard + 1, segmentCount() - 1);
+        _keyboard = neighbour(1);
     else if (event->key() == Qt::Key_Home)
         _keyboard = 0;
     else if (event->key() == Qt::Key_End)
         _keyboard = segmentCount() - 1;
-    else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter
-             || event->key() == Qt::Key_Space) {
+    else if (chooses && isFolded(_keyboard))
+        openFold();
+    else if (chooses) {
         choose(_keyboard);
         Q_EMIT escaped();
     } else if (event->key() == Qt::Key_Escape)
@@ -270,12 +360,14 @@ bool SegmentedControl::event(QEvent *event)
     if (event->type() == QEvent::ToolTip) {
         const auto *help = static_cast<QHelpEvent *>(event);
         const int segment = segmentAt(help->pos());
-        const QString text = FileName::shown(segmentToolTip(segment)).toHtmlEscaped();
+        const bool onFold = foldRect().contains(help->pos());
+        const QString tip = onFold ? pathTo(_selected) : segmentToolTip(segment);
+        const QString text = FileName::shown(tip).toHtmlEscaped();
         if (text.isEmpty())
             QToolTip::hideText();
         else // as rich text, so that a name with tags in it cannot become one
             QToolTip::showText(help->globalPos(), QStringLiteral("<span>%1</span>").arg(text), this,
-                               segmentRect(segment));
+                               onFold ? foldRect() : segmentRect(segment));
         return true;
     }
     return QWidget::event(event);

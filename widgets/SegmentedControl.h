@@ -3,8 +3,8 @@
 #include <QList>
 #include <QWidget>
 
-// A row of segments of which exactly one is selected. When it gets narrow the segments before the
-// selected one shrink first, so that this one stays readable.
+// A row of segments of which exactly one is selected. When it gets narrow those behind the first
+// are folded into one that opens a menu, so that the selected one and its nearest stay readable.
 class SegmentedControl final : public QWidget {
     Q_OBJECT
 
@@ -25,7 +25,8 @@ public:
     void setSegmentToolTip(int segment, const QString &text);
     int selectedSegment() const { return _selected; } // -1 for none
     void setSelectedSegment(int segment);
-    QRect segmentRect(int segment) const;
+    QRect segmentRect(int segment) const; // empty for one that is folded
+    QRect foldRect() const; // empty while nothing is folded
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
@@ -51,11 +52,24 @@ private:
         QString label;
         QString toolTip;
     };
-    QList<int> widths() const;
+    // The width of each segment; the first `folded` behind segment 0 have none, and share a fold.
+    struct Widths {
+        QList<int> ofSegments;
+        int folded = 0;
+        int fold = 0;
+    };
+    Widths widths() const;
+    QRect visualArea(int x, int width) const;
+    bool isFolded(int segment) const { return segment > 0 && segment <= widths().folded; }
+    QString pathTo(int segment) const; // the labels up to it, as one text
+    void openFold();
+    int neighbour(int step) const; // of the keyboard's segment; what is folded counts as one
     int segmentAt(const QPoint &position) const; // -1 for none
     void choose(int segment);
     void describe();
     void paintSegment(QPainter &painter, int segment, const QRect &area) const;
+    void paintFold(QPainter &painter, const QRect &area) const;
+    void paintLabel(QPainter &painter, const QRect &area, const QString &text) const;
 
     QList<Segment> _segments;
     ControlSize _controlSize = ControlSize::Small;

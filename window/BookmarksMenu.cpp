@@ -9,7 +9,7 @@
 #include "model/PaneWindow.h"
 #include "platform/Alerts.h"
 #include "widgets/Icons.h"
-#include "window/MenuText.h"
+#include "widgets/MenuText.h"
 
 #include <QMenu>
 

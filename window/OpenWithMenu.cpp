@@ -4,7 +4,7 @@
 #include "commands/PaneCommands.h"
 #include "platform/Workspace.h"
 #include "settings/BookmarkStore.h"
-#include "window/MenuText.h"
+#include "widgets/MenuText.h"
 
 #include <QMenu>
 

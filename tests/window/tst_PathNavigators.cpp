@@ -2,6 +2,9 @@
 
 #include "base/Localized.h"
 #include "tests/support/World.h"
+#include "widgets/Mnemonics.h"
+
+#include <QSignalSpy>
 
 using namespace Qt::StringLiterals;
 
@@ -82,25 +85,73 @@ private Q_SLOTS:
         QCOMPARE(world.shown(Side::Left), world.folder.path(odd + u"/C"_s));
     }
 
-    void aNarrowBarKeepsTheShownFolderReadable()
+    void aNarrowBarFoldsTheMiddle()
     {
         SegmentedControl control;
-        const QString names[] = { u"first of all"_s, u"second"_s, u"the one shown"_s,
-                                  u"further on"_s };
-        control.setSegmentCount(4);
-        for (int segment = 0; segment < 4; ++segment)
+        const QString names[] = { u"/"_s,      u"first of all"_s,  u"second"_s,    u"third"_s,
+                                  u"parent"_s, u"the one shown"_s, u"further on"_s };
+        control.setSegmentCount(7);
+        for (int segment = 0; segment < 7; ++segment)
             control.setLabel(segment, names[segment]);
-        control.setSelectedSegment(2);
+        control.setSelectedSegment(5);
         control.resize(2000, 30);
         const auto width = [&](int segment) { return control.segmentRect(segment).width(); };
-        const int shown = width(2);
-        const int second = width(1);
-        control.resize(control.segmentRect(3).right() + 1 - width(0) / 2, 30);
-        QCOMPARE(width(1), second); // the first gives way first
-        control.resize(shown + 10, 30);
-        QCOMPARE(width(2), shown);
-        control.resize(shown / 2, 30);
-        QCOMPARE(width(2), shown / 2);
+        QList<int> wide;
+        for (int segment = 0; segment < 7; ++segment)
+            wide.append(width(segment));
+        const int all = control.segmentRect(6).right() + 1;
+        control.resize(all - 1, 30);
+        const int fold = control.foldRect().width();
+        const int folded = all - wide[1] - wide[2] - wide[3] + fold; // room without them
+        const struct {
+            int room;
+            QList<int> readable; // segments
+        } rows[] = {
+            { all, { 0, 1, 2, 3, 4, 5, 6 } },
+            { all - wide[1] / 2, { 0, 2, 3, 4, 5, 6 } }, // the one behind the root goes first
+            { folded, { 0, 4, 5, 6 } },
+            { folded - wide[6] / 2, { 0, 4, 5 } },
+            { wide[5] + 10, { 5 } },
+            { wide[5] / 2, {} },
+        };
+        for (const auto &[room, readable] : rows) {
+            control.resize(room, 30);
+            QList<int> whole;
+            int used = control.foldRect().width();
+            for (int segment = 0; segment < 7; ++segment) {
+                used += width(segment);
+                if (width(segment) == wide[segment])
+                    whole.append(segment);
+            }
+            QCOMPARE(whole, readable);
+            QVERIFY(used <= room);
+            QCOMPARE(control.segmentCount(), 7); // in painting only
+        }
+        // By mouse and keyboard a menu of what is folded comes up.
+        control.resize(folded, 30);
+        control.show();
+        const QSignalSpy chosen(&control, &SegmentedControl::clicked);
+        const auto choose = [&](const QString &name) {
+            QTRY_VERIFY(QApplication::activePopupWidget());
+            QStringList items;
+            for (QAction *item : QApplication::activePopupWidget()->actions()) {
+                items.append(Mnemonics::unmarked(item->text()));
+                if (items.last() == name)
+                    item->trigger();
+            }
+            QApplication::activePopupWidget()->close();
+            QCOMPARE(items.join(u' '), u"first of all second third"_s);
+        };
+        QTest::mouseClick(&control, Qt::LeftButton, {}, control.foldRect().center());
+        choose(u"third"_s);
+        QCOMPARE(control.selectedSegment(), 3);
+        control.setSelectedSegment(5);
+        control.setFocus();
+        for (const auto key : { Qt::Key_Left, Qt::Key_Left, Qt::Key_Return })
+            QTest::keyClick(&control, key);
+        choose(u"second"_s);
+        QCOMPARE(control.selectedSegment(), 2);
+        QCOMPARE(chosen.size(), 2);
     }
 
     void onlyTheLeftPaneKnowsWhatLiesInItsPath()
