@@ -57,6 +57,8 @@ void Application::connectPane(Side side)
     connect(&list, &PaneTableView::terminateRequested, this, &Application::quit);
     connect(&list, &PaneTableView::contextMenuRequested, &_menus.popUpMenu(),
             [this](const QPoint &position) { _menus.popUpMenu().popup(position); });
+    connect(&list, &PaneTableView::folderMenuRequested, &_menus.folderMenu(side),
+            [this, side](const QPoint &position) { _menus.folderMenu(side).popup(position); });
     connect(&navigator, &SegmentedControl::escaped, &list, [&list] { list.setFocus(); });
     connect(&navigator, &SegmentedControl::contextMenuAsked, &_menus.pathMenu(side),
             [this, side](const QPoint &position) { _menus.pathMenu(side).popup(position); });
@@ -68,6 +70,15 @@ void Application::giveRunners()
     _commands.setRunner(Command::Quit, [this] { quit(); });
     _commands.setRunner(Command::ShowClassicButtons,
                         [this] { _windowController.showClassicButtonsClicked(); });
+    constexpr std::pair<Command, Column> sortings[] = { { Command::SortByName, Column::Name },
+                                                        { Command::SortBySize, Column::Size },
+                                                        { Command::SortByDate, Column::Date },
+                                                        { Command::SortByType, Column::Type } };
+    for (const auto &[command, column] : sortings)
+        _commands.setRunner(command, [this, column] { // as a click on its title
+            if (const PaneTable *list = _windowController.getFirstResponderTableView())
+                Q_EMIT fileList(list->side()).columnClicked(column);
+        });
     _commands.setRunner(Command::ChooseInPath, [this] {
         if (const PaneTable *list = _windowController.getFirstResponderTableView())
             _navigators.control(list->side()).setFocus(Qt::ShortcutFocusReason);

@@ -33,6 +33,8 @@ struct CommandEntry {
     const char *paneKey = nullptr; // a fixed key that the panes answer to
     // When menus enable it. A guard that the command has of its own stays with its function.
     MenuRule menuRule = &always;
+    // Of a command that is one of a choice: when menus show it as chosen.
+    MenuRule chosenRule = nullptr;
     Run run {};
 
     // It stands once for each pane, in the menu of that pane's navigator.

@@ -37,6 +37,7 @@ QAction *Commands::newAction(const CommandEntry &entry, const ClassicKeys &keys,
         action->setIcon(themedIcon(QString::fromLatin1(entry.icon)));
     if (entry.shortcut)
         action->setShortcut(QKeySequence(QString::fromLatin1(entry.shortcut)));
+    action->setCheckable(entry.chosenRule);
     action->setVisible(!std::holds_alternative<ByApplication>(entry.run)
                        && !std::holds_alternative<Tool>(entry.run));
     connect(action, &QAction::triggered, this, [this, id = entry.id, menu] { run(id, menu); });
@@ -79,11 +80,14 @@ void Commands::validate() const
     if (const PaneTable *list = window.getFirstResponderTableView()) {
         state.selectedRow = list->selectedRow();
         state.path = _subjects.panes.selectedPath();
+        state.sortedBy = list->highlightedColumn();
     }
     for (const CommandEntry &entry : commandTable()) {
         const bool enabled = entry.menuRule(state);
         for (const Side side : { Side::Left, Side::Right })
             action(entry.id, side)->setEnabled(enabled);
+        if (entry.chosenRule)
+            action(entry.id)->setChecked(entry.chosenRule(state));
     }
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "model/Listing.h"
+
 #include <QString>
 
 #include <optional>
@@ -11,6 +13,7 @@ struct MenuState {
     std::optional<int> selectedRow {}; // none without an active pane
     QString path {};
     const FileQueries &queries;
+    std::optional<Column> sortedBy {};
 };
 
 // The rules by which menus enable their commands.
@@ -22,3 +25,10 @@ bool onPackage(const MenuState &state);
 bool onArchive(const MenuState &state);
 bool onVolume(const MenuState &state);
 bool onFolderOrNothing(const MenuState &state); // with nothing selected the parent folder is meant
+
+// By which column the active pane is sorted.
+template <Column By>
+bool isSortedBy(const MenuState &state)
+{
+    return state.sortedBy == By;
+}

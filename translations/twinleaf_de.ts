@@ -348,6 +348,10 @@
         <translation>&amp;Ansicht</translation>
     </message>
     <message>
+        <source>Sort by</source>
+        <translation>Sortieren nach</translation>
+    </message>
+    <message>
         <source>&amp;Go</source>
         <translation>&amp;Gehe zu</translation>
     </message>

@@ -2,6 +2,7 @@
 
 #include "base/Localized.h"
 #include "commands/Commands.h"
+#include "widgets/Mnemonics.h"
 
 #include <QMenu>
 #include <QMenuBar>
@@ -43,10 +44,18 @@ constexpr Line viewMenu[] = {
     Command::ShowHiddenFiles,
     Command::ShowClassicButtons,
 };
+constexpr Line sortMenuLines[] = { Command::SortByName, Command::SortBySize, Command::SortByDate,
+                                   Command::SortByType };
 constexpr Line goMenu[] = { Command::ChooseInPath, Separator };
 constexpr Line pathMenuLines[] = {
     Command::HomeFolder, Command::Volumes,  Command::OtherFolder,       Command::FolderOfOtherPane,
     Separator,           Command::CopyPath, Command::CopyLocalizedPath,
+};
+constexpr Line folderMenuLines[] = {
+    Command::NewFolder,       Separator,         Command::SelectAll,
+    Command::GroupSelect,     Separator,         Command::Reload,
+    Command::ShowHiddenFiles, Separator,         Command::FolderOfOtherPane,
+    Command::OtherFolder,     Command::CopyPath, Command::CopyLocalizedPath,
 };
 constexpr Line bookmarksMenuLines[] = { Command::AddBookmark, Separator };
 constexpr Line toolsMenuLines[] = {
@@ -61,42 +70,53 @@ MenuBar::MenuBar(QMenuBar &menuBar, Commands &allCommands)
     : menus(menuBar)
     , commands(allCommands)
 {
-    _openWithMenu = new QMenu(&menus);
+    _openWithMenu = &newMenu({});
     commands.action(Command::OpenWith)->setMenu(_openWithMenu);
     addMenu(QT_TRANSLATE_NOOP("Twinleaf", "&File"), fileMenu);
     addMenu(QT_TRANSLATE_NOOP("Twinleaf", "&Select"), selectMenu);
-    addMenu(QT_TRANSLATE_NOOP("Twinleaf", "&View"), viewMenu);
+    QMenu &view = addMenu(QT_TRANSLATE_NOOP("Twinleaf", "&View"), viewMenu);
+    QMenu &sortBy = newMenu(sortMenuLines);
+    sortBy.setTitle(localized("Sort by"));
+    view.insertMenu(commands.action(Command::ShowHiddenFiles), &sortBy);
     QMenu &go = addMenu(QT_TRANSLATE_NOOP("Twinleaf", "&Go"), goMenu);
     for (const Side side : { Side::Left, Side::Right }) {
-        _pathMenus[side] = go.addMenu(localized(side == Side::Left ? "Left pane" : "Right pane"));
-        fill(*_pathMenus[side], pathMenuLines, side);
+        _pathMenus[side] = &newMenu(pathMenuLines, side);
+        _pathMenus[side]->setTitle(localized(side == Side::Left ? "Left pane" : "Right pane"));
+        go.addMenu(_pathMenus[side]);
+        _folderMenus[side] = &newMenu(folderMenuLines, side);
+        validateWhileOpen(*_folderMenus[side]);
+        _folderMenus[side]->insertMenu(commands.action(Command::ShowHiddenFiles), &sortBy);
     }
     _bookmarksMenu = &addMenu(QT_TRANSLATE_NOOP("Twinleaf", "&Bookmarks"), bookmarksMenuLines);
     _toolsMenu = &addMenu(QT_TRANSLATE_NOOP("Twinleaf", "&Tools"), toolsMenuLines);
     _toolsMenu->menuAction()->setVisible(false); // until a tool is found
     addMenu(QT_TRANSLATE_NOOP("Twinleaf", "&Help"), helpMenu);
+    markTitles(menus, *_toolsMenu);
 
-    _popUpMenu = new QMenu(&menus);
+    _popUpMenu = &newMenu(Lines(fileMenu).first(LinesAboutItems));
     validateWhileOpen(*_popUpMenu);
-    fill(*_popUpMenu, Lines(fileMenu).first(LinesAboutItems));
+}
+
+QMenu &MenuBar::newMenu(Lines lines, Side side)
+{
+    auto *menu = new QMenu(&menus);
+    markWhenShown(*menu);
+    for (const Line &line : lines) {
+        if (line)
+            menu->addAction(commands.action(*line, side));
+        else
+            menu->addSeparator();
+    }
+    return *menu;
 }
 
 QMenu &MenuBar::addMenu(const char *title, Lines lines)
 {
-    QMenu *menu = menus.addMenu(localized(title));
-    validateWhileOpen(*menu);
-    fill(*menu, lines);
-    return *menu;
-}
-
-void MenuBar::fill(QMenu &menu, Lines lines, Side side) const
-{
-    for (const Line &line : lines) {
-        if (line)
-            menu.addAction(commands.action(*line, side));
-        else
-            menu.addSeparator();
-    }
+    QMenu &menu = newMenu(lines);
+    menu.setTitle(localized(title));
+    menus.addMenu(&menu);
+    validateWhileOpen(menu);
+    return menu;
 }
 
 void MenuBar::validateWhileOpen(QMenu &menu) const

@@ -17,6 +17,7 @@ public:
     MenuBar(QMenuBar &menus, Commands &commands);
 
     QMenu &popUpMenu() const { return *_popUpMenu; } // of a row
+    QMenu &folderMenu(Side side) const { return *_folderMenus[side]; } // of a pane, beside its rows
     QMenu &pathMenu(Side side) const { return *_pathMenus[side]; } // of a navigator
     QMenu &openWithMenu() const { return *_openWithMenu; }
     QMenu &bookmarksMenu() const { return *_bookmarksMenu; }
@@ -25,13 +26,14 @@ public:
 private:
     using Lines = std::span<const std::optional<Command>>;
 
+    QMenu &newMenu(Lines lines, Side side = Side::Left);
     QMenu &addMenu(const char *title, Lines lines);
-    void fill(QMenu &menu, Lines lines, Side side = Side::Left) const;
     void validateWhileOpen(QMenu &menu) const;
 
     QMenuBar &menus;
     Commands &commands;
     QMenu *_popUpMenu = nullptr;
+    PerSide<QMenu *> _folderMenus;
     PerSide<QMenu *> _pathMenus;
     QMenu *_openWithMenu = nullptr;
     QMenu *_bookmarksMenu = nullptr;

@@ -1,6 +1,7 @@
 #include "commands/CommandTable.h"
 
 #include "tests/support/World.h"
+#include "widgets/Mnemonics.h"
 
 using namespace Qt::StringLiterals;
 
@@ -83,6 +84,38 @@ private Q_SLOTS:
             QCOMPARE(item->isVisible(), entry.id != Command::CheckForNewerVersion);
             QVERIFY2(!item->associatedObjects().isEmpty(), entry.text); // stands in some menu
         }
+    }
+
+    void everyMenuItemHasAKeyOfItsOwn()
+    {
+        StartedWorld world;
+        world.isEnabled(Command::Open); // opens all menus
+        QList<QWidget *> menus { world.window.menuBar() };
+        for (QMenu *menu : world.window.menuBar()->findChildren<QMenu *>())
+            menus.append(menu);
+        QVERIFY(menus.size() > 12);
+        for (const QWidget *menu : std::as_const(menus)) {
+            QStringList keys;
+            const auto items = menu->actions();
+            for (const QAction *item : items) {
+                const QString key = QKeySequence::mnemonic(item->text()).toString();
+                if (item->isSeparator())
+                    continue;
+                QVERIFY2(key.isEmpty() != item->isVisible(), qPrintable(item->text()));
+                if (item->isVisible())
+                    keys.append(key);
+            }
+            QCOMPARE(keys.removeDuplicates(), 0);
+        }
+        Mnemonics mnemonics;
+        const std::pair<QString, QString> rows[] = {
+            { u"Copy"_s, u"&Copy"_s },         { u"Copy path\tF5"_s, u"Copy &path\tF5"_s },
+            { u"A && B"_s, u"&A && B"_s },     { u"c&cx"_s, u"cc&x"_s }, // a wish that is taken
+            { u"Dat&ei"_s, u"Dat&ei"_s },      { u"&Datei"_s, u"&Datei"_s },
+            { u"\u00d6 c"_s, u"&\u00d6 c"_s }, { u"pac\tXYZ"_s, u"pac\tXYZ"_s }, // none is left
+        };
+        for (const auto &[text, marked] : rows)
+            QCOMPARE(mnemonics.marked(text), marked);
     }
 };
 
