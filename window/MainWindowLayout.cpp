@@ -4,11 +4,13 @@
 #include "commands/CommandTable.h"
 #include "views/TableViews.h"
 #include "widgets/ActivitySpinner.h"
+#include "widgets/Icons.h"
 #include "widgets/MenuTextButton.h"
 #include "widgets/SegmentedControl.h"
 #include "window/ClassicButton.h"
 #include "window/InfoBarTextField.h"
 
+#include <QGuiApplication>
 #include <QMenuBar>
 #include <QSplitter>
 #include <QVBoxLayout>
@@ -35,6 +37,7 @@ MainWindowLayout::MainWindowLayout(MessageBus &bus, MainModel &mainModel, UserDe
     , progressIndicator(new ActivitySpinner(this))
 {
     setWindowTitle(u"Twinleaf"_s);
+    QGuiApplication::setWindowIcon(themedIcon(u"org.twinleaf.Twinleaf"_s));
     splitView->setHandleWidth(Margin);
     splitView->setChildrenCollapsible(false);
     splitView->addWidget(pane(Side::Left));

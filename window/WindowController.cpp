@@ -2,6 +2,7 @@
 
 #include "base/Localized.h"
 #include "commands/Commands.h"
+#include "files/FileName.h"
 #include "model/MainModel.h"
 #include "model/PaneSettings.h"
 #include "platform/OpenDialogs.h"
@@ -12,10 +13,13 @@
 #include "widgets/InputSheet.h"
 #include "window/MainWindowLayout.h"
 #include "window/PathNavigators.h"
+#include "window/WindowFrame.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QMenuBar>
+
+using namespace Qt::StringLiterals;
 
 WindowController::WindowController(MainWindowLayout &layout, MessageBus &messages,
                                    const PathNavigators &pathNavigators, MainModel &model,
@@ -28,9 +32,12 @@ WindowController::WindowController(MainWindowLayout &layout, MessageBus &message
     , openDialogs(dialogs)
 {
     bus.subscribe(ApplicationWillTerminate, this, &WindowController::applicationWillTerminate);
+    bus.subscribe(DirectoryChanged, this, &WindowController::showTitle);
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget *before, const QWidget *now) {
         if (now == mainWindow.menuBar())
             _focusBeforeMenuBar = before;
+        if (const auto side = activeSide())
+            showTitle(*side, {});
     });
 }
 
@@ -47,6 +54,17 @@ void WindowController::awakeFromNib()
     if (!defaults.boolean(Settings::ShowClassicButtons).value_or(true))
         showClassicButtonsClicked();
     setDateFormatters();
+    restoreFrame(mainWindow, defaults);
+}
+
+void WindowController::showTitle(Side side, const FolderChange &)
+{
+    if (side != activeSide().value_or(Side::Left))
+        return;
+    const SegmentedControl &navigator = navigators.control(side);
+    const QString folder = FileName::shown(navigator.label(navigator.selectedSegment()));
+    // "[*]" has a meaning of its own in titles.
+    mainWindow.setWindowTitle(QString(folder).replace("[*]"_L1, "[*][*]"_L1) + u" – Twinleaf"_s);
 }
 
 void WindowController::setDateFormatters()
@@ -74,6 +92,7 @@ void WindowController::setClassicButtonsVisible(bool visible)
 
 void WindowController::applicationWillTerminate(const NoPayload &)
 {
+    saveFrame(mainWindow, defaults);
     const bool savePaths = defaults.boolean(Settings::SaveLastPaths).value_or(true);
     for (const Side side : { Side::Left, Side::Right }) {
         if (savePaths)

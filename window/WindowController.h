@@ -48,6 +48,7 @@ public:
 
 private:
     void applicationWillTerminate(const NoPayload &);
+    void showTitle(Side side, const FolderChange &);
     std::optional<Side> activeSide() const;
 
     MainWindowLayout &mainWindow;

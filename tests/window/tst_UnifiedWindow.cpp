@@ -1,13 +1,12 @@
 #include "window/UnifiedWindow.h"
 
-#include "settings/SettingsKeys.h"
-#include "settings/UserDefaults.h"
-#include "tests/support/TestFolder.h"
+#include "tests/support/World.h"
 #include "window/BackgroundPieces.h"
 #include "window/InfoBarTextField.h"
+#include "window/WindowFrame.h"
 
 #include <QSignalSpy>
-#include <QTest>
+#include <QSplitter>
 
 using namespace Qt::StringLiterals;
 
@@ -48,6 +47,40 @@ private Q_SLOTS:
         const QImage top = backgroundPiece(u"top_left"_s, Qt::gray, 1).toImage();
         const QImage side = backgroundPiece(u"middle_left"_s, Qt::gray, 1).toImage();
         QVERIFY(qAbs(qGray(top.pixel(0, top.height() - 1)) - qGray(side.pixel(0, 0))) <= 1);
+    }
+
+    void theFrameComesBackAsFarAsTheScreenHasRoom()
+    {
+        const QRect screen(0, 20, 640, 400);
+        const std::pair<QRect, QRect> rows[] = {
+            { { 10, 30, 600, 300 }, { 10, 30, 600, 300 } },
+            { { -50, 0, 600, 300 }, { 0, 20, 600, 300 } },
+            { { 300, 300, 600, 300 }, { 40, 120, 600, 300 } },
+            { { 100, 100, 1120, 700 }, { 0, 20, 640, 400 } },
+        };
+        for (const auto &[frame, fitted] : rows)
+            QCOMPARE(fittedTo(screen, frame), fitted);
+
+        StartedWorld world;
+        QCOMPARE(world.window.windowTitle(), u"left – Twinleaf"_s);
+        world.focus(Side::Right);
+        QTRY_COMPARE(world.window.windowTitle(), u"right – Twinleaf"_s);
+        const auto state = [&] {
+            return std::tuple(world.window.size(), world.window.splitView->sizes(),
+                              world.list().columnWidths());
+        };
+        world.window.resize(760, 500);
+        world.window.splitView->setSizes({ 300, 400 });
+        world.list().setColumnWidths({ 0, 0, 61, 62, 63 });
+        QTRY_COMPARE(world.window.size(), QSize(760, 500));
+        const auto left = state();
+        world.bus.post(ApplicationWillTerminate);
+        world.window.resize(700, 450);
+        world.window.splitView->setSizes({ 350, 350 });
+        world.list().setColumnWidths({ 0, 0, 71, 72, 73 });
+        QVERIFY(state() != left);
+        restoreFrame(world.window, world.defaults);
+        QTRY_COMPARE(state(), left);
     }
 
     void aFieldIsFramedWhereItIsPaintedAnew()
