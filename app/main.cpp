@@ -4,6 +4,7 @@
 #include "settings/BundleInfo.h"
 
 #include <QApplication>
+#include <QLibraryInfo>
 #include <QTimer>
 #include <QTranslator>
 
@@ -50,6 +51,11 @@ int main(int argc, char **argv)
     QCoreApplication::setApplicationVersion(BundleInfo::version());
     QGuiApplication::setDesktopFileName(u"org.twinleaf.Twinleaf"_s);
     const auto application = applicationFor(argc, argv);
+    // Buttons, file dialogs and names of keys are the toolkit's; the later one counts first.
+    QTranslator ofToolkit;
+    if (ofToolkit.load(QLocale(), u"qtbase"_s, u"_"_s,
+                       QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QCoreApplication::installTranslator(&ofToolkit);
     QTranslator translator;
     if (translator.load(QLocale(), u"twinleaf"_s, u"_"_s, u":/i18n"_s))
         QCoreApplication::installTranslator(&translator);
