@@ -14,7 +14,7 @@ private Q_SLOTS:
         constexpr auto Up = SortDirection::Ascending;
         constexpr auto Down = SortDirection::Descending;
         const QList<std::tuple<QVariant, QVariant, Column, SortDirection>> cases {
-            { {}, {}, Column::Name, Down }, // the first start
+            { {}, {}, Column::Name, Up }, // the first start
             { u"Size"_s, {}, Column::Size, Down },
             { {}, true, Column::Name, Up },
             { u"Date"_s, true, Column::Date, Up },
@@ -93,7 +93,7 @@ private Q_SLOTS:
             { 2, u"su"_s, 2, { 2 } }, // part of a name on that way
             { 2, u"elsewhere"_s, 0, { 0 } }, // reached anew
             { 2, u""_s, 0, { 0 } }, // no name
-            { 2, {}, 0, { 0 } }, // a plain reload
+            { 2, {}, 0, { 3, 4 } }, // a plain reload forgets it, and keeps what is selected
         };
         StartedWorld world;
         world.bus.post(DirectoryChanged.right, { .path = world.left });
@@ -101,6 +101,7 @@ private Q_SLOTS:
             for (const Side side : { Side::Left, Side::Right }) {
                 world.model.selectedItems(side).setRow(remembered, world.left);
                 world.window.paths[side] = world.left + u"/sub"_s;
+                world.window.tables[side].selectRows({ 3, 4 });
                 world.bus.post(DirectoryChanged[side], { .path = world.left, .item = item });
                 QCOMPARE(world.window.tables[side].selected, selected);
                 QCOMPARE(world.window.tables[side].scrolledTo, row);

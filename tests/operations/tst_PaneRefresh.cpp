@@ -13,6 +13,8 @@ struct Panes : Desk {
         : Desk(u"from/a, from/b, from/c, from/d, to/a, to/b, to/c, to/d"_s)
     {
         window.focus = focus;
+        for (const Side each : { Side::Left, Side::Right })
+            window.tables[each].column = Column::Name;
         show(source, sameFolder ? source : destination);
         active().selectRows({ 2, 3 });
         other().selectRows({ 1, 4 });
@@ -48,9 +50,10 @@ private Q_SLOTS:
             RowSet active; // none: the item of the record
             RowSet other;
         } cases[] = {
-            // Kept: a copy lists only the opposite pane, though both may show what changed.
-            { "copy", Copy, false, u"R"_s, u"L"_s, { 2, 3 }, { 0 } },
-            { "copy, same folder", Copy, true, u"R"_s, u"L"_s, { 2, 3 }, { 0 } },
+            // Kept: a copy lists only the opposite pane, though both may show what changed. There
+            // the same items stay selected.
+            { "copy", Copy, false, u"R"_s, u"L"_s, { 2, 3 }, { 1, 5 } },
+            { "copy, same folder", Copy, true, u"R"_s, u"L"_s, { 2, 3 }, { 1, 5 } },
             // The first of the selected rows stays selected.
             { "move", Move, false, u"LR"_s, u"LR"_s, { 2 }, { 1 } },
             { "delete", Delete, false, u"L"_s, u"R"_s, { 2 }, { 1 } },
@@ -58,7 +61,7 @@ private Q_SLOTS:
             { "duplicate", Duplicate, false, u"L"_s, u"R"_s, { 2 }, { 1, 4 } },
             { "duplicate, same folder", Duplicate, true, u"LR"_s, u"RL"_s, { 2 }, { 1 } },
             { "rename", Rename, false, u"L"_s, u"R"_s, {}, { 1, 4 } },
-            { "new folder, same folder", NewFolder, true, u"LR"_s, u"LR"_s, {}, { 0 } },
+            { "new folder, same folder", NewFolder, true, u"LR"_s, u"LR"_s, {}, { 1, 5 } },
             { "information", Info, false, u"L"_s, u"R"_s, {}, { 1, 4 } },
         };
         using Focus = std::optional<Side>;
