@@ -1,5 +1,6 @@
 #include "operations/PaneRefresh.h"
 
+#include "files/SameFile.h"
 #include "model/MainModel.h"
 #include "model/Messages.h"
 #include "model/PaneWindow.h"
@@ -43,8 +44,8 @@ void PaneRefresh::updateFileLists(const OperationRecord &record)
 {
     if (record.operation == Operation::Archive) {
         for (const Side side : { Side::Left, Side::Right })
-            if (mainModel->folder(side) == record.item)
-                postDirectoryChangedNotification(side, record.item);
+            if (SameFile::isSame(mainModel->folder(side), record.item))
+                postCurrent(side);
         return;
     }
     const PaneTable *responder = windowController->getFirstResponderTableView();
