@@ -323,19 +323,6 @@ bool PaneTableView::focusNextPrevChild(bool)
     return true;
 }
 
-void PaneTableView::focusInEvent(QFocusEvent *event)
-{
-    QTableView::focusInEvent(event);
-    update();
-}
-
-void PaneTableView::focusOutEvent(QFocusEvent *event)
-{
-    QTableView::focusOutEvent(event);
-    update();
-    viewport()->update();
-}
-
 void PaneTableView::changeEvent(QEvent *event)
 {
     QTableView::changeEvent(event);

@@ -55,6 +55,9 @@ public:
     void renameItemClicked();
     virtual void showInfoClicked();
 
+    // Whether commands act on this pane: also while a sheet or a menu has the keyboard.
+    void setActivePane(bool active);
+
     // Marks the row that a drop would go into; with one that is none the pane as a whole.
     void showDropTarget(int row);
     void hideDropTarget();
@@ -83,8 +86,6 @@ protected:
     void startDrag(Qt::DropActions) override { Q_EMIT dragRequested(); }
     void contextMenuEvent(QContextMenuEvent *event) override;
     bool focusNextPrevChild(bool next) override;
-    void focusInEvent(QFocusEvent *event) override;
-    void focusOutEvent(QFocusEvent *event) override;
     void changeEvent(QEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
@@ -113,7 +114,6 @@ private:
     void setCurrentRow(int row);
 
     // PaneTableViewPainting.cpp
-    bool isActivePane() const;
     QColor selectionColor() const;
     QColor selectedTextColor() const;
     void paintFrame();
@@ -133,5 +133,6 @@ private:
     QBitArray _selected;
     int _newestRow = -1;
     bool _settingCurrentRow = false;
+    bool _isActive = false;
     std::optional<int> _dropRow; // -1: the pane
 };

@@ -14,21 +14,23 @@ namespace {
 constexpr int SizeGap = 6; // pixels
 constexpr double LabelInset = 1.0; // pixels
 constexpr double LabelRadius = 10.0; // pixels
-constexpr int LabelCap = 20; // pixels of a label that a selection leaves to be seen at either end
+constexpr int LabelStart = 20; // pixels of a label that a selection leaves, under the icon
+constexpr int LabelEnd = 10; // and at the other end
 constexpr double PassiveContrast = 3.2;
 constexpr int BadgeSide = 10; // pixels
 
 } // namespace
 
-bool PaneTableView::isActivePane() const
+void PaneTableView::setActivePane(bool active)
 {
-    // Also while a sheet or a menu has the keyboard: the pane it will act on stays plain.
-    return window()->focusWidget() == this;
+    _isActive = active;
+    update();
+    redraw();
 }
 
 QColor PaneTableView::selectionColor() const
 {
-    if (isActivePane())
+    if (_isActive)
         return palette().color(QPalette::Active, QPalette::Highlight);
     // Without the colour of the active one, and plain to see all the same.
     return standingOut(palette().color(QPalette::Base), palette().color(QPalette::Text),
@@ -37,8 +39,8 @@ QColor PaneTableView::selectionColor() const
 
 QColor PaneTableView::selectedTextColor() const
 {
-    return isActivePane() ? palette().color(QPalette::Active, QPalette::HighlightedText)
-                          : readableOn(selectionColor());
+    return _isActive ? palette().color(QPalette::Active, QPalette::HighlightedText)
+                     : readableOn(selectionColor());
 }
 
 void PaneTableView::paintFrame()
@@ -46,7 +48,7 @@ void PaneTableView::paintFrame()
     QPainter painter(this);
     const QRect frame = rect();
     painter.fillRect(frame, palette().color(QPalette::Base));
-    if (isActivePane()) {
+    if (_isActive) {
         painter.setPen(QPen(palette().color(QPalette::Active, QPalette::Highlight), 2));
         painter.drawRect(QRectF(frame).adjusted(1, 1, -1, -1));
     } else {
@@ -181,9 +183,9 @@ QColor PaneTableView::paintRowBackground(QPainter &painter, int row, const QRect
     painter.fillRect(area, selectionColor());
     if (label != 0) {
         painter.save();
-        const int between = std::max(0, area.width() - 2 * LabelCap);
         painter.setClipRegion(QRegion(area)
-                              - QRegion(area.x() + LabelCap, area.y(), between, area.height()));
+                              - QStyle::visualRect(layoutDirection(), area,
+                                                   area.adjusted(LabelStart, 0, -LabelEnd, 0)));
         paintLabel(painter, area, labelColor);
         painter.restore();
     }

@@ -36,8 +36,11 @@ WindowController::WindowController(MainWindowLayout &layout, MessageBus &message
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget *before, const QWidget *now) {
         if (now == mainWindow.menuBar())
             _focusBeforeMenuBar = before;
-        if (const auto side = activeSide())
-            showTitle(*side, {});
+        const auto active = activeSide();
+        for (const Side side : { Side::Left, Side::Right })
+            mainWindow.fileList(side).setActivePane(side == active);
+        if (active)
+            showTitle(*active, {});
     });
 }
 
@@ -55,6 +58,7 @@ void WindowController::awakeFromNib()
         showClassicButtonsClicked();
     setDateFormatters();
     restoreFrame(mainWindow, defaults);
+    mainWindow.fileList(Side::Left).setActivePane(true); // before the keyboard is there
 }
 
 void WindowController::showTitle(Side side, const FolderChange &)

@@ -338,8 +338,9 @@ private Q_SLOTS:
         QCOMPARE(rowColor(panes.left, row), highlight);
         const QImage picture = panes.left.viewport()->grab().toImage();
         const int y = panes.cell(row).y();
+        QVERIFY(panes.left.horizontalHeader()->length() >= picture.width());
         QCOMPARE(picture.pixelColor(2, y), color);
-        QCOMPARE(picture.pixelColor(panes.left.horizontalHeader()->length() - 3, y), color);
+        QCOMPARE(picture.pixelColor(picture.width() - 3, y), color);
     }
 };
 
