@@ -334,11 +334,11 @@ private Q_SLOTS:
         QVERIFY(rowColor(panes.left, row - 1) != color);
         // Selected, it is seen at the ends alone.
         panes.left.selectRow(row);
+        panes.left.setColumnWidths({ 0, 0, 40, 40, 40 }); // all in view
         const QColor highlight = panes.left.palette().color(QPalette::Active, QPalette::Highlight);
         QCOMPARE(rowColor(panes.left, row), highlight);
         const QImage picture = panes.left.viewport()->grab().toImage();
         const int y = panes.cell(row).y();
-        QVERIFY(panes.left.horizontalHeader()->length() >= picture.width());
         QCOMPARE(picture.pixelColor(2, y), color);
         QCOMPARE(picture.pixelColor(picture.width() - 3, y), color);
     }
