@@ -16,6 +16,7 @@ struct StagedName {
         Making = 'm', // not whole yet
         Ready = 'i', // the number is the inode of the new item: any other one is what it replaced
         Old = 'o', // set aside, where a file system cannot exchange two names
+        Unpacking = 'u', // a folder: what has come out of the archive of that name so far
         Trash = 't', // a folder in which it goes to the Trash under its own name
     };
 

@@ -139,6 +139,12 @@ private:
         switch (staged->role) {
         case StagedName::Making:
             return remove(entry, *status, staged->name);
+        case StagedName::Unpacking:
+            removeTreeAt(_staging.number(), entry, status->identity, ClosedFolders::Open);
+            _told += filled(localized("Unpacking '%@' was interrupted; what had not arrived was "
+                                      "removed."),
+                            FileName::shown(FileName::fromBytes(staged->name)));
+            return;
         case StagedName::Ready:
             if (_keepsInodes && status->identity.inode == staged->number)
                 return remove(entry, *status, staged->name);

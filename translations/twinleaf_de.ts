@@ -702,6 +702,10 @@ Stelle der zuletzt gezeigten Ordner; eine Datei öffnet ihren Ordner und ist aus
         <translation>Es kam dorthin oder wurde verändert, während das neue gepackt wurde. „Nein“ behält es und verwirft das neue.</translation>
     </message>
     <message>
+        <source>Unpacking '%@' was interrupted; what had not arrived was removed.</source>
+        <translation>Das Entpacken von „%@“ wurde unterbrochen; was noch nicht angekommen war, wurde entfernt.</translation>
+    </message>
+    <message>
         <source>Please enter archive name:</source>
         <translation>Bitte Namen des Archivs eingeben:</translation>
     </message>

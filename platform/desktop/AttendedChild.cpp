@@ -74,7 +74,8 @@ int waitForAll(pid_t program)
     sigaction(SIGTERM, &action, nullptr);
     prctl(PR_SET_CHILD_SUBREAPER, 1, 0, 0, 0);
     prctl(PR_SET_PDEATHSIG, SIGTERM, 0, 0, 0);
-    if (getppid() != parent)
+    // Without a group of its own, the signal would be for the whole program.
+    if (getppid() != parent || getpgrp() != getpid())
         _exit(EXIT_FAILURE);
     const pid_t program = fork();
     if (program == 0) {

@@ -10,6 +10,7 @@ public:
     ProgramEnd runAt(int folder, const QStringList &arguments,
                      const std::function<void(pid_t)> &started = {}) override;
     ProgramEnd runIn(const QString &folder, const QStringList &arguments,
-                     const ProgramAttention &attention) override;
-    ProgramEnd runShell(const QString &commandLine, const ProgramAttention &attention) override;
+                     const ProgramAttention &attention = {}) override;
+    ProgramEnd runShell(const QString &commandLine,
+                        const ProgramAttention &attention = {}) override;
 };
