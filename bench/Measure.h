@@ -36,6 +36,7 @@ struct Pair {
     std::function<void()> work;
     std::function<void()> floor;
     std::function<void()> before = [] {}; // each of them, untimed
+    std::function<void()> beforeFloor {}; // where the floor needs something else
 };
 
 inline void report(const std::string &name, int runs, const Pair &pair,
@@ -45,7 +46,7 @@ inline void report(const std::string &name, int runs, const Pair &pair,
     std::vector<double> floors;
     for (int run = 0; run < runs; ++run) {
         for (const bool floor : { run % 2 == 0, run % 2 != 0 }) {
-            pair.before();
+            (floor && pair.beforeFloor ? pair.beforeFloor : pair.before)();
             (floor ? floors : works).push_back(milliseconds(floor ? pair.floor : pair.work));
         }
     }
