@@ -138,7 +138,12 @@ bool FileFlags::devicePossiblyHasMarks(quint64 device)
 bool FileFlags::isLocked(const QString &path)
 {
     const auto status = fileStatus(path, Links::NoFollow);
-    if (status && status->immutable)
+    return status && isLocked(path, *status);
+}
+
+bool FileFlags::isLocked(const QString &path, const FileStatus &status)
+{
+    if (status.immutable)
         return true;
     char value = 0;
     const ssize_t size =

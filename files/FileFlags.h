@@ -7,6 +7,8 @@
 
 #include <memory>
 
+struct FileStatus;
+
 // Marks on an item beyond its status: label, alias and hidden flags as other systems write them
 // (FinderInfo, see the readers of user.com.apple.FinderInfo, osx.com.apple.FinderInfo and
 // user.org.netatalk.Metadata), desktop tags, and the lock. Any thread.
@@ -33,5 +35,6 @@ bool devicePossiblyHasMarks(quint64 device);
 
 // Locked by its owner (xattr user.twinleaf.locked) or immutable. Links are not followed.
 bool isLocked(const QString &path);
+bool isLocked(const QString &path, const FileStatus &status);
 
 } // namespace FileFlags

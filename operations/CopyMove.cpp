@@ -85,6 +85,11 @@ CopyMove::Next CopyMove::performItem(Run &run, qsizetype &index) // worker threa
         }
         if (mayAsk && _queue.isCancelled())
             return Next::EndThread;
+        if (run.operation == Operation::Move && movesToFree(run, name)) {
+            tell(run, name);
+            ++run.counter;
+            return Next::GoOn;
+        }
         const Decision decision = decide(run, name, mayAsk, index + 1 == items.size());
         if (decision.leaves == Next::EndThread)
             return Next::EndThread;
@@ -122,7 +127,8 @@ CopyMove::Decision CopyMove::decide(Run &run, const QString &name, bool mayAsk,
         : standing.failure                        ? reasonText(standing.failure)
         : standing.status && run.transfer.madeHere(*standing.status)
         ? localized("The existing item was made by the same run.")
-        : refusalOf(run.source(name), run.target(name), standing.status, run.operation);
+        : refusalOf(run.source(name), run.transfer.atSource(name).status, run.target(name),
+                    standing.status, run.operation);
     if (!decision.reason.isNull())
         return decision;
     decision.standing = Standing::Refuse;
@@ -155,6 +161,15 @@ CopyMove::Decision CopyMove::decide(Run &run, const QString &name, bool mayAsk,
     return decision;
 }
 
+bool CopyMove::movesToFree(Run &run, const QString &name) // worker thread
+{
+    if (!PathText::isItemName(name))
+        return false;
+    const auto given = run.transfer.atSource(name).status;
+    return given && refusalOf(run.source(name), given, run.target(name), {}, run.operation).isNull()
+        && run.transfer.moveToFree(name, *given);
+}
+
 TransferEnd CopyMove::putInto(Run &run, const QString &name) // worker thread
 {
     Transfer inner(run.operation, run.request.source, run.target(name), programs, workspace,
@@ -162,8 +177,9 @@ TransferEnd CopyMove::putInto(Run &run, const QString &name) // worker thread
     const auto standing = inner.atDestination(name);
     if (standing.failure)
         return { TransferEnd::Failed, reasonText(standing.failure) };
-    const QString refused = refusalOf(run.source(name), PathText::joined(run.target(name), name),
-                                      standing.status, run.operation);
+    const QString refused =
+        refusalOf(run.source(name), inner.atSource(name).status,
+                  PathText::joined(run.target(name), name), standing.status, run.operation);
     if (!refused.isNull())
         return { TransferEnd::Failed, refused };
     const TransferEnd end = inner.put(name, standing.status ? Standing::ToTrash : Standing::Refuse);
@@ -186,7 +202,8 @@ bool CopyMove::duplicate(const QString &source, const QString &destination, QStr
     if (!PathText::isItemName(as))
         return fails(FileName::shown(as));
     const auto existing = fileStatus(destination, Links::NoFollow);
-    QString refused = refusalOf(source, destination, existing, Operation::Copy);
+    const auto given = fileStatus(source, Links::NoFollow);
+    QString refused = refusalOf(source, given, destination, existing, Operation::Copy);
     // Kept: an existing folder is copied into, not replaced.
     const bool into = refused.isNull() && isFolder(existing);
     if (into) {
@@ -199,7 +216,8 @@ bool CopyMove::duplicate(const QString &source, const QString &destination, QStr
     if (standing.failure)
         return fails(reasonText(standing.failure));
     if (into)
-        refused = refusalOf(source, PathText::joined(folder, as), standing.status, Operation::Copy);
+        refused = refusalOf(source, given, PathText::joined(folder, as), standing.status,
+                            Operation::Copy);
     if (!refused.isNull())
         return fails(refused);
     const TransferEnd end =

@@ -48,6 +48,7 @@ private:
         QString reason;
     };
     Decision decide(Run &run, const QString &name, bool mayAsk, bool isLast);
+    bool movesToFree(Run &run, const QString &name);
     TransferEnd putInto(Run &run, const QString &name);
     void tell(Run &run, const QString &name);
     bool isLong(Run &run) const; // so that the sheet comes up

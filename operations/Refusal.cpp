@@ -14,19 +14,19 @@ bool isFolder(const std::optional<FileStatus> &status)
 
 } // namespace
 
-QString refusalOf(const QString &source, const QString &target,
-                  const std::optional<FileStatus> &standing, Operation operation)
+QString refusalOf(const QString &source, const std::optional<FileStatus> &given,
+                  const QString &target, const std::optional<FileStatus> &standing,
+                  Operation operation)
 {
-    if (operation == Operation::Move && FileFlags::isLocked(source))
+    if (operation == Operation::Move && given && FileFlags::isLocked(source, *given))
         return localized("The item is locked.");
-    const auto given = fileStatus(source, Links::NoFollow);
     if (isFolder(given) && SameFile::isInside(PathText::parent(target), source))
         return localized("A folder cannot be put into itself.");
     if (!standing)
         return {};
     if (SameFile::isSame(source, target))
         return localized("Both are the same item.");
-    if (FileFlags::isLocked(target))
+    if (FileFlags::isLocked(target, *standing))
         return localized("The existing item is locked.");
     if (isFolder(standing) && SameFile::isInside(PathText::parent(source), target))
         return localized("The existing item holds the new one.");

@@ -125,16 +125,26 @@ TransferEnd Transfer::putAs(const QString &name, const QString &as, Standing sta
         end = attempt(item);
     }
     if (end.what == TransferEnd::Done) {
-        if (const auto made = statxStatus(_destination.number(), item.to, Links::NoFollow))
-            _made.insert(key(made->identity));
+        _made.insert(key(_arrived));
         if (_pending.isDue())
             _pending.settle();
     }
     return end;
 }
 
+bool Transfer::moveToFree(const QString &name, const FileStatus &given)
+{
+    const QByteArray bytes = FileName::toBytes(name);
+    if (_noDestination || given.mountPoint
+        || Rename::noReplace(_source.number(), bytes, _destination.number(), bytes))
+        return false;
+    _made.insert(key(given.identity));
+    return true;
+}
+
 TransferEnd Transfer::attempt(const Item &item)
 {
+    _arrived = item.status.identity; // unless a copy does
     if (_operation == Operation::Move)
         return move(item);
     return item.status.kind == FileKind::Regular ? copyFile(item) : copyByProgram(item);

@@ -55,6 +55,10 @@ public:
     TransferEnd placeMade(Standing standing, const std::optional<FileStatus> &shown = {});
     QString hiddenFolder() const { return _staging.path(); }
 
+    // The quick way of most moves: one rename inside the file system, to a name that proves to be
+    // free. False when it is not to be had; then nothing was done.
+    bool moveToFree(const QString &name, const FileStatus &given);
+
     // A run never writes over what it just made.
     bool madeHere(const FileStatus &status) const { return _made.contains(key(status.identity)); }
 
@@ -114,6 +118,7 @@ private:
     Staging _staging;
     PendingRemovals _pending;
     Product _product;
+    FileIdentity _arrived; // by the last attempt
     mutable bool _noSpace = false; // what the last attempt failed for
     QSet<Key> _made;
 };

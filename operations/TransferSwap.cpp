@@ -20,6 +20,7 @@ bool Transfer::isWanted(const FileStatus &found, const std::optional<FileStatus>
 
 TransferEnd Transfer::place(const Item &item, const Arrival &arrival)
 {
+    _arrived = arrival.identity;
     if (item.standing == Standing::Refuse) {
         const auto reason = arrival.take(_destination.number(), item.to);
         if (reason == std::errc::file_exists)
