@@ -1,6 +1,7 @@
 #include "app/Application.h"
 
 #include "base/Localized.h"
+#include "files/PathText.h"
 #include "platform/Alerts.h"
 #include "platform/OpenDialogs.h"
 #include "settings/BundleInfo.h"
@@ -14,10 +15,12 @@
 
 Application::Application(const Services &services, const CommandLine &line)
     : _services(services)
+    , _line(line)
     , _twinleaf(_bus, services.defaults, services.alerts, services.programs, services.workspace,
-                _kinds, services.openDialogs)
-    , _mainModel(_bus, services.defaults, services.alerts, _twinleaf, _twinleaf, _kinds)
+                _kinds, services.openDialogs, _waiting)
+    , _mainModel(_bus, services.defaults, services.alerts, _twinleaf, _twinleaf, _kinds, _waiting)
     , _mainWindow(_bus, _mainModel, services.defaults)
+    , _waitingWindow(_mainWindow, _waiting)
     , _navigators(*_mainWindow.segmentedControls.left, *_mainWindow.segmentedControls.right, _bus,
                   _mainModel, _twinleaf, services.defaults)
     , _infoBars(_mainWindow.infoBars, _mainModel, _twinleaf, services.defaults)
@@ -28,12 +31,12 @@ Application::Application(const Services &services, const CommandLine &line)
     , _archiveSheet(_bus, &_mainWindow)
     , _windowController(_mainWindow, _bus, _navigators, _mainModel, services.defaults,
                         services.openDialogs)
-    , _volumeReload(_mainModel, _navigators, services.workspace, services.openDialogs, _bus)
-    , _leftDrops(*_mainWindow.leftFileList, _mainModel, _twinleaf, services.alerts)
-    , _rightDrops(*_mainWindow.rightFileList, _mainModel, _twinleaf, services.alerts)
+    , _volumeReload(_mainModel, _navigators, services.workspace, services.openDialogs)
+    , _leftDrops(*_mainWindow.leftFileList, _mainModel, _twinleaf, _twinleaf, services.alerts)
+    , _rightDrops(*_mainWindow.rightFileList, _mainModel, _twinleaf, _twinleaf, services.alerts)
     , _paneCommands(_windowController, _bus, _mainModel, _twinleaf, _twinleaf, services.defaults,
                     services.openPanel, services.alerts)
-    , _folderCommands(_windowController, _bus, _twinleaf, services.workspace, services.alerts)
+    , _folderCommands(_windowController, _mainModel, _twinleaf, services.workspace, services.alerts)
     , _selectionCommands(_windowController, _bus, _mainModel, _twinleaf, _twinleaf,
                          services.defaults,
                          [this](const QString &title) { return askForPattern(title); })
@@ -42,16 +45,13 @@ Application::Application(const Services &services, const CommandLine &line)
     , _menus(*_mainWindow.menuBar(), _commands)
     , _runsIndicator(_mainWindow, _workingSheet)
     , _bookmarkStore(services.defaults)
-    , _bookmarksMenu(_menus.bookmarksMenu(), _bookmarkStore, _paneCommands, _windowController, _bus,
-                     _twinleaf, services.alerts)
+    , _bookmarksMenu(_menus.bookmarksMenu(), _bookmarkStore, _paneCommands, _windowController,
+                     _mainModel, _twinleaf, services.alerts)
     , _openWithMenu(_menus.openWithMenu(), _bookmarkStore, _paneCommands, services.workspace)
     , _updateCheck(services.versionServer, _twinleaf, services.alerts,
                    { BundleInfo::versionFileAddress(), BundleInfo::downloadAddress() },
                    BundleInfo::version())
 {
-    for (const Side side : { Side::Left, Side::Right })
-        if (const auto &folder = line.folders[side])
-            _mainModel.setStartFolder(side, *folder);
     connectAll();
 }
 
@@ -64,12 +64,29 @@ Application::~Application()
 
 void Application::start()
 {
-    // First of all: what an interrupted run set aside is back before it is listed.
-    _twinleaf.settleInterruptedWork();
-    awakeAll();
+    // Shown first: a disk that takes its time is waited for in a window that says so.
     _mainWindow.leftFileList->setFocus();
     _mainWindow.show();
-    _twinleaf.tellInterruptedWork();
+    // What an interrupted run set aside is back before it is listed.
+    const auto settled = _waiting.forAnswer(PathText::homeFolder(), [this] {
+        _twinleaf.settleInterruptedWork();
+        return true;
+    });
+    takeFolders();
+    awakeAll();
+    if (settled)
+        _twinleaf.tellInterruptedWork();
+}
+
+void Application::takeFolders()
+{
+    for (const Side side : { Side::Left, Side::Right })
+        if (const auto &path = _line.folders[side]) {
+            const auto folder =
+                _waiting.forAnswer(*path, [path = *path] { return startFolder(path); });
+            _mainModel.setStartFolder(
+                side, folder.value_or(MainModel::StartFolder { PathText::homeFolder() }));
+        }
 }
 
 void Application::quit()
@@ -96,8 +113,10 @@ void Application::powerOff()
     const Alerts::Silence silence(_services.alerts);
     save();
     _twinleaf.stopAll();
-    // A worker behind a question ends when the question's own event loop has; see ~Application.
-    if (!_services.openDialogs.anyOpen())
+    _waiting.giveUp();
+    // A worker behind a question ends when the question's own event loop has, and one that waits
+    // for its turn when the wait is over; see ~Application.
+    if (!_services.openDialogs.anyOpen() && !_waiting.isWaiting())
         _twinleaf.drain();
 }
 

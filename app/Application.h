@@ -25,6 +25,7 @@
 #include "window/PathNavigators.h"
 #include "window/RunsIndicator.h"
 #include "window/VolumeReload.h"
+#include "window/WaitingWindow.h"
 #include "window/WindowController.h"
 
 #include <QObject>
@@ -45,6 +46,7 @@ public:
 
     MessageBus &bus() { return _bus; }
     const FileKinds &kinds() const { return _kinds; }
+    Waiting &waiting() { return _waiting; }
     Twinleaf &twinleaf() { return _twinleaf; }
     MainModel &mainModel() { return _mainModel; }
     MainWindowLayout &mainWindow() { return _mainWindow; }
@@ -55,6 +57,7 @@ public:
     BookmarkStore &bookmarkStore() { return _bookmarkStore; }
 
 private:
+    void takeFolders(); // of the command line
     void connectAll(); // Wiring.cpp
     void connectPane(Side side); // Wiring.cpp
     void giveRunners(); // Wiring.cpp
@@ -66,11 +69,14 @@ private:
     void stopWork();
 
     const Services _services;
+    const CommandLine _line;
     MessageBus _bus;
     FileKinds _kinds;
+    Waiting _waiting;
     Twinleaf _twinleaf;
     MainModel _mainModel;
     MainWindowLayout _mainWindow;
+    WaitingWindow _waitingWindow;
     PathNavigators _navigators;
     InfoBars _infoBars;
     FolderSize _folderSize;

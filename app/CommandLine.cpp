@@ -26,9 +26,10 @@ QString absolutePath(const char *argument)
     return PathText::normalized(FileName::fromBytes(path.c_str()));
 }
 
-MainModel::StartFolder startFolder(const char *argument)
+} // namespace
+
+MainModel::StartFolder startFolder(const QString &path)
 {
-    const QString path = absolutePath(argument);
     const auto status = fileStatus(path, Links::Follow);
     if (!status || status->kind != FileKind::Directory) {
         if (exists(path)) // also a dangling link: it stands in its folder
@@ -45,8 +46,6 @@ MainModel::StartFolder startFolder(const char *argument)
     }
     return { path };
 }
-
-} // namespace
 
 QString usageText()
 {
@@ -82,7 +81,7 @@ CommandLine readCommandLine(int count, const char *const *arguments)
             return { CommandLine::Task::Wrong,
                      localized("more than two folders were given; see --help") };
         } else {
-            line.folders[folders++ == 0 ? Side::Left : Side::Right] = startFolder(arguments[i]);
+            line.folders[folders++ == 0 ? Side::Left : Side::Right] = absolutePath(arguments[i]);
         }
     }
     return line;

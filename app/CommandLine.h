@@ -11,12 +11,15 @@ struct CommandLine {
 
     Task task = Task::Run;
     QString complaint {}; // of a wrong command line, without a line end
-    PerSide<std::optional<MainModel::StartFolder>> folders {};
+    PerSide<std::optional<QString>> folders {}; // absolute paths
 };
 
-// Reads [LEFT [RIGHT]] and the options. A folder that cannot be shown is told on standard error and
-// becomes the home folder; a file becomes its folder with the file selected.
+// Reads [LEFT [RIGHT]] and the options; asks no disk.
 CommandLine readCommandLine(int count, const char *const *arguments);
+
+// What a pane shows for a path of the command line. One that cannot be shown is told on standard
+// error and becomes the home folder; a file becomes its folder with the file selected. Any thread.
+MainModel::StartFolder startFolder(const QString &path);
 
 // The text of --help.
 QString usageText();

@@ -1,6 +1,7 @@
 #include "app/Application.h"
 #include "app/CommandLine.h"
 #include "app/DesktopServices.h"
+#include "files/Waiting.h"
 #include "settings/BundleInfo.h"
 
 #include <QApplication>
@@ -9,6 +10,7 @@
 #include <QTranslator>
 
 #include <cstdio>
+#include <cstdlib>
 #include <memory>
 
 using namespace Qt::StringLiterals;
@@ -43,9 +45,7 @@ std::unique_ptr<QCoreApplication> applicationFor(int &argc, char **argv)
     return std::make_unique<QApplication>(argc, argv);
 }
 
-} // namespace
-
-int main(int argc, char **argv)
+int run(int argc, char **argv)
 {
     QCoreApplication::setApplicationName(u"Twinleaf"_s);
     QCoreApplication::setApplicationVersion(BundleInfo::version());
@@ -74,4 +74,15 @@ int main(int argc, char **argv)
     if (line.task == CommandLine::Task::SelfTest)
         QTimer::singleShot(0, &twinleaf, &Application::quit);
     return QCoreApplication::exec();
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const int status = run(argc, argv);
+    // A thread that stands at a server that is gone must not come back into what exit() takes down.
+    if (Waiting::anyLost())
+        std::_Exit(status);
+    return status;
 }

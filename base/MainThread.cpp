@@ -1,7 +1,12 @@
 #include "base/MainThread.h"
 
+#include "base/Arrivals.h"
+
 #include <QCoreApplication>
+#include <QSemaphore>
 #include <QThread>
+
+#include <memory>
 
 bool isMainThread()
 {
@@ -10,9 +15,21 @@ bool isMainThread()
 
 void onMainThread(const std::function<void()> &function)
 {
-    if (isMainThread())
+    if (isMainThread()) {
         function();
-    else
-        QMetaObject::invokeMethod(QCoreApplication::instance(), function,
-                                  Qt::BlockingQueuedConnection);
+        return;
+    }
+    QSemaphore ended;
+    {
+        // Released with the last copy of the call, so also when nobody is left to run it.
+        const std::shared_ptr<void> release(nullptr, [&ended](void *) { ended.release(); });
+        QObject *application = QCoreApplication::instance();
+        QMetaObject::invokeMethod(
+            application,
+            [application, &function, release] {
+                Arrivals::deliver(application, [&function, release] { function(); });
+            },
+            Qt::QueuedConnection);
+    }
+    ended.acquire();
 }

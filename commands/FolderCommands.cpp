@@ -3,7 +3,7 @@
 #include "files/FileName.h"
 #include "files/PathText.h"
 #include "model/FileQueries.h"
-#include "model/Messages.h"
+#include "model/MainModel.h"
 #include "model/PaneWindow.h"
 #include "platform/Alerts.h"
 #include "platform/Workspace.h"
@@ -16,11 +16,11 @@
 
 using namespace Qt::StringLiterals;
 
-FolderCommands::FolderCommands(PaneWindow &paneWindow, MessageBus &messages,
+FolderCommands::FolderCommands(PaneWindow &paneWindow, const MainModel &model,
                                const FileQueries &fileQueries, const Workspace &desktop,
                                Alerts &alertsToAsk)
     : window(paneWindow)
-    , bus(messages)
+    , mainModel(model)
     , queries(fileQueries)
     , workspace(desktop)
     , alerts(alertsToAsk)
@@ -29,7 +29,7 @@ FolderCommands::FolderCommands(PaneWindow &paneWindow, MessageBus &messages,
 
 void FolderCommands::go(Side side, const QString &path)
 {
-    bus.post(DirectoryChanged[side], { .path = path, .item = PathText::lastComponent(path) });
+    mainModel.showFolder(side, { .path = path, .item = PathText::lastComponent(path) });
 }
 
 void FolderCommands::homeFolderClicked(Side menu)
@@ -43,8 +43,8 @@ void FolderCommands::volumesClicked(Side menu)
     // there while that one is active.
     const PaneTable *active = window.getFirstResponderTableView();
     const bool left = menu == Side::Left || (active && active->side() == Side::Left);
-    bus.post(DirectoryChanged[left ? Side::Left : Side::Right],
-             { .path = workspace.volumesFolder(), .item = u"Volumes"_s });
+    mainModel.showFolder(left ? Side::Left : Side::Right,
+                         { .path = workspace.volumesFolder(), .item = u"Volumes"_s });
 }
 
 void FolderCommands::otherFolderClicked(Side menu)

@@ -1,19 +1,19 @@
 #pragma once
 
-#include "model/MessageBus.h"
 #include "model/Side.h"
 
 #include <QString>
 
 class Alerts;
 class FileQueries;
+class MainModel;
 class PaneWindow;
 class Workspace;
 
 // The commands of the navigators' menus: each acts on the pane whose menu it was chosen from.
 class FolderCommands final {
 public:
-    FolderCommands(PaneWindow &window, MessageBus &bus, const FileQueries &queries,
+    FolderCommands(PaneWindow &window, const MainModel &mainModel, const FileQueries &queries,
                    const Workspace &workspace, Alerts &alerts);
 
     void homeFolderClicked(Side menu);
@@ -28,7 +28,7 @@ private:
     static void copy(const QString &text);
 
     PaneWindow &window;
-    MessageBus &bus;
+    const MainModel &mainModel;
     const FileQueries &queries;
     const Workspace &workspace;
     Alerts &alerts;

@@ -102,7 +102,7 @@ void PaneCommands::openClicked()
 void PaneCommands::reloadClicked()
 {
     if (const PaneTable *list = window.getFirstResponderTableView())
-        bus.post(DirectoryChanged[list->side()], { .path = mainModel.folder(list->side()) });
+        mainModel.showFolder(list->side(), { .path = mainModel.folder(list->side()) });
 }
 
 void PaneCommands::showHiddenFilesClicked()
@@ -110,7 +110,7 @@ void PaneCommands::showHiddenFilesClicked()
     defaults.setValue(Settings::ShowHiddenFiles, !mainModel.showHiddenFiles());
     mainModel.setUserDefaultValues();
     for (const Side side : { Side::Left, Side::Right })
-        bus.post(DirectoryChanged[side], { .path = mainModel.folder(side) });
+        mainModel.showFolder(side, { .path = mainModel.folder(side) });
 }
 
 void PaneCommands::duplicateClicked()
@@ -144,7 +144,7 @@ void PaneCommands::packageContentClicked()
     mainModel.setInsideBundle(true);
     if (const PaneTable *list = window.getFirstResponderTableView())
         if (const QString path = selectedPath(); !path.isEmpty())
-            bus.post(DirectoryChanged[list->side()], { .path = path });
+            mainModel.showFolder(list->side(), { .path = path });
 }
 
 void PaneCommands::ejectClicked()
@@ -187,7 +187,7 @@ void PaneCommands::archiveClicked()
     // Under its final name: that is the file which would be replaced.
     const QString archive = archiveFileName(name);
     const auto replaced = PathText::isItemName(archive)
-        ? fileStatus(PathText::joined(destination, archive), Links::NoFollow)
+        ? queries.itemAt(PathText::joined(destination, archive))
         : std::nullopt;
     if (replaced && alerts.ask(replaceArchiveQuestion()) != Alert::Yes)
         return;

@@ -163,5 +163,5 @@ void SelectionCommands::spotlightSearchResultClicked(const ChosenResult &result)
     else if (!queries.isDirectory(result.path))
         launching.launchFileURLs({ result.path });
     else if (const PaneTable *list = window.getFirstResponderTableView())
-        bus.post(DirectoryChanged[list->side()], { .path = result.path });
+        mainModel.showFolder(list->side(), { .path = result.path });
 }

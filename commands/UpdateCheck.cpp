@@ -1,10 +1,12 @@
 #include "commands/UpdateCheck.h"
 
+#include "base/Arrivals.h"
 #include "files/FileName.h"
 #include "model/Launching.h"
 #include "platform/Alerts.h"
 #include "platform/VersionServer.h"
 
+#include <QCoreApplication>
 #include <QLoggingCategory>
 
 namespace {
@@ -49,7 +51,9 @@ void UpdateCheck::checkForNewerVersion()
     qCInfo(log).noquote() << "Current version of Twinleaf:" << _version;
     qCInfo(log) << "Downloading version informations...";
     if (!server.fetch(_addresses.versionFile,
-                      [this](const std::optional<QByteArray> &received) { compare(received); }))
+                      [this](const std::optional<QByteArray> &received) {
+                          Arrivals::deliver(QCoreApplication::instance(), [this, received] { compare(received); });
+                      }))
         alerts.ask(Alert::error(localized("Cannot download version informations! Is the computer "
                                           "connected to the internet?")));
 }

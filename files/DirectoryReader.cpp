@@ -2,6 +2,7 @@
 
 #include "files/FileName.h"
 #include "files/StatxStatus.h"
+#include "files/SystemCalls.h"
 
 #include <cerrno>
 #include <cstring>
@@ -31,15 +32,16 @@ DirectoryReader::~DirectoryReader()
 
 std::error_code DirectoryReader::open(const QString &path, Links links)
 {
-    _descriptor =
-        ::open(FileName::toBytes(path).constData(),
-               O_RDONLY | O_DIRECTORY | O_CLOEXEC | (links == Links::NoFollow ? O_NOFOLLOW : 0));
+    _descriptor = SystemCalls::openat(AT_FDCWD, FileName::toBytes(path).constData(),
+                                      O_RDONLY | O_DIRECTORY | O_CLOEXEC
+                                          | (links == Links::NoFollow ? O_NOFOLLOW : 0));
     return _descriptor < 0 ? lastError() : std::error_code();
 }
 
 std::error_code DirectoryReader::openAt(int folder, const char *name)
 {
-    _descriptor = ::openat(folder, name, O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NOFOLLOW);
+    _descriptor =
+        SystemCalls::openat(folder, name, O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NOFOLLOW);
     return _descriptor < 0 ? lastError() : std::error_code();
 }
 

@@ -85,8 +85,10 @@ std::optional<FileStatus> fileStatus(const QString &path, Links links)
 
 bool exists(const QString &path)
 {
-    struct stat status;
-    return ::lstat(FileName::toBytes(path).constData(), &status) == 0;
+    struct statx status;
+    return SystemCalls::statx(AT_FDCWD, FileName::toBytes(path).constData(),
+                              AT_NO_AUTOMOUNT | AT_SYMLINK_NOFOLLOW, STATX_TYPE, &status)
+        == 0;
 }
 
 std::optional<QString> linkTarget(const QString &path)

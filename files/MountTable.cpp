@@ -1,10 +1,13 @@
 #include "files/MountTable.h"
 
 #include "files/FileName.h"
+#include "files/FileStatus.h"
+#include "files/PathText.h"
 
 #include <QFile>
 #include <QSet>
 
+#include <algorithm>
 #include <sys/sysmacros.h>
 
 using namespace Qt::StringLiterals;
@@ -28,11 +31,22 @@ QByteArray unescaped(const QByteArray &field)
     return bytes;
 }
 
+QString &source()
+{
+    static QString file = u"/proc/self/mountinfo"_s;
+    return file;
+}
+
 } // namespace
+
+void MountTable::setSource(const QString &file)
+{
+    source() = file;
+}
 
 MountTable MountTable::current()
 {
-    QFile file(u"/proc/self/mountinfo"_s);
+    QFile file(source());
     return file.open(QIODevice::ReadOnly) ? fromText(file.readAll()) : MountTable();
 }
 
@@ -68,18 +82,74 @@ const Mount *MountTable::mountOf(const QString &path) const
     return best;
 }
 
-bool MountTable::isNetwork(const Mount &mount)
+bool MountTable::isLocal(const Mount &mount) const
 {
-    static const QSet<QString> types { u"nfs"_s,         u"nfs4"_s,      u"cifs"_s,
-                                       u"smb3"_s,        u"9p"_s,        u"afs"_s,
-                                       u"ceph"_s,        u"glusterfs"_s, u"fuse.sshfs"_s,
-                                       u"fuse.rclone"_s, u"davfs"_s,     u"fuse.gvfsd-fuse"_s };
-    return types.contains(mount.type);
+    const auto answersItself = [](const QString &type) {
+        static const QSet<QString> types {
+            u"ext2"_s,      u"ext3"_s,    u"ext4"_s,    u"xfs"_s,         u"btrfs"_s,
+            u"f2fs"_s,      u"jfs"_s,     u"zfs"_s,     u"bcachefs"_s,    u"nilfs2"_s,
+            u"vfat"_s,      u"msdos"_s,   u"exfat"_s,   u"ntfs"_s,        u"ntfs3"_s,
+            u"hfs"_s,       u"hfsplus"_s, u"iso9660"_s, u"udf"_s,         u"squashfs"_s,
+            u"erofs"_s,     u"overlay"_s, u"tmpfs"_s,   u"ramfs"_s,       u"rootfs"_s,
+            u"devtmpfs"_s,  u"devpts"_s,  u"proc"_s,    u"sysfs"_s,       u"cgroup"_s,
+            u"cgroup2"_s,   u"debugfs"_s, u"tracefs"_s, u"securityfs"_s,  u"configfs"_s,
+            u"hugetlbfs"_s, u"mqueue"_s,  u"pstore"_s,  u"bpf"_s,         u"efivarfs"_s,
+            u"selinuxfs"_s, u"fusectl"_s, u"nsfs"_s,    u"binfmt_misc"_s,
+        };
+        return types.contains(type);
+    };
+    // "/" is always at hand; what lies between it and the mount has to answer too.
+    const Mount *at = &mount;
+    while (at && answersItself(at->type) && at->point != u"/"_s) {
+        const Mount *above = mountOf(PathText::parent(at->point));
+        if (!above || above->point == u"/"_s)
+            return true;
+        at = above;
+    }
+    return !at || answersItself(at->type);
 }
 
-bool MountTable::isLocalVolume(const Mount &mount)
+bool MountTable::hasSlow() const
 {
-    if (mount.point == u"/"_s)
+    return std::ranges::any_of(_mounts, [this](const Mount &mount) { return !isLocal(mount); });
+}
+
+const Mount *MountTable::slowMountOnTheWay(const QString &path) const
+{
+    return slowMountOnTheWay({}, path);
+}
+
+const Mount *MountTable::slowMountOnTheWay(const QString &folder, const QString &path) const
+{
+    constexpr int MostLinks = 40; // as the kernel has it
+    QStringList ahead = PathText::components(path);
+    QString reached = folder;
+    for (int links = 0; !ahead.isEmpty();) {
+        const QString component = ahead.takeFirst();
+        if (component == u"."_s)
+            continue;
+        const bool up = component == u".."_s;
+        const QString next = component == u"/"_s ? component
+            : up                                 ? PathText::parent(reached)
+                                                 : PathText::joined(reached, component);
+        const Mount *mount = mountOf(next);
+        if (mount && !isLocal(*mount))
+            return mount;
+        const auto target = up ? std::nullopt : linkTarget(next);
+        if (!target) {
+            reached = next;
+        } else if (++links <= MostLinks) {
+            ahead = PathText::components(*target) + ahead;
+        } else {
+            break;
+        }
+    }
+    return nullptr;
+}
+
+bool MountTable::isVolume(const Mount &mount, const QString &volumesFolder)
+{
+    if (mount.point == u"/"_s || mount.point.startsWith(volumesFolder + u'/'))
         return true;
     // Disks have a device node; loop devices are mostly packages of installed software.
     const bool disk =

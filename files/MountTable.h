@@ -18,17 +18,30 @@ struct Mount {
 class MountTable {
 public:
     static MountTable current();
+    // What current() reads in place of the kernel's list. For tests, before there are threads.
+    static void setSource(const QString &file);
     static MountTable fromText(const QByteArray &mountinfo);
 
     const QList<Mount> &mounts() const { return _mounts; }
 
-    // The mount that an absolute path lies on, by its text alone.
+    // The mount that an absolute path lies on, by its text alone; the topmost of several on a
+    // point.
     const Mount *mountOf(const QString &path) const;
 
-    // Types that answer from another machine: their server can be gone, and then every call hangs.
-    static bool isNetwork(const Mount &mount);
-    // Mounts a person thinks of as volumes: "/" and local disks, no pseudo, network or snap mounts.
-    static bool isLocalVolume(const Mount &mount);
+    // Whether the kernel alone answers for the mount and for the way to it. Another machine or a
+    // program can be gone, and then every call hangs; a type that is not known counts as such.
+    bool isLocal(const Mount &mount) const;
+    bool hasSlow() const; // any mount that is not local
+
+    // The mount that has to answer when something is asked about the path, links followed, and is
+    // not local; nothing when there is none. Reads links on local disks, and asks no other.
+    const Mount *slowMountOnTheWay(const QString &path) const;
+    // The same from a folder on, which is there and no link.
+    const Mount *slowMountOnTheWay(const QString &folder, const QString &path) const;
+
+    // Mounts a person thinks of as volumes: "/", local disks, and whatever is mounted below the
+    // folder of the volumes; no pseudo, network or snap mounts.
+    static bool isVolume(const Mount &mount, const QString &volumesFolder);
 
 private:
     QList<Mount> _mounts;

@@ -1,6 +1,7 @@
 #include "files/SmallFile.h"
 
 #include "files/FileName.h"
+#include "files/SystemCalls.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -8,7 +9,8 @@
 
 QByteArray startOfFile(const QString &path, qint64 limit)
 {
-    const int file = ::open(FileName::toBytes(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    const int file = SystemCalls::openat(AT_FDCWD, FileName::toBytes(path).constData(),
+                                         O_RDONLY | O_CLOEXEC | O_NONBLOCK);
     if (file < 0)
         return {};
     struct stat status;

@@ -6,9 +6,13 @@
 #include "files/HiddenRule.h"
 #include "files/LinkFile.h"
 #include "files/PathText.h"
+#include "files/SameFile.h"
 #include "files/VolumeLabel.h"
+#include "files/Waiting.h"
 #include "platform/Workspace.h"
 #include "widgets/FileKinds.h"
+
+#include <cerrno>
 
 using namespace Qt::StringLiterals;
 
@@ -16,66 +20,23 @@ namespace {
 
 constexpr qint32 Oversized = 52428800; // bytes: 50 MiB
 
-} // namespace
+// On a worker: what each question asks of the disk.
 
-FileQueries::FileQueries(Workspace &workspaceInUse, const FileKinds &fileKinds)
-    : workspace(workspaceInUse)
-    , kinds(fileKinds)
-{
-}
-
-bool FileQueries::isFileHidden(const QString &path) const
-{
-    return HiddenRule(PathText::parent(path))
-               .hidesName(FileName::toBytes(PathText::lastComponent(path)))
-        || !exists(path) || HiddenRule::hides(FileFlags::marks(path));
-}
-
-bool FileQueries::isDirectory(const QString &path) const
+bool isFolderAt(const QString &path)
 {
     const auto status = fileStatus(path, Links::Follow);
     return status && status->kind == FileKind::Directory
         && !FileKinds::isPackageName(PathText::lastComponent(path));
 }
 
-bool FileQueries::isPackage(const QString &path) const
+bool isPackageAt(const QString &path, Links links)
 {
     // Kept: true for every folder, package or not.
-    const auto status = fileStatus(path, linksAsSet());
+    const auto status = fileStatus(path, links);
     return status && status->kind == FileKind::Directory;
 }
 
-bool FileQueries::isItemFolderOrOversized(const QString &path) const
-{
-    if (isDirectory(path))
-        return true;
-    const auto status = fileStatus(path, linksAsSet());
-    // Kept: the size is read as 32 bits with a sign, so 2 GiB count as not oversized.
-    return status && qint32(quint32(quint64(status->size))) > Oversized;
-}
-
-bool FileQueries::isSymbolicLink(const QString &path) const
-{
-    const auto status = fileStatus(path, Links::NoFollow);
-    return status && status->kind == FileKind::Symlink;
-}
-
-QString FileQueries::pathContentOfSymbolicLinkAtPath(const QString &path) const
-{
-    return linkTarget(path).value_or(QString());
-}
-
-QString FileQueries::getPathContentOfSymbolicLinkAtPath(const QString &path) const
-{
-    return pathContentOfSymbolicLinkAtPath(path);
-}
-
-bool FileQueries::isAlias(const QString &path) const
-{
-    return exists(path) && (LinkFile::target(path) || FileFlags::marks(path).alias);
-}
-
-QString FileQueries::resolveAliasPath(const QString &path) const
+QString resolvedAlias(const QString &path)
 {
     QString resolved = path;
     // Aliases may lead to aliases; a ring of them resolves to nothing.
@@ -88,9 +49,149 @@ QString FileQueries::resolveAliasPath(const QString &path) const
     return path;
 }
 
+QString nearestFolderTo(QString path)
+{
+    while (path != u"/"_s) {
+        const auto status = fileStatus(path, Links::Follow);
+        // One that cannot be looked at is not gone.
+        if (status ? status->kind == FileKind::Directory : errno != ENOENT && errno != ENOTDIR)
+            break;
+        path = PathText::parent(path);
+        if (path.isEmpty())
+            path = u"/"_s;
+    }
+    return path;
+}
+
+// An item's own status and whether it is a link that leads nowhere.
+struct Looked {
+    std::optional<FileStatus> status;
+    bool isDangling = false;
+};
+
+Looked lookAt(const QString &path, Links links)
+{
+    const auto status = fileStatus(path, links);
+    return status ? Looked { status } : Looked { fileStatus(path, Links::NoFollow), true };
+}
+
+} // namespace
+
+FileQueries::FileQueries(Workspace &workspaceInUse, const FileKinds &fileKinds, Waiting &asker)
+    : workspace(workspaceInUse)
+    , kinds(fileKinds)
+    , waiting(asker)
+{
+}
+
+std::optional<FileStatus> FileQueries::itemAt(const QString &path) const
+{
+    return waiting.forAnswer(path, [path] { return fileStatus(path, Links::NoFollow); })
+        .value_or(std::nullopt);
+}
+
+bool FileQueries::isSameItem(const QString &a, const QString &b) const
+{
+    // One after the other: either can be on a server that is gone.
+    return waiting.forAnswer(b, [b] { return exists(b); }).value_or(false)
+        && waiting.forAnswer(a, [a, b] { return SameFile::isSame(a, b); }).value_or(false);
+}
+
+std::optional<QString> FileQueries::nearestFolder(const QString &path) const
+{
+    return waiting.forAnswer(path, [path] { return nearestFolderTo(path); });
+}
+
+std::optional<FileQueries::Opened> FileQueries::lookAtOpened(const QString &path) const
+{
+    return waiting.forAnswer(path, [path, links = linksAsSet()] {
+        const QString resolved = resolvedAlias(path);
+        return Opened { resolved, isFolderAt(resolved), isFolderAt(path),
+                        isPackageAt(path, links) };
+    });
+}
+
+bool FileQueries::isFileHidden(const QString &path) const
+{
+    return waiting
+        .forAnswer(path,
+                   [path] {
+                       return HiddenRule(PathText::parent(path))
+                                  .hidesName(FileName::toBytes(PathText::lastComponent(path)))
+                           || !exists(path) || HiddenRule::hides(FileFlags::marks(path));
+                   })
+        .value_or(true);
+}
+
+bool FileQueries::isDirectory(const QString &path) const
+{
+    return waiting.forAnswer(path, [path] { return isFolderAt(path); }).value_or(false);
+}
+
+bool FileQueries::isPackage(const QString &path) const
+{
+    return waiting
+        .forAnswer(path, [path, links = linksAsSet()] { return isPackageAt(path, links); })
+        .value_or(false);
+}
+
+bool FileQueries::isItemFolderOrOversized(const QString &path) const
+{
+    return waiting
+        .forAnswer(path,
+                   [path, links = linksAsSet()] {
+                       if (isFolderAt(path))
+                           return true;
+                       const auto status = fileStatus(path, links);
+                       // Kept: the size is read as 32 bits with a sign, so 2 GiB count as not
+                       // oversized.
+                       return status && qint32(quint32(quint64(status->size))) > Oversized;
+                   })
+        .value_or(false);
+}
+
+bool FileQueries::isSymbolicLink(const QString &path) const
+{
+    return waiting
+        .forAnswer(path,
+                   [path] {
+                       const auto status = fileStatus(path, Links::NoFollow);
+                       return status && status->kind == FileKind::Symlink;
+                   })
+        .value_or(false);
+}
+
+QString FileQueries::pathContentOfSymbolicLinkAtPath(const QString &path) const
+{
+    return waiting.forAnswer(path, [path] { return linkTarget(path).value_or(QString()); })
+        .value_or(QString());
+}
+
+QString FileQueries::getPathContentOfSymbolicLinkAtPath(const QString &path) const
+{
+    return pathContentOfSymbolicLinkAtPath(path);
+}
+
+bool FileQueries::isAlias(const QString &path) const
+{
+    return waiting
+        .forAnswer(path,
+                   [path] {
+                       return exists(path)
+                           && (LinkFile::target(path) || FileFlags::marks(path).alias);
+                   })
+        .value_or(false);
+}
+
+QString FileQueries::resolveAliasPath(const QString &path) const
+{
+    return waiting.forAnswer(path, [path] { return resolvedAlias(path); }).value_or(path);
+}
+
 int FileQueries::finderLabelColorOfPath(const QString &path) const
 {
-    return labelOfBits(FileFlags::marks(path).labelBits);
+    return waiting.forAnswer(path, [path] { return labelOfBits(FileFlags::marks(path).labelBits); })
+        .value_or(0);
 }
 
 int FileQueries::labelOfBits(int bits)
@@ -123,22 +224,33 @@ QColor FileQueries::finderLabelColor(int label)
 
 QString FileQueries::getFileType(const QString &path) const
 {
-    const auto status = fileStatus(path, linksAsSet());
-    const auto itself = status ? status : fileStatus(path, Links::NoFollow);
-    return itself ? kinds.kindText(PathText::lastComponent(path), itself->kind, !status) : u"--"_s;
+    const auto item =
+        waiting.forAnswer(path, [path, links = linksAsSet()] { return lookAt(path, links); })
+            .value_or(Looked());
+    return item.status
+        ? kinds.kindText(PathText::lastComponent(path), item.status->kind, item.isDangling)
+        : u"--"_s;
 }
 
 QString FileQueries::getApplicationForFile(const QString &path) const
 {
-    const QString application = workspace.applicationForFile(path);
+    // By pointer: the desktop outlives every question.
+    const QString application =
+        waiting
+            .forAnswer(path,
+                       [path, desktop = &workspace] { return desktop->applicationForFile(path); })
+            .value_or(QString());
     return application.isEmpty() ? localized("Not available") : application;
 }
 
 QIcon FileQueries::getIconForFile(const QString &path) const
 {
-    const auto status = fileStatus(path, linksAsSet());
-    const auto itself = status ? status : fileStatus(path, Links::NoFollow);
-    return itself ? kinds.icon(PathText::lastComponent(path), itself->kind, !status) : QIcon();
+    const auto item =
+        waiting.forAnswer(path, [path, links = linksAsSet()] { return lookAt(path, links); })
+            .value_or(Looked());
+    return item.status
+        ? kinds.icon(PathText::lastComponent(path), item.status->kind, item.isDangling)
+        : QIcon();
 }
 
 QString FileQueries::getLocalizedPath(const QString &path) const
@@ -181,7 +293,9 @@ bool FileQueries::unmountVolume(const QString &path) const
 
 QDateTime FileQueries::getDateForFile(const QString &path) const
 {
-    const auto status = fileStatus(path, linksAsSet());
+    const auto status =
+        waiting.forAnswer(path, [path, links = linksAsSet()] { return fileStatus(path, links); })
+            .value_or(std::nullopt);
     return status ? QDateTime::fromMSecsSinceEpoch(status->modified / 1'000'000) : QDateTime();
 }
 

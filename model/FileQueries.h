@@ -8,20 +8,39 @@
 #include <QStringList>
 
 #include <atomic>
+#include <optional>
 
 class FileKinds;
+class Waiting;
 class Workspace;
 
 // The questions the panes, sheets and operations ask about a path. Failures answer the stated
-// fall-back and are never shown. Any thread unless said otherwise; every answer comes fresh from
-// disk.
+// fall-back and are never shown, and so does a question that was given up. Any thread unless said
+// otherwise; every answer comes fresh from disk.
 class FileQueries {
 public:
-    FileQueries(Workspace &workspace, const FileKinds &kinds);
+    FileQueries(Workspace &workspace, const FileKinds &kinds, Waiting &waiting);
 
     // Whether attributes "as set" are those of a link's target. Set by the pane model.
     void setTraverseLinks(bool follow) { _traverseLinks = follow; }
     Links linksAsSet() const { return _traverseLinks ? Links::Follow : Links::NoFollow; }
+
+    // What stands at the path itself, links not followed.
+    std::optional<FileStatus> itemAt(const QString &path) const;
+    bool isThere(const QString &path) const { return itemAt(path).has_value(); }
+    // Whether both paths lead to one file or folder; see SameFile.
+    bool isSameItem(const QString &a, const QString &b) const;
+    // The path itself where it is a folder, readable or not; else the nearest one above it that
+    // is. Nothing when that was given up.
+    std::optional<QString> nearestFolder(const QString &path) const;
+    // What decides about opening an item, looked at together. Nothing when that was given up.
+    struct Opened {
+        QString resolved; // as resolveAliasPath
+        bool leadsToFolder; // isDirectory of what it resolves to
+        bool isDirectory;
+        bool isPackage;
+    };
+    std::optional<Opened> lookAtOpened(const QString &path) const;
 
     bool isFileHidden(const QString &path) const;
     bool isDirectory(const QString &path) const; // a folder that is no package, links followed
@@ -54,5 +73,6 @@ public:
 private:
     Workspace &workspace;
     const FileKinds &kinds;
+    Waiting &waiting;
     std::atomic<bool> _traverseLinks { true }; // set by the main thread, read by workers
 };

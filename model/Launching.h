@@ -2,14 +2,18 @@
 
 #include <QStringList>
 
+#include <functional>
+
 class Alerts;
+class Waiting;
 class Workspace;
 enum class Tool;
 
-// Opens applications and files, with the stated alert for each that cannot be opened. Main thread.
+// Opens applications and files, with the stated alert for each that cannot be opened. The desktop
+// looks at what it opens, so it does that beside the window. Main thread.
 class Launching {
 public:
-    Launching(Workspace &workspace, Alerts &alerts);
+    Launching(Workspace &workspace, Alerts &alerts, Waiting &waiting);
 
     void launchApp(const QString &path);
     void launchInstallerPackage(const QString &path);
@@ -21,6 +25,10 @@ public:
     void openAddress(const QString &address);
 
 private:
+    // What the desktop answers; false when that was given up.
+    bool answer(const QString &path, const std::function<bool(Workspace &)> &launch);
+
     Workspace &workspace;
     Alerts &alerts;
+    Waiting &waiting;
 };

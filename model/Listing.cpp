@@ -6,6 +6,7 @@
 #include "model/Sorting.h"
 
 #include <algorithm>
+#include <atomic>
 
 using namespace Qt::StringLiterals;
 
@@ -37,7 +38,7 @@ std::optional<Column> columnFromIdentifier(const QString &identifier)
 
 quint64 ListingData::nextGeneration()
 {
-    static quint64 last = 0;
+    static std::atomic<quint64> last = 0;
     return ++last;
 }
 
@@ -91,6 +92,11 @@ qsizetype Listing::rowOfName(const QString &name) const
     const auto found = std::ranges::find_if(
         records, [&](const ListingRecord &record) { return _data->name(record) == bytes; });
     return found == records.end() ? -1 : found - records.begin();
+}
+
+std::error_code Listing::error() const
+{
+    return _data->error;
 }
 
 quint64 Listing::generation() const

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "files/Waiting.h"
 #include "model/Entry.h"
 #include "model/ListingOptions.h"
 
 #include <memory>
+#include <system_error>
 
 class FileKinds;
 struct ListingData;
@@ -17,15 +19,16 @@ std::optional<Column> columnFromIdentifier(const QString &identifier);
 enum class SortDirection { Ascending, Descending };
 
 // The rows of one folder: "..", then the folders, then the files. A shared value that never
-// changes; a new reading or another order makes a new one. Main thread.
+// changes; a new reading or another order makes a new one, on any thread.
 class Listing final {
 public:
     Listing(); // no rows, no folder
 
-    // Reads a folder: one pass, each entry looked at through the folder's descriptor. A folder that
-    // cannot be read, or whose server does not answer, gives only the row "..".
+    // Reads a folder: one pass, each entry looked at through the folder's descriptor, but for those
+    // that another machine or program would have to answer for. A folder that cannot be read gives
+    // only the row "..".
     static Listing read(const QString &folder, const ListingOptions &options,
-                        const FileKinds &kinds);
+                        const FileKinds &kinds, WaitingProgress *progress = nullptr);
 
     Listing sorted(Column column, SortDirection direction) const;
 
@@ -41,6 +44,7 @@ public:
     qsizetype rowOfName(const QString &name) const;
     // Another number for each reading and each sorting: rows counted against one hold only for it.
     quint64 generation() const;
+    std::error_code error() const; // why it could not be read
 
 private:
     explicit Listing(std::shared_ptr<const ListingData> data);

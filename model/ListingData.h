@@ -7,6 +7,7 @@
 
 #include <memory>
 #include <string>
+#include <system_error>
 #include <vector>
 
 // What a listing keeps of one item: 32 bytes and its name in the arena.
@@ -32,6 +33,7 @@ struct ListingData {
     std::vector<ListingRecord> records; // record 0 is ".."
     const FileKinds *kinds = nullptr; // the application's
     bool specifiedIcons = true;
+    std::error_code error {}; // why it could not be read
     quint64 generation = 0;
 
     QByteArrayView name(const ListingRecord &record) const
@@ -41,7 +43,7 @@ struct ListingData {
     // The same listing in another order.
     ListingData inOrder(std::vector<ListingRecord> sorted) const
     {
-        return { folder, names, std::move(sorted), kinds, specifiedIcons, nextGeneration() };
+        return { folder, names, std::move(sorted), kinds, specifiedIcons, error, nextGeneration() };
     }
     static quint64 nextGeneration();
 };

@@ -4,59 +4,82 @@
 #include "files/FileName.h"
 #include "files/HiddenRule.h"
 #include "files/MountTable.h"
+#include "files/PathText.h"
 #include "model/FileQueries.h"
 #include "model/ListingData.h"
 
+#include <QSet>
+
 #include <atomic>
 #include <dirent.h>
-#include <future>
 #include <thread>
 
 using namespace Qt::StringLiterals;
-using namespace std::chrono_literals;
 
 namespace {
 
 constexpr size_t ChunkSize = 1000; // records; a thread for fewer costs more than it saves
 constexpr size_t MostThreads = 4; // more wait for the same disk
-constexpr auto ServerPatience = 3s;
-
-// A server that is gone keeps every call waiting; the window must not wait with it.
-bool answers(const QString &folder)
-{
-    const MountTable table = MountTable::current();
-    const Mount *mount = table.mountOf(folder);
-    if (!mount || !MountTable::isNetwork(*mount))
-        return true;
-    auto answered = std::make_shared<std::promise<void>>();
-    auto future = answered->get_future();
-    std::thread([folder, answered] { // worker thread
-        fileStatus(folder, Links::Follow);
-        answered->set_value();
-    })
-        .detach();
-    return future.wait_for(ServerPatience) == std::future_status::ready;
-}
+constexpr qint64 Counted = 8; // items between two counts
 
 struct Reading {
     DirectoryReader reader;
     const ListingOptions &options;
     QByteArray folder; // with a slash at its end
     HiddenRule hiddenRule;
+    WaitingProgress *progress; // may be missing
+    MountTable mounts = MountTable::current();
+    QString place {}; // the folder's own path, links resolved; "" where no link is to be distrusted
+    QSet<QByteArray> slowMounts {}; // names of mount points that are not to be asked
     bool marks = true; // whether the device keeps attributes at all
+    std::error_code error {}; // that ended the reading early
     std::string names; // each with a NUL behind it, for the system calls
     std::vector<ListingRecord> records;
     std::vector<unsigned char> types; // DT_*, by record
     std::vector<char> hidden; // by record
 
+    std::error_code open(const QString &path);
     void readNames();
+    bool mayHang(size_t record) const;
+    QString nameOf(const ListingRecord &record) const
+    {
+        return FileName::fromBytes({ names.data() + record.nameOffset, record.nameLength });
+    }
     void look(size_t first, size_t last, const QByteArray &folderOfNames);
     void lookAtAll();
 };
 
+std::error_code Reading::open(const QString &path)
+{
+    if (const auto error = reader.open(path))
+        return error;
+    const auto status = statusOf(reader.descriptor());
+    marks = status && FileFlags::devicePossiblyHasMarks(status->identity.device);
+    if (!mounts.hasSlow())
+        return {};
+    place = linkTarget(u"/proc/self/fd/%1"_s.arg(reader.descriptor())).value_or(path);
+    for (const Mount &mount : mounts.mounts()) {
+        if (PathText::parent(mount.point) == place
+            && !mounts.isLocal(*mounts.mountOf(mount.point))) // the topmost on the point
+            slowMounts.insert(FileName::toBytes(PathText::lastComponent(mount.point)));
+    }
+    // On a slow mount everything is asked of it anyway, its links too.
+    if (const Mount *own = mounts.mountOf(place); own && !mounts.isLocal(*own))
+        place.clear();
+    return {};
+}
+
+// Whether a link leads to where another machine or program would have to answer for it.
+bool Reading::mayHang(size_t record) const
+{
+    if (place.isEmpty() || (types[record] != DT_LNK && types[record] != DT_UNKNOWN))
+        return false;
+    return mounts.slowMountOnTheWay(place, nameOf(records[record]));
+}
+
 void Reading::readNames()
 {
-    reader.read([&](const DirectoryItem &item) {
+    error = reader.read([&](const DirectoryItem &item) {
         if (!options.showHiddenFiles && hiddenRule.hidesName(item.name))
             return true;
         ListingRecord record;
@@ -65,6 +88,8 @@ void Reading::readNames()
         names.append(item.name.data(), size_t(item.name.size())).push_back('\0');
         records.push_back(record);
         types.push_back(item.type);
+        if (progress && records.size() % ChunkSize == 0)
+            *progress = qint64(records.size());
         return true;
     });
 }
@@ -78,13 +103,22 @@ void Reading::look(size_t first, size_t last, const QByteArray &folderOfNames) /
     for (size_t i = first; i < last; ++i) {
         ListingRecord &record = records[i];
         const char *name = names.data() + record.nameOffset;
-        const auto status = reader.status(name, links);
+        if (progress && i % Counted == 0)
+            progress->fetch_add(Counted, std::memory_order_relaxed);
+        if (slowMounts.contains(QByteArray::fromRawData(name, record.nameLength))) {
+            record.kind = FileKind::Directory;
+            record.isDirectory = true;
+            record.isFolder = !FileKinds::isPackageName(nameOf(record));
+            continue;
+        }
+        const bool follows = !mayHang(i);
+        const auto status = reader.status(name, follows ? links : Links::NoFollow);
         if (status) {
             record.hasStatus = true;
             record.kind = status->kind;
             record.modified = status->modified;
             record.isDirectory = status->kind == FileKind::Directory;
-            if (status->kind == FileKind::Symlink) {
+            if (status->kind == FileKind::Symlink && follows) {
                 // Attributes are the link's own; whether it opens as a folder is its target's
                 // matter.
                 const auto target = reader.status(name, Links::Follow);
@@ -97,9 +131,8 @@ void Reading::look(size_t first, size_t last, const QByteArray &folderOfNames) /
             record.isDangling = true;
         }
         record.isLink = types[i] == DT_LNK || record.kind == FileKind::Symlink;
-        record.isFolder = record.kind == FileKind::Directory
-            && !FileKinds::isPackageName(
-                              FileName::fromBytes({ name, qsizetype(record.nameLength) }));
+        record.isFolder =
+            record.kind == FileKind::Directory && !FileKinds::isPackageName(nameOf(record));
         if (!marks || !status)
             continue;
         path.resize(folderOfNames.size());
@@ -113,6 +146,8 @@ void Reading::look(size_t first, size_t last, const QByteArray &folderOfNames) /
 void Reading::lookAtAll()
 {
     hidden.assign(records.size(), false);
+    if (progress)
+        *progress = 0;
     const size_t chunks = (records.size() + ChunkSize - 1) / ChunkSize;
     std::atomic<size_t> nextChunk = 0;
     const auto lookAtChunks = [&](const QByteArray &folderOfNames) {
@@ -132,26 +167,24 @@ void Reading::lookAtAll()
         thread.join();
 }
 
-ListingRecord parentRecord(const QString &folder, const ListingOptions &options, bool reachable)
+ListingRecord parentRecord(const std::optional<FileStatus> &folder)
 {
     ListingRecord record;
     record.kind = FileKind::Directory;
     record.isDirectory = true;
     record.isFolder = true;
     record.nameLength = 2;
-    if (!reachable)
-        return record;
-    if (const auto status =
-            fileStatus(folder, options.traverseLinks ? Links::Follow : Links::NoFollow)) {
+    if (folder) {
         record.hasStatus = true;
-        record.modified = status->modified;
+        record.modified = folder->modified;
     }
     return record;
 }
 
 } // namespace
 
-Listing Listing::read(const QString &folder, const ListingOptions &options, const FileKinds &kinds)
+Listing Listing::read(const QString &folder, const ListingOptions &options, const FileKinds &kinds,
+                      WaitingProgress *progress)
 {
     auto data = std::make_shared<ListingData>();
     data->folder = folder;
@@ -159,19 +192,19 @@ Listing Listing::read(const QString &folder, const ListingOptions &options, cons
     data->specifiedIcons = options.showSpecifiedIcons;
     data->generation = ListingData::nextGeneration();
 
-    Reading reading { {}, options, FileName::toBytes(folder), HiddenRule(folder) };
+    Reading reading { {}, options, FileName::toBytes(folder), HiddenRule(folder), progress };
     if (!reading.folder.endsWith('/'))
         reading.folder += '/';
     reading.names = std::string("..\0", 3);
-    const bool reachable = answers(folder);
-    if (reachable && !reading.reader.open(folder)) {
-        const auto status = fileStatus(folder, Links::Follow);
-        reading.marks = status && FileFlags::devicePossiblyHasMarks(status->identity.device);
+    data->error = reading.open(folder);
+    if (!data->error) {
         reading.readNames();
+        data->error = reading.error;
         reading.lookAtAll();
     }
     data->records.reserve(reading.records.size() + 1);
-    data->records.push_back(parentRecord(folder, options, reachable));
+    data->records.push_back(
+        parentRecord(fileStatus(folder, options.traverseLinks ? Links::Follow : Links::NoFollow)));
     for (const bool folders : { true, false }) {
         for (size_t i = 0; i < reading.records.size(); ++i) {
             if (reading.records[i].isFolder == folders

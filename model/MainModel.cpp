@@ -2,6 +2,8 @@
 
 #include "base/CoreDumps.h"
 #include "base/Localized.h"
+#include "files/PathText.h"
+#include "files/Waiting.h"
 #include "model/FileQueries.h"
 #include "model/PaneSettings.h"
 #include "model/PaneWindow.h"
@@ -9,13 +11,15 @@
 #include "settings/UserDefaults.h"
 
 MainModel::MainModel(MessageBus &messages, UserDefaults &userDefaults, Alerts &alertsToAsk,
-                     FileQueries &fileQueries, Launching &launcher, const FileKinds &fileKinds)
+                     FileQueries &fileQueries, Launching &launcher, const FileKinds &fileKinds,
+                     Waiting &asker)
     : bus(messages)
     , defaults(userDefaults)
     , alerts(alertsToAsk)
     , queries(fileQueries)
     , launching(launcher)
     , kinds(fileKinds)
+    , waiting(asker)
 {
     bus.subscribe(DirectoryChanged, this, &MainModel::fillFileList);
     bus.subscribe(GetRows, this, &MainModel::getRows);
@@ -58,7 +62,9 @@ void MainModel::awakeFromNib()
         QString path = defaults.string(paneSettings(side).lastPath).value_or(QString());
         if (const auto &start = _startFolders[side])
             path = start->path;
-        bus.post(DirectoryChanged[side], { .path = path });
+        showFolder(side, { .path = path });
+        if (_rows[side].isEmpty()) // nobody answered for it
+            bus.post(DirectoryChanged[side], { .path = PathText::homeFolder() });
     }
     for (const Side side : panes) {
         const SortOrder order = storedSortOrder(defaults, side);
@@ -84,11 +90,21 @@ QString MainModel::dateFormat() const
 void MainModel::sortRowEntries(Column column, Side side, SortDirection direction)
 {
     _sortingDirection = direction;
+    const Listing rows = sorted(_rows[side], column, direction);
     Q_EMIT rowsAboutToChange(side);
-    _rows[side] = _rows[side].sorted(column, direction);
+    _rows[side] = rows;
     Q_EMIT rowsChanged(side);
     windowController->getTableView(side).setSortIndicator(column, direction);
     bus.post(TableViewSelectionDidChange, { side });
+}
+
+Listing MainModel::sorted(const Listing &listing, Column column, SortDirection direction) const
+{
+    constexpr qsizetype Few = 10'000; // sorted before anybody notices
+    if (listing.size() <= Few)
+        return listing.sorted(column, direction);
+    return waiting.forWork(localized("Sorting..."),
+                           [=] { return listing.sorted(column, direction); });
 }
 
 int MainModel::getRowFromValueInFileList(Side side, const QString &path) const

@@ -16,6 +16,7 @@ class Launching;
 class OperationDesk;
 class PaneWindow;
 class UserDefaults;
+class Waiting;
 
 // The pane model: holds both listings and the remembered selections, opens rows, and turns the
 // panes' messages into operation requests. Main thread.
@@ -24,7 +25,7 @@ class MainModel final : public QObject {
 
 public:
     MainModel(MessageBus &bus, UserDefaults &defaults, Alerts &alerts, FileQueries &queries,
-              Launching &launching, const FileKinds &kinds);
+              Launching &launching, const FileKinds &kinds, Waiting &waiting);
     ~MainModel() override;
 
     // Outlets, set before awakeFromNib. The information sheet may be missing.
@@ -46,9 +47,14 @@ public:
     const Listing &rowsLeft() const { return _rows.left; }
     const Listing &rowsRight() const { return _rows.right; }
 
+    // Sends a pane to a folder. One that is gone is replaced by the nearest that is there, with a
+    // word about it; when nobody answers for it the pane stays where it is.
+    void showFolder(Side side, FolderChange change) const;
+
     // The folder that a pane shows; "" before its first listing.
     QString folder(Side side) const { return _rows[side].folder(); }
     bool panesShowSameFolder() const; // also by two names of it
+    bool shows(Side side, const QString &otherFolder) const; // also by another name of it
 
     bool showToolTips() const { return _options.showToolTips; }
     bool traverseLinks() const { return _options.traverseLinks; }
@@ -83,6 +89,7 @@ private:
     void openFileWithApplication(const OpenWithRequest &request);
 
     void requestCopyMove(const ItemRequest &request, Operation operation);
+    Listing sorted(const Listing &listing, Column column, SortDirection direction) const;
     OperationRequest getDictionaryForCopyMove(std::optional<Side> side, const Listing &listing,
                                               const RowSet &rows) const;
     UpdateBoth updateForOnePane() const; // both panes when they show one folder
@@ -93,6 +100,7 @@ private:
     FileQueries &queries;
     Launching &launching;
     const FileKinds &kinds;
+    Waiting &waiting;
     // The application's own, as the references above are.
     PaneWindow *windowController = nullptr;
     OperationDesk *twinleaf = nullptr;

@@ -1,6 +1,9 @@
 #include "model/MainModel.h"
 
+#include "base/Localized.h"
+#include "files/FileName.h"
 #include "files/PathText.h"
+#include "files/Waiting.h"
 #include "model/CurrentRows.h"
 #include "model/FileQueries.h"
 #include "model/Launching.h"
@@ -12,9 +15,15 @@ void MainModel::fillFileList(Side side, const FolderChange &change)
 {
     const QString path = change.path.isEmpty() ? PathText::homeFolder() : change.path;
     PaneTable &table = windowController->getTableView(side);
-    Listing listing = Listing::read(path, _options, kinds);
+    const auto read =
+        waiting.forAnswer(path, [path, options = _options, &kinds = kinds](auto &progress) {
+            return Listing::read(path, options, kinds, &progress); // keeps the kinds for later
+        });
+    if (!read)
+        return; // given up: the pane stays where it was
+    Listing listing = *read;
     if (const auto column = table.highlightedColumn()) {
-        listing = listing.sorted(*column, _sortingDirection);
+        listing = sorted(listing, *column, _sortingDirection);
         table.setSortIndicator(*column, _sortingDirection);
     }
     const Listing before = _rows[side];
@@ -40,6 +49,20 @@ void MainModel::fillFileList(Side side, const FolderChange &change)
     table.scrollToRow(row);
 }
 
+void MainModel::showFolder(Side side, FolderChange change) const
+{
+    const QString wanted = change.path.isEmpty() ? PathText::homeFolder() : change.path;
+    const auto nearest = queries.nearestFolder(wanted);
+    if (!nearest)
+        return;
+    if (*nearest != wanted) {
+        change = { .path = *nearest };
+        windowController->showNotice(filled(localized("'%@' is not there, '%@' is shown instead."),
+                                            FileName::shown(wanted), FileName::shown(*nearest)));
+    }
+    bus.post(DirectoryChanged[side], change);
+}
+
 void MainModel::getRows(Side side, const RowsOfPane &opened)
 {
     const Listing &listing = _rows[side];
@@ -48,7 +71,10 @@ void MainModel::getRows(Side side, const RowsOfPane &opened)
         return;
     const int first = rows.first();
     const QString path = listing[first].path();
-    if (isItemRow(first) && queries.isDirectory(path))
+    const auto item = isItemRow(first) ? queries.lookAtOpened(path) : FileQueries::Opened();
+    if (!item)
+        return; // given up
+    if (item->isDirectory)
         _selectedItems[side].setRow(first, PathText::parent(path));
     if (rows.size() >= 2) {
         QStringList paths;
@@ -57,28 +83,27 @@ void MainModel::getRows(Side side, const RowsOfPane &opened)
         launching.launchFileURLs(paths);
         return;
     }
-    const QString item = PathText::lastComponent(queries.getLocalizedPath(path));
+    const QString name = PathText::lastComponent(queries.getLocalizedPath(path));
     const QString extension = PathText::extension(path);
     // An application folder of this desktop counts as one with the suffix "app".
     const bool isApplication =
         extension == u"app"_s || extension.compare(u"AppDir"_s, Qt::CaseInsensitive) == 0;
-    const QString resolved = queries.resolveAliasPath(path);
     if (first == ParentRow) {
-        bus.post(DirectoryChanged[side], { .path = PathText::parent(path), .item = u".."_s });
+        showFolder(side, { .path = PathText::parent(path), .item = u".."_s });
         if (const PaneTable *active = windowController->getFirstResponderTableView())
             bus.post(TableViewSelectionDidChange, { active->side() });
     } else if (isApplication && !_insideBundle) {
         launching.launchApp(path);
     } else if ((extension == u"pkg"_s || extension == u"mpkg"_s) && !_insideBundle) {
         launching.launchInstallerPackage(path);
-    } else if (queries.isDirectory(resolved)) {
-        bus.post(DirectoryChanged[side], { .path = resolved, .item = item });
-    } else if (queries.isPackage(path)) {
+    } else if (item->leadsToFolder) {
+        showFolder(side, { .path = item->resolved, .item = name });
+    } else if (item->isPackage) {
         // A package that nothing launches ("x.framework"), or any inside another.
         if (!windowController->isItemInNavigatorPath(u"app"_s, side)
             && !windowController->isItemInNavigatorPath(u"pkg"_s, side))
             setInsideBundle(false);
-        bus.post(DirectoryChanged[side], { .path = path, .item = item });
+        showFolder(side, { .path = path, .item = name });
     } else {
         launching.launchFileURLs({ path });
     }
@@ -107,6 +132,6 @@ void MainModel::gotoNextDirectory(Side side, const RowsOfPane &selected)
         if (queries.isDirectory(path))
             _selectedItems[side].setRow(rows.first(), PathText::parent(path));
     }
-    bus.post(DirectoryChanged[side],
-             { .path = PathText::fromComponents(components.mid(0, next + 1)), .item = u".."_s });
+    showFolder(side,
+               { .path = PathText::fromComponents(components.mid(0, next + 1)), .item = u".."_s });
 }

@@ -2,8 +2,8 @@
 
 #include "files/FileName.h"
 #include "files/PathText.h"
-#include "files/SameFile.h"
 #include "model/CurrentRows.h"
+#include "model/FileQueries.h"
 #include "model/ItemInformation.h"
 #include "model/Launching.h"
 #include "model/OperationAlerts.h"
@@ -44,11 +44,15 @@ bool refusesParent(Alerts &alerts, const RowSet &rows)
 
 } // namespace
 
+bool MainModel::shows(Side side, const QString &otherFolder) const
+{
+    const QString shown = folder(side);
+    return shown == otherFolder || queries.isSameItem(shown, otherFolder);
+}
+
 bool MainModel::panesShowSameFolder() const
 {
-    const QString left = folder(Side::Left);
-    const QString right = folder(Side::Right);
-    return left == right || SameFile::isSame(left, right);
+    return shows(Side::Left, folder(Side::Right));
 }
 
 UpdateBoth MainModel::updateForOnePane() const

@@ -23,4 +23,5 @@ public:
                                             const QString &inputText = {}) = 0;
     virtual void setProgressIndicator(bool spinning) = 0; // counted: each true needs its false
     virtual void updateMainWindow() = 0;
+    virtual void showNotice(const QString &line) = 0; // for a while; nobody has to answer
 };

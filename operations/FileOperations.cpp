@@ -3,6 +3,7 @@
 #include "base/MainThread.h"
 #include "files/FileName.h"
 #include "files/PathText.h"
+#include "model/FileQueries.h"
 #include "model/PaneWindow.h"
 #include "operations/InterruptedRuns.h"
 #include "operations/RequestValidation.h"
@@ -30,13 +31,13 @@ QString describedRun(const OperationRequest &request, Operation operation)
 } // namespace
 
 FileOperations::FileOperations(MessageBus &bus, Alerts &alertsToAsk, Programs &programs,
-                               Workspace &workspaceInUse, FileQueries &queries,
+                               Workspace &workspaceInUse, FileQueries &fileQueries,
                                const DateText &dates, OpenDialogs &openDialogs)
     : alerts(alertsToAsk)
     , workspace(workspaceInUse)
-    , _copyMove(alertsToAsk, programs, workspaceInUse, queries, dates)
+    , queries(fileQueries)
+    , _copyMove(alertsToAsk, programs, workspaceInUse, fileQueries, dates)
     , _singleSteps(alertsToAsk, programs, workspaceInUse, _copyMove)
-    , _refresh(bus)
     , _archives(alertsToAsk, programs, workspaceInUse, _copyMove.journal(), _workers)
     , _workers(openDialogs)
 {
@@ -137,7 +138,7 @@ void FileOperations::newFolder(const OperationRequest &request)
 {
     const QString name = request.items.value(0);
     // "." and ".." exist in every folder; as names they are refused by the worker.
-    if (PathText::isItemName(name) && exists(PathText::joined(request.source, name))) {
+    if (PathText::isItemName(name) && queries.isThere(PathText::joined(request.source, name))) {
         alerts.ask(Alert::error(localized("Folder already exists!")));
         return;
     }
@@ -164,7 +165,7 @@ void FileOperations::createAlias(const OperationRequest &request)
 
 void FileOperations::duplicateItem(const QString &source, const QString &destination)
 {
-    if (exists(destination)) {
+    if (queries.isThere(destination)) {
         const QString name = FileName::shown(PathText::lastComponent(destination));
         if (alerts.ask(
                 Alert::question(filled(localized("Target '%@' already exists! Overwrite?"), name)))

@@ -64,6 +64,7 @@ private:
 
     Alerts &alerts;
     Workspace &workspace;
+    const FileQueries &queries;
     PaneWindow *windowController = nullptr; // the application's
     CopyMove _copyMove;
     QStringList _settled; // lines about it, to be told

@@ -1,6 +1,5 @@
 #include "operations/PaneRefresh.h"
 
-#include "files/SameFile.h"
 #include "model/MainModel.h"
 #include "model/Messages.h"
 #include "model/PaneWindow.h"
@@ -18,7 +17,7 @@ int firstRow(const RowSet &rows)
 
 void PaneRefresh::postDirectoryChangedNotification(Side side, const QString &path)
 {
-    bus.post(DirectoryChanged[side], { path });
+    mainModel->showFolder(side, { path });
 }
 
 void PaneRefresh::postCurrent(Side side)
@@ -44,7 +43,7 @@ void PaneRefresh::updateFileLists(const OperationRecord &record)
 {
     if (record.operation == Operation::Archive) {
         for (const Side side : { Side::Left, Side::Right })
-            if (SameFile::isSame(mainModel->folder(side), record.item))
+            if (mainModel->shows(side, record.item))
                 postCurrent(side);
         return;
     }

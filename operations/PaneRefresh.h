@@ -7,7 +7,6 @@
 #include <QString>
 
 class MainModel;
-class MessageBus;
 class PaneTable;
 class PaneWindow;
 
@@ -15,11 +14,6 @@ class PaneWindow;
 // pane is read again hangs on the kind of operation and on the pane with the focus. Main thread.
 class PaneRefresh final {
 public:
-    explicit PaneRefresh(MessageBus &bus)
-        : bus(bus)
-    {
-    }
-
     void setMainModel(MainModel *model) { mainModel = model; }
     void setWindowController(PaneWindow *window) { windowController = window; }
 
@@ -33,8 +27,7 @@ public:
 private:
     void postCurrent(Side side);
 
-    MessageBus &bus;
-    // The application's own, as the bus.
+    // The application's own.
     MainModel *mainModel = nullptr;
     PaneWindow *windowController = nullptr;
 };

@@ -10,7 +10,7 @@ void syncIfRemovable(const QString &folder)
     const MountTable table = MountTable::current();
     const Mount *mount = table.mountOf(folder);
     if (mount
-        && (MountTable::isNetwork(*mount) || mount->point.startsWith(u"/media/"_s)
+        && (!table.isLocal(*mount) || mount->point.startsWith(u"/media/"_s)
             || mount->point.startsWith(u"/run/media/"_s) || mount->point.startsWith(u"/mnt/"_s)))
         FileSystem::sync(folder);
 }

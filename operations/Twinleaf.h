@@ -15,10 +15,11 @@ class Twinleaf final : public SizeText,
                        public FileOperations {
 public:
     Twinleaf(MessageBus &bus, const UserDefaults &defaults, Alerts &alerts, Programs &programs,
-             Workspace &workspace, const FileKinds &kinds, OpenDialogs &openDialogs)
+             Workspace &workspace, const FileKinds &kinds, OpenDialogs &openDialogs,
+             Waiting &waiting)
         : DateText(defaults)
-        , FileQueries(workspace, kinds)
-        , Launching(workspace, alerts)
+        , FileQueries(workspace, kinds, waiting)
+        , Launching(workspace, alerts, waiting)
         , FileOperations(bus, alerts, programs, workspace, *this, *this, openDialogs)
     {
     }

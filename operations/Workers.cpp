@@ -1,5 +1,6 @@
 #include "operations/Workers.h"
 
+#include "base/Arrivals.h"
 #include "base/MainThread.h"
 #include "platform/OpenDialogs.h"
 
@@ -33,8 +34,9 @@ Workers::Workers(OpenDialogs &questionsOnScreen)
     : openDialogs(questionsOnScreen)
 {
     // Queued: the code that asked goes on first, with the rows it asked about.
-    connect(&openDialogs, &OpenDialogs::allClosed, this, &Workers::settleEnded,
-            Qt::QueuedConnection);
+    connect(
+        &openDialogs, &OpenDialogs::allClosed, this,
+        [this] { Arrivals::deliver(this, [this] { settleEnded(); }); }, Qt::QueuedConnection);
 }
 
 Workers::~Workers()

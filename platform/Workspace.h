@@ -23,7 +23,8 @@ class Workspace : public QObject {
 public:
     using QObject::QObject;
 
-    // Starts an application by the path of its .desktop entry, AppDir or bundle. Main thread.
+    // Starts an application by the path of its .desktop entry, AppDir or bundle. This and what
+    // follows up to applicationForFile: any thread.
     virtual bool launchApplication(const QString &path) = 0;
     // Opens a file with an application, or with its default one when `application` is empty.
     virtual bool openFile(const QString &path, const QString &application = {}) = 0;

@@ -869,5 +869,25 @@ Stelle der zuletzt gezeigten Ordner; eine Datei öffnet ihren Ordner und ist aus
         <source>There is no Trash on its volume, or no right to move it there.</source>
         <translation>Auf dem Volume gibt es keinen Papierkorb oder kein Recht, es dorthin zu bewegen.</translation>
     </message>
+    <message>
+        <source>Reading %@...</source>
+        <translation>%@ wird gelesen …</translation>
+    </message>
+    <message>
+        <source>%@ items</source>
+        <translation>%@ Objekte</translation>
+    </message>
+    <message>
+        <source>'%@' does not answer.</source>
+        <translation>„%@“ antwortet nicht.</translation>
+    </message>
+    <message>
+        <source>Sorting...</source>
+        <translation>Wird sortiert …</translation>
+    </message>
+    <message>
+        <source>'%@' is not there, '%@' is shown instead.</source>
+        <translation>„%@“ gibt es nicht, stattdessen wird „%@“ gezeigt.</translation>
+    </message>
 </context>
 </TS>

@@ -1,9 +1,10 @@
 #include "views/PaneDragAndDrop.h"
 
+#include "base/Arrivals.h"
 #include "files/FileUrls.h"
 #include "files/PathText.h"
-#include "files/SameFile.h"
 #include "model/CurrentRows.h"
+#include "model/FileQueries.h"
 #include "model/MainModel.h"
 #include "model/OperationAlerts.h"
 #include "model/OperationDesk.h"
@@ -88,10 +89,12 @@ Alert confirmation(DropDecision::Work work)
 
 } // namespace
 
-PaneDragAndDrop::PaneDragAndDrop(PaneTableView &table, const MainModel &model, OperationDesk &desk,
+PaneDragAndDrop::PaneDragAndDrop(PaneTableView &table, const MainModel &model,
+                                 const FileQueries &fileQueries, OperationDesk &desk,
                                  Alerts &alertsToAsk)
     : fileList(table)
     , mainModel(model)
+    , queries(fileQueries)
     , twinleaf(desk)
     , alerts(alertsToAsk)
 {
@@ -173,7 +176,7 @@ bool PaneDragAndDrop::acceptInto(const QString &destination, const QStringList &
     const QList<DroppedItems> folders = DropDecision::byFolder(paths);
     const bool isOwnFolder =
         std::any_of(folders.begin(), folders.end(), [&](const DroppedItems &items) {
-            return items.source == destination || SameFile::isSame(items.source, destination);
+            return items.source == destination || queries.isSameItem(items.source, destination);
         });
     if (isOwnFolder) {
         if (mask & DragOperation::Copy)
@@ -263,7 +266,11 @@ void PaneDragAndDrop::drop(QDropEvent &event)
     const QString destination = destinationOf(proposedRow(event.position().toPoint().y()));
     const bool fromOutside = !event.source();
     QMetaObject::invokeMethod(
-        this, [=, this] { acceptInto(destination, *paths, mask, fromOutside); },
+        this,
+        [=, this] {
+            Arrivals::deliver(this,
+                              [=, this] { acceptInto(destination, *paths, mask, fromOutside); });
+        },
         Qt::QueuedConnection);
 }
 

@@ -5,6 +5,7 @@
 #include <QTimer>
 
 class Alerts;
+class FileQueries;
 class MainModel;
 class OperationDesk;
 class PaneTableView;
@@ -18,8 +19,8 @@ class PaneDragAndDrop final : public QObject {
     Q_OBJECT
 
 public:
-    PaneDragAndDrop(PaneTableView &fileList, const MainModel &mainModel, OperationDesk &twinleaf,
-                    Alerts &alerts);
+    PaneDragAndDrop(PaneTableView &fileList, const MainModel &mainModel, const FileQueries &queries,
+                    OperationDesk &twinleaf, Alerts &alerts);
 
     // Kept: ".." is not left out; dragging it drags the listed folder itself.
     QMimeData *writeRows(const QList<int> &rows) const;
@@ -47,6 +48,7 @@ private:
 
     PaneTableView &fileList;
     const MainModel &mainModel;
+    const FileQueries &queries;
     OperationDesk &twinleaf;
     Alerts &alerts;
     // Of the drag that is over the pane.

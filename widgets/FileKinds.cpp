@@ -145,6 +145,7 @@ QString FileKinds::key(const QString &name, FileKind kind, bool dangling) const
 
 QString FileKinds::kindText(const QString &name, FileKind kind, bool dangling) const
 {
+    const std::lock_guard lock(_mutex);
     return known(key(name, kind, dangling)).text;
 }
 
@@ -175,6 +176,7 @@ FileKinds::Known &FileKinds::known(const QString &key) const
 
 QIcon FileKinds::iconOfKey(const QString &key) const
 {
+    const std::lock_guard lock(_mutex);
     Known &one = known(key);
     if (one.icon.isNull())
         one.icon = iconOf(key, one.type);

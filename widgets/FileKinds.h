@@ -8,8 +8,11 @@
 #include <QMimeType>
 #include <QString>
 
+#include <mutex>
+
 // What kind of thing an item is, by its name and file type alone: the text of the column "Type" and
-// the icon. Kept per suffix, so a large folder costs a look-up per visible row. Main thread.
+// the icon. Kept per suffix, so a large folder costs a look-up per visible row. Texts on any thread,
+// icons on the main thread.
 class FileKinds {
 public:
     FileKinds();
@@ -36,8 +39,9 @@ private:
     };
 
     QString key(const QString &name, FileKind kind, bool dangling) const;
-    Known &known(const QString &key) const;
+    Known &known(const QString &key) const; // under the lock, and valid as long
     QIcon iconOfKey(const QString &key) const;
 
+    mutable std::mutex _mutex; // for _known
     mutable QHash<QString, Known> _known;
 };

@@ -2,10 +2,9 @@
 
 #include "commands/PaneCommands.h"
 #include "files/FileName.h"
-#include "files/FileStatus.h"
 #include "files/PathText.h"
 #include "model/FileQueries.h"
-#include "model/Messages.h"
+#include "model/MainModel.h"
 #include "model/PaneWindow.h"
 #include "platform/Alerts.h"
 #include "widgets/Icons.h"
@@ -17,14 +16,14 @@ using namespace Qt::StringLiterals;
 
 BookmarksMenu::BookmarksMenu(QMenu &menu, BookmarkStore &bookmarks,
                              const PaneCommands &paneCommands, PaneWindow &paneWindow,
-                             MessageBus &messages, const FileQueries &fileQueries,
+                             const MainModel &model, const FileQueries &fileQueries,
                              Alerts &alertsToAsk)
     : bookmarksMenu(menu)
     , _firstBookmark(menu.actions().size())
     , store(bookmarks)
     , commands(paneCommands)
     , window(paneWindow)
-    , bus(messages)
+    , mainModel(model)
     , queries(fileQueries)
     , alerts(alertsToAsk)
 {
@@ -71,12 +70,11 @@ void BookmarksMenu::clickedBookmark(const QString &title)
     for (const Bookmark &bookmark : bookmarks)
         if (bookmark.localizedPath == title)
             path = bookmark.realPath;
-    if (!fileStatus(path, Links::Follow)) {
+    if (!queries.isThere(path)) {
         alerts.ask(Alert::error(localized("Folder doesn't exists or it's not a folder!"),
                                 localized("Ok")));
         return;
     }
     if (const PaneTable *list = window.getFirstResponderTableView())
-        bus.post(DirectoryChanged[list->side()],
-                 { .path = path, .item = PathText::lastComponent(path) });
+        mainModel.showFolder(list->side(), { .path = path, .item = PathText::lastComponent(path) });
 }

@@ -8,7 +8,7 @@
 
 class Alerts;
 class FileQueries;
-class MessageBus;
+class MainModel;
 class PaneCommands;
 class PaneWindow;
 class QMenu;
@@ -20,7 +20,8 @@ class BookmarksMenu final : public QObject {
 public:
     // Below the lines that the menu has already.
     BookmarksMenu(QMenu &menu, BookmarkStore &store, const PaneCommands &commands,
-                  PaneWindow &window, MessageBus &bus, const FileQueries &queries, Alerts &alerts);
+                  PaneWindow &window, const MainModel &mainModel, const FileQueries &queries,
+                  Alerts &alerts);
 
     void setBookmarksMenu(); // builds it anew
     void addBookmark();
@@ -34,7 +35,7 @@ private:
     BookmarkStore &store;
     const PaneCommands &commands;
     PaneWindow &window;
-    MessageBus &bus;
+    const MainModel &mainModel;
     const FileQueries &queries;
     Alerts &alerts;
 };

@@ -1,5 +1,6 @@
 #include "window/FolderSize.h"
 
+#include "base/Arrivals.h"
 #include "base/Localized.h"
 #include "files/FolderWalk.h"
 #include "model/CurrentRows.h"
@@ -60,9 +61,11 @@ void FolderSize::showFolderSize(Side side, const RowsOfPane &asked)
     thread->setParent(this);
     // Kept: of several that run at once the last to end has its say, whatever is selected by then.
     connect(thread, &QThread::finished, this, [this, side, path, total, thread] {
-        _counting[side].remove(path);
-        infoBars.setFileSize(side, text(*total));
         thread->deleteLater();
+        Arrivals::deliver(this, [this, side, path, total] {
+            _counting[side].remove(path);
+            infoBars.setFileSize(side, text(*total));
+        });
     });
     thread->start();
 }

@@ -9,6 +9,7 @@
 #include "widgets/SegmentedControl.h"
 #include "window/ClassicButton.h"
 #include "window/InfoBarTextField.h"
+#include "window/NoticeLabel.h"
 
 #include <QGuiApplication>
 #include <QMenuBar>
@@ -35,6 +36,7 @@ MainWindowLayout::MainWindowLayout(MessageBus &bus, MainModel &mainModel, UserDe
     , classicButtons(buttonRow())
     , runsButton(new MenuTextButton(this))
     , progressIndicator(new ActivitySpinner(this))
+    , notice(new NoticeLabel(this))
 {
     setWindowTitle(u"Twinleaf"_s);
     QGuiApplication::setWindowIcon(themedIcon(u"org.twinleaf.Twinleaf"_s));

@@ -11,6 +11,7 @@ class ClassicButton;
 class MainModel;
 class MenuTextButton;
 class MessageBus;
+class NoticeLabel;
 class PaneTableView;
 class QSplitter;
 class SegmentedControl;
@@ -38,6 +39,7 @@ public:
     MenuTextButton *runsButton; // what runs, beside the spinner
     QWidget *runsRoom; // for its texts, out of sight while nothing runs
     ActivitySpinner *progressIndicator;
+    NoticeLabel *notice; // a line over the panes
 
 private:
     QWidget *pane(Side side);

@@ -60,6 +60,8 @@ void PathNavigators::setPathNavigator(Side side, const FolderChange &change)
 {
     // The pane model has listed it: it is the first that hears of a change.
     const QString path = mainModel.folder(side);
+    if (path.isEmpty() || (!change.path.isEmpty() && change.path != path))
+        return; // nobody answered: the pane stayed where it was
     const QStringList components = PathText::components(queries.getLocalizedPath(path));
     const int count = int(components.size());
     SegmentedControl &navigator = control(side);
@@ -89,8 +91,10 @@ void PathNavigators::pathNavigatorClicked(Side side)
     const int end = std::min(navigator.selectedSegment() + 1, navigator.segmentCount());
     const QString path =
         PathText::fromComponents(PathText::components(_completeNavigatorPath[side]).mid(0, end));
-    bus.post(DirectoryChanged[side],
-             { .path = path, .item = navigator.label(navigator.selectedSegment()) });
+    const QString item = navigator.label(navigator.selectedSegment());
+    mainModel.showFolder(side, { .path = path, .item = item });
+    // Also when the pane stayed where it was.
+    control(side).setSelectedSegment(int(PathText::components(mainModel.folder(side)).size()) - 1);
 }
 
 QString PathNavigators::getCurrentNavigatorPath(Side side) const

@@ -1,5 +1,6 @@
 #include "window/VolumeReload.h"
 
+#include "base/Arrivals.h"
 #include "base/Localized.h"
 #include "files/PathText.h"
 #include "model/MainModel.h"
@@ -8,20 +9,23 @@
 #include "window/PathNavigators.h"
 
 VolumeReload::VolumeReload(const MainModel &model, const PathNavigators &pathNavigators,
-                           const Workspace &desktop, OpenDialogs &dialogs, MessageBus &messages)
+                           const Workspace &desktop, OpenDialogs &dialogs)
     : mainModel(model)
     , navigators(pathNavigators)
     , workspace(desktop)
     , openDialogs(dialogs)
-    , bus(messages)
 {
+}
+
+void VolumeReload::volumesDidChange()
+{
+    Arrivals::deliver(this, [this] { reloadFileListsForVolumes(); });
 }
 
 void VolumeReload::reloadFileListsForVolumes()
 {
     if (openDialogs.anyOpen()) {
-        connect(&openDialogs, &OpenDialogs::allClosed, this,
-                &VolumeReload::reloadFileListsForVolumes,
+        connect(&openDialogs, &OpenDialogs::allClosed, this, &VolumeReload::volumesDidChange,
                 Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection
                                    | Qt::UniqueConnection));
         return;
@@ -30,5 +34,5 @@ void VolumeReload::reloadFileListsForVolumes()
     const int segment = int(PathText::components(workspace.volumesFolder()).size()) - 1;
     for (const Side side : { Side::Left, Side::Right })
         if (navigators.control(side).label(segment) == localized("Volumes"))
-            bus.post(DirectoryChanged[side], { .path = mainModel.folder(side) });
+            mainModel.showFolder(side, { .path = mainModel.folder(side) });
 }

@@ -3,7 +3,6 @@
 #include <QObject>
 
 class MainModel;
-class MessageBus;
 class OpenDialogs;
 class PathNavigators;
 class Workspace;
@@ -14,17 +13,17 @@ class VolumeReload final : public QObject {
 
 public:
     VolumeReload(const MainModel &mainModel, const PathNavigators &navigators,
-                 const Workspace &workspace, OpenDialogs &openDialogs, MessageBus &bus);
+                 const Workspace &workspace, OpenDialogs &openDialogs);
 
-    void volumeDidMount() { reloadFileListsForVolumes(); }
-    void volumeDidUnmount() { reloadFileListsForVolumes(); }
+    void volumeDidMount() { volumesDidChange(); }
+    void volumeDidUnmount() { volumesDidChange(); }
 
 private:
+    void volumesDidChange();
     void reloadFileListsForVolumes();
 
     const MainModel &mainModel;
     const PathNavigators &navigators;
     const Workspace &workspace;
     OpenDialogs &openDialogs;
-    MessageBus &bus;
 };

@@ -12,6 +12,7 @@
 #include "widgets/ActivitySpinner.h"
 #include "widgets/InputSheet.h"
 #include "window/MainWindowLayout.h"
+#include "window/NoticeLabel.h"
 #include "window/PathNavigators.h"
 #include "window/WindowFrame.h"
 
@@ -181,6 +182,11 @@ void WindowController::setProgressIndicator(bool spinning)
         mainWindow.progressIndicator->start();
     else
         mainWindow.progressIndicator->stop();
+}
+
+void WindowController::showNotice(const QString &line)
+{
+    mainWindow.notice->tell(line);
 }
 
 void WindowController::updateMainWindow()

@@ -45,6 +45,7 @@ public:
     QString getStringFromInputSheet(const QString &prompt, const QString &inputText) override;
     void setProgressIndicator(bool spinning) override;
     void updateMainWindow() override;
+    void showNotice(const QString &line) override;
 
 private:
     void applicationWillTerminate(const NoPayload &);

@@ -12,8 +12,6 @@
 #include <QThread>
 #include <QUrl>
 
-#include <glib.h>
-
 #include <memory>
 
 using namespace Qt::StringLiterals;
@@ -140,11 +138,5 @@ bool DesktopWorkspace::eject(const QString &volume)
 
 QString DesktopWorkspace::volumesFolder() const
 {
-    // Neither need be there before the first volume is; where "/media" is, it will be in there.
-    const QString user = FileName::fromBytes(g_get_user_name());
-    QString media = "/media/"_L1 + user;
-    QString runMedia = "/run/media/"_L1 + user;
-    if (exists(media) || (exists(u"/media"_s) && !exists(runMedia)))
-        return media;
-    return runMedia;
+    return ::volumesFolder();
 }

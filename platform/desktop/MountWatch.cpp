@@ -1,13 +1,17 @@
 #include "platform/desktop/MountWatch.h"
 
+#include "files/FileName.h"
+#include "files/FileStatus.h"
 #include "files/MountTable.h"
 
 #include <QSocketNotifier>
 
 #include <algorithm>
 #include <fcntl.h>
+#include <glib.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 namespace {
@@ -20,12 +24,24 @@ bool anyMissing(const QStringList &wanted, const QStringList &points)
 
 } // namespace
 
+QString volumesFolder()
+{
+    // Neither need be there before the first volume is; where "/media" is, it will be in there.
+    const QString user = FileName::fromBytes(g_get_user_name());
+    QString media = "/media/"_L1 + user;
+    QString runMedia = "/run/media/"_L1 + user;
+    if (exists(media) || (exists(u"/media"_s) && !exists(runMedia)))
+        return media;
+    return runMedia;
+}
+
 QStringList localVolumePoints()
 {
     QStringList points;
+    const QString volumes = volumesFolder();
     const MountTable table = MountTable::current();
     for (const Mount &mount : table.mounts()) {
-        if (MountTable::isLocalVolume(mount) && !points.contains(mount.point))
+        if (MountTable::isVolume(mount, volumes) && !points.contains(mount.point))
             points.append(mount.point);
     }
     std::stable_partition(points.begin(), points.end(),

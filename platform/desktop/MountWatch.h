@@ -4,6 +4,9 @@
 #include <QStringList>
 #include <QTimer>
 
+// The folder under which the desktop mounts volumes.
+QString volumesFolder();
+
 // The mount points of the volumes a person sees, "/" first, each once. Any thread.
 QStringList localVolumePoints();
 

@@ -40,7 +40,8 @@ private Q_SLOTS:
         RecordedWorkspace workspace;
         workspace.volumes.append(folder.path(u"volume"_s));
         const FileKinds kinds;
-        const FileQueries queries(workspace, kinds);
+        Waiting waiting;
+        const FileQueries queries(workspace, kinds, waiting);
         for (const auto &[row, name, enabled] : rows) {
             const MenuState state { row, name.isEmpty() ? QString() : folder.path(name), queries };
             QList<Command> valid, expected = enabled;

@@ -1,5 +1,6 @@
 #include "commands/UpdateCheck.h"
 
+#include "files/Waiting.h"
 #include "model/Launching.h"
 #include "tests/support/AlertScript.h"
 #include "tests/support/RecordedWorkspace.h"
@@ -57,7 +58,8 @@ private Q_SLOTS:
             AlertScript alerts;
             if (!text.isEmpty())
                 alerts.answer(Alert::Yes);
-            Launching launching(workspace, alerts);
+            Waiting waiting;
+            Launching launching(workspace, alerts, waiting);
             UpdateCheck check(server, launching, alerts, { u"https://a"_s, u"https://b"_s },
                               u"1.2.3"_s);
             QVERIFY(check.isOffered());

@@ -20,6 +20,8 @@ constexpr auto MountInfo = "22 1 8:1 / / rw,relatime shared:1 - ext4 /dev/sda1 r
                            "30 22 8:18 / /system rw - ext4 /dev/sdb2 rw\n"
                            "31 22 0:50 / /home/me/server rw - fuse.sshfs me@host: rw\n"
                            "32 22 8:19 / /media/me/\xFF rw - ext4 /dev/sdb3 rw\n"
+                           "34 22 7:2 / /media/me/image rw - vfat /dev/loop2 rw\n"
+                           "35 22 0:51 / /media/me/phone rw - fuse.some phone rw\n"
                            "a line that is none\n"
                            "33 22 8:20 / /cut rw -\n";
 
@@ -47,21 +49,56 @@ private Q_SLOTS:
         }
     }
 
-    void volumesAreLocalDisks()
+    void volumesAreWhatAPersonPlugsIn()
     {
         const auto table = MountTable::fromText(MountInfo);
         QStringList volumes;
-        QStringList network;
-        for (const Mount &mount : table.mounts()) {
-            if (MountTable::isLocalVolume(mount))
+        for (const Mount &mount : table.mounts())
+            if (MountTable::isVolume(mount, u"/media/me"_s))
                 volumes.append(mount.point);
-            if (MountTable::isNetwork(mount))
-                network.append(mount.type);
-        }
         QCOMPARE(volumes,
                  (QStringList { u"/"_s, u"/home"_s, u"/media/me/My Disk\t\\"_s, u"/system"_s,
-                                FileName::fromBytes("/media/me/\xFF") }));
-        QCOMPARE(network, (QStringList { u"nfs4"_s, u"fuse.sshfs"_s }));
+                                FileName::fromBytes("/media/me/\xFF"), u"/media/me/image"_s,
+                                u"/media/me/phone"_s }));
+    }
+
+    void whoHasToAnswerForAPath()
+    {
+        // Links on a real disk, mounts by a list that says where they would be.
+        TestFolder folder;
+        for (const QString &name : { u"server/x"_s, u"server/disk"_s, u"local"_s })
+            folder.makeFolder(name);
+        folder.link(folder.path(u"server"_s), u"local/far"_s);
+        folder.link(u"../local/far"_s, u"local/further"_s);
+        folder.link(u"ring"_s, u"ring"_s);
+        const auto line = [&](const QString &name, const QByteArray &type) {
+            return "9 1 0:9 / " + FileName::toBytes(folder.path(name)) + " rw - " + type
+                + " s rw\n";
+        };
+        const auto table = MountTable::fromText(
+            "1 1 8:1 / / rw - ext4 /dev/sda1 rw\n" + line(u"server"_s, "never.heard.of")
+            + line(u"server/disk"_s, "ext4") + line(u"local"_s, "tmpfs"));
+        QVERIFY(table.hasSlow());
+        const std::pair<QString, QString> cases[] = {
+            { u"server"_s, u"server"_s },
+            { u"server/x/y"_s, u"server"_s },
+            { u"server/disk"_s, u"server"_s },
+            { u"servers"_s, {} },
+            { u"local/x"_s, {} },
+            { u"local/far/x"_s, u"server"_s },
+            { u"local/further"_s, u"server"_s },
+            { u"local/far/../x"_s, u"server"_s },
+            { u"ring"_s, {} },
+            { u"local/../server/x"_s, u"server"_s },
+        };
+        for (const auto &[path, point] : cases) {
+            const Mount *mount = table.slowMountOnTheWay(folder.path(path));
+            QCOMPARE(mount ? mount->point : QString(),
+                     point.isEmpty() ? QString() : folder.path(point));
+        }
+        QVERIFY(table.slowMountOnTheWay(folder.path(u"local"_s), u"far/x"_s));
+        const Mount *disk = table.mountOf(folder.path(u"server/disk"_s));
+        QVERIFY(!table.isLocal(*disk)); // the way there leads over the server
     }
 
     void folderIsReadWhole()

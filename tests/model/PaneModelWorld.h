@@ -29,9 +29,10 @@ struct PaneModelWorld {
     AlertScript alerts;
     RecordedWorkspace workspace;
     FileKinds kinds;
-    FileQueries queries { workspace, kinds };
-    Launching launching { workspace, alerts };
-    MainModel model { bus, defaults, alerts, queries, launching, kinds };
+    Waiting waiting;
+    FileQueries queries { workspace, kinds, waiting };
+    Launching launching { workspace, alerts, waiting };
+    MainModel model { bus, defaults, alerts, queries, launching, kinds, waiting };
     PaneWindowStub window;
     RecordedDesk desk;
     RecordedInformation information;

@@ -1,6 +1,7 @@
 #include "model/FileQueries.h"
 
 #include "files/FileName.h"
+#include "files/Waiting.h"
 #include "tests/support/RecordedWorkspace.h"
 #include "tests/support/TestTree.h"
 #include "widgets/FileKinds.h"
@@ -128,7 +129,8 @@ private:
     std::unique_ptr<TestFolder> folder;
     const FileKinds kinds;
     RecordedWorkspace workspace;
-    FileQueries queries { workspace, kinds };
+    Waiting waiting;
+    FileQueries queries { workspace, kinds, waiting };
 };
 
 QTEST_MAIN(tst_FileQueries)

@@ -37,8 +37,8 @@ struct Desk : World {
 
     QStringList listed;
     MessageBus bus;
-    Launching launching { workspace, alerts };
-    MainModel model { bus, defaults, alerts, queries, launching, kinds };
+    Launching launching { workspace, alerts, waiting };
+    MainModel model { bus, defaults, alerts, queries, launching, kinds, waiting };
     PaneWindowStub window;
     ArchiveSheetStub archiveSheet;
     FileOperations operations { bus, alerts, programs, workspace, queries, dates, openDialogs };

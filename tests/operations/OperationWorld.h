@@ -2,6 +2,7 @@
 
 #include "files/FileName.h"
 #include "files/PathText.h"
+#include "files/Waiting.h"
 #include "model/FileQueries.h"
 #include "operations/CopyMove.h"
 #include "operations/SingleSteps.h"
@@ -62,7 +63,8 @@ struct World {
     RecordedPrograms programs;
     RecordedWorkspace workspace;
     FileKinds kinds;
-    FileQueries queries { workspace, kinds };
+    Waiting waiting;
+    FileQueries queries { workspace, kinds, waiting };
     UserDefaults defaults { folder.path(u"settings.plist"_s) };
     DateText dates { defaults };
     ProgressSheetStub sheet;

@@ -76,6 +76,7 @@ public:
     }
     void setProgressIndicator(bool spinning) override { spinners += spinning ? 1 : -1; }
     void updateMainWindow() override { ++updates; }
+    void showNotice(const QString &line) override { notices.append(line); }
 
     PerSide<PaneTableStub> tables { PaneTableStub(Side::Left), PaneTableStub(Side::Right) };
     PerSide<QString> paths;
@@ -86,4 +87,5 @@ public:
     QString hiddenItemsTitle;
     int spinners = 0;
     int updates = 0;
+    QStringList notices;
 };

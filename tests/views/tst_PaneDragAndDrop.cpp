@@ -17,7 +17,7 @@ namespace {
 // Both panes on one folder of a file and a folder, with drops into the left one.
 struct Drops : World {
     RecordedDesk desk;
-    PaneDragAndDrop drops { list(), model, desk, alerts };
+    PaneDragAndDrop drops { list(), model, twinleaf, desk, alerts };
 
     Drops()
         : World(u"left/a file=a, left/a folder/"_s)

@@ -1,0 +1,269 @@
+#include "files/Waiting.h"
+
+#include "base/Arrivals.h"
+#include "base/MainThread.h"
+#include "files/FileName.h"
+#include "files/MountTable.h"
+#include "tests/support/Watched.h"
+#include "tests/support/World.h"
+#include "window/NoticeLabel.h"
+
+#include <condition_variable>
+#include <latch>
+#include <mutex>
+#include <thread>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// A disk that stops answering for a path and what lies below it, and answers late or never. It
+// notes who is asked on the main thread.
+class Disk final {
+public:
+    Disk()
+        : _watch([this](Call call, const char *name, unsigned) { return note(call, name); })
+    {
+    }
+    ~Disk()
+    {
+        answer();
+        while (Waiting::anyLost())
+            QCoreApplication::processEvents();
+    }
+    void stopAt(const QString &path)
+    {
+        const std::lock_guard lock(_mutex);
+        _stopped = FileName::toBytes(path);
+    }
+    void answer()
+    {
+        const std::lock_guard lock(_mutex);
+        _stopped.clear();
+        _change.notify_all();
+    }
+    QByteArrayList askedByWindow; // of the main thread
+    QByteArrayList asked()
+    {
+        const std::lock_guard lock(_mutex);
+        return _asked;
+    }
+
+private:
+    int note(Call call, const char *name)
+    {
+        if (call != Call::Status && call != Call::Open)
+            return 0;
+        if (isMainThread())
+            askedByWindow.append(name);
+        std::unique_lock lock(_mutex);
+        _asked.append(name);
+        _change.wait(
+            lock, [&] { return _stopped.isEmpty() || !QByteArrayView(name).startsWith(_stopped); });
+        return 0;
+    }
+
+    std::mutex _mutex;
+    std::condition_variable _change;
+    QByteArray _stopped;
+    QByteArrayList _asked;
+    const Watched _watch;
+};
+
+// Runs while the window waits for the disk, in its own event loop.
+void whileWaiting(World &world, const std::function<void()> &work)
+{
+    QTimer::singleShot(0, &world.window, [&world, work] {
+        QVERIFY(world.application.waiting().isWaiting());
+        work();
+    });
+}
+
+void press(World &world, Qt::Key key)
+{
+    QTest::keyClick(&world.list(), key);
+}
+
+QString notice(World &world)
+{
+    return world.window.notice->isVisible() ? world.window.notice->accessibleName() : QString();
+}
+
+// Makes a folder of the world look like a mount of another machine.
+void mountServer(World &world, const QString &name)
+{
+    world.folder.write(u"mounts"_s,
+                       "1 1 8:1 / / rw - ext4 /dev/sda1 rw\n2 1 0:9 / "
+                           + FileName::toBytes(world.folder.path(name)) + " rw - new.type s rw\n");
+    MountTable::setSource(world.folder.path(u"mounts"_s));
+}
+
+constexpr auto Tree = "left/slow/a=a, left/slow/b=b, left/slow/c=c";
+
+} // namespace
+
+class tst_Waiting : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void cleanup() { MountTable::setSource(u"/proc/self/mountinfo"_s); }
+
+    void theWindowItselfAsksNoDisk()
+    {
+        World world(u"left/sub/in=i, left/a=a, left/b=b, left/to sub->sub"_s);
+        world.defaults.setValue(Settings::ConfirmationForFileOperations, false);
+        Disk disk;
+        world.start();
+        disk.askedByWindow.clear(); // what an earlier run left is settled before the first listing
+        for (const QString &name : { u"sub"_s, u"to sub"_s }) {
+            world.select(name);
+            press(world, Qt::Key_Return);
+            press(world, Qt::Key_Backspace);
+            press(world, Qt::Key_Right);
+            press(world, Qt::Key_Backspace);
+        }
+        world.select(u"a"_s);
+        world.click(Command::Copy);
+        world.run(Command::Duplicate);
+        world.answerSheet(u"new"_s);
+        world.click(Command::NewFolder);
+        world.select(u"b"_s);
+        world.answerSheet(u"c"_s);
+        world.click(Command::Rename);
+        world.select(u"c"_s);
+        world.click(Command::Move);
+        for (const Command command : { Command::Reload, Command::ShowHiddenFiles })
+            world.run(command);
+        world.select(u"a"_s);
+        QVERIFY(world.isEnabled(Command::Copy));
+        world.closeMenus();
+        QCOMPARE(world.names(Side::Right), u".. a c"_s);
+        QCOMPARE(disk.askedByWindow, QByteArrayList());
+    }
+
+    void whatArrivesIsKeptInItsOrder()
+    {
+        StartedWorld world(QString::fromLatin1(Tree));
+        Disk disk;
+        disk.stopAt(world.folder.path(u"left/slow"_s));
+        world.select(u"slow"_s);
+        QStringList order;
+        std::thread worker;
+        bool workerWasServed = false;
+        whileWaiting(world, [&] {
+            press(world, Qt::Key_Down);
+            Arrivals::deliver(&world.window, [&] { order.append(world.selected()); });
+            press(world, Qt::Key_Down);
+            Arrivals::deliver(&world.window, [&] { order.append(world.selected()); });
+            std::latch begun(1);
+            worker = std::thread([&] {
+                begun.count_down();
+                onMainThread([&] { workerWasServed = order.size() == 2; });
+            });
+            begun.wait();
+            // Nothing has happened yet, and the window shows what it waits for.
+            QCOMPARE(world.shown(), world.folder.path(u"left"_s));
+            QCOMPARE(world.selected(), u"slow"_s);
+            QTRY_VERIFY(notice(world).contains(u"slow"));
+            QVERIFY(order.isEmpty() && !workerWasServed);
+            disk.answer();
+        });
+        press(world, Qt::Key_Return);
+        QCOMPARE(world.shown(), world.folder.path(u"left/slow"_s));
+        QVERIFY(order.isEmpty()); // whoever waited goes on first
+        QTRY_VERIFY(workerWasServed);
+        QCOMPARE(order,
+                 (QStringList { world.names({ 1 }, Side::Left), world.names({ 2 }, Side::Left) }));
+        QCOMPARE(notice(world), QString());
+        worker.join();
+    }
+
+    void escapeGivesUp()
+    {
+        StartedWorld world(QString::fromLatin1(Tree));
+        Disk disk;
+        disk.stopAt(world.folder.path(u"left/slow"_s));
+        world.select(u"slow"_s);
+        whileWaiting(world, [&] {
+            press(world, Qt::Key_Home); // meant for what does not come
+            press(world, Qt::Key_Escape);
+        });
+        press(world, Qt::Key_Return);
+        QVERIFY(Waiting::anyLost());
+        QCOMPARE(world.shown(), world.folder.path(u"left"_s));
+        QCOMPARE(notice(world), u"'slow' does not answer."_s);
+        QTRY_VERIFY(!Arrivals::areHeld());
+        QCOMPARE(world.selected(), u"slow"_s);
+        // The answer that comes after all is nobody's any more.
+        disk.answer();
+        QTRY_VERIFY(!Waiting::anyLost());
+        QCOMPARE(world.shown(), world.folder.path(u"left"_s));
+        press(world, Qt::Key_Return);
+        QCOMPARE(world.shown(), world.folder.path(u"left/slow"_s));
+    }
+
+    void aMountThatIsSilentIsGivenUp()
+    {
+        World world(u"left/server/x/, left/to server->server/x"_s);
+        mountServer(world, u"left/server"_s);
+        Disk disk;
+        const QString server = world.folder.path(u"left/server"_s);
+        disk.stopAt(server);
+        world.start(); // a folder that holds such a mount, and a link into it, is listed at once
+        QCOMPARE(world.names(), u".. server to server"_s);
+        QVERIFY(world.model.rowsLeft()[1].isFolder());
+        QVERIFY(!world.model.rowsLeft()[1].date().isValid());
+        QVERIFY(!disk.asked().contains("server"));
+
+        disk.answer();
+        world.show(Side::Left, u"left/server"_s);
+        world.show(Side::Right, u"left/server/x"_s);
+        disk.stopAt(server);
+        world.run(Command::Reload); // nobody gives up but the program
+        QCOMPARE(notice(world), u"'server' does not answer."_s);
+        QCOMPARE(world.shown(), server);
+        QCOMPARE(world.shown(Side::Right), world.folder.path(u"left/server/x"_s));
+        press(world, Qt::Key_Backspace); // asks nobody there
+        QCOMPARE(world.shown(), world.folder.path(u"left"_s));
+        world.window.notice->hide();
+        world.select(u"server"_s);
+        press(world, Qt::Key_Return);
+        QCOMPARE(notice(world), u"'server' does not answer."_s);
+        QCOMPARE(world.shown(), world.folder.path(u"left"_s));
+    }
+
+    void workIsNotGivenUp()
+    {
+        StartedWorld world;
+        std::latch end(1);
+        whileWaiting(world, [&] {
+            press(world, Qt::Key_Escape);
+            end.count_down();
+        });
+        QCOMPARE(world.application.waiting().forWork(u"Work"_s,
+                                                     [&] {
+                                                         end.wait();
+                                                         return 7;
+                                                     }),
+                 7);
+    }
+
+    void aFolderThatIsGoneIsReplacedByTheNearest()
+    {
+        World world(u"left/stick/deep/"_s);
+        world.defaults.setValue(Settings::LeftFileListLastPath,
+                                world.folder.path(u"left/gone/deep"_s));
+        world.start();
+        QCOMPARE(world.shown(), world.folder.path(u"left"_s));
+        QVERIFY(notice(world).contains(u"left/gone/deep"));
+        world.show(Side::Left, u"left/stick/deep"_s);
+        world.folder.shell(u"rm -r left/stick"_s);
+        world.window.notice->hide();
+        world.run(Command::Reload);
+        QCOMPARE(world.shown(), world.folder.path(u"left"_s));
+        QVERIFY(notice(world).contains(u"left/stick/deep"));
+    }
+};
+
+QTEST_MAIN(tst_Waiting)
+#include "tst_Waiting.moc"
