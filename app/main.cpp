@@ -2,6 +2,7 @@
 #include "app/CommandLine.h"
 #include "app/DesktopServices.h"
 #include "files/Waiting.h"
+#include "platform/desktop/SilentBus.h"
 #include "settings/BundleInfo.h"
 
 #include <QApplication>
@@ -50,6 +51,7 @@ int run(int argc, char **argv)
     QCoreApplication::setApplicationName(u"Twinleaf"_s);
     QCoreApplication::setApplicationVersion(BundleInfo::version());
     QGuiApplication::setDesktopFileName(u"org.twinleaf.Twinleaf"_s);
+    leaveSilentBusesAlone();
     const auto application = applicationFor(argc, argv);
     // Buttons, file dialogs and names of keys are the toolkit's; the later one counts first.
     QTranslator ofToolkit;

@@ -1,0 +1,7 @@
+#pragma once
+
+// Looks whether the session's and the system's bus answer at all. One that takes a connection and
+// says nothing would hold up the window for many seconds each time the toolkit or the program asks
+// it; this run then has none. Costs less than a millisecond where they answer. Before the
+// application is made, while there are no threads.
+void leaveSilentBusesAlone();
