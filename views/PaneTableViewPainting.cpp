@@ -68,6 +68,10 @@ void PaneTableView::paintEvent(QPaintEvent *event)
     const int last = below < 0 ? rowCount() - 1 : below;
     for (int row = first; row >= 0 && row <= last; ++row)
         paintRow(painter, row);
+    if (const auto error = _tableModel->rows().error())
+        painter.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap,
+                         filled(localized("This folder cannot be read: %@"),
+                                QString::fromLocal8Bit(error.message().c_str())));
     if (_dropRow)
         paintDropTarget(painter);
 }
