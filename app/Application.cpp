@@ -37,7 +37,7 @@ Application::Application(const Services &services, const CommandLine &line)
     , _paneCommands(_windowController, _bus, _mainModel, _twinleaf, _twinleaf, services.defaults,
                     services.openPanel, services.alerts)
     , _folderCommands(_windowController, _mainModel, _twinleaf, services.workspace, services.alerts)
-    , _selectionCommands(_windowController, _bus, _mainModel, _twinleaf, _twinleaf,
+    , _selectionCommands(_windowController, _bus, _mainModel, _twinleaf, _twinleaf, _waiting,
                          services.defaults,
                          [this](const QString &title) { return askForPattern(title); })
     , _commands({ _paneCommands, _selectionCommands, _folderCommands, _twinleaf },
@@ -47,7 +47,8 @@ Application::Application(const Services &services, const CommandLine &line)
     , _bookmarkStore(services.defaults)
     , _bookmarksMenu(_menus.bookmarksMenu(), _bookmarkStore, _paneCommands, _windowController,
                      _mainModel, _twinleaf, services.alerts)
-    , _openWithMenu(_menus.openWithMenu(), _bookmarkStore, _paneCommands, services.workspace)
+    , _openWithMenu(_menus.openWithMenu(), _bookmarkStore, _paneCommands, services.workspace,
+                    _twinleaf)
     , _updateCheck(services.versionServer, _twinleaf, services.alerts,
                    { BundleInfo::versionFileAddress(), BundleInfo::downloadAddress() },
                    BundleInfo::version())

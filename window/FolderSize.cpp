@@ -21,6 +21,7 @@ constexpr double Kilobyte = 1024; // bytes
 constexpr double Megabyte = 1024 * Kilobyte;
 constexpr double Gigabyte = 1024 * Megabyte;
 constexpr double Block = 4096; // bytes
+constexpr unsigned long Patience = 1000; // milliseconds, at the program's end
 
 } // namespace
 
@@ -37,10 +38,11 @@ FolderSize::FolderSize(MessageBus &messages, const MainModel &model, const FileQ
 FolderSize::~FolderSize()
 {
     bus.unsubscribe(this);
-    _stop = true;
+    *_stop = true;
     const auto threads = findChildren<QThread *>();
     for (QThread *thread : threads)
-        thread->wait();
+        if (!thread->wait(Patience))
+            thread->setParent(nullptr); // left behind: it stands at a server that is gone
 }
 
 void FolderSize::showFolderSize(Side side, const RowsOfPane &asked)
@@ -57,7 +59,8 @@ void FolderSize::showFolderSize(Side side, const RowsOfPane &asked)
         return; // its end answers this request too
     _counting[side].insert(path);
     const auto total = std::make_shared<double>(0);
-    QThread *thread = QThread::create([this, path, total] { *total = totalOf(path, _stop); });
+    QThread *thread =
+        QThread::create([stop = _stop, path, total] { *total = totalOf(path, *stop); });
     thread->setParent(this);
     // Kept: of several that run at once the last to end has its say, whatever is selected by then.
     connect(thread, &QThread::finished, this, [this, side, path, total, thread] {

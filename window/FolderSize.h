@@ -6,6 +6,7 @@
 #include <QSet>
 
 #include <atomic>
+#include <memory>
 
 class FileQueries;
 class InfoBars;
@@ -33,5 +34,6 @@ private:
     const FileQueries &queries;
     InfoBars &infoBars;
     PerSide<QSet<QString>> _counting; // the folders, one thread each
-    std::atomic<bool> _stop { false }; // set by the main thread, read by the counting threads
+    // Set by the main thread, read by the counting threads, of which one may outlive this.
+    const std::shared_ptr<std::atomic<bool>> _stop = std::make_shared<std::atomic<bool>>(false);
 };

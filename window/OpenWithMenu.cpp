@@ -2,6 +2,7 @@
 
 #include "base/Localized.h"
 #include "commands/PaneCommands.h"
+#include "model/FileQueries.h"
 #include "platform/Workspace.h"
 #include "settings/BookmarkStore.h"
 #include "widgets/MenuText.h"
@@ -9,11 +10,12 @@
 #include <QMenu>
 
 OpenWithMenu::OpenWithMenu(QMenu &menu, const BookmarkStore &favorites, PaneCommands &paneCommands,
-                           const Workspace &desktop)
+                           const Workspace &desktop, const FileQueries &fileQueries)
     : menuOpenWithFavorite(menu)
     , store(favorites)
     , commands(paneCommands)
     , workspace(desktop)
+    , queries(fileQueries)
 {
 }
 
@@ -22,8 +24,11 @@ void OpenWithMenu::setOpenWithFavoriteApplications()
     menuOpenWithFavorite.clear();
     const auto favorites = store.getFavoriteApplicationsFromUserDefaults();
     for (const FavoriteApplication &favorite : favorites) {
-        QAction *item = menuOpenWithFavorite.addAction(
-            workspace.iconOfApplication(favorite.realPath), menuText(favorite.name));
+        // Not from a server that is gone.
+        const QIcon icon = queries.isThere(favorite.realPath)
+            ? workspace.iconOfApplication(favorite.realPath)
+            : QIcon();
+        QAction *item = menuOpenWithFavorite.addAction(icon, menuText(favorite.name));
         connect(item, &QAction::triggered, this,
                 [this, name = favorite.name] { clickedOpenWithFavoriteApplications(name); });
     }

@@ -3,6 +3,7 @@
 #include <QObject>
 
 class BookmarkStore;
+class FileQueries;
 class PaneCommands;
 class QMenu;
 class Workspace;
@@ -13,7 +14,7 @@ class OpenWithMenu final : public QObject {
 
 public:
     OpenWithMenu(QMenu &menu, const BookmarkStore &store, PaneCommands &commands,
-                 const Workspace &workspace);
+                 const Workspace &workspace, const FileQueries &queries);
 
     void setOpenWithFavoriteApplications(); // builds it anew
     void clickedOpenWithFavoriteApplications(const QString &name);
@@ -23,4 +24,5 @@ private:
     const BookmarkStore &store;
     PaneCommands &commands;
     const Workspace &workspace;
+    const FileQueries &queries;
 };
