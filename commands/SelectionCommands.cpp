@@ -2,6 +2,7 @@
 
 #include "base/Localized.h"
 #include "files/PathText.h"
+#include "files/Waiting.h"
 #include "model/FileQueries.h"
 #include "model/Launching.h"
 #include "model/MainModel.h"
@@ -17,13 +18,14 @@ using namespace Qt::StringLiterals;
 
 SelectionCommands::SelectionCommands(PaneWindow &paneWindow, MessageBus &messages,
                                      const MainModel &model, const FileQueries &fileQueries,
-                                     Launching &launcher, const UserDefaults &settings,
-                                     AskForPattern ask)
+                                     Launching &launcher, Waiting &asker,
+                                     const UserDefaults &settings, AskForPattern ask)
     : window(paneWindow)
     , bus(messages)
     , mainModel(model)
     , queries(fileQueries)
     , launching(launcher)
+    , waiting(asker)
     , defaults(settings)
     , _askForPattern(std::move(ask))
 {
@@ -71,9 +73,13 @@ void SelectionCommands::selectAllClicked()
 
 void SelectionCommands::selectSameClicked()
 {
-    if (PaneTable *list = window.getFirstResponderTableView())
-        list->selectRows(RowMatching::rowsOfSameName(mainModel.rows(list->side()),
-                                                     mainModel.rows(otherSide(list->side()))));
+    PaneTable *list = window.getFirstResponderTableView();
+    if (!list)
+        return;
+    const Listing rows = mainModel.rows(list->side());
+    const Listing others = mainModel.rows(otherSide(list->side()));
+    list->selectRows(waiting.forRows(rows.size() + others.size(), localized("Comparing..."),
+                                     [=] { return RowMatching::rowsOfSameName(rows, others); }));
 }
 
 void SelectionCommands::compareFoldersClicked()
@@ -82,8 +88,10 @@ void SelectionCommands::compareFoldersClicked()
     PaneTable *other = window.getOtherResponderTableView();
     if (!list || !other)
         return;
-    const auto equal =
-        RowMatching::equalRows(mainModel.rows(list->side()), mainModel.rows(other->side()));
+    const Listing rows = mainModel.rows(list->side());
+    const Listing others = mainModel.rows(other->side());
+    const auto equal = waiting.forRows(rows.size() + others.size(), localized("Comparing..."),
+                                       [=] { return RowMatching::equalRows(rows, others); });
     list->selectRows(equal.here);
     other->selectRows(equal.there);
 }
@@ -106,7 +114,10 @@ void SelectionCommands::group(bool select)
     if (request.text.isEmpty() || !list)
         return;
     const RowSet matching =
-        RowMatching::matchingRows(mainModel.rows(list->side()), request, dateText());
+        waiting.forRows(mainModel.rows(list->side()).size(), localized("Searching..."),
+                        [request, rows = mainModel.rows(list->side()), dates = dateText()] {
+                            return RowMatching::matchingRows(rows, request, dates);
+                        });
     const RowSet selected = list->selectedRows();
     RowSet result;
     if (select)
@@ -136,9 +147,13 @@ void SelectionCommands::search()
     PaneTable *list = window.getFirstResponderTableView();
     if (_globalSearchString.isEmpty() || !list)
         return;
+    const Listing rows = mainModel.rows(list->side());
     show(*list,
-         RowMatching::nextFoundItem(_globalSearchString, mainModel.rows(list->side()),
-                                    list->selectedRow(), dateText()));
+         waiting.forRows(
+             rows.size(), localized("Searching..."),
+             [rows, term = _globalSearchString, from = list->selectedRow(), dates = dateText()] {
+                 return RowMatching::nextFoundItem(term, rows, from, dates);
+             }));
 }
 
 void SelectionCommands::spotlightSearchClicked()

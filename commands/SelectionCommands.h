@@ -11,6 +11,7 @@ class MainModel;
 class PaneTable;
 class PaneWindow;
 class UserDefaults;
+class Waiting;
 
 // Selecting rows of the active pane: by letter, by name, by pattern, by what the other pane holds,
 // and by search. Main thread.
@@ -22,7 +23,7 @@ public:
     using AskForPattern = std::function<ExpandSelection(const QString &title)>;
 
     SelectionCommands(PaneWindow &window, MessageBus &bus, const MainModel &mainModel,
-                      const FileQueries &queries, Launching &launching,
+                      const FileQueries &queries, Launching &launching, Waiting &waiting,
                       const UserDefaults &defaults, AskForPattern ask);
     ~SelectionCommands() override;
 
@@ -54,6 +55,7 @@ private:
     const MainModel &mainModel;
     const FileQueries &queries;
     Launching &launching;
+    Waiting &waiting;
     const UserDefaults &defaults;
     const AskForPattern _askForPattern;
     QString _globalSearchString;

@@ -100,10 +100,7 @@ void MainModel::sortRowEntries(Column column, Side side, SortDirection direction
 
 Listing MainModel::sorted(const Listing &listing, Column column, SortDirection direction) const
 {
-    constexpr qsizetype Few = 10'000; // sorted before anybody notices
-    if (listing.size() <= Few)
-        return listing.sorted(column, direction);
-    return waiting.forWork(localized("Sorting..."),
+    return waiting.forRows(listing.size(), localized("Sorting..."),
                            [=] { return listing.sorted(column, direction); });
 }
 

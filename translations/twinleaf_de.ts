@@ -889,5 +889,17 @@ Stelle der zuletzt gezeigten Ordner; eine Datei öffnet ihren Ordner und ist aus
         <source>'%@' is not there, '%@' is shown instead.</source>
         <translation>„%@“ gibt es nicht, stattdessen wird „%@“ gezeigt.</translation>
     </message>
+    <message>
+        <source>Comparing...</source>
+        <translation>Wird verglichen …</translation>
+    </message>
+    <message>
+        <source>Searching...</source>
+        <translation>Wird gesucht …</translation>
+    </message>
+    <message>
+        <source>This folder cannot be read: %@</source>
+        <translation>Dieser Ordner kann nicht gelesen werden: %@</translation>
+    </message>
 </context>
 </TS>

@@ -20,6 +20,7 @@ struct Panes : World {
                                   model,
                                   twinleaf,
                                   twinleaf,
+                                  application.waiting(),
                                   defaults,
                                   [this](const QString &asked) {
                                       title = asked;

@@ -240,7 +240,7 @@ private Q_SLOTS:
             press(world, Qt::Key_Escape);
             end.count_down();
         });
-        QCOMPARE(world.application.waiting().forWork(u"Work"_s,
+        QCOMPARE(world.application.waiting().forRows(1'000'000, u"Work"_s,
                                                      [&] {
                                                          end.wait();
                                                          return 7;
