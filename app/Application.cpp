@@ -9,6 +9,7 @@
 #include "sheets/About.h"
 #include "sheets/ExpandSelectionSheet.h"
 #include "views/TableViews.h"
+#include "window/WindowFrame.h"
 
 #include <QCoreApplication>
 #include <QMenuBar>
@@ -66,6 +67,7 @@ Application::~Application()
 void Application::start()
 {
     // Shown first: a disk that takes its time is waited for in a window that says so.
+    restoreFrame(_mainWindow, _services.defaults);
     _mainWindow.leftFileList->setFocus();
     _mainWindow.show();
     // What an interrupted run set aside is back before it is listed.
