@@ -163,6 +163,43 @@ def deletes_to_the_trash_with_f8(scene):
         expect(len(trashed) == 1 and holds(trashed[0]), f"{name!r} lies in the Trash")
 
 
+def extends_a_selection_from_where_it_is(scene):
+    for name in "abcdefghijklm":
+        scene.file(scene.left, name)
+    app = scene.start()
+    app.key("Down", "Down", "End", "shift+Up")
+    scene.confirm("F8")
+    app.wait_for(lambda: not (scene.left / "m").exists(), "the last one to leave")
+    scene.quit()
+    expect(sorted(os.listdir(scene.left)) == list("abcdefghijk"), "the other eleven stay")
+
+
+def drags_onto_a_file_by_held_keys(scene):
+    first_row = "128"  # from the top of the screen, in pixels
+    for keys, stays in ((("ctrl", "shift"), True), ((), False)):
+        source = scene.file(scene.left, "dragged" if stays else "moved")
+        scene.file(scene.right, "a row under the pointer")
+        app = scene.start(left=source)
+        mouse = app.display.xdotool
+        mouse("mousemove", "100", first_row)
+        for key in keys:
+            mouse("keydown", key)
+        mouse("mousedown", "1")
+        for x in range(120, 901, 60):
+            mouse("mousemove", str(x), first_row)
+        mouse("mouseup", "1")
+        for key in keys:
+            mouse("keyup", key)
+        app.wait_for_question("the question of the drop")
+        app.key("Return")
+        app.wait_for(lambda: holds(scene.right / source.name), "what was dropped")
+        app.wait_for(lambda: source.exists() == stays, "the source to be as the keys said")
+        scene.quit()
+        app.close()
+        if stays:
+            source.unlink()
+
+
 def refuses_the_parent_row(scene):
     scene.file(scene.left, "bystander")
     app = scene.start()
@@ -256,6 +293,7 @@ def ends_when_the_session_ends(scene):
 
 SCENES = [copies_with_f5, copies_a_folder_tree, asks_before_overwriting, makes_a_folder_with_f7,
           renames_with_f9, moves_from_the_right_after_tab, deletes_to_the_trash_with_f8,
+          extends_a_selection_from_where_it_is, drags_onto_a_file_by_held_keys,
           refuses_the_parent_row, remembers_its_folders, falls_back_from_a_missing_folder,
           duplicates_from_the_menu, walks_along_the_path,
           copies_everything_but_the_parent, goes_to_a_name_by_its_letter, ends_when_the_session_ends]
