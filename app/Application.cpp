@@ -13,6 +13,7 @@
 
 #include <QCoreApplication>
 #include <QMenuBar>
+#include <QScopedValueRollback>
 
 Application::Application(const Services &services, const CommandLine &line)
     : _services(services)
@@ -98,8 +99,10 @@ void Application::quit()
         return;
     _quitting = true;
     if (_twinleaf.anyRunning()
-        && _services.alerts.ask(Alert::question(localized(
-               "A file operation is still running. Stop it after the current item and quit?")))
+        && _services.alerts.ask(Alert::question(
+               localized(
+                   "A file operation is still running. Stop it after the current item and quit?"),
+               _twinleaf.describedRuns()))
             != Alert::Yes) {
         _quitting = false;
         return;
@@ -112,6 +115,10 @@ void Application::quit()
 
 void Application::powerOff()
 {
+    // At each notice: an end that was announced may have been called off since.
+    if (_endingWork) // a second one, while the work is stopped for the first
+        return save();
+    const QScopedValueRollback ending(_endingWork, true);
     // Nobody is there to answer any more.
     const Alerts::Silence silence(_services.alerts);
     save();

@@ -100,4 +100,5 @@ private:
     UpdateCheck _updateCheck;
     ExpandSelection _expandSelection; // as the sheet was left
     bool _quitting = false;
+    bool _endingWork = false;
 };

@@ -58,7 +58,8 @@ void FolderCommands::otherFolderClicked(Side menu)
     if (queries.isDirectory(path))
         go(menu, path);
     else
-        alerts.ask(Alert::error(localized("Folder does not exists!"), localized("Ok")));
+        alerts.ask(Alert::failure(localized("Folder does not exists!"),
+                                  FileName::shown(path.isEmpty() ? typed : path), localized("Ok")));
 }
 
 void FolderCommands::useOpositePath(Side menu)

@@ -189,7 +189,10 @@ void PaneCommands::archiveClicked()
     const auto replaced = PathText::isItemName(archive)
         ? queries.itemAt(PathText::joined(destination, archive))
         : std::nullopt;
-    if (replaced && alerts.ask(replaceArchiveQuestion()) != Alert::Yes)
+    if (replaced
+        && alerts.ask(
+               replaceArchiveQuestion(FileName::shown(PathText::joined(destination, archive))))
+            != Alert::Yes)
         return;
     twinleaf.archiveItems(items, destination, name, replaced);
 }

@@ -56,6 +56,12 @@ QString Entry::size() const
     return record.hasStatus ? SizeText::getCalcFileSize(record.size) : u"0"_s;
 }
 
+std::optional<qint64> Entry::knownSize() const
+{
+    const ListingRecord &record = _listing->records[_record];
+    return record.hasStatus && !record.isDirectory ? std::optional(record.size) : std::nullopt;
+}
+
 qint64 Entry::pureSize() const
 {
     return _listing->records[_record].size;

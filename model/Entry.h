@@ -9,6 +9,7 @@
 #include <QVariantList>
 
 #include <memory>
+#include <optional>
 
 struct ListingData;
 
@@ -21,6 +22,8 @@ public:
     QIcon icon() const;
     QString name() const; // ".." for the parent row
     QString size() const; // "--" for folders and packages, "0" when the size is unknown
+    // Bytes; nothing where that would take a walk, or is unknown.
+    std::optional<qint64> knownSize() const;
     qint64 pureSize() const; // bytes; 0 for folders, packages and ".."
     QDateTime date() const; // modification date; invalid when unknown
     QString type() const;

@@ -67,6 +67,9 @@ public:
     void setInsideBundle(bool inside) { _insideBundle = inside; }
 
     void sortRowEntries(Column column, Side side, SortDirection direction);
+    // Asks for another name after a rename that failed, with the one that was typed.
+    void renameAgain(const OperationRequest &refused);
+
     SelectionMemory &selectedItems(Side side) { return _selectedItems[side]; }
     int getRowFromValueInFileList(Side side, const QString &path) const; // -1 when not there
 
@@ -92,6 +95,7 @@ private:
     Listing sorted(const Listing &listing, Column column, SortDirection direction) const;
     OperationRequest getDictionaryForCopyMove(std::optional<Side> side, const Listing &listing,
                                               const RowSet &rows) const;
+    void askForNewName(const QString &path, const QString &suggested, std::optional<Side> side);
     UpdateBoth updateForOnePane() const; // both panes when they show one folder
 
     MessageBus &bus;

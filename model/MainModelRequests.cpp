@@ -99,7 +99,9 @@ void MainModel::requestCopyMove(const ItemRequest &request, Operation operation)
     if (refusesParent(alerts, rows))
         return;
     if (confirmationForFileOperations()
-        && alerts.ask(OperationAlerts::areYouSure(operation)) != Alert::Yes)
+        && alerts.ask(OperationAlerts::areYouSure(
+               operation, OperationAlerts::subjectOf(listing, rows, dictionary.destination)))
+            != Alert::Yes)
         return;
     if (operation == Operation::Copy)
         twinleaf->copyItems(dictionary);
@@ -147,9 +149,11 @@ void MainModel::deleteItem(const ItemRequest &request)
                                         .side = request.side,
                                         .updateBoth = updateForOnePane() };
     if (confirmationForFileOperations()
-        && alerts.ask(Alert::question(filled(
-               localized("Are you sure that you want to move the selected %i item(s) to trash?"),
-               int(rows.size()))))
+        && alerts.ask(Alert::question(
+               filled(localized(
+                          "Are you sure that you want to move the selected %i item(s) to trash?"),
+                      int(rows.size())),
+               OperationAlerts::described(OperationAlerts::subjectOf(listing, rows))))
             != Alert::Yes)
         return;
     twinleaf->deleteItems(dictionary);
@@ -162,15 +166,29 @@ void MainModel::renameItem(const ItemRequest &request)
     if (!row)
         return;
     const QString path = _rows[side][*row].path();
-    const QString oldName = PathText::lastComponent(path);
+    askForNewName(path, PathText::lastComponent(path), request.side);
+}
+
+void MainModel::renameAgain(const OperationRequest &refused)
+{
+    if (queries.isThere(refused.source))
+        askForNewName(
+            refused.source,
+            refused.destination.mid(PathText::joined(PathText::parent(refused.source), {}).size()),
+            refused.side.value());
+}
+
+void MainModel::askForNewName(const QString &path, const QString &suggested,
+                              std::optional<Side> side)
+{
     const QString name =
-        windowController->getStringFromInputSheet(localized("Please enter new name:"), oldName);
-    if (name.isEmpty() || name == oldName)
+        windowController->getStringFromInputSheet(localized("Please enter new name:"), suggested);
+    if (name.isEmpty() || name == PathText::lastComponent(path))
         return;
     // The source of a rename is the item itself, by its full path.
     twinleaf->renameItem({ .source = path,
                            .destination = PathText::joined(PathText::parent(path), name),
-                           .side = request.side,
+                           .side = side,
                            .updateBoth = updateForOnePane() });
 }
 

@@ -1,8 +1,6 @@
 #pragma once
 
-#include "model/Side.h"
-
-#include <QString>
+#include "model/OperationRequest.h"
 
 #include <optional>
 
@@ -19,4 +17,6 @@ struct OperationRecord {
     QString item {};
     // Where something from another program was dropped.
     std::optional<Side> droppedOn {};
+    // A rename that failed, which the person was told.
+    std::optional<OperationRequest> refused {};
 };

@@ -1,5 +1,6 @@
 #include "operations/FileOperations.h"
 
+#include "base/Arrivals.h"
 #include "base/MainThread.h"
 #include "files/FileName.h"
 #include "files/PathText.h"
@@ -79,8 +80,18 @@ void FileOperations::cancelArchiving(const NoPayload &)
     _archives.cancelArchiving();
 }
 
+QString FileOperations::describedRuns()
+{
+    QStringList lines;
+    const auto runs = _copyMove.queue().runs();
+    for (const ShownRun &run : runs)
+        lines.append(run.text);
+    return shortened(lines);
+}
+
 void FileOperations::stopAll()
 {
+    _endsNow = true;
     _copyMove.queue().cancelAll();
     _archives.cancelAll();
 }
@@ -101,6 +112,18 @@ void FileOperations::threadWillExit(const OperationRecord &record)
     if (spins(record.operation))
         windowController->setProgressIndicator(false);
     _refresh.updateFileLists(record);
+    if (!record.refused)
+        return;
+    // Later: the worker ends first, and with it what waits for it. Not while the program ends.
+    QMetaObject::invokeMethod(
+        &_workers,
+        [this, refused = *record.refused] {
+            Arrivals::deliver(&_workers, [this, refused] {
+                if (renameRefused && !_endsNow)
+                    renameRefused(refused);
+            });
+        },
+        Qt::QueuedConnection);
 }
 
 void FileOperations::startCopyMove(const OperationRequest &request, Operation operation)
@@ -139,7 +162,8 @@ void FileOperations::newFolder(const OperationRequest &request)
     const QString name = request.items.value(0);
     // "." and ".." exist in every folder; as names they are refused by the worker.
     if (PathText::isItemName(name) && queries.isThere(PathText::joined(request.source, name))) {
-        alerts.ask(Alert::error(localized("Folder already exists!")));
+        alerts.ask(Alert::failure(localized("Folder already exists!"),
+                                  FileName::shown(PathText::joined(request.source, name))));
         return;
     }
     if (isPerformFileOperationDictionaryValid(request))
@@ -150,6 +174,7 @@ void FileOperations::newFolder(const OperationRequest &request)
 
 void FileOperations::renameItem(const OperationRequest &request)
 {
+    _endsNow = false;
     if (isPerformFileOperationDictionaryValid(request))
         _workers.detach(Operation::Rename, [this, request](OperationRecord &record) {
             _singleSteps.renameItem(request, record);

@@ -8,6 +8,8 @@
 #include "operations/SingleSteps.h"
 #include "operations/Workers.h"
 
+#include <functional>
+
 class OpenDialogs;
 
 // The public verbs: each checks its request at the door and hands it to a worker.
@@ -23,6 +25,12 @@ public:
     void setWindowController(PaneWindow *window, ProgressSheet *sheet);
     void setRunDisplay(RunDisplay *display);
     void setArchiveSheet(ArchiveProgressSheet *sheet) { _archives.setArchiveSheet(sheet); }
+
+    // What happens after a rename that failed; the person has been told by then.
+    void setRenameRefused(std::function<void(const OperationRequest &)> handler)
+    {
+        renameRefused = std::move(handler);
+    }
 
     void copyItems(const OperationRequest &request) override;
     void moveItems(const OperationRequest &request) override;
@@ -49,6 +57,7 @@ public:
     // For quitting: whether work is under way; stopping it between two items; and waiting for its
     // end.
     bool anyRunning() const { return _workers.anyRunning(); }
+    QString describedRuns(); // the copy and move runs, a line each
     void stopAll();
     void drain() { _workers.drain(); }
 
@@ -66,6 +75,8 @@ private:
     Workspace &workspace;
     const FileQueries &queries;
     PaneWindow *windowController = nullptr; // the application's
+    std::function<void(const OperationRequest &)> renameRefused;
+    bool _endsNow = false; // until something is asked for again
     CopyMove _copyMove;
     QStringList _settled; // lines about it, to be told
     SingleSteps _singleSteps;

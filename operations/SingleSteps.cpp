@@ -12,6 +12,28 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+QString line(const QString &name, const QString &reason)
+{
+    return filled(u"%@: %@"_s, FileName::shown(name), reason);
+}
+
+QString badName()
+{
+    return localized("A name is neither empty nor '.' nor '..', and holds no '/'.");
+}
+
+// The system's reason why an item could not be given a name.
+QString reasonOf(std::error_code error, const QString &name)
+{
+    if (!PathText::isItemName(name))
+        return badName();
+    return QString::fromStdString(error.message());
+}
+
+} // namespace
+
 SingleSteps::SingleSteps(Alerts &alertsToAsk, Programs &programsToRun, Workspace &workspaceInUse,
                          CopyMove &engine)
     : alerts(alertsToAsk)
@@ -26,8 +48,12 @@ void SingleSteps::newFolder(const OperationRequest &request,
 {
     const QString name = request.items.value(0);
     record.item = PathText::joined(request.source, name);
-    if (!PathText::isItemName(name) || FileSystem::makeFolder(record.item))
-        alerts.ask(Alert::error(localized("Cannot create folder!")));
+    const std::error_code error = PathText::isItemName(name)
+        ? FileSystem::makeFolder(record.item)
+        : std::make_error_code(std::errc::invalid_argument);
+    if (error)
+        alerts.ask(
+            Alert::failure(localized("Cannot create folder!"), line(name, reasonOf(error, name))));
 }
 
 void SingleSteps::renameItem(const OperationRequest &request,
@@ -37,16 +63,23 @@ void SingleSteps::renameItem(const OperationRequest &request,
     // A new name that holds "/" would move the item.
     const bool sameFolder =
         PathText::parent(request.source) == PathText::parent(request.destination);
-    if (!sameFolder || FileFlags::isLocked(request.source)
-        || FileSystem::renameItem(request.source, request.destination))
-        alerts.ask(Alert::error(localized("Rename failed!")));
+    const QString name = PathText::lastComponent(request.source);
+    const QString newName = PathText::lastComponent(request.destination);
+    QString reason;
+    if (!sameFolder)
+        reason = badName();
+    else if (FileFlags::isLocked(request.source))
+        reason = localized("The item is locked.");
+    else if (const auto error = FileSystem::renameItem(request.source, request.destination))
+        reason = reasonOf(error, newName);
+    if (reason.isEmpty())
+        return;
+    record.refused = request;
+    alerts.ask(Alert::failure(localized("Rename failed!"), line(name, reason)));
 }
 
 QStringList SingleSteps::moveAllToTrash(const OperationRequest &request) // worker thread
 {
-    const auto line = [](const QString &name, const QString &reason) {
-        return filled(u"%@: %@"_s, FileName::shown(name), reason);
-    };
     // Nothing moves when one of them must not: the set succeeds or fails as one.
     QStringList refused;
     for (const QString &name : request.items) {
@@ -82,11 +115,17 @@ void SingleSteps::createAlias(const OperationRequest &request) // worker thread
     for (const QString &name : request.items) {
         const QString source = PathText::joined(request.source, name);
         const QString link = PathText::joined(request.destination, name);
+        QString reason = badName();
         // -T: a link to a folder that stands there already is not to be entered.
-        if (!PathText::isItemName(name)
-            || !programs.run({ u"/bin/ln"_s, u"-s"_s, u"-T"_s, source, link }).succeeded())
-            alerts.ask(Alert::error(
-                filled(localized("Create alias for '%@' failed!"), FileName::shown(name))));
+        if (PathText::isItemName(name)) {
+            const ProgramEnd end = programs.run({ u"/bin/ln"_s, u"-s"_s, u"-T"_s, source, link });
+            if (end.succeeded())
+                continue;
+            reason = end.errorText;
+        }
+        alerts.ask(Alert::failure(
+            filled(localized("Create alias for '%@' failed!"), FileName::shown(name)),
+            FileName::shown(reason)));
     }
 }
 

@@ -9,11 +9,19 @@ Alert Alert::error(const QString &text, const QString &button)
              .cancel = Ok };
 }
 
-Alert Alert::question(const QString &text)
+Alert Alert::failure(const QString &text, const QString &details, const QString &button)
+{
+    Alert alert = error(text, button);
+    alert.details = details;
+    return alert;
+}
+
+Alert Alert::question(const QString &text, const QString &details)
 {
     return { .style = Style::Informational,
              .title = localized("Twinleaf - Warning"),
              .text = text,
+             .details = details,
              .buttons = { { Yes, localized("Yes") }, { No, localized("No") } },
              .cancel = No };
 }

@@ -22,8 +22,11 @@ struct Alert {
 
     // "Twinleaf - Error" with one button.
     static Alert error(const QString &text, const QString &button = localized("OK"));
+    // The same with the small print: what it is about, and the system's reason.
+    static Alert failure(const QString &text, const QString &details,
+                         const QString &button = localized("OK"));
     // "Twinleaf - Warning" with "Yes" (default) and "No".
-    static Alert question(const QString &text);
+    static Alert question(const QString &text, const QString &details = {});
     // "Twinleaf - Warning" with "No" (default), "Yes" and "All".
     static Alert overwriteQuestion(const QString &text, const QString &details);
 };

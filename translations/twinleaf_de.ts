@@ -901,5 +901,41 @@ Stelle der zuletzt gezeigten Ordner; eine Datei öffnet ihren Ordner und ist aus
         <source>This folder cannot be read: %@</source>
         <translation>Dieser Ordner kann nicht gelesen werden: %@</translation>
     </message>
+    <message>
+        <source>Start &apos;%@&apos;?</source>
+        <translation>„%@“ starten?</translation>
+    </message>
+    <message>
+        <source>It was not installed on this computer, and could do everything that you can.</source>
+        <translation>Es wurde nicht auf diesem Computer installiert und könnte alles tun, was Sie können.</translation>
+    </message>
+    <message>
+        <source>The folder holds no program that can be started here. &apos;Show package contents&apos; shows what is in it.</source>
+        <translation>Der Ordner enthält kein Programm, das hier gestartet werden kann. „Paketinhalt zeigen“ zeigt, was darin ist.</translation>
+    </message>
+    <message>
+        <source>No installed program is set up to open it.</source>
+        <translation>Kein installiertes Programm ist dafür eingerichtet, es zu öffnen.</translation>
+    </message>
+    <message>
+        <source>%i items</source>
+        <translation>%i Objekte</translation>
+    </message>
+    <message>
+        <source>from %@ to %@</source>
+        <translation>von %@ nach %@</translation>
+    </message>
+    <message>
+        <source>from %@</source>
+        <translation>von %@</translation>
+    </message>
+    <message>
+        <source>to %@</source>
+        <translation>nach %@</translation>
+    </message>
+    <message>
+        <source>A name is neither empty nor &apos;.&apos; nor &apos;..&apos;, and holds no &apos;/&apos;.</source>
+        <translation>Ein Name ist weder leer noch „.“ oder „..“ und enthält kein „/“.</translation>
+    </message>
 </context>
 </TS>

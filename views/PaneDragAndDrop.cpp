@@ -78,13 +78,21 @@ Qt::DropAction shownAction(const QDropEvent &event)
     return shown & DragOperation::Move ? Qt::MoveAction : Qt::IgnoreAction;
 }
 
-Alert confirmation(DropDecision::Work work)
+Alert confirmation(DropDecision::Work work, const QList<DroppedItems> &folders,
+                   const QString &destination)
 {
+    OperationAlerts::Subject subject { .to = destination };
+    for (const DroppedItems &items : folders) {
+        subject.count += items.names.size();
+        subject.name = items.names.first();
+        subject.from = folders.size() == 1 ? items.source : QString();
+    }
     if (work == DropDecision::Work::Alias)
         return Alert::question(
-            localized("Are you sure that you want to create an alias from this item(s)?"));
-    return OperationAlerts::areYouSure(work == DropDecision::Work::Copy ? Operation::Copy
-                                                                        : Operation::Move);
+            localized("Are you sure that you want to create an alias from this item(s)?"),
+            OperationAlerts::described(subject));
+    return OperationAlerts::areYouSure(
+        work == DropDecision::Work::Copy ? Operation::Copy : Operation::Move, subject);
 }
 
 } // namespace
@@ -188,7 +196,8 @@ bool PaneDragAndDrop::acceptInto(const QString &destination, const QStringList &
     const auto work = DropDecision::workOfMask(mask);
     if (!work)
         return false;
-    if (mainModel.confirmationForFileOperations() && alerts.ask(confirmation(*work)) != Alert::Yes)
+    if (mainModel.confirmationForFileOperations()
+        && alerts.ask(confirmation(*work, folders, destination)) != Alert::Yes)
         return false;
 
     const auto update = fromOutside         ? UpdateBoth::DragDropFinder

@@ -71,8 +71,8 @@ void BookmarksMenu::clickedBookmark(const QString &title)
         if (bookmark.localizedPath == title)
             path = bookmark.realPath;
     if (!queries.isThere(path)) {
-        alerts.ask(Alert::error(localized("Folder doesn't exists or it's not a folder!"),
-                                localized("Ok")));
+        alerts.ask(Alert::failure(localized("Folder doesn't exists or it's not a folder!"),
+                                  FileName::shown(path), localized("Ok")));
         return;
     }
     if (const PaneTable *list = window.getFirstResponderTableView())

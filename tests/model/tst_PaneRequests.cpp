@@ -186,13 +186,14 @@ private Q_SLOTS:
 
     void confirmationDecides()
     {
-        const QList<std::pair<Message<ItemRequest>, QString>> cases {
-            { CopyItem, u"Are you sure that you want to copy the item(s)?"_s },
-            { MoveItem, u"Are you sure that you want to move the item(s)?"_s },
+        const QList<std::tuple<Message<ItemRequest>, QString, QString>> cases {
+            { CopyItem, u"Are you sure that you want to copy the item(s)?"_s, u" to right"_s },
+            { MoveItem, u"Are you sure that you want to move the item(s)?"_s, u" to right"_s },
             { DeleteItem,
-              u"Are you sure that you want to move the selected 2 item(s) to trash?"_s },
+              u"Are you sure that you want to move the selected 2 item(s) to trash?"_s,
+              {} },
         };
-        for (const auto &[command, text] : cases) {
+        for (const auto &[command, text, to] : cases) {
             World world;
             const ItemRequest request =
                 world.request(RowSet { world.row(u"a"_s), world.row(u"b"_s) });
@@ -200,6 +201,15 @@ private Q_SLOTS:
             world.bus.post(command, request);
             QVERIFY(world.nothingWasAskedFor());
             QCOMPARE(world.alerts.shown().value(0).text, text);
+            QCOMPARE(world.alerts.shown().value(0).details, u"2 items, 2 Bytes, from left"_s + to);
+            // What is in a folder is not counted for a question.
+            for (const QString &name : { u"sub"_s, u"b"_s }) {
+                world.alerts.answer(Alert::No);
+                world.bus.post(command, world.request(name));
+                QCOMPARE(world.alerts.shown().last().details,
+                         name + (name == u"b" ? u", 1 Bytes"_s : QString()) + u", from left"_s
+                             + to);
+            }
 
             // What is listed anew under the question does not change what was asked about.
             world.alerts.decide = [&](const Alert &) {

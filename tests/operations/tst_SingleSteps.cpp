@@ -34,6 +34,9 @@ private Q_SLOTS:
             const QString failed =
                 verb == Verb::Rename ? u"Rename failed!"_s : u"Duplicate failed!"_s;
             QCOMPARE(world.lastAlert().text, left.isEmpty() ? failed : QString());
+            QCOMPARE(world.record.refused.has_value(), verb == Verb::Rename && left.isEmpty());
+            if (newName == u"taken")
+                QCOMPARE(world.lastAlert().details, u"a: File exists"_s);
             if (verb == Verb::Rename)
                 QCOMPARE(world.record.item, PathText::joined(world.source, newName));
         }
@@ -62,6 +65,7 @@ private Q_SLOTS:
         aliases.answer({ Alert::Ok });
         aliases.steps.createAlias(aliases.request({ u"a"_s, u"b"_s, u"c"_s }));
         QCOMPARE(aliases.lastAlert().text, u"Create alias for 'b' failed!"_s);
+        QVERIFY(aliases.lastAlert().details.endsWith(u"File exists"));
         QCOMPARE(aliases.tree(),
                  u"from/elsewhere/, to/a->~/from/a, to/b->~/from/elsewhere, to/c->~/from/c"_s);
     }
