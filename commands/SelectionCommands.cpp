@@ -171,7 +171,7 @@ void SelectionCommands::spotlightSearchMenuItemClicked()
 void SelectionCommands::spotlightSearchResultClicked(const ChosenResult &result)
 {
     const QString extension = PathText::extension(result.path);
-    if (extension == u"app"_s)
+    if (queries.isApplication(result.path))
         launching.launchApp(result.path);
     else if (extension == u"pkg"_s || extension == u"mpkg"_s)
         launching.launchInstallerPackage(result.path);

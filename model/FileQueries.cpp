@@ -49,6 +49,13 @@ QString resolvedAlias(const QString &path)
     return path;
 }
 
+bool isApplicationAt(const QString &path, const Workspace &desktop)
+{
+    const QString extension = PathText::extension(path);
+    return extension == u"app"_s || extension.compare(u"AppDir"_s, Qt::CaseInsensitive) == 0
+        || desktop.isInstalledApplication(path);
+}
+
 QString nearestFolderTo(QString path)
 {
     while (path != u"/"_s) {
@@ -104,11 +111,18 @@ std::optional<QString> FileQueries::nearestFolder(const QString &path) const
 
 std::optional<FileQueries::Opened> FileQueries::lookAtOpened(const QString &path) const
 {
-    return waiting.forAnswer(path, [path, links = linksAsSet()] {
+    return waiting.forAnswer(path, [path, links = linksAsSet(), desktop = &workspace] {
         const QString resolved = resolvedAlias(path);
-        return Opened { resolved, isFolderAt(resolved), isFolderAt(path),
-                        isPackageAt(path, links) };
+        return Opened { resolved, isFolderAt(resolved), isFolderAt(path), isPackageAt(path, links),
+                        isApplicationAt(path, *desktop) };
     });
+}
+
+bool FileQueries::isApplication(const QString &path) const
+{
+    return waiting
+        .forAnswer(path, [path, desktop = &workspace] { return isApplicationAt(path, *desktop); })
+        .value_or(false);
 }
 
 bool FileQueries::isFileHidden(const QString &path) const

@@ -39,12 +39,15 @@ public:
         bool leadsToFolder; // isDirectory of what it resolves to
         bool isDirectory;
         bool isPackage;
+        bool isApplication;
     };
     std::optional<Opened> lookAtOpened(const QString &path) const;
 
     bool isFileHidden(const QString &path) const;
     bool isDirectory(const QString &path) const; // a folder that is no package, links followed
     bool isPackage(const QString &path) const;
+    // By its name, or as one that is installed on this machine.
+    bool isApplication(const QString &path) const;
     bool isItemFolderOrOversized(const QString &path) const;
     bool isSymbolicLink(const QString &path) const;
     QString pathContentOfSymbolicLinkAtPath(const QString &path) const;

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "files/FileStatus.h"
+
+#include <QHash>
 #include <QStringList>
 
 #include <functional>
@@ -25,10 +28,15 @@ public:
     void openAddress(const QString &address);
 
 private:
-    // What the desktop answers; false when that was given up.
-    bool answer(const QString &path, const std::function<bool(Workspace &)> &launch);
+    // Asks before a program that nobody installed is started, once in a run of ours for as long as
+    // the program stays as it is. False, too, when looking at it was given up.
+    bool mayStart(const QString &path);
+    // Has the desktop do it, and tells when that fails. `byDefault`: with no application chosen.
+    void launch(const QString &path, const char *failure, bool byDefault,
+                const std::function<bool(Workspace &)> &work);
 
     Workspace &workspace;
     Alerts &alerts;
     Waiting &waiting;
+    QHash<QString, FileStatus> _agreed; // programs that may start, as they were
 };

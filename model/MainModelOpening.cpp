@@ -85,14 +85,11 @@ void MainModel::getRows(Side side, const RowsOfPane &opened)
     }
     const QString name = PathText::lastComponent(queries.getLocalizedPath(path));
     const QString extension = PathText::extension(path);
-    // An application folder of this desktop counts as one with the suffix "app".
-    const bool isApplication =
-        extension == u"app"_s || extension.compare(u"AppDir"_s, Qt::CaseInsensitive) == 0;
     if (first == ParentRow) {
         showFolder(side, { .path = PathText::parent(path), .item = u".."_s });
         if (const PaneTable *active = windowController->getFirstResponderTableView())
             bus.post(TableViewSelectionDidChange, { active->side() });
-    } else if (isApplication && !_insideBundle) {
+    } else if (item->isApplication && !_insideBundle) {
         launching.launchApp(path);
     } else if ((extension == u"pkg"_s || extension == u"mpkg"_s) && !_insideBundle) {
         launching.launchInstallerPackage(path);

@@ -26,7 +26,14 @@ public:
     // Starts an application by the path of its .desktop entry, AppDir or bundle. This and what
     // follows up to applicationForFile: any thread.
     virtual bool launchApplication(const QString &path) = 0;
+    // Whether the path is an application of this machine's: a .desktop entry where the desktop
+    // keeps them.
+    virtual bool isInstalledApplication(const QString &path) const = 0;
+    // The program that launching the item starts although nobody installed it (it came with a
+    // download, say); empty when there is none.
+    virtual QString foreignProgram(const QString &path) const = 0;
     // Opens a file with an application, or with its default one when `application` is empty.
+    // A package as a whole is no file: without an application it is refused.
     virtual bool openFile(const QString &path, const QString &application = {}) = 0;
     // Opens an installer package with what the desktop installs packages with.
     virtual bool openInstallerPackage(const QString &path) = 0;

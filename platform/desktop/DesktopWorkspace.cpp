@@ -3,9 +3,11 @@
 #include "base/MainThread.h"
 #include "files/FileName.h"
 #include "files/FileStatus.h"
+#include "files/PathText.h"
 #include "platform/desktop/InstalledApplications.h"
 #include "platform/desktop/Trash.h"
 #include "platform/desktop/VolumeEjection.h"
+#include "widgets/FileKinds.h"
 
 #include <QDesktopServices>
 #include <QEventLoop>
@@ -22,9 +24,16 @@ namespace {
 // terminal, which has no entry of its own: a program that a person opens is a file like any other.
 bool isApplication(const QString &path)
 {
-    return InstalledApplications::isInstalledEntry(path)
-        || path.endsWith(".AppDir"_L1, Qt::CaseInsensitive)
+    return InstalledApplications::isInstalledEntry(path) || InstalledApplications::isAppDir(path)
         || (!path.isEmpty() && path == InstalledApplications::systemTerminal());
+}
+
+// The default application of its kind would be that of folders: another file manager.
+bool isPackage(const QString &path)
+{
+    const auto status = fileStatus(path, Links::Follow);
+    return status && status->kind == FileKind::Directory
+        && FileKinds::isPackageName(PathText::lastComponent(path));
 }
 
 } // namespace
@@ -42,12 +51,24 @@ bool DesktopWorkspace::launchApplication(const QString &path)
     return isApplication(path) ? InstalledApplications::launch(path, {}) : openFile(path);
 }
 
+bool DesktopWorkspace::isInstalledApplication(const QString &path) const
+{
+    return InstalledApplications::isInstalledEntry(path);
+}
+
+QString DesktopWorkspace::foreignProgram(const QString &path) const
+{
+    return InstalledApplications::starterOf(path);
+}
+
 bool DesktopWorkspace::openFile(const QString &path, const QString &application)
 {
     if (!application.isEmpty())
         return exists(path) && InstalledApplications::launch(application, { path });
     if (isApplication(path))
         return InstalledApplications::launch(path, {});
+    if (isPackage(path))
+        return false;
     const QString standard = InstalledApplications::defaultFor(path);
     return !standard.isEmpty() && InstalledApplications::launch(standard, { path });
 }

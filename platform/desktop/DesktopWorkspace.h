@@ -12,6 +12,8 @@ public:
     explicit DesktopWorkspace(QObject *parent = nullptr);
 
     bool launchApplication(const QString &path) override;
+    bool isInstalledApplication(const QString &path) const override;
+    QString foreignProgram(const QString &path) const override;
     bool openFile(const QString &path, const QString &application = {}) override;
     bool openInstallerPackage(const QString &path) override;
     QString applicationForFile(const QString &path) const override;

@@ -206,6 +206,17 @@ bool InstalledApplications::isInstalledEntry(const QString &path)
     return false;
 }
 
+bool InstalledApplications::isAppDir(const QString &path)
+{
+    return path.endsWith(appDirSuffix, Qt::CaseInsensitive);
+}
+
+QString InstalledApplications::starterOf(const QString &path)
+{
+    QString starter = path + "/AppRun"_L1;
+    return isAppDir(path) && isExecutableFile(starter) ? starter : QString();
+}
+
 QString InstalledApplications::defaultFor(const QString &path)
 {
     const OwnedText type = contentType(path);
@@ -219,9 +230,9 @@ bool InstalledApplications::launch(const QString &application, const QStringList
 {
     if (isInstalledEntry(application))
         return launchEntry(application, files);
-    if (application.endsWith(appDirSuffix, Qt::CaseInsensitive)) {
-        const QString starter = application + "/AppRun"_L1;
-        return isExecutableFile(starter) && launchExecutable(starter, files);
+    if (isAppDir(application)) {
+        const QString starter = starterOf(application);
+        return !starter.isEmpty() && launchExecutable(starter, files);
     }
     return !application.endsWith(entrySuffix) && isExecutableFile(application)
         && launchExecutable(application, files);

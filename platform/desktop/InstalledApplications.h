@@ -27,6 +27,11 @@ QIcon iconOf(const QString &application);
 // (a download) can run anything under any name and picture: they are files like any other.
 bool isInstalledEntry(const QString &path);
 
+// Whether the path is named as an AppDir is, and the program in it that starts it; empty where
+// there is none that can be run.
+bool isAppDir(const QString &path);
+QString starterOf(const QString &path);
+
 // The entry of the default application for the file; empty when there is none.
 QString defaultFor(const QString &path);
 

@@ -43,7 +43,7 @@ SessionEnd::SessionEnd(QObject *parent)
 {
     watchSignals();
     if (auto *application = qobject_cast<QGuiApplication *>(QCoreApplication::instance()))
-        connect(application, &QGuiApplication::commitDataRequest, this, &SessionEnd::tell,
+        connect(application, &QGuiApplication::commitDataRequest, this, &SessionEnd::willEnd,
                 Qt::DirectConnection);
     // Well after the first turn of the event loop: the window's first paint does not wait for the
     // bus.
@@ -82,7 +82,7 @@ void SessionEnd::readSignal()
     quint64 count = 0;
     if (read(_signals, &count, sizeof count) != sizeof count)
         return;
-    tell();
+    Q_EMIT willEnd();
     // Not quit(): that asks the windows, and nobody is there any more to answer.
     QCoreApplication::exit(0);
 }
@@ -122,18 +122,9 @@ void SessionEnd::letShutdownGoOn()
 void SessionEnd::prepareForShutdown(bool begins)
 {
     if (begins) {
-        tell();
+        Q_EMIT willEnd();
         letShutdownGoOn();
     } else {
-        _told = false;
         delayShutdown();
     }
-}
-
-void SessionEnd::tell()
-{
-    if (_told)
-        return;
-    _told = true;
-    Q_EMIT willEnd();
 }

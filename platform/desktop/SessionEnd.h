@@ -17,7 +17,9 @@ public:
     ~SessionEnd() override;
 
 Q_SIGNALS:
-    void willEnd(); // once, unless the shutdown was called off in between
+    // With each notice, for one end perhaps several times: whether the end that was announced came
+    // is told for a shutdown only, so the next notice may be of another one.
+    void willEnd();
 
 private Q_SLOTS:
     void prepareForShutdown(bool begins);
@@ -27,10 +29,8 @@ private:
     void watchLogin();
     void delayShutdown();
     void letShutdownGoOn();
-    void tell();
     void readSignal();
 
     int _signals = -1; // readable when a signal has come
     int _inhibitor = -1; // the login service waits while this is open
-    bool _told = false;
 };

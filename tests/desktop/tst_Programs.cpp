@@ -2,6 +2,7 @@
 #include "files/FileStatus.h"
 #include "platform/desktop/DesktopPrograms.h"
 #include "platform/desktop/DesktopWorkspace.h"
+#include "platform/desktop/SessionEnd.h"
 #include "tests/support/TestFolder.h"
 
 #include <QTest>
@@ -94,6 +95,21 @@ private Q_SLOTS:
         }
     }
 
+    // A logout that is called off is not told of: whatever is announced next may be another end.
+    void everyAnnouncedEndIsToldAnew()
+    {
+        SessionEnd end;
+        int told = 0;
+        connect(&end, &SessionEnd::willEnd, this, [&told] { ++told; });
+        QVERIFY(QMetaObject::invokeMethod(&end, "prepareForShutdown", Q_ARG(bool, true)));
+        QCOMPARE(told, 1);
+        for (const int signal : { SIGTERM, SIGHUP }) {
+            const int before = told;
+            std::raise(signal);
+            QTRY_COMPARE(told, before + 1);
+        }
+    }
+
     void theOutputOfAnAttendedProgramComesInLines()
     {
         QByteArrayList lines;
@@ -108,10 +124,18 @@ private Q_SLOTS:
     void theSystemsTerminalStartsAndOtherProgramsAreFiles()
     {
         const TestFolder folder;
-        for (const QString &name : { u"x-terminal-emulator"_s, u"program"_s })
+        folder.shell(u"mkdir -p data/applications Tool.app Setup.pkg Kit.AppDir plain"_s);
+        for (const QString &name :
+             { u"x-terminal-emulator"_s, u"program"_s, u"manager"_s, u"Kit.AppDir/AppRun"_s })
             folder.write(name, "#!/bin/sh\n: > \"$0.started\"\n");
-        folder.shell(u"chmod 755 *"_s);
-        qputenv("XDG_DATA_DIRS", FileName::toBytes(folder.path(u"no applications"_s)));
+        folder.shell(u"chmod 755 x-terminal-emulator program manager Kit.AppDir/AppRun"_s);
+        const QByteArray entry = "[Desktop Entry]\nType=Application\nName=Manager\nExec=\""
+            + FileName::toBytes(folder.path(u"manager"_s)) + "\" %f\nMimeType=inode/directory;\n";
+        for (const QString &place : { u"data/applications/manager.desktop"_s, u"my.desktop"_s })
+            folder.write(place, entry);
+        folder.write(u"data/applications/mimeapps.list"_s,
+                     "[Default Applications]\ninode/directory=manager.desktop\n");
+        qputenv("XDG_DATA_DIRS", FileName::toBytes(folder.path(u"data"_s)));
         qputenv("PATH", FileName::toBytes(folder.path()));
         DesktopWorkspace workspace;
         const QString terminal = workspace.applicationForTool(Tool::Terminal);
@@ -120,6 +144,22 @@ private Q_SLOTS:
         QTRY_VERIFY(exists(terminal + u".started"_s));
         QVERIFY(!workspace.openFile(folder.path(u"program"_s)));
         QVERIFY(!exists(folder.path(u"program.started"_s)));
+
+        // A package is nothing that the program for folders opens.
+        QVERIFY(!workspace.launchApplication(folder.path(u"Tool.app"_s)));
+        QVERIFY(!workspace.openFile(folder.path(u"Tool.app"_s)));
+        QVERIFY(!workspace.openInstallerPackage(folder.path(u"Setup.pkg"_s)));
+        // An entry from elsewhere is a file, for which there is no program here.
+        const QString installed = folder.path(u"data/applications/manager.desktop"_s);
+        QVERIFY(workspace.isInstalledApplication(installed));
+        QVERIFY(!workspace.isInstalledApplication(folder.path(u"my.desktop"_s)));
+        QVERIFY(!workspace.launchApplication(folder.path(u"my.desktop"_s)));
+        QVERIFY(!exists(folder.path(u"manager.started"_s)));
+        QVERIFY(workspace.openFile(folder.path(u"plain"_s)));
+        QTRY_VERIFY(exists(folder.path(u"manager.started"_s)));
+        QCOMPARE(workspace.foreignProgram(folder.path(u"Kit.AppDir"_s)),
+                 folder.path(u"Kit.AppDir/AppRun"_s));
+        QCOMPARE(workspace.foreignProgram(installed), QString());
     }
 
 private:

@@ -142,6 +142,7 @@ private Q_SLOTS:
             { u"Program.app"_s, u"/left"_s, u"launch"_s },
             { u"Tool.AppDir"_s, u"/left"_s, u"launch"_s },
             { u"file.app"_s, u"/left"_s, u"launch"_s },
+            { u"installed.desktop"_s, u"/left"_s, u"launch"_s },
             { u"Setup.pkg"_s, u"/left"_s, u"install"_s },
             { u"Kit.framework"_s, u"/left/Kit.framework"_s, {} },
             { u"to sub.desktop"_s, u"/left/sub"_s, {} },
@@ -150,7 +151,10 @@ private Q_SLOTS:
         };
         for (const auto &[name, shown, call] : rows) {
             PaneModelWorld world;
-            makeTree(world.folder, u"left/Tool.AppDir/, left/Kit.framework/, left/file.app"_s);
+            makeTree(world.folder,
+                     u"left/Tool.AppDir/, left/Kit.framework/, left/file.app, "
+                     "left/installed.desktop"_s);
+            world.workspace.installed = { world.left + u"/installed.desktop"_s };
             for (const QString &target : { u"sub"_s, u"Kit.framework"_s, u"nowhere"_s })
                 world.folder.write(u"left/to "_s + target + u".desktop"_s,
                                    "[Desktop Entry]\nType=Link\nURL=file://"
@@ -250,6 +254,43 @@ private Q_SLOTS:
         }
     }
 
+    void aForeignProgramIsAskedAboutOnceAndByName()
+    {
+        StartedWorld world;
+        makeTree(world.folder, u"left/Tool.AppDir/AppRun=1"_s);
+        world.list(world.left);
+        const QString tool = world.left + u"/Tool.AppDir"_s;
+        world.workspace.foreign[tool] = tool + u"/AppRun"_s;
+        Alert::Answer answer = Alert::No;
+        world.alerts.decide = [&](const Alert &) { return answer; };
+        const auto open = [&] { world.open(u"Tool.AppDir"_s); };
+        const auto both = [&] { world.launching.launchFileURLs({ tool, world.left + u"/a"_s }); };
+        const auto chosen = [&] { world.launching.openFiles({ world.left + u"/a"_s }, tool); };
+        const auto change = [&] {
+            world.folder.write(u"left/Tool.AppDir/AppRun"_s, "another");
+            open();
+        };
+        const struct {
+            std::function<void()> step;
+            Alert::Answer answer;
+            int questions; // so far
+            int starts; // so far, of anything
+        } steps[] = { { chosen, Alert::No, 0, 1 }, { open, Alert::No, 1, 1 },
+                      { both, Alert::No, 2, 2 },   { open, Alert::Yes, 3, 3 },
+                      { open, Alert::No, 3, 4 },   { both, Alert::No, 3, 6 },
+                      { change, Alert::No, 4, 6 } };
+        for (const auto &step : steps) {
+            answer = step.answer;
+            step.step();
+            QCOMPARE(world.alerts.shown().size(), step.questions);
+            QCOMPARE(world.workspace.calls.size(), step.starts);
+        }
+        const Alert question = world.alerts.shown().first();
+        QCOMPARE(question.text, u"Start 'Tool.AppDir'?"_s);
+        QVERIFY(question.details.endsWith(tool));
+        QCOMPARE(question.buttons.first().answer, Alert::No); // Return alone starts nothing
+    }
+
     void aFailedLaunchHasItsOwnTextAndButton()
     {
         PaneModelWorld world;
@@ -271,6 +312,7 @@ private Q_SLOTS:
             QCOMPARE(alert.buttons.size(), 1);
             QCOMPARE(alert.buttons[0].text, u"Ok"_s);
         }
+        QCOMPARE(world.alerts.shown()[0].details, u"/a\nNo such file or directory"_s);
         QCOMPARE(calls.join(u", "_s), u"launch/a, install/a, open/a, open/b, addresshttps://a"_s);
         QCOMPARE(
             texts,

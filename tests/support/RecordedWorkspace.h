@@ -17,6 +17,11 @@ public:
         calls.append({ QStringLiteral("launch"), path });
         return succeeds;
     }
+    bool isInstalledApplication(const QString &path) const override
+    {
+        return installed.contains(path);
+    }
+    QString foreignProgram(const QString &path) const override { return foreign.value(path); }
     bool openFile(const QString &path, const QString &application) override
     {
         calls.append({ QStringLiteral("open"), path, application });
@@ -66,6 +71,8 @@ public:
 
     QList<QStringList> calls;
     bool succeeds = true;
+    QStringList installed; // applications
+    QHash<QString, QString> foreign; // programs, by what would start them
     QString application;
     QString trashFolder;
     QStringList origins; // of what went there
