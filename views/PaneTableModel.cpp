@@ -73,8 +73,8 @@ QVariant PaneTableModel::data(const QModelIndex &index, int role) const
     case Qt::TextAlignmentRole:
         return QVariant(alignment(column));
     case Qt::AccessibleTextRole:
-        // The icon says what kind of thing the row is.
-        return text(rows()[index.row()], column == Column::Icon ? Column::Type : column);
+        // Nothing of the icon: a row is read from its name on, and ends with the kind it shows.
+        return column == Column::Icon ? QVariant() : text(rows()[index.row()], column);
     default:
         return {};
     }

@@ -92,6 +92,7 @@ protected:
     void selectionChanged(const QItemSelection &selected,
                           const QItemSelection &deselected) override;
     void currentChanged(const QModelIndex &current, const QModelIndex &previous) override;
+    void focusInEvent(QFocusEvent *event) override;
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex &index,
                                                          const QEvent *event) const override;
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers held) override;
@@ -110,6 +111,7 @@ private:
 
     // PaneTableViewSelection.cpp, with the public functions on rows
     void rememberSelection();
+    void tellCurrentRow(); // to screen readers
     QItemSelection ranges(const RowSet &rows) const;
     void setCurrentRow(int row);
 

@@ -1,5 +1,6 @@
 #include "views/PaneTableView.h"
 
+#include <QAccessible>
 #include <QScrollBar>
 #include <QSignalBlocker>
 
@@ -117,8 +118,33 @@ void PaneTableView::setCurrentRow(int row)
 
 void PaneTableView::currentChanged(const QModelIndex &current, const QModelIndex &previous)
 {
+    // A click puts it on any cell; screen readers read the name.
+    if (current.isValid() && current.column() != int(Column::Name)) {
+        selectionModel()->setCurrentIndex(current.siblingAtColumn(int(Column::Name)),
+                                          QItemSelectionModel::NoUpdate);
+        return;
+    }
     QTableView::currentChanged(current, previous);
     redraw(); // the whole rows: the mark goes across
+}
+
+void PaneTableView::focusInEvent(QFocusEvent *event)
+{
+    QTableView::focusInEvent(event);
+    // Later: the toolkit tells of the table as a whole when this has returned.
+    QMetaObject::invokeMethod(this, &PaneTableView::tellCurrentRow, Qt::QueuedConnection);
+}
+
+void PaneTableView::tellCurrentRow()
+{
+    if (!hasFocus() || !currentIndex().isValid() || !QAccessible::isActive())
+        return;
+    QAccessibleTableInterface *table =
+        QAccessible::queryAccessibleInterface(this)->tableInterface();
+    if (QAccessibleInterface *name = table->cellAt(currentIndex().row(), int(Column::Name))) {
+        QAccessibleEvent reached(name, QAccessible::Focus);
+        QAccessible::updateAccessibility(&reached);
+    }
 }
 
 QItemSelectionModel::SelectionFlags PaneTableView::selectionCommand(const QModelIndex &index,

@@ -7,7 +7,9 @@
 #include "widgets/MenuText.h"
 #include "widgets/Mnemonics.h"
 #include "widgets/RoundRect.h"
+#include "widgets/SegmentsForReaders.h"
 
+#include <QAccessible>
 #include <QContextMenuEvent>
 #include <QHelpEvent>
 #include <QMenu>
@@ -36,6 +38,7 @@ void paintRing(QPainter &painter, const QRect &area, const QColor &color)
 SegmentedControl::SegmentedControl(QWidget *parent)
     : QWidget(parent)
 {
+    exposeSegments();
     setMouseTracking(true);
     setFocusPolicy(Qt::TabFocus); // a click leaves the focus in the pane
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
@@ -96,6 +99,11 @@ void SegmentedControl::describe()
 {
     const int segment = hasFocus() ? _keyboard : _selected;
     setAccessibleDescription(FileName::shown(isFolded(segment) ? pathTo(segment) : label(segment)));
+    if (!hasFocus())
+        return;
+    QAccessibleEvent moved(this, QAccessible::Focus);
+    moved.setChild(segment);
+    QAccessible::updateAccessibility(&moved);
 }
 
 QSize SegmentedControl::sizeHint() const

@@ -25,6 +25,8 @@ public:
     void setSegmentToolTip(int segment, const QString &text);
     int selectedSegment() const { return _selected; } // -1 for none
     void setSelectedSegment(int segment);
+    int keyboardSegment() const { return _keyboard; } // the one that Return would choose
+    void choose(int segment); // as a click on it
     QRect segmentRect(int segment) const; // empty for one that is folded
     QRect foldRect() const; // empty while nothing is folded
 
@@ -65,7 +67,6 @@ private:
     void openFold();
     int neighbour(int step) const; // of the keyboard's segment; what is folded counts as one
     int segmentAt(const QPoint &position) const; // -1 for none
-    void choose(int segment);
     void describe();
     void paintSegment(QPainter &painter, int segment, const QRect &area) const;
     void paintFold(QPainter &painter, const QRect &area) const;
@@ -76,5 +77,5 @@ private:
     int _selected = -1;
     int _hovered = -1;
     int _pressed = -1;
-    int _keyboard = -1; // the segment that Return would choose
+    int _keyboard = -1;
 };

@@ -44,6 +44,8 @@ MainWindowLayout::MainWindowLayout(MessageBus &bus, MainModel &mainModel, UserDe
     splitView->setChildrenCollapsible(false);
     splitView->addWidget(pane(Side::Left));
     splitView->addWidget(pane(Side::Right));
+    // The splitter puts each new one below the others, and readers go through them from below.
+    splitView->widget(0)->lower();
     // Both panes grow alike.
     splitView->setStretchFactor(0, 1);
     splitView->setStretchFactor(1, 1);
@@ -91,9 +93,10 @@ QWidget *MainWindowLayout::infoBar(Side side)
     auto *name = new InfoBarTextField(Qt::ElideMiddle, bar);
     auto *size = new InfoBarTextField(Qt::ElideRight, bar);
     auto *date = new InfoBarTextField(Qt::ElideRight, bar);
-    name->setAccessibleName(localized("Name"));
-    size->setAccessibleName(localized("Size"));
-    date->setAccessibleName(localized("Date"));
+    // Their name is what they show.
+    name->setAccessibleDescription(localized("Name"));
+    size->setAccessibleDescription(localized("Size"));
+    date->setAccessibleDescription(localized("Date"));
     size->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     date->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     columns->addWidget(name, 1);

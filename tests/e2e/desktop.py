@@ -86,7 +86,8 @@ class Display:
 class Program:
     """The running program with its own home below `world`."""
 
-    def __init__(self, program, display, world, *arguments, color_scheme="light"):
+    def __init__(self, program, display, world, *arguments, color_scheme="light",
+                 session_bus=None):
         world = pathlib.Path(world)
         self.display = display
         self.home = world / "home"
@@ -99,9 +100,11 @@ class Program:
         env.update(HOME=str(self.home), XDG_CONFIG_HOME=str(world / "config"),
                    XDG_DATA_HOME=str(world / "data"), XDG_STATE_HOME=str(world / "state"),
                    XDG_CACHE_HOME=str(world / "cache"), XDG_RUNTIME_DIR=str(world / "run"),
-                   DBUS_SESSION_BUS_ADDRESS="disabled:", QT_QPA_PLATFORM="xcb",
-                   QT_ACCESSIBILITY="0", LC_ALL="C.UTF-8", LANGUAGE="en", TZ="UTC",
+                   DBUS_SESSION_BUS_ADDRESS=session_bus or "disabled:", QT_QPA_PLATFORM="xcb",
+                   QT_ACCESSIBILITY="1" if session_bus else "0", LC_ALL="C.UTF-8", LANGUAGE="en", TZ="UTC",
                    TWINLEAF_COLOR_SCHEME=color_scheme)
+        if session_bus:
+            env["QT_LINUX_ACCESSIBILITY_ALWAYS_ON"] = "1"
         self._log = open(world / "log.txt", "a+b")
         self._process = subprocess.Popen([str(program), *map(os.fspath, arguments)], env=env,
                                          stdin=subprocess.DEVNULL, stdout=self._log, stderr=self._log)

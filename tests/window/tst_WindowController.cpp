@@ -1,8 +1,10 @@
 #include "window/WindowController.h"
 
 #include "base/Localized.h"
+#include "files/FileName.h"
 #include "tests/support/World.h"
 #include "widgets/ElidedLabel.h"
+#include "widgets/SegmentedControl.h"
 #include "window/InfoBarTextField.h"
 
 #include <QAccessible>
@@ -77,6 +79,31 @@ private Q_SLOTS:
              { Command::Copy, Command::Move, Command::Delete, Command::Rename })
             world.click(command); // ".." is nobody's to touch: nothing is asked
         QVERIFY(!world.twinleaf.anyRunning());
+    }
+
+    void aRefusedRenameComesBackWithTheTypedName()
+    {
+        StartedWorld world(u"left/a=a, left/taken=t"_s);
+        world.alerts.answer(Alert::Ok);
+        world.alerts.answer(Alert::Ok);
+        QStringList shown;
+        QStringList typed { u"taken"_s, u"in/side"_s, u"free"_s };
+        QTimer person;
+        person.callOnTimeout([&] {
+            QWidget *sheet = QApplication::activeModalWidget();
+            auto *field = sheet ? sheet->findChild<QLineEdit *>() : nullptr;
+            if (!field || typed.isEmpty())
+                return;
+            shown.append(field->text());
+            field->setText(typed.takeFirst());
+            QTest::keyClick(field, Qt::Key_Return);
+        });
+        person.start(1);
+        world.select(u"a"_s);
+        world.run(Command::Rename);
+        QTRY_COMPARE(world.folder.names(u"left"_s), QStringList({ u"free"_s, u"taken"_s }));
+        QCOMPARE(shown, QStringList({ u"a"_s, u"taken"_s, u"in/side"_s }));
+        world.twinleaf.drain();
     }
 
     void menusFollowTheSelection()
@@ -162,7 +189,9 @@ private Q_SLOTS:
 
     void screenReadersFindANameOnEverything()
     {
-        StartedWorld world;
+        StartedWorld world(u"left/a=a"_s);
+        world.select(u"a"_s);
+        world.list(Side::Right).selectRow(0);
         int controls = 0;
         const auto all = world.window.findChildren<QWidget *>();
         for (QWidget *widget : all) {
@@ -179,6 +208,34 @@ private Q_SLOTS:
                      widget->metaObject()->className());
         }
         QVERIFY(controls >= 15);
+
+        const auto of = [](QObject *object) {
+            return QAccessible::queryAccessibleInterface(object);
+        };
+        const auto name = [](QAccessibleInterface *one) { return one->text(QAccessible::Name); };
+        QCOMPARE(name(of(world.window.infoBars.left.fileName)), u"a"_s);
+        QAccessibleTableInterface *table = of(world.window.leftFileList)->tableInterface();
+        QStringList row;
+        for (int column = 0; column < table->columnCount(); ++column)
+            row.append(name(table->cellAt(1, column)));
+        QCOMPARE(row.mid(0, 3).join(u'|'), u"|a|1 Bytes"_s);
+
+        SegmentedControl *navigator = world.window.segmentedControls.left;
+        QAccessibleInterface *segments = of(navigator);
+        QCOMPARE(segments->childCount(), navigator->segmentCount());
+        for (int segment = 0; segment < segments->childCount(); ++segment) {
+            QAccessibleInterface *child = segments->child(segment);
+            QCOMPARE(name(child), FileName::shown(navigator->label(segment)));
+            QCOMPARE(bool(child->state().selected), segment == navigator->selectedSegment());
+            QCOMPARE(segments->indexOfChild(child), segment);
+        }
+        QAccessibleInterface *last = segments->child(segments->childCount() - 1);
+        segments->child(segments->childCount() - 2)
+            ->actionInterface()
+            ->doAction(QAccessibleActionInterface::pressAction());
+        QCOMPARE(world.shown(), world.folder.path());
+        navigator->setSegmentCount(navigator->segmentCount() - 1);
+        QVERIFY(!last->isValid());
     }
 
     void whatIsSavedAtTheEnd()
@@ -188,11 +245,12 @@ private Q_SLOTS:
             world.folder.makeFolder(u"left/in"_s);
             world.defaults.setValue(Settings::SaveLastPaths, savePaths);
             world.start();
+            Q_EMIT world.workspace.willPowerOff(); // and was called off
             world.select(u"in"_s);
             QTest::keyClick(world.window.leftFileList, Qt::Key_Return);
             QCOMPARE(world.application.windowController().getCurrentPath(),
                      world.folder.path(u"left/in"_s));
-            world.bus.post(ApplicationWillTerminate);
+            Q_EMIT world.workspace.willPowerOff();
             QCOMPARE(world.defaults.string(Settings::LeftFileListLastPath),
                      world.folder.path(savePaths ? u"left/in"_s : u"left"_s));
             const auto remembered = world.defaults.dictionary(Settings::SelectedItemsLeft);

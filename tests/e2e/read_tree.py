@@ -1,0 +1,189 @@
+#!/usr/bin/python3
+"""Reads the running program as a screen reader does: over the accessibility bus, here one of the test's own.
+
+Usage: read_tree.py PROGRAM [SCREENSHOT-FOLDER]
+
+Debian's own python3, whatever else is installed: it is the one that python3-gi is for."""
+import os
+import pathlib
+import shutil
+import subprocess
+import sys
+import tempfile
+
+sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
+sys.dont_write_bytecode = True
+from desktop import Display, Failure, Program  # noqa: E402
+from gi.repository import Gio, GLib  # noqa: E402
+
+ACCESSIBLE = "org.a11y.atspi.Accessible"
+REGISTRY = "org.a11y.atspi.Registry"
+SELECTED = 23  # the number of a state
+NAME_COLUMN = 1
+
+
+class SessionBus:
+    """A message bus that starts what the accessibility bus needs, and takes it down again."""
+
+    def __init__(self, display):
+        self._daemon = subprocess.Popen(
+            ["dbus-daemon", "--session", "--nofork", "--print-address=1"],
+            env=display.env, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
+        self.address = self._daemon.stdout.readline().strip()
+        if not self.address:
+            raise Failure("dbus-daemon did not start")
+
+    def close(self):
+        self._daemon.terminate()
+        self._daemon.wait()
+        self._daemon.stdout.close()
+
+
+def connected(address):
+    flags = (Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT
+             | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION)
+    return Gio.DBusConnection.new_for_address_sync(address, flags, None, None)
+
+
+def call(bus, place, interface, method, arguments=None):
+    """What the object at the place (name on the bus, path) answers, unpacked."""
+    reply = bus.call_sync(place[0], place[1], interface, method, arguments, None,
+                          Gio.DBusCallFlags.NONE, 20000, None)
+    return reply.unpack()
+
+
+class Reader:
+    """The accessibility bus: the tree below each place, and where the focus went."""
+
+    def __init__(self, session):
+        launcher = ("org.a11y.Bus", "/org/a11y/bus")
+        self._bus = connected(call(connected(session), launcher, "org.a11y.Bus", "GetAddress")[0])
+        self.focused = []  # places, in the order in which the program told of them
+        self._bus.signal_subscribe(None, "org.a11y.atspi.Event.Object", "StateChanged", None, None,
+                                   Gio.DBusSignalFlags.NONE, self._changed)
+        call(self._bus, (REGISTRY, "/org/a11y/atspi/registry"), REGISTRY, "RegisterEvent",
+             GLib.Variant("(s)", ("object:state-changed:focused",)))
+
+    def _changed(self, _bus, sender, path, _interface, _signal, details):
+        what, on = details.unpack()[:2]
+        if what == "focused" and on:
+            self.focused.append((sender, path))
+
+    def told(self, condition):
+        """Whether the condition holds after what has arrived."""
+        while GLib.MainContext.default().iteration(False):
+            pass
+        return condition()
+
+    def children(self, place):
+        return call(self._bus, place, ACCESSIBLE, "GetChildren")[0]
+
+    def _property(self, place, name):
+        return call(self._bus, place, "org.freedesktop.DBus.Properties", "Get",
+                    GLib.Variant("(ss)", (ACCESSIBLE, name)))[0]
+
+    def name(self, place):
+        return self._property(place, "Name")
+
+    def description(self, place):
+        return self._property(place, "Description")
+
+    def role(self, place):
+        return call(self._bus, place, ACCESSIBLE, "GetRoleName")[0]
+
+    def is_selected(self, place):
+        return bool(call(self._bus, place, ACCESSIBLE, "GetState")[0][0] >> SELECTED & 1)
+
+    def cell(self, table, row, column):
+        return call(self._bus, table, "org.a11y.atspi.Table", "GetAccessibleAt",
+                    GLib.Variant("(ii)", (row, column)))[0]
+
+    def program(self):
+        root = (REGISTRY, "/org/a11y/atspi/accessible/root")
+        return next((place for place in self.children(root) if "twinleaf" in self.name(place).lower()),
+                    None)
+
+    def walk(self, place):
+        """The place and all below it, as a reader goes through them."""
+        yield place
+        for child in self.children(place):
+            yield from self.walk(child)
+
+
+def expect(condition, what):
+    if not condition:
+        raise Failure(what)
+
+
+def read(reader, app, left):
+    program = app.wait_for(reader.program, "the program on the accessibility bus")
+    places = [(place, reader.name(place), reader.role(place)) for place in reader.walk(program)]
+    order = [name for _, name, _ in places]
+
+    def named(wanted):
+        expect(order.count(wanted) == 1, f"{wanted!r} stands once in {order}")
+        return places[order.index(wanted)][0]
+
+    expect(order.index("Left path") < order.index("Left files") < order.index("Right path")
+           < order.index("Right files"), f"left before right: {order}")
+
+    segments = reader.children(named("Left path"))
+    names = [reader.name(segment) for segment in segments]
+    expect(names[1:] == list(left.parts[1:]), f"the navigator's segments: {names}")
+    expect([reader.is_selected(segment) for segment in segments]
+           == [False] * (len(segments) - 1) + [True], "the last segment is the selected one")
+
+    shown = {reader.description(place): name for place, name, role in reversed(places)
+             if role == "label" and reader.description(place) in ("Name", "Size", "Date")}
+    expect(shown.get("Name") == "alpha.txt" and shown.get("Size") == "5 Bytes" and shown.get("Date"),
+           f"the left info bar: {shown}")
+
+    table = named("Left files")
+    row = [reader.name(reader.cell(table, 1, column)) for column in range(5)]
+    expect([text for text in row if text][0] == "alpha.txt", f"a row's name comes first: {row}")
+
+    for expected in ("beta.txt", "alpha.txt"):
+        reader.told(lambda: True)
+        reader.focused.clear()
+        app.key("Tab")
+        app.wait_for(lambda: reader.told(lambda: bool(reader.focused)
+                                         and reader.name(reader.focused[-1]) == expected),
+                     f"Tab to tell of {expected!r}")
+
+
+def main():
+    program = os.path.abspath(sys.argv[1])
+    try:
+        display = Display()
+        session = SessionBus(display)
+    except Failure as failure:
+        return f"read_tree: {failure}"
+    world = pathlib.Path(tempfile.mkdtemp(prefix="twinleaf-e2e-"))
+    app = None
+    try:
+        for name in ("left side/alpha.txt", "right side/beta.txt"):
+            (world / name).parent.mkdir()
+            (world / name).write_text("text\n")
+        app = Program(program, display, world, world / "left side/alpha.txt",
+                      world / "right side/beta.txt", session_bus=session.address)
+        read(Reader(session.address), app, world / "left side")
+        print("ok   read_tree")
+        return 0
+    except (Failure, GLib.Error) as failure:
+        print(f"FAIL read_tree: {failure}")
+        if app:
+            print(app.log()[-2000:])
+        if len(sys.argv) > 2:
+            pathlib.Path(sys.argv[2]).mkdir(parents=True, exist_ok=True)
+            display.screenshot(pathlib.Path(sys.argv[2]) / "read_tree.png")
+        return 1
+    finally:
+        if app:
+            app.close()
+        session.close()
+        display.close()
+        shutil.rmtree(world, ignore_errors=True)
+
+
+if __name__ == "__main__":
+    sys.exit(main())
