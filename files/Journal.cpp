@@ -19,6 +19,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+// Nothing but a plain file is a note; a FIFO is not waited for.
+bool isPlainFile(int descriptor)
+{
+    struct stat status;
+    return ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
+}
+
 QByteArray readAll(int descriptor)
 {
     QByteArray bytes;
@@ -108,10 +115,11 @@ QList<std::shared_ptr<Journal::Note>> Journal::abandoned() const
         return notes;
     reader.read([&](const DirectoryItem &item) {
         const QByteArray file = _folder + '/' + item.name.toByteArray();
-        const int descriptor = ::open(file.constData(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW);
+        const int descriptor =
+            ::open(file.constData(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK);
         if (descriptor < 0)
             return true;
-        if (::flock(descriptor, LOCK_EX | LOCK_NB) != 0) {
+        if (!isPlainFile(descriptor) || ::flock(descriptor, LOCK_EX | LOCK_NB) != 0) {
             ::close(descriptor);
             return true;
         }

@@ -4,6 +4,8 @@
 #include "settings/SettingsKeys.h"
 #include "settings/UserDefaults.h"
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -12,18 +14,28 @@ const QString LocalizedPath = u"LocalizedPath"_s;
 const QString RealPath = u"RealPath"_s;
 const QString Name = u"Name"_s;
 
-bool holds(const QVariantList &records, const QString &key, const QString &text)
+// The records with another at the end, unless one has the same text under the key.
+UserDefaults::Edit adding(const QVariantMap &record, const QString &key)
 {
-    return std::any_of(records.begin(), records.end(), [&](const QVariant &record) {
-        return record.toMap().value(key).toString() == text;
-    });
+    return [record, key](const QVariant &stored) {
+        QVariantList records = stored.toList();
+        const bool known = std::ranges::any_of(records, [&](const QVariant &each) {
+            return each.toMap().value(key).toString() == record[key].toString();
+        });
+        if (!known)
+            records.append(record);
+        return records;
+    };
 }
 
-QVariantList without(QVariantList records, const QString &key, const QString &text)
+UserDefaults::Edit deleting(const QString &text, const QString &key)
 {
-    records.removeIf(
-        [&](const QVariant &record) { return record.toMap().value(key).toString() == text; });
-    return records;
+    return [text, key](const QVariant &stored) {
+        QVariantList records = stored.toList();
+        records.removeIf(
+            [&](const QVariant &each) { return each.toMap().value(key).toString() == text; });
+        return records;
+    };
 }
 
 } // namespace
@@ -42,17 +54,14 @@ QList<Bookmark> BookmarkStore::getBookmarksFromUserDefaults() const
 
 void BookmarkStore::addBookmarkEntry(const QString &localizedPath, const QString &realPath)
 {
-    QVariantList records = defaults.array(Settings::Bookmarks).value_or(QVariantList());
-    if (holds(records, LocalizedPath, localizedPath))
-        return;
-    records.append(QVariantMap { { LocalizedPath, localizedPath }, { RealPath, realPath } });
-    defaults.setValue(Settings::Bookmarks, records);
+    defaults.change(
+        Settings::Bookmarks,
+        adding({ { LocalizedPath, localizedPath }, { RealPath, realPath } }, LocalizedPath));
 }
 
 void BookmarkStore::deleteBookmarkEntry(const Bookmark &bookmark)
 {
-    const auto records = defaults.array(Settings::Bookmarks).value_or(QVariantList());
-    defaults.setValue(Settings::Bookmarks, without(records, LocalizedPath, bookmark.localizedPath));
+    defaults.change(Settings::Bookmarks, deleting(bookmark.localizedPath, LocalizedPath));
 }
 
 QList<FavoriteApplication> BookmarkStore::getFavoriteApplicationsFromUserDefaults() const
@@ -71,19 +80,14 @@ QList<FavoriteApplication> BookmarkStore::getFavoriteApplicationsFromUserDefault
 
 void BookmarkStore::addFavoriteApplicationsEntry(const QString &path, const QString &localizedPath)
 {
-    QVariantList records =
-        defaults.array(Settings::OpenWithFavoriteApplications).value_or(QVariantList());
-    if (holds(records, RealPath, path))
-        return;
-    records.append(QVariantMap { { RealPath, path },
-                                 { LocalizedPath, localizedPath },
-                                 { Name, PathText::lastComponent(path) } });
-    defaults.setValue(Settings::OpenWithFavoriteApplications, records);
+    defaults.change(Settings::OpenWithFavoriteApplications,
+                    adding({ { RealPath, path },
+                             { LocalizedPath, localizedPath },
+                             { Name, PathText::lastComponent(path) } },
+                           RealPath));
 }
 
 void BookmarkStore::deleteFavoriteApplicationsEntry(const QString &realPath)
 {
-    const auto records =
-        defaults.array(Settings::OpenWithFavoriteApplications).value_or(QVariantList());
-    defaults.setValue(Settings::OpenWithFavoriteApplications, without(records, RealPath, realPath));
+    defaults.change(Settings::OpenWithFavoriteApplications, deleting(realPath, RealPath));
 }

@@ -19,7 +19,8 @@ struct FavoriteApplication {
 };
 
 // The bookmarks and favourite applications in the settings, which are their only copy; new ones go
-// to the end. Entries that are no such records are passed over. Main thread.
+// to the end of those that are stored then, by whichever program. Entries that are no such records
+// are passed over. Main thread.
 class BookmarkStore {
 public:
     explicit BookmarkStore(UserDefaults &settings)

@@ -3,43 +3,16 @@
 #include "files/FileName.h"
 
 #include <QDateTime>
-#include <QTimeZone>
+#include <QLocale>
+#include <QXmlStreamReader>
+#include <QXmlStreamWriter>
 
-#include <clocale>
-#include <cstdlib>
-#include <memory>
-#include <plist/plist.h>
+using namespace Qt::StringLiterals;
 
 namespace {
 
 constexpr char16_t Escape = 0xEF00; // plus a byte; two of them stand for one UTF-16 unit
-constexpr qint64 DateEpoch = 978'307'200; // 2001-01-01 in seconds since 1970
-
-struct FreeNode {
-    void operator()(void *node) const { plist_free(node); }
-};
-using Node = std::unique_ptr<void, FreeNode>;
-
-// The library reads and prints numbers in the locale of the thread, which may have decimal commas.
-class PlainNumbers {
-public:
-    PlainNumbers()
-        : _plain(newlocale(LC_NUMERIC_MASK, "C", duplocale(LC_GLOBAL_LOCALE)))
-        , _before(uselocale(_plain))
-    {
-    }
-    ~PlainNumbers()
-    {
-        uselocale(_before);
-        freelocale(_plain);
-    }
-    PlainNumbers(const PlainNumbers &) = delete;
-    PlainNumbers &operator=(const PlainNumbers &) = delete;
-
-private:
-    locale_t _plain;
-    locale_t _before;
-};
+constexpr int DeepestValue = 100; // values in values; each takes a step of the stack
 
 bool isEscape(QChar c)
 {
@@ -51,7 +24,7 @@ bool needsEscape(char16_t c)
     return (c < 0x20 && c != '\t' && c != '\n') || isEscape(c) || c >= 0xFFFE;
 }
 
-QByteArray encoded(const QString &text)
+QString encoded(const QString &text)
 {
     QString plain;
     plain.reserve(text.size());
@@ -67,12 +40,11 @@ QByteArray encoded(const QString &text)
             plain += c;
         }
     }
-    return plain.toUtf8();
+    return plain;
 }
 
-QString decoded(const char *bytes)
+QString decoded(const QString &plain)
 {
-    const QString plain = FileName::fromBytes(QByteArrayView(bytes));
     QString text;
     text.reserve(plain.size());
     for (qsizetype i = 0; i < plain.size(); ++i) {
@@ -86,121 +58,146 @@ QString decoded(const char *bytes)
     return text;
 }
 
-QVariant valueOf(plist_t node);
-
-QVariantMap dictionaryOf(plist_t node)
+// The form of a date has four digits for the year.
+bool isWritable(const QDateTime &date)
 {
-    QVariantMap map;
-    plist_dict_iter step = nullptr;
-    plist_dict_new_iter(node, &step);
-    for (;;) {
-        char *key = nullptr;
-        plist_t item = nullptr;
-        plist_dict_next_item(node, step, &key, &item);
-        if (!item)
-            break;
-        if (const QVariant value = valueOf(item); value.isValid())
-            map.insert(decoded(key ? key : ""), value);
-        std::free(key);
-    }
-    std::free(step);
-    return map;
+    const int year = date.toUTC().date().year();
+    return date.isValid() && year >= 1 && year <= 9999;
 }
 
-QVariantList arrayOf(plist_t node)
-{
-    QVariantList list;
-    plist_array_iter step = nullptr;
-    plist_array_new_iter(node, &step);
-    for (;;) {
-        plist_t item = nullptr;
-        plist_array_next_item(node, step, &item);
-        if (!item)
-            break;
-        if (const QVariant value = valueOf(item); value.isValid())
-            list.append(value);
+// Any fault ends the reading: what is not understood is not to be lost by writing the rest.
+class Reader {
+public:
+    explicit Reader(const QByteArray &bytes)
+        : _xml(FileName::fromBytes(bytes))
+    {
     }
-    std::free(step);
-    return list;
-}
 
-QVariant valueOf(plist_t node)
-{
-    switch (plist_get_node_type(node)) {
-    case PLIST_BOOLEAN: {
-        uint8_t value = 0;
-        plist_get_bool_val(node, &value);
-        return value != 0;
+    std::optional<QVariantMap> wholeList()
+    {
+        QVariantMap map;
+        if (_xml.readNextStartElement() && _xml.name() == "plist"_L1 && _xml.readNextStartElement()
+            && _xml.name() == "dict"_L1)
+            map = dictionary();
+        else
+            fail();
+        if (_xml.readNextStartElement()) // a second root value
+            fail();
+        while (!_xml.atEnd())
+            _xml.readNext();
+        return _xml.hasError() ? std::nullopt : std::optional(map);
     }
-    case PLIST_UINT: {
-        uint64_t value = 0;
-        plist_get_uint_val(node, &value);
-        return qlonglong(value);
+
+private:
+    void fail() { _xml.raiseError(u"no property list"_s); }
+
+    QVariantMap dictionary()
+    {
+        QVariantMap map;
+        while (_xml.readNextStartElement()) {
+            if (_xml.name() != "key"_L1)
+                fail();
+            const QString key = decoded(_xml.readElementText());
+            if (!_xml.readNextStartElement())
+                fail();
+            map.insert(key, value());
+        }
+        return map;
     }
-    case PLIST_REAL: {
-        double value = 0;
-        plist_get_real_val(node, &value);
-        return value;
+
+    QVariantList array()
+    {
+        QVariantList list;
+        while (_xml.readNextStartElement())
+            list.append(value());
+        return list;
     }
-    case PLIST_STRING: {
-        char *value = nullptr;
-        plist_get_string_val(node, &value);
-        const QString text = decoded(value ? value : "");
-        std::free(value);
-        return text;
+
+    QVariant value()
+    {
+        const QString kind = _xml.name().toString();
+        QVariant read;
+        ++_depth;
+        if (_depth > DeepestValue)
+            fail();
+        else if (kind == "dict"_L1)
+            read = dictionary();
+        else if (kind == "array"_L1)
+            read = array();
+        else
+            read = plainValue(kind, _xml.readElementText());
+        --_depth;
+        if (!read.isValid())
+            fail();
+        return read;
     }
-    case PLIST_DATA: {
-        uint64_t length = 0;
-        const char *value = plist_get_data_ptr(node, &length);
-        return QByteArray(value, qsizetype(length));
+
+    // Invalid when the text is none of that kind.
+    static QVariant plainValue(const QString &kind, const QString &text)
+    {
+        bool understood = true;
+        QVariant read;
+        if (kind == "string"_L1)
+            return decoded(text);
+        if (kind == "true"_L1 || kind == "false"_L1)
+            return kind == "true"_L1;
+        if (kind == "integer"_L1) {
+            qlonglong number = text.trimmed().toLongLong(&understood);
+            if (!understood)
+                number = qlonglong(text.trimmed().toULongLong(&understood));
+            read = number;
+        } else if (kind == "real"_L1) {
+            read = text.trimmed().toDouble(&understood);
+        } else if (kind == "data"_L1) {
+            const auto bytes = QByteArray::fromBase64Encoding(
+                text.simplified().remove(u' ').toLatin1(), QByteArray::AbortOnBase64DecodingErrors);
+            understood = bool(bytes);
+            read = *bytes;
+        } else if (kind == "date"_L1) {
+            const QDateTime date = QDateTime::fromString(text.trimmed(), Qt::ISODate).toUTC();
+            understood = isWritable(date);
+            read = date;
+        }
+        return understood ? read : QVariant();
     }
-    case PLIST_DATE: {
-        int32_t seconds = 0;
-        int32_t micros = 0;
-        plist_get_date_val(node, &seconds, &micros);
-        return QDateTime::fromSecsSinceEpoch(DateEpoch + seconds, QTimeZone::utc());
-    }
-    case PLIST_ARRAY:
-        return arrayOf(node);
-    case PLIST_DICT:
-        return dictionaryOf(node);
-    default:
-        return {};
-    }
-}
+
+    QXmlStreamReader _xml;
+    int _depth = 0;
+};
 
 // Of a normalized value.
-plist_t nodeOf(const QVariant &value)
+void write(QXmlStreamWriter &xml, const QVariant &value)
 {
     switch (value.typeId()) {
     case QMetaType::Bool:
-        return plist_new_bool(value.toBool());
+        return xml.writeEmptyElement(value.toBool() ? u"true"_s : u"false"_s);
     case QMetaType::LongLong:
-        return plist_new_uint(uint64_t(value.toLongLong()));
+        return xml.writeTextElement(u"integer"_s, QString::number(value.toLongLong()));
     case QMetaType::Double:
-        return plist_new_real(value.toDouble());
-    case QMetaType::QByteArray: {
-        const QByteArray bytes = value.toByteArray();
-        return plist_new_data(bytes.constData(), uint64_t(bytes.size()));
-    }
+        return xml.writeTextElement(
+            u"real"_s, QString::number(value.toDouble(), 'g', QLocale::FloatingPointShortest));
+    case QMetaType::QByteArray:
+        return xml.writeTextElement(u"data"_s, QString::fromLatin1(value.toByteArray().toBase64()));
     case QMetaType::QDateTime:
-        return plist_new_date(int32_t(value.toDateTime().toSecsSinceEpoch() - DateEpoch), 0);
+        return xml.writeTextElement(u"date"_s, value.toDateTime().toUTC().toString(Qt::ISODate));
     case QMetaType::QVariantList: {
-        plist_t array = plist_new_array();
+        xml.writeStartElement(u"array"_s);
         const QVariantList items = value.toList();
         for (const QVariant &item : items)
-            plist_array_append_item(array, nodeOf(item));
-        return array;
+            write(xml, item);
+        return xml.writeEndElement();
     }
     case QMetaType::QVariantMap: {
-        plist_t dictionary = plist_new_dict();
+        xml.writeStartElement(u"dict"_s);
         const QVariantMap items = value.toMap();
-        for (auto item = items.cbegin(); item != items.cend(); ++item)
-            plist_dict_set_item(dictionary, encoded(item.key()).constData(), nodeOf(item.value()));
-        return dictionary;
+        for (auto item = items.cbegin(); item != items.cend(); ++item) {
+            xml.writeTextElement(u"key"_s, encoded(item.key()));
+            write(xml, *item);
+        }
+        return xml.writeEndElement();
     }
     default:
-        return plist_new_string(encoded(value.toString()).constData());
+        xml.writeTextElement(u"string"_s, encoded(value.toString()));
     }
 }
 
@@ -208,24 +205,20 @@ plist_t nodeOf(const QVariant &value)
 
 std::optional<QVariantMap> PropertyList::read(const QByteArray &bytes)
 {
-    const PlainNumbers plainNumbers;
-    plist_t root = nullptr;
-    plist_from_memory(bytes.constData(), uint32_t(bytes.size()), &root);
-    const Node owner(root);
-    if (!root || plist_get_node_type(root) != PLIST_DICT)
-        return std::nullopt;
-    return dictionaryOf(root);
+    return Reader(bytes).wholeList();
 }
 
 QByteArray PropertyList::toXml(const QVariantMap &dictionary)
 {
-    const PlainNumbers plainNumbers;
-    const Node root(nodeOf(dictionary));
-    char *xml = nullptr;
-    uint32_t length = 0;
-    plist_to_xml(root.get(), &xml, &length);
-    QByteArray bytes(xml, qsizetype(length));
-    plist_to_xml_free(xml);
+    QByteArray bytes;
+    QXmlStreamWriter xml(&bytes);
+    xml.setAutoFormatting(true);
+    xml.setAutoFormattingIndent(-1); // one tab
+    xml.writeStartDocument();
+    xml.writeStartElement(u"plist"_s);
+    xml.writeAttribute(u"version"_s, u"1.0"_s);
+    write(xml, dictionary);
+    xml.writeEndDocument();
     return bytes;
 }
 
@@ -237,8 +230,9 @@ QVariant PropertyList::normalized(const QVariant &value)
     case QMetaType::Double:
     case QMetaType::QString:
     case QMetaType::QByteArray:
-    case QMetaType::QDateTime:
         return value;
+    case QMetaType::QDateTime:
+        return isWritable(value.toDateTime()) ? value : QVariant();
     case QMetaType::Int:
     case QMetaType::UInt:
     case QMetaType::Long:

@@ -1,6 +1,7 @@
 #include "settings/UserDefaults.h"
 
 #include "files/FileName.h"
+#include "files/FileStatus.h"
 #include "files/FileSystem.h"
 #include "files/PathText.h"
 #include "settings/PropertyList.h"
@@ -75,6 +76,14 @@ bool setAsideDamaged(const QString &file)
     }
 }
 
+void apply(const UserDefaults::Edit &edit, const QString &key, QVariantMap &values)
+{
+    if (const QVariant value = PropertyList::normalized(edit(values.value(key))); value.isValid())
+        values.insert(key, value);
+    else
+        values.remove(key);
+}
+
 } // namespace
 
 UserDefaults::UserDefaults(const QString &file, const QVariantMap &globalDomain)
@@ -82,9 +91,9 @@ UserDefaults::UserDefaults(const QString &file, const QVariantMap &globalDomain)
     , _global(globalDomain)
     , _lock(std::make_unique<QLockFile>(file + u".lock"_s))
 {
-    _writeSoon.setSingleShot(true);
-    _writeSoon.setInterval(WriteDelay);
-    connect(&_writeSoon, &QTimer::timeout, this, &UserDefaults::synchronize);
+    _writing.setSingleShot(true);
+    _writing.setInterval(WriteDelay);
+    connect(&_writing, &QTimer::timeout, this, &UserDefaults::synchronize);
     load();
 }
 
@@ -108,13 +117,20 @@ void UserDefaults::load()
         return;
     }
     // Another program that found the same may already have written a new one.
-    if (!_lock->tryLock(LockTimeout)) {
+    if (!lock()) {
         warn(u"damaged, and locked"_s);
         return;
     }
     if (const auto stored = readLocked())
         _stored = *stored;
     _lock->unlock();
+}
+
+bool UserDefaults::lock()
+{
+    // Opening what is no plain file might never end.
+    const auto status = fileStatus(_lock->fileName(), Links::NoFollow);
+    return (!status || status->kind == FileKind::Regular) && _lock->tryLock(LockTimeout);
 }
 
 std::optional<QVariantMap> UserDefaults::readLocked()
@@ -137,11 +153,11 @@ std::optional<QVariantMap> UserDefaults::readLocked()
 
 bool UserDefaults::synchronize()
 {
-    _writeSoon.stop();
-    if (_changedKeys.isEmpty())
+    _writing.stop();
+    if (_edits.isEmpty())
         return true;
     FileSystem::makePrivateFolders(PathText::parent(_file));
-    if (!_lock->tryLock(LockTimeout)) {
+    if (!lock()) {
         warn(u"cannot be locked"_s);
         return false;
     }
@@ -155,11 +171,9 @@ bool UserDefaults::writeLocked()
     auto merged = readLocked();
     if (!merged)
         return false;
-    for (const QString &key : std::as_const(_changedKeys)) {
-        if (const auto value = _stored.constFind(key); value != _stored.constEnd())
-            merged->insert(key, *value);
-        else
-            merged->remove(key);
+    for (auto edits = _edits.cbegin(); edits != _edits.cend(); ++edits) {
+        for (const Edit &edit : *edits)
+            apply(edit, edits.key(), *merged);
     }
     const QString target = resolved(_file);
     FileSystem::makePrivateFolders(PathText::parent(target));
@@ -174,7 +188,7 @@ bool UserDefaults::writeLocked()
         return false;
     }
     _stored = *merged;
-    _changedKeys.clear();
+    _edits.clear();
     _warned = false;
     return true;
 }
@@ -276,19 +290,27 @@ void UserDefaults::setValue(QLatin1StringView key, const QVariant &newValue)
         return;
     }
     _stored.insert(key, plain);
-    noteChange(key);
+    _edits[key] = { [plain](const QVariant &) { return plain; } };
+    writeSoon();
 }
 
 void UserDefaults::remove(QLatin1StringView key)
 {
-    if (_stored.remove(key) > 0)
-        noteChange(key);
+    if (_stored.remove(key) == 0)
+        return;
+    _edits[key] = { [](const QVariant &) { return QVariant(); } };
+    writeSoon();
 }
 
-void UserDefaults::noteChange(const QString &key)
+void UserDefaults::change(QLatin1StringView key, const Edit &edit)
 {
-    if (!_changedKeys.contains(key))
-        _changedKeys.append(key);
-    if (!_writeSoon.isActive())
-        _writeSoon.start();
+    apply(edit, key, _stored);
+    _edits[key].append(edit);
+    writeSoon();
+}
+
+void UserDefaults::writeSoon()
+{
+    if (!_writing.isActive())
+        _writing.start();
 }

@@ -1,10 +1,11 @@
 #pragma once
 
+#include <QHash>
 #include <QObject>
-#include <QStringList>
 #include <QTimer>
 #include <QVariantMap>
 
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -40,6 +41,11 @@ public:
     void setValue(QLatin1StringView key,
                   const QVariant &value); // written soon, once for many changes
     void remove(QLatin1StringView key);
+    // The value becomes what `edit` makes of the stored one (invalid: there is none). When that is
+    // written, `edit` is done again, on what another program may have stored meanwhile: for records
+    // that are added to a list or taken out of it. Its own result it leaves as it is.
+    using Edit = std::function<QVariant(const QVariant &stored)>;
+    void change(QLatin1StringView key, const Edit &edit);
     bool synchronize(); // writes now; false when it cannot
 
     QString filePath() const { return _file; }
@@ -50,13 +56,14 @@ private:
     std::optional<QVariantMap> readLocked();
     bool writeLocked();
     void warn(const QString &reason);
-    void noteChange(const QString &key);
+    bool lock();
+    void writeSoon();
 
     QString _file;
     QVariantMap _global;
     QVariantMap _stored;
-    QStringList _changedKeys; // merged over the file as another process left it, on write
-    QTimer _writeSoon;
+    QHash<QString, QList<Edit>> _edits; // done to the file as another process left it, on write
+    QTimer _writing;
     std::unique_ptr<QLockFile> _lock;
     bool _warned = false; // until a write succeeds
 };

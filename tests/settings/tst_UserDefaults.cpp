@@ -1,5 +1,6 @@
 #include "files/FileName.h"
 #include "files/FileSystem.h"
+#include "files/Journal.h"
 #include "settings/BookmarkStore.h"
 #include "settings/BundleInfo.h"
 #include "settings/PropertyList.h"
@@ -13,6 +14,7 @@
 
 #include <limits>
 #include <memory>
+#include <sys/stat.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -149,6 +151,11 @@ private Q_SLOTS:
             plistStart + "<string>dict</string></plist>",
             QByteArray(4096, '\0'),
             "bplist00\xD1\x01\x02",
+            // So deep that a reader that calls itself for each would run out of stack.
+            plistStart + "<dict><key>TWKey</key>" + QByteArray("<array>").repeated(200'000)
+                + QByteArray("</array>").repeated(200'000) + "</dict></plist>",
+            plistStart + "<dict><key>TWKey</key><integer>many</integer></dict></plist>",
+            plistStart + "<dict><key>TWKey</key><true/></dict><dict/></plist>",
         };
         for (const QByteArray &content : contents) {
             init();
@@ -176,6 +183,26 @@ private Q_SLOTS:
             const auto part = PropertyList::read(whole.left(length));
             QVERIFY2(!part || part == all, whole.left(length).constData());
         }
+    }
+
+    void noFifoIsWaitedFor()
+    {
+        for (const QString &name : { u"settings.plist"_s, u"settings.plist.lock"_s }) {
+            init();
+            QCOMPARE(mkfifo(FileName::toBytes(folder->path(name)), 0600), 0);
+            QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"stay in memory"_s));
+            UserDefaults defaults(file());
+            defaults.setValue(Key, 1);
+            QVERIFY(!defaults.synchronize());
+            QCOMPARE(unlink(FileName::toBytes(folder->path(name))), 0);
+            QVERIFY(defaults.synchronize());
+            QCOMPARE(readBack(Key), QVariant(1LL));
+        }
+        const Journal journal(folder->path(u"notes"_s));
+        journal.write({ u"field"_s });
+        QCOMPARE(mkfifo(FileName::toBytes(folder->path(u"notes/fifo"_s)), 0600), 0);
+        QCOMPARE(journal.abandoned().size(), 1);
+        QCOMPARE(journal.abandoned().first()->fields(), QStringList { u"field"_s });
     }
 
     void whatCannotBeWrittenStaysInMemory()
@@ -257,6 +284,38 @@ private Q_SLOTS:
         QCOMPARE(favorites().at(0).name, u"b.desktop"_s);
         store.deleteFavoriteApplicationsEntry(u"/applications/b.desktop"_s);
         QCOMPARE(favorites().size(), 1);
+    }
+
+    void recordsOfTwoProgramsAreAllKept()
+    {
+        UserDefaults first(file());
+        UserDefaults second(file());
+        BookmarkStore ours(first);
+        BookmarkStore theirs(second);
+        const auto stored = [&] {
+            UserDefaults read(file());
+            QStringList paths;
+            for (const Bookmark &each : BookmarkStore(read).getBookmarksFromUserDefaults())
+                paths.append(each.realPath);
+            for (const auto &each : BookmarkStore(read).getFavoriteApplicationsFromUserDefaults())
+                paths.append(each.realPath);
+            return paths;
+        };
+        ours.addBookmarkEntry(u"a"_s, u"/a"_s);
+        ours.addBookmarkEntry(u"b"_s, u"/b"_s);
+        QVERIFY(first.synchronize());
+        theirs.addBookmarkEntry(u"c"_s, u"/c"_s);
+        theirs.addBookmarkEntry(u"b"_s, u"/b"_s); // known by now
+        theirs.addFavoriteApplicationsEntry(u"/x.desktop"_s, u"x"_s);
+        QVERIFY(second.synchronize());
+        QCOMPARE(stored(), (QStringList { u"/a"_s, u"/b"_s, u"/c"_s, u"/x.desktop"_s }));
+        ours.deleteBookmarkEntry({ u"a"_s, {} });
+        ours.addFavoriteApplicationsEntry(u"/y.desktop"_s, u"y"_s);
+        QVERIFY(first.synchronize());
+        QCOMPARE(stored(), (QStringList { u"/b"_s, u"/c"_s, u"/x.desktop"_s, u"/y.desktop"_s }));
+        theirs.deleteFavoriteApplicationsEntry(u"/x.desktop"_s);
+        QVERIFY(second.synchronize());
+        QCOMPARE(stored(), (QStringList { u"/b"_s, u"/c"_s, u"/y.desktop"_s }));
     }
 
     void fileLiesInAnAbsoluteFolder()
