@@ -3,9 +3,10 @@ PREFIX ?= /usr/local
 DESTDIR ?=
 ARGS ?=
 JOBS ?= $(shell nproc)
+FUZZ_SECONDS ?= 600
 HAS_DISPLAY := $(DISPLAY)$(WAYLAND_DISPLAY)
 
-.PHONY: run build test stress sanitizers bench lint release install clean
+.PHONY: run build test stress sanitizers fuzz bench lint release install clean
 
 run:
 	@scripts/install-deps run $(if $(HAS_DISPLAY),,tour)
@@ -36,6 +37,13 @@ sanitizers:
 	ASAN_OPTIONS=detect_leaks=0 UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1 \
 	    ctest --test-dir build-sanitizers --output-on-failure --parallel $(JOBS) --no-tests=error
 
+# Every reader of bytes from outside, each for so many seconds; findings stay in build-fuzz/findings.
+fuzz:
+	@scripts/install-deps run fuzz
+	cmake --preset fuzz
+	cmake --build build-fuzz --parallel $(JOBS) --target fuzz
+	scripts/fuzz build-fuzz $(FUZZ_SECONDS) $(JOBS)
+
 bench:
 	@scripts/install-deps bench
 	cmake --preset release
@@ -58,4 +66,4 @@ install:
 	DESTDIR="$(DESTDIR)" cmake --install build-release --prefix "$(PREFIX)"
 
 clean:
-	rm -rf build build-release build-sanitizers
+	rm -rf build build-release build-sanitizers build-fuzz

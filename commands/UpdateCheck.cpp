@@ -5,6 +5,7 @@
 #include "model/Launching.h"
 #include "platform/Alerts.h"
 #include "platform/VersionServer.h"
+#include "settings/VersionText.h"
 
 #include <QCoreApplication>
 #include <QLoggingCategory>
@@ -33,19 +34,6 @@ UpdateCheck::UpdateCheck(VersionServer &versionServer, Launching &launcher, Aler
 {
 }
 
-qint32 UpdateCheck::hexValue(QByteArrayView text)
-{
-    quint32 value = 0; // long texts wrap around
-    for (const char c : text) {
-        value <<= 4;
-        if (c >= '0' && c <= '9')
-            value += quint32(c - '0');
-        else if (c >= 'A' && c <= 'F')
-            value += quint32(c - 'A' + 10);
-    }
-    return qint32(value);
-}
-
 void UpdateCheck::checkForNewerVersion()
 {
     qCInfo(log).noquote() << "Current version of Twinleaf:" << _version;
@@ -66,8 +54,8 @@ void UpdateCheck::compare(const std::optional<QByteArray> &received)
         return;
     }
     qCInfo(log).noquote() << "Newest version:" << FileName::shown(QString::fromUtf8(*received));
-    const qint32 current = hexValue(_version.toUtf8());
-    const qint32 newest = hexValue(*received);
+    const qint32 current = VersionText::hexValue(_version.toUtf8());
+    const qint32 newest = VersionText::hexValue(*received);
     if (current == newest) {
         alerts.ask(information(
             localized("Your version of Twinleaf is up to date, you have the newest version!")));

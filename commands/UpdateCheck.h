@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QByteArrayView>
+#include <QByteArray>
 #include <QString>
 
 #include <optional>
@@ -25,10 +25,6 @@ public:
         return !_addresses.versionFile.isEmpty() && !_addresses.downloadPage.isEmpty();
     }
     void checkForNewerVersion();
-
-    // A version as a number: four bits a character, digits and upper-case letters up to F by their
-    // value, anything else as 0. Kept: a dot shifts too, and so does a line end after the text.
-    static qint32 hexValue(QByteArrayView text);
 
 private:
     void compare(const std::optional<QByteArray> &received);

@@ -7,17 +7,6 @@ namespace {
 
 constexpr qint64 HiddenFileLimit = 1024 * 1024; // bytes
 
-QSet<QByteArray> linesOf(const QByteArray &text)
-{
-    QSet<QByteArray> lines;
-    const auto all = text.split('\n');
-    for (const QByteArray &line : all) {
-        if (!line.isEmpty())
-            lines.insert(line);
-    }
-    return lines;
-}
-
 } // namespace
 
 HiddenRule::HiddenRule(QString folder)
@@ -30,7 +19,18 @@ bool HiddenRule::hidesName(QByteArrayView name)
     if (name.startsWith('.') || name == "Temporary Items")
         return true;
     if (!_listed)
-        _listed = linesOf(
+        _listed = listedIn(
             startOfFile(PathText::joined(_folder, QStringLiteral(".hidden")), HiddenFileLimit));
     return !_listed->isEmpty() && _listed->contains(name.toByteArray());
+}
+
+QSet<QByteArray> HiddenRule::listedIn(const QByteArray &hiddenFile)
+{
+    QSet<QByteArray> names;
+    const auto lines = hiddenFile.split('\n');
+    for (const QByteArray &line : lines) {
+        if (!line.isEmpty())
+            names.insert(line);
+    }
+    return names;
 }

@@ -11,9 +11,11 @@ public:
     explicit HiddenRule(QString folder);
 
     bool hidesName(QByteArrayView name); // reads the file when a name first needs it
+    // The names that such a file lists, one a line.
+    static QSet<QByteArray> listedIn(const QByteArray &hiddenFile);
     static bool hides(const FileFlags::Marks &marks) { return marks.invisible; }
 
 private:
     QString _folder;
-    std::optional<QSet<QByteArray>> _listed; // one name a line; at most 1 MiB is read
+    std::optional<QSet<QByteArray>> _listed; // at most 1 MiB is read
 };

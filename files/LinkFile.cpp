@@ -18,6 +18,11 @@ std::optional<QString> LinkFile::target(const QString &path)
     QByteArray content = startOfFile(path, MostBytes);
     if (content.size() == MostBytes) // the last line may go on
         content.truncate(content.lastIndexOf('\n') + 1);
+    return targetIn(content);
+}
+
+std::optional<QString> LinkFile::targetIn(const QByteArray &content)
+{
     bool entry = false;
     bool link = false;
     QByteArray url;

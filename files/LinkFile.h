@@ -11,4 +11,7 @@ namespace LinkFile {
 // Where it leads; nothing for any other file. Reads at most 64 KiB. Any thread.
 std::optional<QString> target(const QString &path);
 
+// The same of the content.
+std::optional<QString> targetIn(const QByteArray &content);
+
 } // namespace LinkFile

@@ -14,6 +14,9 @@ constexpr std::array monthNames { "January"_L1,   "February"_L1, "March"_L1,    
 constexpr std::array weekDayNames { "Sunday"_L1,   "Monday"_L1, "Tuesday"_L1, "Wednesday"_L1,
                                     "Thursday"_L1, "Friday"_L1, "Saturday"_L1 };
 
+// More than any sound format has. Stored ones may name each other, each time many times over.
+constexpr int MostConversions = 200;
+
 QString number(int value, int width)
 {
     return QString::number(value).rightJustified(width, u'0');
@@ -49,6 +52,7 @@ private:
     const QTime _time;
     const QVariantMap &_locale;
     mutable int _depth = 0;
+    mutable int _conversions = 0;
 };
 
 QString Writer::text(QStringView format) const
@@ -59,6 +63,8 @@ QString Writer::text(QStringView format) const
             text += format[at];
             continue;
         }
+        if (++_conversions > MostConversions)
+            break;
         const qsizetype start = at++;
         int width = 0;
         for (; at < format.size() && format[at] >= u'0' && format[at] <= u'9'; ++at)

@@ -14,22 +14,6 @@ class tst_UpdateCheck : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void hexValueShiftsForEveryCharacter()
-    {
-        const QList<std::pair<QByteArray, quint32>> cases {
-            { "", 0 },
-            { "1.2.3", 0x10203 },
-            { "1.10", 0x1010 },
-            { "1.2.3\n", 0x102030 },
-            { "ff", 0 },
-            { "FF", 0xFF },
-            { "123456789", 0x23456789 },
-            { "F0000000", 0xF0000000 }, // wraps, also below zero
-        };
-        for (const auto &[text, value] : cases)
-            QCOMPARE(UpdateCheck::hexValue(text), qint32(value));
-    }
-
     void theAnswerDecidesTheAlert()
     {
         const QString newer = u"A newer version is available! Do you want to download it?"_s;

@@ -5,6 +5,7 @@
 #include "settings/SettingsKeys.h"
 #include "settings/SizeText.h"
 #include "settings/UserDefaults.h"
+#include "settings/VersionText.h"
 #include "tests/support/TestFolder.h"
 
 #include <QTest>
@@ -70,6 +71,22 @@ private Q_SLOTS:
             QCOMPARE(SizeText::getCalcFileSizeWithDouble(bytes), text);
     }
 
+    void versionShiftsForEveryCharacter()
+    {
+        const QList<std::pair<QByteArray, quint32>> cases {
+            { "", 0 },
+            { "1.2.3", 0x10203 },
+            { "1.10", 0x1010 },
+            { "1.2.3\n", 0x102030 },
+            { "ff", 0 },
+            { "FF", 0xFF },
+            { "123456789", 0x23456789 },
+            { "F0000000", 0xF0000000 }, // wraps, also below zero
+        };
+        for (const auto &[text, value] : cases)
+            QCOMPARE(VersionText::hexValue(text), qint32(value));
+    }
+
     void datesFollowTheirFormat()
     {
         const std::pair<QString, QString> cases[] = {
@@ -111,6 +128,10 @@ private Q_SLOTS:
                                   { Settings::DateFormat, u"%x"_s } };
         QVERIFY(CalendarFormat::text(date, u"%c"_s, rings).startsWith(u"<<"_s));
         QCOMPARE(CalendarFormat::text(date, u"%x"_s, rings), u"2009-02-01"_s);
+        // So do formats that name each other many times over.
+        const QVariantMap many { { Settings::TimeDateFormat, u"%x"_s.repeated(5000) },
+                                 { Settings::DateFormat, u"%X"_s.repeated(5000) } };
+        QVERIFY(CalendarFormat::text(date, u"%c"_s.repeated(5000), many).size() < 2000);
     }
 
     void datesAreWrittenAsStored()
