@@ -59,6 +59,8 @@ MountTable MountTable::fromText(const QByteArray &mountinfo)
         const qsizetype dash = fields.indexOf("-");
         if (dash < 6 || fields.size() < dash + 3)
             continue;
+        if (!fields[4].startsWith('/')) // out of this process's reach
+            continue;
         const QList<QByteArray> device = fields[2].split(':');
         table._mounts.append(Mount { makedev(device[0].toUInt(), device.value(1).toUInt()),
                                      FileName::fromBytes(unescaped(fields[3])),

@@ -22,6 +22,7 @@ constexpr auto MountInfo = "22 1 8:1 / / rw,relatime shared:1 - ext4 /dev/sda1 r
                            "32 22 8:19 / /media/me/\xFF rw - ext4 /dev/sdb3 rw\n"
                            "34 22 7:2 / /media/me/image rw - vfat /dev/loop2 rw\n"
                            "35 22 0:51 / /media/me/phone rw - fuse.some phone rw\n"
+                           "36 22 8:21 / x rw - ext4 /dev/sdc1 rw\n" // no path at all
                            "a line that is none\n"
                            "33 22 8:20 / /cut rw -\n";
 
