@@ -97,7 +97,8 @@ private:
     TransferEnd copyFile(const Item &item);
     TransferEnd copyByProgram(const Item &item);
     TransferEnd place(const Item &item, const Arrival &arrival);
-    void discard(const QByteArray &entry, const FileIdentity &arrival, const QByteArray &name);
+    void discard(const QByteArray &entry, const std::optional<FileStatus> &made,
+                 const FileIdentity &arrival, const QByteArray &name);
     TransferEnd swapIn(const Item &item, const QByteArray &entry);
     void discardMade();
     TransferEnd setAside(const Item &item, const std::function<std::error_code()> &take);

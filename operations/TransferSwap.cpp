@@ -33,17 +33,24 @@ TransferEnd Transfer::place(const Item &item, const Arrival &arrival)
         StagedName { StagedName::Ready, arrival.identity.inode, item.to }.text();
     if (const auto reason = arrival.take(_staging.descriptor(), entry))
         return failed(reason, item.to);
+    const auto made = statxStatus(_staging.descriptor(), entry, Links::NoFollow);
     TransferEnd end = swapIn(item, entry);
     const auto back = statxStatus(_staging.descriptor(), entry, Links::NoFollow);
     const bool waits = end.what == TransferEnd::NotAsShown && arrival.giveBack && back
         && back->identity == arrival.identity && !arrival.giveBack(_staging.descriptor(), entry);
     if (end.what != TransferEnd::Done && !waits)
-        discard(entry, arrival.identity, item.to);
+        discard(entry, made, arrival.identity, item.to);
     return end;
 }
 
-void Transfer::discard(const QByteArray &entry, const FileIdentity &arrival, const QByteArray &name)
+void Transfer::discard(const QByteArray &entry, const std::optional<FileStatus> &made,
+                       const FileIdentity &arrival, const QByteArray &name)
 {
+    // While it stood at the name somebody may have gone on with it.
+    const auto now = statxStatus(_staging.descriptor(), entry, Links::NoFollow);
+    if (made && now && now->identity == arrival && !isUnchanged(*made, *now))
+        return _pending.save(entry, name, std::make_error_code(std::errc::device_or_resource_busy));
+
     const auto failed = removeTreeAt(_staging.descriptor(), entry, arrival, ClosedFolders::Open);
     // What came out of the last exchange may be what somebody put at the name meanwhile.
     const auto left = statxStatus(_staging.descriptor(), entry, Links::NoFollow);

@@ -262,7 +262,7 @@ private:
         for (const QString &name : std::as_const(_items))
             if (const QString target = PathText::joined(world.destination, name);
                 _old.contains(inodeAt(target)))
-                old += target;
+                old += { target, PathText::joined(world.source, name) }; // they may be exchanged
         _others->act({ world.source, world.destination, world.destination }, _items);
         for (const QString &target : std::as_const(old))
             _old += inodeAt(target);

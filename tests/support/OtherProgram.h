@@ -87,7 +87,10 @@ public:
         case 5:
             told("puts a link at", path);
             return fs::create_symlink("victim", at, failed);
-        case 6:
+        case 6: // the folders themselves stay: by their paths it is known what was agreed
+            for (const QString &kept : folders)
+                if ((kept + QLatin1Char('/')).startsWith(path + QLatin1Char('/')))
+                    return;
             told("moves away", path);
             return fs::rename(at, beside, failed);
         default:
