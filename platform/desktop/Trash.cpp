@@ -65,14 +65,35 @@ bool mustStay(const QString &path, const FileStatus &status)
     });
 }
 
-// The Trash keeps a record beside each item, under the item's name and this ending; the second of a
-// name gets a number besides.
-bool isTooLong(const QByteArray &name)
+// Where the Trash would keep the record of an item: at home, or at the top of another volume.
+QStringList recordFolders(const QString &item)
 {
-    const QByteArray record = name + ".trashinfo";
-    const bool taken = exists(homeTrash() + "/info/"_L1 + FileName::fromBytes(record));
+    const auto device = [](const QString &path) {
+        const auto status = fileStatus(path, Links::Follow);
+        return status ? std::optional(status->identity.device) : std::nullopt;
+    };
+    QString top = PathText::parent(item);
+    const auto own = device(top);
+    if (own == device(FileName::fromBytes(g_get_home_dir())))
+        return { homeTrash() + "/info"_L1 };
+    while (top != u"/" && device(PathText::parent(top)) == own)
+        top = PathText::parent(top);
+    const QString user = QString::number(getuid());
+    return { PathText::joined(top, ".Trash/"_L1 + user + "/info"_L1),
+             PathText::joined(top, ".Trash-"_L1 + user + "/info"_L1) };
+}
+
+// The record has the item's name and an ending; the second of a name gets a number besides.
+bool isTooLong(const QString &item)
+{
+    const QByteArray record = FileName::toBytes(PathText::lastComponent(item)) + ".trashinfo";
     constexpr int roomForNumber = 4;
-    return record.size() + (taken ? roomForNumber : 0) > NAME_MAX;
+    const QStringList folders = recordFolders(item);
+    return std::any_of(folders.begin(), folders.end(), [&](const QString &folder) {
+        const bool taken = exists(PathText::joined(folder, FileName::fromBytes(record)));
+        const long limit = pathconf(FileName::toBytes(folder).constData(), _PC_NAME_MAX);
+        return record.size() + (taken ? roomForNumber : 0) > (limit > 0 ? limit : NAME_MAX);
+    });
 }
 
 // The local files alone: the desktop's virtual file systems would want a session bus first.
@@ -116,7 +137,7 @@ QString Trash::refusal(const QString &path)
         return localized("It lies in the Trash already.");
     if (item == u"/" || mustStay(item, *status))
         return localized("It is a volume, the home folder or the Trash, or holds one of them.");
-    if (isTooLong(FileName::toBytes(PathText::lastComponent(item))))
+    if (isTooLong(item))
         return localized("Its name is too long for the Trash.");
     const QByteArray folder = FileName::toBytes(PathText::parent(item));
     if (access(folder.constData(), W_OK | X_OK) != 0)

@@ -131,6 +131,23 @@ private Q_SLOTS:
                  "[Trash Info]\nPath=to/x\nDeletionDate=2026-01-01T00:00:00\n");
     }
 
+    void namesTooLongForTheTrashOfAnotherVolume()
+    {
+        const TestFolder volume;
+        TestMount mount(volume.path());
+        mount.fresh("size=64k");
+        const QString records = u".Trash-%1/info/"_s.arg(getuid());
+        makeTree(volume, u"in/, "_s + records);
+        for (const int length : { 241, 242, 246 }) {
+            const QString name(length, u'n');
+            volume.write(u"in/"_s + name);
+            if (length < 246) // taken: the next one gets a number
+                volume.write(records + name + u".trashinfo"_s);
+            const QString reason = Trash::refusal(volume.path(u"in/"_s + name));
+            QCOMPARE(reason == u"Its name is too long for the Trash."_s, length > 241);
+        }
+    }
+
 private:
     qsizetype trashed() const { return _data.names(u"Trash/info"_s).size(); }
 
