@@ -1,15 +1,31 @@
 #include "tests/operations/OperationWorld.h"
 
+#include "files/FileSystem.h"
 #include "operations/InterruptedRuns.h"
 #include "tests/support/KilledAtCall.h"
+#include "tests/support/Ledger.h"
 #include "tests/support/Watched.h"
 
 #include <QTest>
 
 #include <csignal>
+#include <linux/magic.h>
 #include <map>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <sys/vfs.h>
 #include <sys/wait.h>
 #include <unistd.h>
+
+static bool onFat = false; // as far as anybody asks
+
+int fstatfs(int file, struct statfs *status) noexcept
+{
+    const int answer = int(syscall(SYS_fstatfs, file, status));
+    if (onFat)
+        status->f_type = MSDOS_SUPER_MAGIC;
+    return answer;
+}
 
 // The program or the copy command is killed in the middle of its work. At that moment the name
 // holds the whole old item or the whole new one; after the next start nothing is hidden or lost,
@@ -25,6 +41,8 @@ private Q_SLOTS:
     void theCommand();
     void whileAProgramMakesAnItem();
     void aNoteWaitsForItsVolume();
+    void aPowerCutLeavesOldOrNewWhole_data();
+    void aPowerCutLeavesOldOrNewWhole();
 };
 
 namespace {
@@ -224,8 +242,11 @@ void tst_Killed::aNoteWaitsForItsVolume()
         return 1;
     };
     answerYes(world);
-    QVERIFY(diesOf([&] { world.runHere(Operation::Copy, { u"a"_s }); }));
-    QCOMPARE(world.leftovers(), 1);
+    const auto die = [&] {
+        QVERIFY(diesOf([&] { world.runHere(Operation::Copy, { u"a"_s }); }));
+        QCOMPARE(world.leftovers(), 1);
+    };
+    die();
     const auto rename = [&](const QString &from, const QString &to) {
         std::filesystem::rename(FileName::toBytes(world.folder.path(from)).toStdString(),
                                 FileName::toBytes(world.folder.path(to)).toStdString());
@@ -242,6 +263,88 @@ void tst_Killed::aNoteWaitsForItsVolume()
              QStringList {
                  u"An unfinished copy of '%1' was removed."_s.arg(world.destination + u"/a"_s) });
     QCOMPARE(world.tree(), u"from/a/x=new, to/a/x=old"_s);
+
+    // FAT, put in again, has other inode numbers.
+    die();
+    world.folder.shell(u"mv to volume; cp -a volume to; rm -r volume"_s);
+    QVERIFY(!isSettled(world, told));
+    onFat = true;
+    QTRY_VERIFY(isSettled(world, told));
+    onFat = false;
+    QCOMPARE(world.tree(), u"from/a/x=new, to/a/x=old"_s);
+}
+
+void tst_Killed::aPowerCutLeavesOldOrNewWhole_data()
+{
+    QTest::addColumn<Operation>("operation");
+    QTest::addColumn<QString>("inside");
+    QTest::addColumn<Device>("device");
+    for (const auto operation : { Operation::Copy, Operation::Move })
+        for (const QString &inside : { QString(), u"/x"_s })
+            for (const auto device : { Device::Same, Device::Other })
+                QTest::addRow("%s of a %s%s", operation == Operation::Copy ? "copy" : "move",
+                              inside.isEmpty() ? "file" : "folder",
+                              device == Device::Other ? ", across" : "")
+                    << operation << inside << device;
+}
+
+// With the power goes what was written and not flushed; names and removals have got through.
+void tst_Killed::aPowerCutLeavesOldOrNewWhole()
+{
+    QFETCH(Operation, operation);
+    QFETCH(QString, inside);
+    QFETCH(Device, device);
+    const auto everyFile = [](const QStringList &folders) {
+        QHash<QByteArray, QByteArray> files; // paths by inode number and size
+        for (const QString &folder : folders)
+            for (const auto &entry : std::filesystem::recursive_directory_iterator(
+                     FileName::toBytes(folder).toStdString())) {
+                struct stat status { };
+                if (lstat(entry.path().c_str(), &status) == 0 && S_ISREG(status.st_mode))
+                    files.insert(QByteArray::number(quint64(status.st_ino)) + ' '
+                                     + QByteArray::number(qint64(status.st_size)),
+                                 entry.path().c_str());
+            }
+        return files;
+    };
+    bool killed = true;
+    for (int step = 1; killed; ++step) {
+        World world(u"from/a%1=new, to/a%1=old"_s.arg(inside), device);
+        answerYes(world);
+        const QStringList data { world.folder.path(), world.far.path() };
+        const QStringList notes { Journal::stateFolder() };
+        FileSystem::makePrivateFolders(notes.first());
+        Ledger flushed;
+        for (const QByteArray &file : everyFile(data + notes).keys())
+            flushed.note(Ledger::Written, file);
+        killed = diesOf([&] {
+            int calls = 0;
+            QStringList covered;
+            const Watched watched([&](Call call, const char *, unsigned) {
+                for (const QByteArray &file : everyFile(covered).keys())
+                    flushed.note(Ledger::Written, file);
+                covered = call == Call::SyncAll ? data
+                    : call == Call::SyncFile    ? notes
+                                                : QStringList();
+                if (++calls == step)
+                    killSelf();
+                return 0;
+            });
+            world.runHere(operation, { u"a"_s });
+        });
+        QHash<QByteArray, off_t> kept; // bytes, by inode number
+        for (const auto &[kind, file] : flushed.entries())
+            kept[file.split(' ')[0]] = off_t(file.split(' ')[1].toLongLong());
+        if (killed)
+            for (const auto &[file, path] : everyFile(data + notes).asKeyValueRange())
+                QCOMPARE(truncate(path, kept.value(file.split(' ')[0])), 0);
+        QStringList told;
+        QTRY_VERIFY(isSettled(world, told));
+        const auto found = world.contents();
+        const QByteArray at = "step " + QByteArray::number(step);
+        QVERIFY2(found.contains("new"), at);
+        QVERIFY2(found.contains("old") || world.to(u"a"_s + inside) == "new", at);
+    }
 }
 
 QTEST_GUILESS_MAIN(tst_Killed)
