@@ -38,10 +38,10 @@ void UpdateCheck::checkForNewerVersion()
 {
     qCInfo(log).noquote() << "Current version of Twinleaf:" << _version;
     qCInfo(log) << "Downloading version informations...";
-    if (!server.fetch(_addresses.versionFile,
-                      [this](const std::optional<QByteArray> &received) {
-                          Arrivals::deliver(QCoreApplication::instance(), [this, received] { compare(received); });
-                      }))
+    if (!server.fetch(_addresses.versionFile, [this](const std::optional<QByteArray> &received) {
+            Arrivals::deliver(QCoreApplication::instance(),
+                              [this, received] { compare(received); });
+        }))
         alerts.ask(Alert::error(localized("Cannot download version informations! Is the computer "
                                           "connected to the internet?")));
 }
