@@ -164,9 +164,11 @@ def main():
         for name in ("left side/alpha.txt", "right side/beta.txt"):
             (world / name).parent.mkdir()
             (world / name).write_text("text\n")
+        # Before the program comes: it asks once, when it has found the bus, what is listened for.
+        reader = Reader(session.address)
         app = Program(program, display, world, world / "left side/alpha.txt",
                       world / "right side/beta.txt", session_bus=session.address)
-        read(Reader(session.address), app, world / "left side")
+        read(reader, app, world / "left side")
         print("ok   read_tree")
         return 0
     except (Failure, GLib.Error) as failure:
