@@ -73,8 +73,7 @@ private Q_SLOTS:
         folder.link(u"../local/far"_s, u"local/further"_s);
         folder.link(u"ring"_s, u"ring"_s);
         const auto line = [&](const QString &name, const QByteArray &type) {
-            return "9 1 0:9 / " + FileName::toBytes(folder.path(name)) + " rw - " + type
-                + " s rw\n";
+            return "9 1 0:9 / " + folder.pathInMountTable(name) + " rw - " + type + " s rw\n";
         };
         const auto table = MountTable::fromText(
             "1 1 8:1 / / rw - ext4 /dev/sda1 rw\n" + line(u"server"_s, "never.heard.of")

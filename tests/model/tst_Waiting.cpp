@@ -94,7 +94,7 @@ void mountServer(World &world, const QString &name)
 {
     world.folder.write(u"mounts"_s,
                        "1 1 8:1 / / rw - ext4 /dev/sda1 rw\n2 1 0:9 / "
-                           + FileName::toBytes(world.folder.path(name)) + " rw - new.type s rw\n");
+                           + world.folder.pathInMountTable(name) + " rw - new.type s rw\n");
     MountTable::setSource(world.folder.path(u"mounts"_s));
 }
 

@@ -73,6 +73,11 @@ void TestFolder::hardLink(const QString &existing, const QString &name) const
     require(::link(bytes(existing), bytes(name)) == 0, "link", bytes(name));
 }
 
+QByteArray TestFolder::pathInMountTable(const QString &name) const
+{
+    return FileName::toBytes(path(name)).replace(' ', "\\040");
+}
+
 QByteArray TestFolder::read(const QString &name) const
 {
     const int descriptor = open(bytes(name), O_RDONLY | O_CLOEXEC);

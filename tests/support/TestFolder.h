@@ -13,6 +13,7 @@ public:
 
     const QString &path() const { return _path; }
     QString path(const QString &name) const { return _path + u'/' + name; }
+    QByteArray pathInMountTable(const QString &name) const; // blanks escaped, see proc(5)
 
     void write(const QString &name, const QByteArray &bytes = {}) const;
     void makeFolder(const QString &name) const; // with the folders it lies in

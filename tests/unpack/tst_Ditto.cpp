@@ -8,6 +8,7 @@
 #include "unpack/Unpacking.h"
 
 #include <QTest>
+#include <QUrl>
 
 #include <archive.h>
 #include <archive_entry.h>
@@ -108,7 +109,7 @@ struct World {
     {
         folder.shell(u"cd \"$HOME/.local/share/Trash\"; { cat files/%1; echo -n ' from '; "
                      "sed -n s,Path=,,p info/%1.trashinfo; } > \"$OLDPWD/trashed\""_s.arg(name));
-        return QString::fromUtf8(folder.read(u"trashed"_s))
+        return QUrl::fromPercentEncoding(folder.read(u"trashed"_s))
             .trimmed()
             .replace(folder.path(), u"~"_s);
     }
