@@ -77,7 +77,7 @@ void Application::giveRunners()
                                                         { Command::SortByDate, Column::Date },
                                                         { Command::SortByType, Column::Type } };
     for (const auto &[command, column] : sortings)
-        _commands.setRunner(command, [this, column] { // as a click on its title
+        _commands.setRunner(command, [this, column = column] { // as a click on its title
             if (const PaneTable *list = _windowController.getFirstResponderTableView())
                 Q_EMIT fileList(list->side()).columnClicked(column);
         });
