@@ -284,7 +284,7 @@ QVariantMap UserDefaults::dictionaryRepresentation() const
 
 void UserDefaults::setValue(QLatin1StringView key, const QVariant &newValue)
 {
-    const QVariant plain = PropertyList::normalized(newValue);
+    QVariant plain = PropertyList::normalized(newValue);
     if (!plain.isValid()) {
         remove(key);
         return;
