@@ -55,7 +55,7 @@ QString Mnemonics::unmarked(const QString &text)
 
 QString Mnemonics::marked(const QString &text)
 {
-    const QString plain = unmarked(text);
+    QString plain = unmarked(text);
     const auto candidates = letters(plain, placeOfMark(text));
     for (const Letter &letter : candidates) {
         const QChar key = plain[letter.place].toLower();
