@@ -11,8 +11,8 @@
 #include <mutex>
 
 // What kind of thing an item is, by its name and file type alone: the text of the column "Type" and
-// the icon. Kept per suffix, so a large folder costs a look-up per visible row. Texts on any thread,
-// icons on the main thread.
+// the icon. Kept per suffix, so a large folder costs a look-up per visible row. Texts on any
+// thread, icons on the main thread.
 class FileKinds {
 public:
     FileKinds();
