@@ -26,6 +26,7 @@ def wait_for(condition, what, limit=LIMIT):
             return answer
         if time.monotonic() > end:
             raise Failure(f"waited {limit:.0f} s for {what}")
+        # Files, windows, the focus and the end of a process: nothing waits for all of them at once.
         time.sleep(0.03)
 
 

@@ -5,15 +5,13 @@ Usage: read_tree.py PROGRAM [SCREENSHOT-FOLDER]
 
 Debian's own python3, whatever else is installed: it is the one that python3-gi is for."""
 import os
-import pathlib
-import shutil
 import subprocess
 import sys
-import tempfile
 
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 sys.dont_write_bytecode = True
-from desktop import Display, Failure, Program  # noqa: E402
+from desktop import Failure  # noqa: E402
+from drive_program import expect, play_all  # noqa: E402
 from gi.repository import Gio, GLib  # noqa: E402
 
 ACCESSIBLE = "org.a11y.atspi.Accessible"
@@ -110,11 +108,6 @@ class Reader:
             yield from self.walk(child)
 
 
-def expect(condition, what):
-    if not condition:
-        raise Failure(what)
-
-
 def read(reader, app, left):
     program = app.wait_for(reader.program, "the program on the accessibility bus")
     places = [(place, reader.name(place), reader.role(place)) for place in reader.walk(program)]
@@ -151,41 +144,17 @@ def read(reader, app, left):
                      f"Tab to tell of {expected!r}")
 
 
-def main():
-    program = os.path.abspath(sys.argv[1])
+def a_screen_reader_reads(scene):
+    alpha = scene.file(scene.left, "alpha.txt", b"text\n")
+    beta = scene.file(scene.right, "beta.txt", b"text\n")
+    session = SessionBus(scene.display)
     try:
-        display = Display()
-        session = SessionBus(display)
-    except Failure as failure:
-        return f"read_tree: {failure}"
-    world = pathlib.Path(tempfile.mkdtemp(prefix="twinleaf-e2e-"))
-    app = None
-    try:
-        for name in ("left side/alpha.txt", "right side/beta.txt"):
-            (world / name).parent.mkdir()
-            (world / name).write_text("text\n")
         # Before the program comes: it asks once, when it has found the bus, what is listened for.
         reader = Reader(session.address)
-        app = Program(program, display, world, world / "left side/alpha.txt",
-                      world / "right side/beta.txt", session_bus=session.address)
-        read(reader, app, world / "left side")
-        print("ok   read_tree")
-        return 0
-    except (Failure, GLib.Error) as failure:
-        print(f"FAIL read_tree: {failure}")
-        if app:
-            print(app.log()[-2000:])
-        if len(sys.argv) > 2:
-            pathlib.Path(sys.argv[2]).mkdir(parents=True, exist_ok=True)
-            display.screenshot(pathlib.Path(sys.argv[2]) / "read_tree.png")
-        return 1
+        read(reader, scene.start(alpha, beta, session_bus=session.address), scene.left)
     finally:
-        if app:
-            app.close()
         session.close()
-        display.close()
-        shutil.rmtree(world, ignore_errors=True)
 
 
 if __name__ == "__main__":
-    sys.exit(main())
+    sys.exit(play_all([a_screen_reader_reads]))
