@@ -1,9 +1,10 @@
-#include "tests/fuzz/Fuzz.h"
-
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <string>
+
+extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, size_t size);
 
 // Gives every file of a folder to the reader, without the fuzzer. Usage: fuzz_READER FOLDER
 int main(int count, char **arguments)
