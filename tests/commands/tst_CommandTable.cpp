@@ -3,8 +3,6 @@
 #include "tests/support/World.h"
 #include "widgets/Mnemonics.h"
 
-using namespace Qt::StringLiterals;
-
 class tst_CommandTable : public QObject {
     Q_OBJECT
 

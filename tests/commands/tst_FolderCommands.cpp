@@ -7,8 +7,6 @@
 #include <QClipboard>
 #include <QMimeData>
 
-using namespace Qt::StringLiterals;
-
 class tst_FolderCommands : public QObject {
     Q_OBJECT
 
@@ -55,7 +53,7 @@ private Q_SLOTS:
         for (const QString &typed : { u"/not/there"_s, u"."_s }) {
             world.alerts.answer(Alert::Ok);
             QCOMPARE(choose(Side::Left, typed), left);
-            QCOMPARE(world.alerts.shown().last().text, u"Folder does not exists!"_s);
+            QCOMPARE(world.alerts.last().text, u"Folder does not exists!"_s);
         }
     }
 
@@ -120,8 +118,7 @@ private Q_SLOTS:
         QCOMPARE(world.shown(), world.folder.path(u"last"_s));
         world.alerts.answer(Alert::Ok);
         items[2]->trigger();
-        QCOMPARE(world.alerts.shown().last().text,
-                 u"Folder doesn't exists or it's not a folder!"_s);
+        QCOMPARE(world.alerts.last().text, u"Folder doesn't exists or it's not a folder!"_s);
     }
 
     void filesOpenWithTheChosenApplication()
@@ -152,7 +149,7 @@ private Q_SLOTS:
         world.workspace.succeeds = false;
         world.alerts.answer(Alert::Ok);
         world.run(Command::Eject);
-        QCOMPARE(world.alerts.shown().last().text, u"'stick' could not be ejected!"_s);
+        QCOMPARE(world.alerts.last().text, u"'stick' could not be ejected!"_s);
         world.workspace.whileEjecting = [&] {
             QVERIFY(world.window.progressIndicator->isSpinning());
             world.run(Command::Eject); // again, while it goes on

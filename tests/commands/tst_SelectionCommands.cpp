@@ -1,12 +1,11 @@
 #include "commands/SelectionCommands.h"
 
 #include "files/FileName.h"
+#include "model/RowMatching.h"
 #include "tests/support/World.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -44,7 +43,7 @@ struct Panes : World {
         const QString path = sideWord(side).toLower() + u'/' + name;
         folder.write(path, QByteArray(size, 'x'));
         const timespec times[2] = { { modified, nanoseconds }, { modified, nanoseconds } };
-        utimensat(AT_FDCWD, FileName::toBytes(folder.path(path)), times, 0);
+        utimensat(AT_FDCWD, folder.bytes(path), times, 0);
     }
     void listAnew(Side side)
     {
@@ -75,6 +74,48 @@ class tst_SelectionCommands : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    void patterns()
+    {
+        using enum MatchMethod;
+        constexpr auto EitherCase = false;
+        constexpr auto ByCase = true;
+        const struct {
+            const char *rule;
+            QString field;
+            MatchMethod method;
+            QString text;
+            bool caseSensitive;
+            bool matches;
+        } rows[] = {
+            { "contains", u"a.txt"_s, Contains, u".T"_s, EitherCase, true },
+            { "contains, by case", u"a.txt"_s, Contains, u".T"_s, ByCase, false },
+            { "begins", u"abc"_s, BeginsWith, u"AB"_s, EitherCase, true },
+            { "begins, by case", u"abc"_s, BeginsWith, u"AB"_s, ByCase, false },
+            { "ends", u"B.Txt"_s, EndsWith, u".TXT"_s, EitherCase, true },
+            { "equals", u"ABC"_s, Equals, u"abc"_s, EitherCase, true },
+            { "equals the whole", u"abcd"_s, Equals, u"abc"_s, EitherCase, false },
+            { "longer than the field", u"ab"_s, BeginsWith, u"abc"_s, EitherCase, false },
+            { "longer at the end", u"bc"_s, EndsWith, u"abc"_s, EitherCase, false },
+            { "longer than an empty field", {}, Equals, u"a"_s, EitherCase, false },
+            { "a method of another kind", u"abc"_s, MatchMethod(7), u"abc"_s, EitherCase, false },
+            { "no expression", u"abc"_s, Contains, u"a.c"_s, EitherCase, false },
+            { "plain characters", u"a[1]*"_s, Contains, u"[1]*"_s, EitherCase, true },
+        };
+        for (const auto &[rule, field, method, text, byCase, matches] : rows)
+            QVERIFY2(RowMatching::matches(field, { MatchTarget::Name, method, text, byCase })
+                         == matches,
+                     rule);
+    }
+
+    void aSearchBeginsBelowTheSelectedRow()
+    {
+        QCOMPARE(RowMatching::startRow(-1, 5), 0);
+        QCOMPARE(RowMatching::startRow(0, 5), 0); // the parent row, which is looked at again
+        QCOMPARE(RowMatching::startRow(1, 5), 2);
+        QCOMPARE(RowMatching::startRow(4, 5), 5);
+        QCOMPARE(RowMatching::startRow(5, 5), 0); // past the rows of a folder that shrank
+    }
+
     void aLetterGoesFromNameToName()
     {
         Panes world({ u"Desk"_s, u"Dev"_s, u"Zoo"_s, u"docs"_s });

@@ -11,8 +11,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-using namespace Qt::StringLiterals;
-
 class tst_Programs : public QObject {
     Q_OBJECT
 
@@ -130,12 +128,12 @@ private Q_SLOTS:
             folder.write(name, "#!/bin/sh\n: > \"$0.started\"\n");
         folder.shell(u"chmod 755 x-terminal-emulator program manager Kit.AppDir/AppRun"_s);
         const QByteArray entry = "[Desktop Entry]\nType=Application\nName=Manager\nExec=\""
-            + FileName::toBytes(folder.path(u"manager"_s)) + "\" %f\nMimeType=inode/directory;\n";
+            + folder.bytes(u"manager"_s) + "\" %f\nMimeType=inode/directory;\n";
         for (const QString &place : { u"data/applications/manager.desktop"_s, u"my.desktop"_s })
             folder.write(place, entry);
         folder.write(u"data/applications/mimeapps.list"_s,
                      "[Default Applications]\ninode/directory=manager.desktop\n");
-        qputenv("XDG_DATA_DIRS", FileName::toBytes(folder.path(u"data"_s)));
+        qputenv("XDG_DATA_DIRS", folder.bytes(u"data"_s));
         qputenv("PATH", FileName::toBytes(folder.path()));
         DesktopWorkspace workspace;
         const QString terminal = workspace.applicationForTool(Tool::Terminal);

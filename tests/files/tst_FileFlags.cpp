@@ -8,8 +8,6 @@
 
 #include <sys/stat.h>
 
-using namespace Qt::StringLiterals;
-
 class tst_FileFlags : public QObject {
     Q_OBJECT
 
@@ -65,7 +63,7 @@ private Q_SLOTS:
     {
         makeTree(folder, u"hiding/, waiting/"_s);
         folder.write(u"hiding/.hidden"_s, "one\n\n two \n\xFF\nlast");
-        QCOMPARE(mkfifo(FileName::toBytes(folder.path(u"waiting/.hidden"_s)), 0600), 0);
+        QCOMPARE(mkfifo(folder.bytes(u"waiting/.hidden"_s), 0600), 0);
         HiddenRule rule(folder.path(u"hiding"_s));
         for (const char *hidden : { "one", " two ", "\xFF", "last", ".dot", "Temporary Items" })
             QVERIFY2(rule.hidesName(hidden), hidden);

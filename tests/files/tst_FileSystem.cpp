@@ -12,8 +12,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-using namespace Qt::StringLiterals;
-
 class tst_FileSystem : public QObject {
     Q_OBJECT
 

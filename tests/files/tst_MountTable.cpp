@@ -5,8 +5,6 @@
 
 #include <QTest>
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 constexpr auto MountInfo = "22 1 8:1 / / rw,relatime shared:1 - ext4 /dev/sda1 rw\n"
@@ -99,35 +97,6 @@ private Q_SLOTS:
         QVERIFY(table.slowMountOnTheWay(folder.path(u"local"_s), u"far/x"_s));
         const Mount *disk = table.mountOf(folder.path(u"server/disk"_s));
         QVERIFY(!table.isLocal(*disk)); // the way there leads over the server
-    }
-
-    void folderIsReadWhole()
-    {
-        // More names than one read of the kernel answers.
-        constexpr int Count = 2500;
-        TestFolder folder;
-        const QString tail = QString(200, u'x');
-        for (int i = 0; i < Count; ++i)
-            folder.write(QString::number(i) + tail);
-        folder.makeFolder(FileName::fromBytes("\xFF"));
-        folder.link(u"nowhere"_s, u"link"_s);
-
-        DirectoryReader reader;
-        QVERIFY(!reader.open(folder.path()));
-        QSet<QByteArray> names;
-        QVERIFY(!reader.read([&](const DirectoryItem &item) {
-            names.insert(item.name.toByteArray());
-            return true;
-        }));
-        QCOMPARE(names.size(), Count + 2);
-        QVERIFY(names.contains("\xFF"));
-        QCOMPARE(reader.status("\xFF", Links::NoFollow)->kind, FileKind::Directory);
-        QCOMPARE(reader.status("link", Links::NoFollow)->kind, FileKind::Symlink);
-        QVERIFY(!reader.status("link", Links::Follow));
-
-        DirectoryReader none;
-        QCOMPARE(none.open(folder.path(u"link"_s)), std::errc::no_such_file_or_directory);
-        QCOMPARE(none.open(folder.path(u"0"_s + tail)), std::errc::not_a_directory);
     }
 };
 

@@ -7,8 +7,6 @@
 #include <QRandomGenerator>
 #include <QTest>
 
-using namespace Qt::StringLiterals;
-
 // Names as bytes, the text of a path, and addresses of files.
 class tst_Paths : public QObject {
     Q_OBJECT

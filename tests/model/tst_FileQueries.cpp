@@ -11,8 +11,6 @@
 #include <memory>
 #include <unistd.h>
 
-using namespace Qt::StringLiterals;
-
 class tst_FileQueries : public QObject {
     Q_OBJECT
 
@@ -86,21 +84,24 @@ private Q_SLOTS:
             QCOMPARE(queries.resolveAliasPath(path(name)), path(name));
     }
 
-    void labelColorOfFinderFlags()
+    void labelOfFinderFlags()
     {
-        const QList<std::tuple<int, int, QColor>> cases {
-            { 0, 0, { 0, 0, 0 } },      { 12, 1, { 255, 80, 80 } },
-            { 14, 2, { 255, 207, 0 } }, { 10, 3, { 255, 255, 80 } },
-            { 4, 4, { 80, 255, 80 } },  { 8, 5, { 80, 80, 255 } },
-            { 6, 6, { 255, 80, 255 } }, { 0xC003, 7, { 200, 200, 200 } },
-        };
         folder->write(u"labelled"_s);
-        for (const auto &[bits, label, color] : cases) {
+        QSet<QRgb> colors;
+        for (const auto &[bits, label] : { std::pair(0, 0),
+                                           { 12, 1 },
+                                           { 14, 2 },
+                                           { 10, 3 },
+                                           { 4, 4 },
+                                           { 8, 5 },
+                                           { 6, 6 },
+                                           { 0xC003, 7 } }) {
             QCOMPARE(FileQueries::labelOfBits(bits), label);
-            QCOMPARE(FileQueries::finderLabelColor(label), color);
             folder->setFinderFlags(u"labelled"_s, quint16(bits));
             QCOMPARE(queries.finderLabelColorOfPath(path(u"labelled"_s)), label);
+            colors += FileQueries::finderLabelColor(label).rgb();
         }
+        QCOMPARE(colors.size(), 8);
     }
 
     void shownPathNamesVolumes()
@@ -113,12 +114,8 @@ private Q_SLOTS:
         QCOMPARE(queries.getLocalizedPath(u"/srv/somebody"_s), root + u"/srv/somebody"_s);
     }
 
-    void partsOfTexts()
+    void absentTextContainsNothing()
     {
-        QCOMPARE(FileQueries::getPathComponents(u"/"_s, 0), u"/"_s);
-        QCOMPARE(FileQueries::getPathComponents(u"/Users/x/y"_s, 1), u"/Users"_s);
-        QCOMPARE(FileQueries::getPathComponents(u"/Users/x"_s, 9), u"/Users/x"_s);
-        // Absent text contains nothing.
         QVERIFY(!FileQueries::isStringInSubstring(u"Folder"_s, QString()));
         QVERIFY(!FileQueries::isStringInSubstring(QString(), u"a"_s));
     }

@@ -13,8 +13,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 constexpr auto Up = SortDirection::Ascending;
@@ -45,19 +43,6 @@ class tst_Listing : public QObject {
 
 private Q_SLOTS:
     void init() { folder = std::make_unique<TestFolder>(); }
-    void parentFirstThenFoldersThenFiles()
-    {
-        makeTree(*folder, u"b.txt, b/, b.app/, a.txt, a/, a.app/, Z.txt, Z/, Z.app/"_s);
-        const Listing listing = read();
-        QCOMPARE(listing.size(), 10);
-        QVERIFY(listing[0].isParent());
-        for (qsizetype row = 0; row < listing.size(); ++row) {
-            QCOMPARE(listing[row].isFolder(), row < 4);
-            QCOMPARE(listing[row].type() == u"Folder"_s, row < 4);
-            QCOMPARE(listing.rowOfPath(listing[row].path()), row);
-        }
-    }
-
     void parentRowStandsForTheFolderItself()
     {
         for (const QString &path : { u"/usr/share"_s, u"/"_s }) {
@@ -83,7 +68,7 @@ private Q_SLOTS:
     {
         makeTree(*folder, u"closed/in/, names only/in/, names only/file=text, file=text"_s);
         for (const auto &[name, mode] : { std::pair(u"closed"_s, 0), { u"names only"_s, 0444 } })
-            chmod(FileName::toBytes(folder->path(name)), mode_t(mode));
+            chmod(folder->bytes(name), mode_t(mode));
         const WithoutRights withoutRights;
         for (const auto &[name, hasDate] : { std::pair(u"closed"_s, true),
                                              { u"closed/in"_s, false },
@@ -125,9 +110,9 @@ private Q_SLOTS:
                  u"empty, sparse, folder/, Program.app/, file.app=text, to file->file, "
                  u"to folder->folder, dangling->nowhere, loop->loop"_s);
         folder->write(u"file"_s, QByteArray(3000, 'x'));
-        QCOMPARE(truncate(FileName::toBytes(folder->path(u"sparse"_s)), 5LL << 30), 0);
-        mkfifo(FileName::toBytes(folder->path(u"fifo"_s)), 0600);
-        mknod(FileName::toBytes(folder->path(u"socket"_s)), S_IFSOCK | 0600, 0);
+        QCOMPARE(truncate(folder->bytes(u"sparse"_s), 5LL << 30), 0);
+        mkfifo(folder->bytes(u"fifo"_s), 0600);
+        mknod(folder->bytes(u"socket"_s), S_IFSOCK | 0600, 0);
 
         for (const auto &options : { Following, NotFollowing }) {
             const Listing listing = read(options);
@@ -186,37 +171,28 @@ private Q_SLOTS:
 
     void everyItemOfALargeFolderIsLookedAt()
     {
-        constexpr int Count = 2100; // more than one thread's share
+        // More than one thread's share, and more names than one read of the kernel answers.
+        constexpr int Count = 2100;
+        const QString tail(200, u'x');
         for (int i = 0; i < Count; ++i)
-            folder->write(QString::number(i), QByteArray(i % 7 + 1, 'x'));
+            folder->write(QString::number(i) + tail, QByteArray(i % 7 + 1, 'x'));
         const Listing listing = read();
         QCOMPARE(listing.size(), Count + 1);
         for (qsizetype row = 1; row < listing.size(); ++row)
-            QCOMPARE(listing[row].pureSize(), listing[row].name().toInt() % 7 + 1);
+            QCOMPARE(listing[row].pureSize(), listing[row].name().chopped(200).toInt() % 7 + 1);
     }
 
     void iconsAreOfTheItemOrOfItsGroup()
     {
-        makeTree(*folder, u"folder/, Program.app/, file.png"_s);
-        const auto icon = [&](const ListingOptions &options, const QString &name) {
-            const Listing listing = read(options);
-            return listing[listing.rowOfName(name)].icon().pixmap(16).toImage();
-        };
-        const ListingOptions ofGroups { .showSpecifiedIcons = false };
-        QVERIFY(!icon(Following, u".."_s).isNull());
-        QVERIFY(icon(ofGroups, u".."_s).isNull());
-        QVERIFY(icon(Following, u"Program.app"_s) != icon(Following, u"file.png"_s));
-        QCOMPARE(icon(ofGroups, u"Program.app"_s), icon(ofGroups, u"file.png"_s));
-        QVERIFY(icon(ofGroups, u"folder"_s) != icon(ofGroups, u"file.png"_s));
-    }
-
-    void entriesAsArraysDifferInTheirOrder()
-    {
-        folder->write(u"file"_s, "text");
-        const Entry entry = read()[1];
-        const QVariantList rest { entry.name(), entry.size(), entry.date(), entry.type() };
-        QCOMPARE(entry.entryAsArray().mid(1), rest + QVariantList { entry.path() });
-        QCOMPARE(entry.entryAsArrayWithoutIcon(), QVariantList { entry.path() } + rest);
+        makeTree(*folder, u"Program.app/, file.png"_s);
+        for (const bool ofGroups : { false, true }) {
+            const Listing listing = read({ .showSpecifiedIcons = !ofGroups });
+            const auto icon = [&](const QString &name) {
+                return listing[listing.rowOfName(name)].icon().pixmap(16).toImage();
+            };
+            QCOMPARE(icon(u".."_s).isNull(), ofGroups);
+            QCOMPARE(icon(u"Program.app"_s) == icon(u"file.png"_s), ofGroups);
+        }
     }
 
     void foldersStayBeforeFiles()
@@ -248,28 +224,36 @@ private Q_SLOTS:
             QVERIFY(sorted[0].isParent());
             QCOMPARE(namesOf(sorted).join(u' '), order);
         }
+        folder->link(u"nowhere"_s, u"x"_s); // an unknown date is the oldest
+        QCOMPARE(namesOf(read().sorted(Column::Date, Up)).mid(2, 2).join(u' '), u"x b.txt"_s);
     }
 
     void namesCompareByCodePoint()
     {
-        const QList<QByteArrayList> cases {
-            { "B", "a" },
-            { "Read", "read" },
-            { "file 10", "file 2" }, // digits are no numbers
-            { "z", "\xc3\xa9" },
-            { "name", "name " },
-            { "12345678A", "12345678a" }, // alike in the first eight bytes
-            { "\xef\xbf\xbd", "\xf0\x9f\x8d\x83" }, // above the first plane is above its end
+        const QByteArrayList inOrder {
+            "12345678A",
+            "12345678a", // alike in the first eight bytes
+            "B",
+            "Read",
+            "a",
+            "file 10",
+            "file 2", // digits are no numbers
+            "name",
+            "name ",
+            "read",
+            "z",
+            "\xc3\xa9",
+            "\xef\xbf\xbd",
+            "\xf0\x9f\x8d\x83", // above the first plane is above its end
         };
-        for (const QByteArrayList &both : cases) {
-            init();
-            const QString first = FileName::fromBytes(both[0]);
-            const QString second = FileName::fromBytes(both[1]);
-            folder->write(first);
-            folder->write(second);
-            QCOMPARE(namesOf(read().sorted(Column::Name, Up)), QStringList({ first, second }));
-            QCOMPARE(namesOf(read().sorted(Column::Name, Down)), QStringList({ second, first }));
+        QStringList names;
+        for (const QByteArray &name : inOrder) {
+            names.append(FileName::fromBytes(name));
+            folder->write(names.last());
         }
+        QCOMPARE(namesOf(read().sorted(Column::Name, Up)), names);
+        std::ranges::reverse(names);
+        QCOMPARE(namesOf(read().sorted(Column::Name, Down)), names);
     }
 
     void equalKeysKeepTheirOrder()
@@ -285,14 +269,6 @@ private Q_SLOTS:
         std::ranges::stable_sort(bySize, {},
                                  [](const QString &name) { return -(name.toInt() % 2); });
         QCOMPARE(namesOf(before.sorted(Column::Size, Down)), bySize);
-    }
-
-    void anUnknownDateIsTheOldest()
-    {
-        make(u"a"_s, 1, -1'000'000);
-        make(u"b"_s, 1, 1'000'000);
-        folder->link(u"nowhere"_s, u"c"_s);
-        QCOMPARE(namesOf(read().sorted(Column::Date, Up)), QStringList({ u"c"_s, u"a"_s, u"b"_s }));
     }
 
 private:

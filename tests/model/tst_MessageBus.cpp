@@ -89,11 +89,6 @@ private Q_SLOTS:
         QCOMPARE(log, u"a1 c2 "_s);
     }
 
-    void theCancelOfUnpackingKeepsItsSpelling()
-    {
-        QCOMPARE(CancelArchiving.name, "TWCancelArchvingNotification");
-    }
-
 private:
     void subscribe(const QList<Receiver *> &receivers)
     {

@@ -1,30 +1,35 @@
 #include "files/FileName.h"
-#include "tests/model/PaneModelWorld.h"
-
-#include <QTest>
+#include "model/ItemInformation.h"
+#include "tests/support/RecordedDesk.h"
+#include "tests/support/World.h"
 
 #include <unistd.h>
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
 const QList<Message<ItemRequest>> ItemCommands { CopyItem, MoveItem, DeleteItem, RenameItem,
                                                  ShowInfo };
 
-OperationRequest expected(const QString &source, const QString &destination,
-                          const QStringList &items, UpdateBoth updateBoth)
-{
-    return { source, destination, items, Side::Left, updateBoth };
-}
+struct RecordedInformation final : ItemInformation {
+    void showInfoSheet(const OperationRequest &request) override { requests.append(request); }
+    QList<OperationRequest> requests;
+};
 
-// A person is asked, as nothing else is stored.
-struct World : StartedWorld {
-    explicit World(const QVariant &asks = {})
+// What reaches the operations is written down, and not done. A person is asked, as nothing else is
+// stored.
+struct Requests : World {
+    RecordedDesk desk;
+    RecordedInformation information;
+
+    explicit Requests(const QVariant &asks = {})
+        : World(u"left/sub/, left/a=a, left/b=b, left/c=c"_s)
     {
         defaults.setValue(Settings::ConfirmationForFileOperations, asks);
-        model.setUserDefaultValues();
+        model.setTwinleaf(&desk);
+        model.setInfoSheetController(&information);
+        start();
     }
+    QString left(const QString &name = {}) const { return folder.path(u"left"_s) + name; }
     ItemRequest request(const RowSet &rows) const
     {
         return { .side = Side::Left, .item = rows, .seen = model.rowsLeft() };
@@ -32,9 +37,26 @@ struct World : StartedWorld {
     ItemRequest request(const QString &name) const { return request(RowSet { row(name) }); }
     bool nothingWasAskedFor() const
     {
-        return desk.verbs.isEmpty() && information.requests.isEmpty() && window.prompts.isEmpty();
+        return desk.verbs.isEmpty() && information.requests.isEmpty() && prompts.isEmpty();
+    }
+    void post(const Message<ItemRequest> &command, const ItemRequest &request,
+              const QString &newName)
+    {
+        answerSheet(newName);
+        bus.post(command, request);
+    }
+    void makeFolder(const std::optional<Side> &side, const QString &name)
+    {
+        answerSheet(name);
+        bus.post(NewFolder, { .side = side });
     }
 };
+
+OperationRequest expected(const QString &source, const QString &destination,
+                          const QStringList &items, UpdateBoth updateBoth)
+{
+    return { source, destination, items, Side::Left, updateBoth };
+}
 
 } // namespace
 
@@ -44,59 +66,49 @@ class tst_PaneRequests : public QObject {
 private Q_SLOTS:
     void requests()
     {
-        World world(false);
-        world.window.typed = u"new"_s;
+        Requests world(false);
         const ItemRequest one = world.request(u"b"_s);
         const ItemRequest two = world.request(RowSet { world.row(u"sub"_s), world.row(u"b"_s) });
-        world.bus.post(CopyItem, two);
-        world.bus.post(MoveItem, two);
-        world.bus.post(DeleteItem, two);
-        world.bus.post(RenameItem, one);
-        world.bus.post(NewFolder, { .side = Side::Left });
+        for (const auto &command : { CopyItem, MoveItem, DeleteItem })
+            world.bus.post(command, two);
+        world.post(RenameItem, one, u"new"_s);
+        world.makeFolder(Side::Left, u"new"_s);
         world.bus.post(ShowInfo, one);
 
         const QStringList names { u"sub"_s, u"b"_s };
         const QString right = world.folder.path(u"right"_s);
         const QList<OperationRequest> requests {
-            expected(world.left, right, names, UpdateBoth::Yes),
-            expected(world.left, right, names, UpdateBoth::Yes),
-            expected(world.left, u""_s, names, UpdateBoth::No),
-            expected(world.left + u"/b"_s, world.left + u"/new"_s, {}, UpdateBoth::No),
-            expected(world.left, u""_s, { u"new"_s }, UpdateBoth::No),
+            expected(world.left(), right, names, UpdateBoth::Yes),
+            expected(world.left(), right, names, UpdateBoth::Yes),
+            expected(world.left(), u""_s, names, UpdateBoth::No),
+            expected(world.left(u"/b"_s), world.left(u"/new"_s), {}, UpdateBoth::No),
+            expected(world.left(), u""_s, { u"new"_s }, UpdateBoth::No),
         };
         QCOMPARE(world.desk.verbs.join(u", "_s), u"copy, move, delete, rename, new folder"_s);
         QCOMPARE(world.desk.requests, requests);
         QCOMPARE(world.information.requests,
-                 { expected(world.left, u""_s, { u"b"_s }, UpdateBoth::No) });
-        QCOMPARE(world.window.prompts.join(u' '),
+                 { expected(world.left(), u""_s, { u"b"_s }, UpdateBoth::No) });
+        QCOMPARE(world.prompts.join(u' '),
                  u"Please enter new name:|b Please input new folder name:|"_s);
-    }
 
-    void aNewNameIsNeeded()
-    {
-        World world;
-        world.bus.post(NewFolder, { .side = Side::Left });
-        world.bus.post(RenameItem, world.request(u"b"_s));
-        world.window.typed = u"b"_s; // its own
-        world.bus.post(RenameItem, world.request(u"b"_s));
-        QCOMPARE(world.window.prompts.size(), 3);
-        QVERIFY(world.desk.verbs.isEmpty());
+        // A new name is needed.
+        world.makeFolder(Side::Left, {});
+        world.post(RenameItem, one, {});
+        world.post(RenameItem, one, u"b"_s); // its own
+        QCOMPARE(world.prompts.size(), 5);
+        QCOMPARE(world.desk.requests, requests);
     }
 
     void bothPanesAreRefreshedWhenTheyShowOnePath()
     {
-        World world(false);
-        for (const Side side : { Side::Left, Side::Right })
-            world.bus.post(DirectoryChanged[side], { .path = world.left });
-        world.window.typed = u"new"_s;
+        Requests world(false);
+        world.show(Side::Right, u"left"_s);
         world.bus.post(DeleteItem, world.request(u"b"_s));
-        world.bus.post(RenameItem, world.request(u"b"_s));
-        world.bus.post(NewFolder, { .side = Side::Left });
+        world.post(RenameItem, world.request(u"b"_s), u"new"_s);
+        world.makeFolder(Side::Left, u"new"_s);
         // Without an active pane no name is asked for, and a request names no side, so that the
         // operations refuse it: a guessed one would act on a pane nobody chose.
-        const auto prompts = world.window.prompts;
         world.bus.post(NewFolder, {});
-        QCOMPARE(world.window.prompts, prompts);
         world.bus.post(DeleteItem, { .item = { 1 }, .seen = world.model.rowsRight() });
         QCOMPARE(world.desk.requests.size(), 4);
         for (const OperationRequest &request : world.desk.requests) {
@@ -107,19 +119,16 @@ private Q_SLOTS:
 
     void copyIntoTheSameFolderIsRefusedFirst()
     {
-        World world;
+        Requests world;
         world.folder.link(u"left"_s, u"left by another name"_s);
         for (const QString &other : { u"left"_s, u"left by another name"_s }) {
-            world.bus.post(DirectoryChanged.right, { .path = world.folder.path(other) });
+            world.show(Side::Right, other);
             for (const auto &[command, text] :
                  { std::pair(CopyItem, u"Item(s) cannot copied in itself!"_s),
                    { MoveItem, u"Item(s) cannot moved in itself!"_s } }) {
                 world.alerts.answer(Alert::Ok);
                 world.bus.post(command, world.request(u"b"_s));
-                const Alert alert = world.alerts.shown().last();
-                QCOMPARE(alert.text, text);
-                QCOMPARE(alert.title, u"Twinleaf - Error"_s);
-                QCOMPARE(alert.buttons.value(0).text, u"Ok"_s);
+                QCOMPARE(world.alerts.last().text, text);
                 QVERIFY(world.nothingWasAskedFor());
             }
         }
@@ -128,8 +137,7 @@ private Q_SLOTS:
     void parentRowIsRefusedAndRowsThatAreGoneAreDropped()
     {
         for (const auto &command : ItemCommands) {
-            World world;
-            world.window.typed = u"new"_s;
+            Requests world;
             const bool says =
                 &command < &ItemCommands[3]; // the others are for one item, and silent
             for (const RowSet &rows : { RowSet { 0 }, RowSet { 0, world.row(u"b"_s) } }) {
@@ -147,8 +155,8 @@ private Q_SLOTS:
             for (const RowSet &rows : { RowSet {}, RowSet { -1 }, RowSet { last } })
                 world.bus.post(command, world.request(rows));
             world.bus.post(command, { .side = Side::Left, .item = { last - 1 } });
-            unlink(FileName::toBytes(world.left + u"/b"_s));
-            world.list(world.left);
+            unlink(FileName::toBytes(world.left(u"/b"_s)));
+            world.show(Side::Left, u"left"_s);
             world.bus.post(command, seen);
             QVERIFY(world.nothingWasAskedFor());
         }
@@ -156,23 +164,23 @@ private Q_SLOTS:
 
     void rowsAreFoundAgainByPath()
     {
-        World world(false);
+        Requests world(false);
         const ItemRequest seen = world.request(RowSet { world.row(u"a"_s), world.row(u"c"_s) });
         world.folder.makeFolder(u"left/0 new"_s);
         world.model.sortRowEntries(Column::Name, Side::Left, SortDirection::Descending);
-        world.list(world.left);
+        world.show(Side::Left, u"left"_s);
         world.bus.post(CopyItem, seen);
         // In the order in which the pane shows them now.
         QCOMPARE(world.desk.requests.value(0).items, QStringList({ u"c"_s, u"a"_s }));
         world.bus.post(OpenFileWithApplication, { u"/app"_s, seen.item, Side::Left, seen.seen });
         QCOMPARE(world.workspace.calls.value(1),
-                 QStringList({ u"open"_s, world.left + u"/a"_s, u"/app"_s }));
+                 QStringList({ u"open"_s, world.left(u"/a"_s), u"/app"_s }));
     }
 
     // ".." has the path of the folder it is listed in, which one level up is an item's path.
     void parentRowAndItsFolderAreNotMixedUp()
     {
-        World world(false);
+        Requests world(false);
         const ItemRequest onParent = world.request(RowSet { 0 });
         world.open(u".."_s);
         const ItemRequest onFolder = world.request(u"left"_s);
@@ -186,7 +194,7 @@ private Q_SLOTS:
 
     void confirmationDecides()
     {
-        const QList<std::tuple<Message<ItemRequest>, QString, QString>> cases {
+        const std::tuple<Message<ItemRequest>, QString, QString> cases[] = {
             { CopyItem, u"Are you sure that you want to copy the item(s)?"_s, u" to right"_s },
             { MoveItem, u"Are you sure that you want to move the item(s)?"_s, u" to right"_s },
             { DeleteItem,
@@ -194,7 +202,7 @@ private Q_SLOTS:
               {} },
         };
         for (const auto &[command, text, to] : cases) {
-            World world;
+            Requests world;
             const ItemRequest request =
                 world.request(RowSet { world.row(u"a"_s), world.row(u"b"_s) });
             world.alerts.answer(Alert::No);
@@ -206,20 +214,20 @@ private Q_SLOTS:
             for (const QString &name : { u"sub"_s, u"b"_s }) {
                 world.alerts.answer(Alert::No);
                 world.bus.post(command, world.request(name));
-                QCOMPARE(world.alerts.shown().last().details,
+                QCOMPARE(world.alerts.last().details,
                          name + (name == u"b" ? u", 1 Bytes"_s : QString()) + u", from left"_s
                              + to);
             }
 
             // What is listed anew under the question does not change what was asked about.
             world.alerts.decide = [&](const Alert &) {
-                world.list(world.folder.path());
+                world.bus.post(DirectoryChanged.left, { .path = world.folder.path() });
                 return Alert::Yes;
             };
             world.bus.post(command, request);
             const OperationRequest done = world.desk.requests.value(0);
             QCOMPARE(done.items, QStringList({ u"a"_s, u"b"_s }));
-            QCOMPARE(done.source, world.left);
+            QCOMPARE(done.source, world.left());
         }
     }
 };

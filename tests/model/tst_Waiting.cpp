@@ -13,8 +13,6 @@
 #include <mutex>
 #include <thread>
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 // A disk that stops answering for a path and what lies below it, and answers late or never. It

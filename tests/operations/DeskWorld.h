@@ -1,45 +1,38 @@
 #pragma once
 
-#include "model/Launching.h"
-#include "model/MainModel.h"
-#include "operations/FileOperations.h"
-#include "tests/operations/OperationWorld.h"
-#include "tests/support/ArchiveSheetStub.h"
-#include "tests/support/PaneWindowStub.h"
+#include "tests/support/World.h"
 
-// The operations between two panes, and what was listed again.
+// The operations between two panes, which show "from" and "to", and what was listed again.
 struct Desk : World {
     explicit Desk(const QString &words = {})
-        : World(words)
+        : World(u"from/, to/, trash/, "_s + words)
     {
-        model.setWindowController(&window);
-        model.setTwinleaf(&operations);
-        operations.setMainModel(&model);
-        operations.setWindowController(&window, &sheet);
-        operations.setArchiveSheet(&archiveSheet);
+        workspace.trashFolder = trash;
+        defaults.setValue(Settings::LeftFileListLastPath, source);
+        defaults.setValue(Settings::RightFileListLastPath, destination);
+        start();
         bus.subscribe(DirectoryChanged, this, &Desk::note);
-        show(source, destination);
     }
     ~Desk() { bus.unsubscribe(this); }
-    void show(const QString &left, const QString &right)
+
+    void showBoth(const QString &left, const QString &right)
     {
-        window.paths = { left, right };
-        for (const Side side : { Side::Left, Side::Right })
-            bus.post(DirectoryChanged[side], { window.paths[side] });
+        bus.post(DirectoryChanged.left, { left });
+        bus.post(DirectoryChanged.right, { right });
         listed.clear();
     }
     void note(Side side, const FolderChange &change)
     {
-        window.tables[side].rows = int(model.rows(side).size());
         listed.append((side == Side::Left ? u"left "_s : u"right "_s)
                       + PathText::lastComponent(change.path));
     }
+    QByteArray from(const QString &name) { return folder.read(u"from/"_s + name); }
+    QByteArray to(const QString &name) { return folder.read(u"to/"_s + name); }
+    QString tree() const { return treeOf(folder, { u"from"_s, u"to"_s, u"trash"_s }); }
 
+    QString source = folder.path(u"from"_s);
+    QString destination = folder.path(u"to"_s);
+    QString trash = folder.path(u"trash"_s);
+    FileOperations &operations = twinleaf;
     QStringList listed;
-    MessageBus bus;
-    Launching launching { workspace, alerts, waiting };
-    MainModel model { bus, defaults, alerts, queries, launching, kinds, waiting };
-    PaneWindowStub window;
-    ArchiveSheetStub archiveSheet;
-    FileOperations operations { bus, alerts, programs, workspace, queries, dates, openDialogs };
 };

@@ -22,8 +22,6 @@
 #include <filesystem>
 #include <fstream>
 
-using namespace Qt::StringLiterals;
-
 // Every byte string below a folder: what its files hold, where its links point. What lies in the
 // hidden siblings of an unfinished replacement does not count.
 inline QSet<QByteArray> contentsBelow(const QString &folder)
@@ -126,16 +124,6 @@ struct World {
     AcceptedRequest request(const QStringList &items) const
     {
         return { source, destination, items, Side::Left, UpdateBoth::Yes };
-    }
-    void answer(const QList<Alert::Answer> &answers)
-    {
-        for (const Alert::Answer each : answers)
-            alerts.answer(each);
-    }
-    Alert lastAlert() const // an empty one when there was none
-    {
-        const QList<Alert> shown = alerts.shown();
-        return shown.value(shown.size() - 1);
     }
     QByteArray from(const QString &name) { return folder.read(u"from/"_s + name); }
     QByteArray to(const QString &name) { return folder.read(u"to/"_s + name); }

@@ -1,7 +1,5 @@
 #include "tests/operations/OperationWorld.h"
 
-#include <QTest>
-
 class tst_SingleSteps : public QObject {
     Q_OBJECT
 
@@ -27,16 +25,16 @@ private Q_SLOTS:
         for (const auto &[verb, given, newName, left] : cases) {
             World world(given);
             if (left.isEmpty())
-                world.answer({ Alert::Ok });
+                world.alerts.answer({ Alert::Ok });
             world.perform(verb, u"a"_s, newName);
             QCOMPARE(newName + u": "_s + world.tree(),
                      newName + u": "_s + (left.isEmpty() ? given : left));
             const QString failed =
                 verb == Verb::Rename ? u"Rename failed!"_s : u"Duplicate failed!"_s;
-            QCOMPARE(world.lastAlert().text, left.isEmpty() ? failed : QString());
+            QCOMPARE(world.alerts.last().text, left.isEmpty() ? failed : QString());
             QCOMPARE(world.record.refused.has_value(), verb == Verb::Rename && left.isEmpty());
             if (newName == u"taken")
-                QCOMPARE(world.lastAlert().details, u"a: File exists"_s);
+                QCOMPARE(world.alerts.last().details, u"a: File exists"_s);
             if (verb == Verb::Rename)
                 QCOMPARE(world.record.item, PathText::joined(world.source, newName));
         }
@@ -46,28 +44,93 @@ private Q_SLOTS:
     {
         World world(u"from/a=a, from/b=b, from/locked=!c"_s);
         world.perform(Verb::Delete, u"a"_s);
-        world.answer({ Alert::Ok, Alert::Ok });
+        world.alerts.answer({ Alert::Ok, Alert::Ok });
         world.steps.deleteItems(world.request({ u"b"_s, u"locked"_s }));
-        QCOMPARE(world.lastAlert().details, u"locked: The item is locked."_s);
+        QCOMPARE(world.alerts.last().details, u"locked: The item is locked."_s);
         world.workspace.trashWorks = false;
         world.steps.deleteItems(world.request({ u"b"_s, u"gone"_s }));
-        QCOMPARE(world.lastAlert().text, u"Delete failed!"_s);
-        QCOMPARE(world.lastAlert().details, u"b: The Trash is out of order."_s);
+        QCOMPARE(world.alerts.last().text, u"Delete failed!"_s);
+        QCOMPARE(world.alerts.last().details, u"b: The Trash is out of order."_s);
         world.workspace.trashWorks = true;
         world.workspace.refusals[world.source + u"/long\n"_s] = u"Too long."_s;
-        world.answer({ Alert::Ok });
+        world.alerts.answer({ Alert::Ok });
         world.steps.deleteItems(world.request({ u"b"_s, u"long\n"_s, u"locked"_s }));
-        QCOMPARE(world.lastAlert().details,
+        QCOMPARE(world.alerts.last().details,
                  FileName::shown(u"long\n"_s) + u": Too long.\nlocked: The item is locked."_s);
         QCOMPARE(world.tree(), u"from/b=b, from/locked=!c, trash/a=a"_s);
 
         World aliases(u"from/elsewhere/, to/b->~/from/elsewhere"_s);
-        aliases.answer({ Alert::Ok });
+        aliases.alerts.answer({ Alert::Ok });
         aliases.steps.createAlias(aliases.request({ u"a"_s, u"b"_s, u"c"_s }));
-        QCOMPARE(aliases.lastAlert().text, u"Create alias for 'b' failed!"_s);
-        QVERIFY(aliases.lastAlert().details.endsWith(u"File exists"));
+        QCOMPARE(aliases.alerts.last().text, u"Create alias for 'b' failed!"_s);
+        QVERIFY(aliases.alerts.last().details.endsWith(u"File exists"));
         QCOMPARE(aliases.tree(),
                  u"from/elsewhere/, to/a->~/from/a, to/b->~/from/elsewhere, to/c->~/from/c"_s);
+    }
+
+    // Names are data: no operation reads a name as an option, a command or markup.
+    void everyOperationTakesEveryName()
+    {
+        for (const QString &name :
+             { u"-m"_s, u"--"_s, u"..."_s, u"$(rm -rf other) `rm other`; rm other"_s,
+               u"it's \"so\" \\"_s, u"a\nother"_s, FileName::fromBytes("\xff\xfe.txt"),
+               QString(255, u'n'), u"<b>%@ %i &amp;"_s, u"*"_s })
+            everyOperationTakes(name);
+    }
+
+    void alertsShowNamesAsOneLineOfText()
+    {
+        World world;
+        world.alerts.answer({ Alert::Ok });
+        world.run(Operation::Copy, { u"<b>%@\n"_s });
+        QCOMPARE(world.alerts.last().text, u"Copy progress of '<b>%@\\n' failed!"_s);
+    }
+
+private:
+    static void everyOperationTakes(const QString &name)
+    {
+        const struct {
+            const char *what;
+            Verb verb;
+            QString item;
+            QString newName;
+            QStringList left; // in the source
+            QStringList made {}; // in the destination
+        } cases[] = {
+            { "copy", Verb::Copy, name, {}, { name }, { name } },
+            { "overwrite", Verb::Copy, name, name, { name }, { name } },
+            { "move", Verb::Move, name, {}, {}, { name } },
+            { "delete", Verb::Delete, name, {}, {} },
+            { "new folder", Verb::NewFolder, name, {}, { name } },
+            { "rename to", Verb::Rename, u"plain"_s, name, { name } },
+            { "rename from", Verb::Rename, name, u"plain"_s, { u"plain"_s } },
+            { "alias", Verb::Alias, name, {}, { name }, { name } },
+            { "duplicate", Verb::Duplicate, u"plain"_s, name, { u"plain"_s, name } },
+        };
+        for (const auto &[what, verb, item, newName, left, made] : cases) {
+            World world(u"from/other=other, to/other=other"_s);
+            const QByteArray content = verb == Verb::NewFolder ? "" : "kept";
+            if (verb != Verb::NewFolder)
+                world.folder.write(u"from/"_s + item, content);
+            if (verb == Verb::Copy && newName == name) {
+                world.folder.write(u"to/"_s + name, "old");
+                world.alerts.answer({ Alert::Yes });
+            }
+            world.perform(verb, item, newName);
+            const QByteArray row = what + (" of " + name.toUtf8());
+            const auto holds = [&](const QString &folder, QStringList names) {
+                names.append(u"other"_s);
+                names.sort();
+                QVERIFY2(world.folder.names(folder) == names, row);
+                for (const QString &each : std::as_const(names))
+                    QVERIFY2(world.folder.read(folder + u'/' + each)
+                                 == (each == u"other"_s ? "other" : content),
+                             row);
+            };
+            holds(u"from"_s, left);
+            holds(u"to"_s, made);
+            QCOMPARE(world.folder.names(u"trash"_s), QStringList(verb == Verb::Delete, name));
+        }
     }
 };
 

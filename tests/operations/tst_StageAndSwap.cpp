@@ -2,9 +2,30 @@
 #include "tests/support/Watched.h"
 #include "tests/support/WithoutRights.h"
 
-#include <QTest>
-
 #include <sys/stat.h>
+
+using Meanwhile = std::function<int(World &, Call, const char *)>;
+
+namespace {
+
+void replaceBySave(World &world)
+{
+    world.folder.write(u"save"_s, "precious");
+    std::filesystem::rename(world.folder.bytes(u"save"_s).toStdString(),
+                            world.folder.bytes(u"to/a"_s).toStdString());
+}
+
+Meanwhile appears(Call when)
+{
+    return [when](World &world, Call call, const char *name) {
+        if (call == when && (!name || qstrcmp(name, "a") == 0)
+            && !exists(world.folder.path(u"to/a"_s)))
+            world.folder.write(u"to/a"_s, "precious");
+        return 0;
+    };
+}
+
+} // namespace
 
 // What others do to the two folders while a copy or move works on them, and what must not be lost,
 // overwritten or hidden by it.
@@ -12,272 +33,216 @@ class tst_StageAndSwap : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void whatComesMeanwhileIsKept_data();
-    void whatComesMeanwhileIsKept();
-    void lateFilesOfAMoveStayAndAreNamed();
-    void nothingGoesBeforeTheNewItemIsWritten_data();
-    void nothingGoesBeforeTheNewItemIsWritten();
-    void afterNoTheOldItemStaysWhereTheCopyFails();
-    void theTrashKnowsWhereTheOldItemStood();
-    void anOldFolderThatStaysInPartIsNamed();
-    void whatCanBeReadOfATreeArrivesWithItsAttributes();
-    void contentAndPropertiesAreThoseOfTheSource();
-};
+    // The first question is answered with "Yes", any other with "No".
+    void whatComesMeanwhileIsKept()
+    {
+        using enum Operation;
+        const QString fresh = u"from/a=new"_s;
+        const QString replaced = u"from/a=new, to/a=old"_s;
+        const QString kept = u"to/a=precious"_s;
+        const struct {
+            const char *what;
+            QString given;
+            Operation operation;
+            Meanwhile meanwhile;
+            int questions;
+            QString left; // in the destination
+        } rows[] = {
+            { "a save while the disk is full", replaced, Copy,
+              [](World &world, Call call, const char *) {
+                  if (call != Call::CopyRange)
+                      return 0;
+                  replaceBySave(world);
+                  return ENOSPC;
+              },
+              1, kept },
+            { "a save just before the exchange", replaced, Copy,
+              [done = false](World &world, Call call, const char *) mutable {
+                  if (call == Call::SetTimes && !std::exchange(done, true))
+                      replaceBySave(world);
+                  return 0;
+              },
+              2, kept },
+            { "a save just before the exchange of a move", replaced, Move,
+              [renames = 0](World &world, Call call, const char *name) mutable {
+                  // The first one finds the name taken.
+                  if (call == Call::Rename && qstrcmp(name, "a") == 0 && ++renames == 2)
+                      replaceBySave(world);
+                  return 0;
+              },
+              2, kept },
+            { "a file while one is copied", fresh, Copy, appears(Call::CopyRange), 1, kept },
+            { "a file as the name is taken", fresh, Copy, appears(Call::Link), 1, kept },
+            { "a file as one is moved", fresh, Move, appears(Call::Rename), 1, kept },
+            { "no status to be had", replaced, Copy,
+              [](World &, Call call, const char *name) {
+                  return call == Call::Status && qstrcmp(name, "a") == 0 ? EIO : 0;
+              },
+              0, u"to/a=old"_s },
+            { "a link at the name", fresh + u", victim=precious"_s, Copy,
+              [](World &world, Call call, const char *) {
+                  if (call == Call::CopyRange && !exists(world.folder.path(u"to/a"_s)))
+                      world.folder.link(u"../victim"_s, u"to/a"_s);
+                  return 0;
+              },
+              1, u"to/a->../victim"_s },
+        };
+        for (const auto &row : rows) {
+            World world(row.given);
+            int questions = 0;
+            world.alerts.decide = [&](const Alert &alert) {
+                if (alert.buttons.size() == 1)
+                    return Alert::Ok;
+                return ++questions == 1 && row.given == replaced ? Alert::Yes : Alert::No;
+            };
+            {
+                const Watched watched([&](Call call, const char *name, unsigned) {
+                    return row.meanwhile(world, call, name);
+                });
+                world.run(row.operation, { u"a"_s });
+            }
+            QVERIFY2(treeOf(world.folder, { u"to"_s }) == row.left, row.what);
+            QVERIFY2(questions == row.questions, row.what);
+            QCOMPARE(world.from(u"a"_s), "new");
+            if (row.given.contains(u"victim"_s))
+                QCOMPARE(world.folder.read(u"victim"_s), "precious");
+        }
+    }
 
-using Meanwhile = std::function<int(World &, Call, const char *)>;
-Q_DECLARE_METATYPE(Meanwhile)
-
-namespace {
-
-bool isQuestion(const Alert &alert)
-{
-    return alert.buttons.size() > 1;
-}
-
-void replaceBySave(World &world)
-{
-    world.folder.write(u"save"_s, "precious");
-    std::filesystem::rename(FileName::toBytes(world.folder.path(u"save"_s)).toStdString(),
-                            FileName::toBytes(world.folder.path(u"to/a"_s)).toStdString());
-}
-
-} // namespace
-
-// The first question is answered with "Yes", any other with "No".
-void tst_StageAndSwap::whatComesMeanwhileIsKept_data()
-{
-    QTest::addColumn<QString>("given");
-    QTest::addColumn<Operation>("operation");
-    QTest::addColumn<Meanwhile>("meanwhile");
-    QTest::addColumn<int>("questions");
-    QTest::addColumn<QString>("left"); // in the destination
-    const auto row = [](const char *name, const QString &given, Operation operation,
-                        const Meanwhile &meanwhile, int questions, const QString &left) {
-        QTest::newRow(name) << given << operation << meanwhile << questions << left;
-    };
-    const QString fresh = u"from/a=new"_s;
-    const QString replaced = u"from/a=new, to/a=old"_s;
-    const QString kept = u"to/a=precious"_s;
-    const auto appears = [](Call when) {
-        return [when](World &world, Call call, const char *name) {
-            if (call == when && (!name || qstrcmp(name, "a") == 0)
-                && !exists(world.folder.path(u"to/a"_s)))
-                world.folder.write(u"to/a"_s, "precious");
+    void lateFilesOfAMoveStayAndAreNamed()
+    {
+        World world(u"from/a/x=new, from/a/log=line, from/a/deep/y=new"_s, Device::Other);
+        world.programs.before = [&](const QStringList &arguments) -> std::optional<int> {
+            DesktopPrograms().run(arguments);
+            makeTree(world.folder, u"from/a/deep/late=late, from/a/log=line and another"_s);
             return 0;
         };
-    };
-    using enum Operation;
-    row(
-        "a save while the disk is full", replaced, Copy,
-        [](World &world, Call call, const char *) {
-            if (call != Call::CopyRange)
-                return 0;
-            replaceBySave(world);
-            return ENOSPC;
-        },
-        1, kept);
-    row(
-        "a save just before the exchange", replaced, Copy,
-        [done = false](World &world, Call call, const char *) mutable {
-            if (call == Call::SetTimes && !std::exchange(done, true))
-                replaceBySave(world);
-            return 0;
-        },
-        2, kept);
-    row(
-        "a save just before the exchange of a move", replaced, Move,
-        [renames = 0](World &world, Call call, const char *name) mutable {
-            // The first one finds the name taken.
-            if (call == Call::Rename && qstrcmp(name, "a") == 0 && ++renames == 2)
-                replaceBySave(world);
-            return 0;
-        },
-        2, kept);
-    row("a file appears while one is copied", fresh, Copy, appears(Call::CopyRange), 1, kept);
-    row("a file appears as the name is taken", fresh, Copy, appears(Call::Link), 1, kept);
-    row("a file appears as one is moved", fresh, Move, appears(Call::Rename), 1, kept);
-    row(
-        "the status cannot be had", replaced, Copy,
-        [](World &, Call call, const char *name) {
-            return call == Call::Status && qstrcmp(name, "a") == 0 ? EIO : 0;
-        },
-        0, u"to/a=old"_s);
-    row(
-        "a link is put at the name", fresh + u", victim=precious"_s, Copy,
-        [](World &world, Call call, const char *) {
-            if (call == Call::CopyRange && !exists(world.folder.path(u"to/a"_s)))
-                world.folder.link(u"../victim"_s, u"to/a"_s);
-            return 0;
-        },
-        1, u"to/a->../victim"_s);
-}
-
-void tst_StageAndSwap::whatComesMeanwhileIsKept()
-{
-    QFETCH(QString, given);
-    QFETCH(Operation, operation);
-    QFETCH(Meanwhile, meanwhile);
-    World world(given);
-    const bool hasOld = exists(world.folder.path(u"to/a"_s));
-    int questions = 0;
-    world.alerts.decide = [&](const Alert &alert) {
-        if (!isQuestion(alert))
-            return Alert::Ok;
-        return ++questions == 1 && hasOld ? Alert::Yes : Alert::No;
-    };
-    {
-        const Watched watched(
-            [&](Call call, const char *name, unsigned) { return meanwhile(world, call, name); });
-        world.run(operation, { u"a"_s });
+        world.alerts.answer({ Alert::Ok });
+        world.run(Operation::Move, { u"a"_s });
+        QCOMPARE(world.tree(),
+                 u"from/a/deep/late=late, from/a/log=line and another, "
+                 "to/a/deep/y=new, to/a/log=line, to/a/x=new"_s);
+        const QString details = world.alerts.last().details;
+        QVERIFY2(details.contains(u"'a/deep/late'"_s) && details.contains(u"'a/log'"_s),
+                 qPrintable(details));
     }
-    QTEST(treeOf(world.folder, { u"to"_s }), "left");
-    QTEST(questions, "questions");
-    QCOMPARE(world.from(u"a"_s), "new");
-    if (given.contains(u"victim"_s))
-        QCOMPARE(world.folder.read(u"victim"_s), "precious");
-}
 
-void tst_StageAndSwap::lateFilesOfAMoveStayAndAreNamed()
-{
-    World world(u"from/a/x=new, from/a/log=line, from/a/deep/y=new"_s, Device::Other);
-    world.programs.before = [&](const QStringList &arguments) -> std::optional<int> {
-        DesktopPrograms().run(arguments);
-        makeTree(world.folder, u"from/a/deep/late=late"_s);
-        world.folder.write(u"from/a/log"_s, "line and another");
-        return 0;
-    };
-    world.answer({ Alert::Ok });
-    world.run(Operation::Move, { u"a"_s });
-    QCOMPARE(world.tree(),
-             u"from/a/deep/late=late, from/a/log=line and another, "
-             "to/a/deep/y=new, to/a/log=line, to/a/x=new"_s);
-    for (const QString &name : { u"'a/deep/late'"_s, u"'a/log'"_s })
-        QVERIFY2(world.lastAlert().details.contains(name), qPrintable(world.lastAlert().details));
-}
-
-void tst_StageAndSwap::nothingGoesBeforeTheNewItemIsWritten_data()
-{
-    QTest::addColumn<Operation>("operation");
-    QTest::addColumn<Device>("device");
-    QTest::newRow("copy") << Operation::Copy << Device::Same;
-    QTest::newRow("move") << Operation::Move << Device::Same;
-    QTest::newRow("move across") << Operation::Move << Device::Other;
-}
-
-void tst_StageAndSwap::nothingGoesBeforeTheNewItemIsWritten()
-{
-    QFETCH(Operation, operation);
-    QFETCH(Device, device);
-    World world(u"from/a=new, from/b=new, to/a=old, to/b=old"_s, device);
-    world.answer({ Alert::All });
-    QList<Call> order;
-    bool writes = true;
+    void nothingGoesBeforeTheNewItemIsWritten()
     {
-        const Watched watched([&](Call call, const char *, unsigned flags) {
-            if (call == Call::SyncAll || (call == Call::Remove && !(flags & AT_REMOVEDIR)))
-                order.append(call);
-            return call == Call::SyncAll && !writes ? EIO : 0;
-        });
-        world.run(operation, { u"a"_s, u"b"_s });
-        // Many at once.
-        QCOMPARE(order.count(Call::SyncAll), 1);
-        QCOMPARE(order.value(0), Call::SyncAll);
-        QVERIFY(order.count(Call::Remove) >= 2);
+        for (const auto &[operation, device] :
+             { std::pair(Operation::Copy, Device::Same), std::pair(Operation::Move, Device::Same),
+               std::pair(Operation::Move, Device::Other) }) {
+            World world(u"from/a=new, from/b=new, to/a=old, to/b=old"_s, device);
+            world.alerts.answer({ Alert::All });
+            QList<Call> order;
+            bool writes = true;
+            const Watched watched([&](Call call, const char *, unsigned flags) {
+                if (call == Call::SyncAll || (call == Call::Remove && !(flags & AT_REMOVEDIR)))
+                    order.append(call);
+                return call == Call::SyncAll && !writes ? EIO : 0;
+            });
+            world.run(operation, { u"a"_s, u"b"_s });
+            QCOMPARE(order.count(Call::SyncAll), 1); // of many at once
+            QCOMPARE(order.value(0), Call::SyncAll);
+            QVERIFY(order.count(Call::Remove) >= 2);
 
-        makeTree(world.folder, u"from/a=newer"_s);
-        writes = false;
-        world.answer({ Alert::Yes, Alert::Ok });
-        world.run(operation, { u"a"_s });
+            makeTree(world.folder, u"from/a=newer"_s);
+            writes = false;
+            world.alerts.answer({ Alert::Yes, Alert::Ok });
+            world.run(operation, { u"a"_s });
+            QCOMPARE(world.to(u"a"_s), "newer");
+            QVERIFY(world.contents().contains("new")); // in the Trash, or beside it
+            QVERIFY(device == Device::Same || world.from(u"a"_s) == "newer");
+            QVERIFY(world.alerts.last().details.contains(u"'a'"_s));
+            QCOMPARE(world.leftovers(), 0);
+        }
     }
-    QCOMPARE(world.to(u"a"_s), "newer");
-    QVERIFY(world.contents().contains("new")); // in the Trash, or beside it
-    QVERIFY(device == Device::Same || world.from(u"a"_s) == "newer");
-    QVERIFY(world.lastAlert().details.contains(u"'a'"_s));
-    QCOMPARE(world.leftovers(), 0);
-}
 
-void tst_StageAndSwap::afterNoTheOldItemStaysWhereTheCopyFails()
-{
-    World world(u"from/a=new, from/b=new, to/a=old, to/b=old"_s);
-    world.answer({ Alert::No, Alert::Ok });
-    const Watched watched([](Call call, const char *name, unsigned) {
-        return call == Call::Open && qstrcmp(name, "b") == 0 ? EACCES : 0;
-    });
-    world.run(Operation::Copy, { u"a"_s, u"b"_s });
-    QCOMPARE(world.tree(), u"from/a=new, from/b=new, to/a=old, to/b=old"_s);
-    QVERIFY(world.alerts.shown().first().details.contains(u"goes to the Trash"_s));
-}
-
-void tst_StageAndSwap::theTrashKnowsWhereTheOldItemStood()
-{
-    for (const auto operation : { Operation::Copy, Operation::Move }) {
+    void afterNoTheOldItemStaysWhereTheCopyFails()
+    {
         World world(u"from/a=new, from/b=new, to/a=old, to/b=old"_s);
-        world.answer({ Alert::No });
-        world.run(operation, { u"a"_s, u"b"_s });
-        QCOMPARE(treeOf(world.folder, { u"trash"_s }), u"trash/b=old"_s);
-        QCOMPARE(world.workspace.origins,
-                 QStringList { PathText::joined(world.destination, u"b"_s) });
+        world.alerts.answer({ Alert::No, Alert::Ok });
+        const Watched watched([](Call call, const char *name, unsigned) {
+            return call == Call::Open && qstrcmp(name, "b") == 0 ? EACCES : 0;
+        });
+        world.run(Operation::Copy, { u"a"_s, u"b"_s });
+        QCOMPARE(world.tree(), u"from/a=new, from/b=new, to/a=old, to/b=old"_s);
+        QVERIFY(world.alerts.shown().first().details.contains(u"goes to the Trash"_s));
     }
-}
 
-void tst_StageAndSwap::anOldFolderThatStaysInPartIsNamed()
-{
-    World world(u"from/a/x=new, to/a/stuck=old, to/a/y=old"_s);
-    world.answer({ Alert::Yes, Alert::Ok });
-    const Watched watched([](Call call, const char *name, unsigned) {
-        return call == Call::Remove && qstrcmp(name, "stuck") == 0 ? EBUSY : 0;
-    });
-    world.run(Operation::Copy, { u"a"_s });
-    QCOMPARE(world.tree(), u"from/a/x=new, to/a/x=new, trash/a/stuck=old"_s);
-    QVERIFY(world.lastAlert().details.contains(u"'a' could not be removed"_s));
-}
+    void theTrashKnowsWhereTheOldItemStood()
+    {
+        for (const auto operation : { Operation::Copy, Operation::Move }) {
+            World world(u"from/a=new, from/b=new, to/a=old, to/b=old"_s);
+            world.alerts.answer({ Alert::No });
+            world.run(operation, { u"a"_s, u"b"_s });
+            QCOMPARE(treeOf(world.folder, { u"trash"_s }), u"trash/b=old"_s);
+            QCOMPARE(world.workspace.origins,
+                     QStringList { PathText::joined(world.destination, u"b"_s) });
+        }
+    }
 
-void tst_StageAndSwap::whatCanBeReadOfATreeArrivesWithItsAttributes()
-{
-    World world(u"from/a/x=new, from/a/closed=secret"_s);
-    world.folder.setAttribute(u"from/a/x"_s, "user.note", "kept");
-    chmod(FileName::toBytes(world.folder.path(u"from/a/closed"_s)), 0);
-    const WithoutRights withoutRights;
-    // Root's command has all rights again.
-    world.programs.before = [&](const QStringList &arguments) -> std::optional<int> {
-        DesktopPrograms().run(arguments);
-        std::filesystem::remove(FileName::toBytes(arguments.last() + u"/closed"_s).toStdString());
-        return 1;
-    };
-    world.programs.errorText = u"cp: cannot open 'closed'"_s;
-    world.answer({ Alert::Ok });
-    world.run(Operation::Copy, { u"a"_s });
-    QCOMPARE(world.folder.names(u"to/a"_s), QStringList { u"x"_s });
-    QCOMPARE(world.folder.attribute(u"to/a/x"_s, "user.note"), "kept");
-    QVERIFY(world.lastAlert().details.contains(u"closed"_s));
-}
-
-void tst_StageAndSwap::contentAndPropertiesAreThoseOfTheSource()
-{
-    for (const bool byHand : { false, true }) {
-        World world(u"from/a=12345"_s);
-        const QByteArray from = FileName::toBytes(world.folder.path(u"from/a"_s));
-        world.folder.setAttribute(u"from/a"_s, "user.note", "kept");
-        world.folder.setModified(u"from/a"_s, 1'000'000);
-        QCOMPARE(truncate(from, 1 << 20), 0);
-        QCOMPARE(chmod(from, 0451), 0);
-        world.folder.setModified(u"from/a"_s, 1'000'000);
-        const Watched watched([&](Call call, const char *, unsigned) {
-            return byHand && call == Call::CopyRange ? EXDEV : 0;
+    void anOldFolderThatStaysInPartIsNamed()
+    {
+        World world(u"from/a/x=new, to/a/stuck=old, to/a/y=old"_s);
+        world.alerts.answer({ Alert::Yes, Alert::Ok });
+        const Watched watched([](Call call, const char *name, unsigned) {
+            return call == Call::Remove && qstrcmp(name, "stuck") == 0 ? EBUSY : 0;
         });
         world.run(Operation::Copy, { u"a"_s });
-        struct stat source { };
-        struct stat made { };
-        QCOMPARE(stat(from, &source), 0);
-        QCOMPARE(stat(FileName::toBytes(world.folder.path(u"to/a"_s)), &made), 0);
-        QCOMPARE(made.st_mode, source.st_mode);
-        QCOMPARE(made.st_size, source.st_size);
-        QVERIFY(made.st_blocks <= source.st_blocks);
-        QCOMPARE(made.st_mtime, 1'000'000);
-        QCOMPARE(world.folder.attribute(u"to/a"_s, "user.note"), "kept");
-        QVERIFY(world.to(u"a"_s) == world.from(u"a"_s));
+        QCOMPARE(world.tree(), u"from/a/x=new, to/a/x=new, trash/a/stuck=old"_s);
+        QVERIFY(world.alerts.last().details.contains(u"'a' could not be removed"_s));
     }
-}
+
+    void whatCanBeReadOfATreeArrivesWithItsAttributes()
+    {
+        World world(u"from/a/x=new, from/a/closed=secret"_s);
+        world.folder.setAttribute(u"from/a/x"_s, "user.note", "kept");
+        chmod(world.folder.bytes(u"from/a/closed"_s), 0);
+        const WithoutRights withoutRights;
+        // Root's command has all rights again.
+        world.programs.before = [&](const QStringList &arguments) -> std::optional<int> {
+            DesktopPrograms().run(arguments);
+            std::filesystem::remove(
+                FileName::toBytes(arguments.last() + u"/closed"_s).toStdString());
+            return 1;
+        };
+        world.programs.errorText = u"cp: cannot open 'closed'"_s;
+        world.alerts.answer({ Alert::Ok });
+        world.run(Operation::Copy, { u"a"_s });
+        QCOMPARE(world.folder.names(u"to/a"_s), QStringList { u"x"_s });
+        QCOMPARE(world.folder.attribute(u"to/a/x"_s, "user.note"), "kept");
+        QVERIFY(world.alerts.last().details.contains(u"closed"_s));
+    }
+
+    void contentAndPropertiesAreThoseOfTheSource()
+    {
+        for (const bool byHand : { false, true }) {
+            World world(u"from/a=12345, from/tree/x=x"_s);
+            const QByteArray from = world.folder.bytes(u"from/a"_s);
+            for (const QString &file : { u"from/a"_s, u"from/tree/x"_s })
+                world.folder.setAttribute(file, "user.note", "kept");
+            QCOMPARE(truncate(from, 1 << 20), 0);
+            QCOMPARE(chmod(from, 0451), 0);
+            world.folder.setModified(u"from/a"_s, 1'000'000);
+            const Watched watched([&](Call call, const char *, unsigned) {
+                return byHand && call == Call::CopyRange ? EXDEV : 0;
+            });
+            world.run(Operation::Copy, { u"a"_s, u"tree"_s });
+            struct stat source { };
+            struct stat made { };
+            QCOMPARE(stat(from, &source), 0);
+            QCOMPARE(stat(world.folder.bytes(u"to/a"_s), &made), 0);
+            QCOMPARE(made.st_mode, source.st_mode);
+            QCOMPARE(made.st_size, source.st_size);
+            QVERIFY(made.st_blocks <= source.st_blocks);
+            QCOMPARE(made.st_mtime, 1'000'000);
+            for (const QString &file : { u"to/a"_s, u"to/tree/x"_s })
+                QCOMPARE(world.folder.attribute(file, "user.note"), "kept");
+            QVERIFY(world.to(u"a"_s) == world.from(u"a"_s));
+        }
+    }
+};
 
 QTEST_GUILESS_MAIN(tst_StageAndSwap)
 #include "tst_StageAndSwap.moc"

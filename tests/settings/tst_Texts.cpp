@@ -10,8 +10,6 @@
 
 #include <QTest>
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 // A Sunday, with every number of one digit.

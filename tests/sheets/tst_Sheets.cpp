@@ -1,7 +1,10 @@
 #include "model/Messages.h"
+#include "platform/OpenDialogs.h"
 #include "sheets/ExpandSelectionSheet.h"
 #include "sheets/WorkingSheet.h"
 #include "widgets/ActivitySpinner.h"
+#include "widgets/AlertSheets.h"
+#include "widgets/ApplicationPanel.h"
 #include "widgets/InputSheet.h"
 
 #include <QApplication>
@@ -18,11 +21,11 @@ using namespace Qt::StringLiterals;
 namespace {
 
 // The sheet of a run, which is asked to stop by the message.
-struct World {
-    explicit World(QWidget *window = nullptr)
+struct Run {
+    explicit Run(QWidget *window = nullptr)
         : sheet(bus, window)
     {
-        bus.subscribe(CancelThread, this, &World::cancel);
+        bus.subscribe(CancelThread, this, &Run::cancel);
     }
     void cancel(const NoPayload &) { ++cancels; }
 
@@ -52,6 +55,15 @@ bool shows(const QWidget &sheet, const QString &text)
     const auto labels = sheet.findChildren<QLabel *>();
     return std::any_of(labels.begin(), labels.end(),
                        [&](const QLabel *label) { return label->text() == text; });
+}
+
+// Runs on the sheet that stands there when the event loop turns next.
+void whenAsked(const std::function<void(QWidget &)> &act)
+{
+    QTimer::singleShot(0, qApp, [act] {
+        QVERIFY(QApplication::activeModalWidget());
+        act(*QApplication::activeModalWidget());
+    });
 }
 
 } // namespace
@@ -87,12 +99,8 @@ private Q_SLOTS:
             });
             QCOMPARE(sheet.getString(),
                      row.key == Qt::Key_Escape ? QString() : u"typed"_s + row.kept);
-            const auto buttons = sheet.findChildren<QPushButton *>();
-            QCOMPARE(buttons.size(), 2);
-            QCOMPARE(buttons[0]->text(), u"&OK"_s);
-            QVERIFY(buttons[0]->isDefault());
-            QCOMPARE(buttons[1]->text(), u"&Cancel"_s);
-            QTimer::singleShot(0, buttons[1], &QPushButton::click);
+            auto *cancel = sheet.findChildren<QPushButton *>().at(1);
+            QTimer::singleShot(0, cancel, &QPushButton::click);
             QCOMPARE(sheet.getString(), QString());
         }
     }
@@ -135,7 +143,7 @@ private Q_SLOTS:
 
     void theWorkingSheetStaysWhateverIsPressed()
     {
-        World world;
+        Run world;
         WorkingSheet &sheet = world.sheet;
         auto *cancel = sheet.findChild<QPushButton *>();
         for (const auto strayKey : { Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space }) {
@@ -163,7 +171,7 @@ private Q_SLOTS:
     {
         QWidget window;
         window.show();
-        World world(&window);
+        Run world(&window);
         InputSheet question(u"Name:"_s, {}, &window);
         QTimer::singleShot(0, &question, [&] {
             world.sheet.showWorkingSheet();
@@ -182,76 +190,66 @@ private Q_SLOTS:
     {
         QWidget window;
         QWidget question;
-        World world(&window);
+        Run world(&window);
         EventCount shows(QEvent::Show, world.sheet);
         window.show();
         question.show();
-        question.activateWindow();
-        QTRY_VERIFY(question.isActiveWindow());
+        const auto activate = [](QWidget &widget) {
+            widget.activateWindow();
+            QTRY_VERIFY(widget.isActiveWindow());
+        };
+        activate(question);
         // A run so short that it ends before: the sheet never takes the keyboard.
         world.sheet.showWorkingSheet();
         QVERIFY(world.sheet.isWorkingSheetVisible());
         world.sheet.closeWorkingSheet();
         QVERIFY(!world.sheet.isWorkingSheetVisible());
-        window.activateWindow();
-        QTRY_VERIFY(window.isActiveWindow());
+        activate(window);
         QCOMPARE(shows.count, 0);
         // A longer one: shown when the keyboard is back, or when it does not come.
-        question.activateWindow();
-        QTRY_VERIFY(question.isActiveWindow());
+        activate(question);
         world.sheet.showWorkingSheet();
         QCOMPARE(shows.count, 0);
         window.activateWindow();
         QTRY_COMPARE(shows.count, 1);
         world.sheet.closeWorkingSheet();
-        question.activateWindow();
-        QTRY_VERIFY(question.isActiveWindow());
+        activate(question);
         world.sheet.showWorkingSheet();
         QTRY_COMPARE(shows.count, 2);
     }
 
-    void longAndHostileTextsNeverMoveTheWorkingSheet()
+    void theWorkingSheetShowsItsOwnRunWithoutMoving()
     {
-        World world;
+        Run world;
         WorkingSheet &sheet = world.sheet;
+        const auto *bar = sheet.findChild<QProgressBar *>();
         sheet.setWorkingSheetMaxProgressValue(5000);
         sheet.showWorkingSheet();
         const QSize size = sheet.size();
+        const QString detail = u"12 MB of 3 GB, about 100 minute(s) left"_s;
         sheet.setWorkingSheetInfoText(QString(255, u'W'));
-        sheet.setWorkingSheetDetailText(u"12 MB of 3 GB, about 100 minute(s) left"_s);
+        sheet.setWorkingSheetDetailText(detail);
         sheet.setWorkingSheetProgressValue(4999);
         QCoreApplication::processEvents();
         QCOMPARE(sheet.size(), size);
+        QCOMPARE(bar->value(), 4999);
+        QVERIFY(shows(sheet, detail) && shows(sheet, u"4999 of 5000"_s));
         sheet.setWorkingSheetInfoText(u"Copying '<b>a\nb"_s + QChar(0xDCFF) + u"'"_s);
         QVERIFY(shows(sheet, u"Copying '<b>a\\nb\uFFFD'"_s));
         const auto labels = sheet.findChildren<QLabel *>();
         for (const QLabel *label : labels)
             QCOMPARE(label->textFormat(), Qt::PlainText);
-    }
-
-    void theDetailsOfAnEarlierRunAreGone()
-    {
-        World world;
-        WorkingSheet &sheet = world.sheet;
-        const auto *bar = sheet.findChild<QProgressBar *>();
-        sheet.setWorkingSheetMaxProgressValue(12);
-        sheet.showWorkingSheet();
-        sheet.setWorkingSheetProgressValue(3);
-        sheet.setWorkingSheetDetailText(u"1 MB of 2 MB"_s);
-        QCOMPARE(bar->value(), 3);
-        QVERIFY(shows(sheet, u"1 MB of 2 MB"_s));
-        QVERIFY(shows(sheet, u"3 of 12"_s));
+        // Nothing is left of it in the next.
         sheet.closeWorkingSheet();
         sheet.setWorkingSheetMaxProgressValue(5);
         sheet.showWorkingSheet();
         QCOMPARE(bar->value(), 0);
-        QVERIFY(!shows(sheet, u"1 MB of 2 MB"_s));
-        QVERIFY(shows(sheet, u"0 of 5"_s));
+        QVERIFY(!shows(sheet, detail) && shows(sheet, u"0 of 5"_s));
     }
 
     void aFastRunDoesNotWaitForThePaintingOfItsTexts()
     {
-        World world;
+        Run world;
         world.sheet.showWorkingSheet();
         EventCount paints(QEvent::Paint, world.sheet);
         for (int item = 0; item < 1000; ++item) {
@@ -272,16 +270,90 @@ private Q_SLOTS:
     void theSpinnerTurnsUntilTheLastStop()
     {
         ActivitySpinner spinner;
-        spinner.start();
-        spinner.start();
-        spinner.stop();
-        QVERIFY(spinner.isSpinning());
-        spinner.stop();
-        spinner.stop();
-        QVERIFY(!spinner.isSpinning());
-        spinner.start();
-        QVERIFY(spinner.isSpinning());
+        QString turns;
+        for (const QChar step : u"++---+"_s) {
+            step == u'+' ? spinner.start() : spinner.stop();
+            turns += spinner.isSpinning() ? u'1' : u'0';
+        }
+        QCOMPARE(turns, u"111001"_s);
     }
+
+    void whatAKeyAnswers()
+    {
+        const Alert overwrite = Alert::overwriteQuestion(u"?"_s, u"small print"_s);
+        const std::tuple<Alert, Qt::Key, Alert::Answer> rows[] = {
+            { Alert::question(u"?"_s), Qt::Key_Return, Alert::Yes },
+            { Alert::question(u"?"_s), Qt::Key_Escape, Alert::No },
+            { overwrite, Qt::Key_Return, Alert::No },
+            { overwrite, Qt::Key_Escape, Alert::No },
+            { Alert::error(u"!"_s), Qt::Key_Return, Alert::Ok },
+            { Alert::error(u"!"_s), Qt::Key_Escape, Alert::Ok },
+        };
+        for (const auto &[alert, key, answer] : rows) {
+            whenAsked([&, key = key](QWidget &sheet) {
+                QVERIFY(open.anyOpen());
+                QTest::keyClick(&sheet, key);
+            });
+            QCOMPARE(alerts.ask(alert), answer);
+            QVERIFY(!open.anyOpen());
+        }
+        whenAsked([](QWidget &sheet) { sheet.findChildren<QPushButton *>()[2]->click(); });
+        QCOMPARE(alerts.ask(overwrite), Alert::All);
+    }
+
+    void aTextIsNeverMoreThanText()
+    {
+        int usual = 0;
+        for (const QString &text : { u"short"_s, u"<b>"_s + QString(255, u'W') }) {
+            whenAsked([&](QWidget &sheet) {
+                const auto labels = sheet.findChildren<QLabel *>();
+                for (const QLabel *label : labels)
+                    QVERIFY(label->text().isEmpty() || label->textFormat() == Qt::PlainText);
+                usual = usual ? usual : sheet.width();
+                QCOMPARE(sheet.width(), usual); // a long name wraps
+                sheet.close();
+            });
+            alerts.ask(Alert::error(text));
+        }
+    }
+
+    void inSilenceAQuestionIsCancelled()
+    {
+        std::optional<AlertSheets::Silence> silence;
+        whenAsked([&](QWidget &) { silence.emplace(alerts); });
+        QCOMPARE(alerts.ask(Alert::question(u"open before"_s)), Alert::No);
+        QCOMPARE(alerts.ask(Alert::question(u"asked meanwhile"_s)), Alert::No);
+    }
+
+    void aNarrowedListOffersItsFirst()
+    {
+        const QList<ApplicationPanel::Application> applications { { u"/1"_s, u"Calculator"_s, {} },
+                                                                  { u"/2"_s, u"Editor"_s, {} },
+                                                                  { u"/3"_s, u"Viewer"_s, {} } };
+        const std::tuple<QString, Qt::Key, std::optional<QString>> rows[] = {
+            { {}, Qt::Key_Return, u"/1"_s },
+            { u"ED"_s, Qt::Key_Return, u"/2"_s },
+            { u"e"_s, Qt::Key_Escape, std::nullopt },
+        };
+        for (const auto &[typed, key, chosen] : rows) {
+            whenAsked([typed = typed, key = key](QWidget &panel) {
+                QTest::keyClicks(panel.findChild<QLineEdit *>(), typed);
+                QTest::keyClick(&panel, key);
+            });
+            QCOMPARE(ApplicationPanel(applications, nullptr).choose(), chosen);
+        }
+        whenAsked([](QWidget &panel) {
+            QTest::keyClicks(panel.findChild<QLineEdit *>(), u"nothing"_s);
+            QTest::keyClick(&panel, Qt::Key_Return);
+            QVERIFY(panel.isVisible()); // nothing to take
+            panel.close();
+        });
+        QCOMPARE(ApplicationPanel(applications, nullptr).choose(), std::nullopt);
+    }
+
+private:
+    OpenDialogs open;
+    AlertSheets alerts { open };
 };
 
 QTEST_MAIN(tst_Sheets)

@@ -23,6 +23,12 @@ public:
         const QMutexLocker lock(&_mutex);
         _answers.append(answer);
     }
+    void answer(const QList<Alert::Answer> &answers)
+    {
+        for (const Alert::Answer each : answers)
+            answer(each);
+    }
+    Alert last() const { return shown().isEmpty() ? Alert() : shown().last(); }
     QList<Alert> shown() const
     {
         const QMutexLocker lock(&_mutex);

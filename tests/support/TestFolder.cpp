@@ -14,8 +14,6 @@
 #include <sys/xattr.h>
 #include <unistd.h>
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 void require(bool done, const char *what, const QByteArray &path)

@@ -2,6 +2,8 @@
 
 #include <QStringList>
 
+using namespace Qt::StringLiterals; // in every test
+
 // A temporary folder of real files, removed at the end. Names are relative to it and may hold any
 // bytes (files/FileName); making something that cannot be made fails the test.
 class TestFolder {
@@ -13,6 +15,7 @@ public:
 
     const QString &path() const { return _path; }
     QString path(const QString &name) const { return _path + u'/' + name; }
+    QByteArray bytes(const QString &name) const; // its path for the system
     QByteArray pathInMountTable(const QString &name) const; // blanks escaped, see proc(5)
 
     void write(const QString &name, const QByteArray &bytes = {}) const;
@@ -37,7 +40,5 @@ public:
     QByteArray attribute(const QString &name, const char *attribute) const;
 
 private:
-    QByteArray bytes(const QString &name) const;
-
     QString _path;
 };

@@ -8,7 +8,6 @@
 
 inline void makeTree(const TestFolder &folder, const QString &words)
 {
-    using namespace Qt::StringLiterals;
     const auto cut = [&](const QString &word, const QString &by) {
         const QString path = word.section(by, 0, 0);
         folder.makeFolder(path.section(u'/', 0, -2));
@@ -35,7 +34,6 @@ inline void makeTree(const TestFolder &folder, const QString &words)
 // The same words, sorted, of everything in some folders. Of folders only the empty ones inside.
 inline QString treeOf(const TestFolder &folder, const QStringList &folders)
 {
-    using namespace Qt::StringLiterals;
     QStringList words;
     for (const QString &at : folders) {
         for (const QString &name : folder.names(at)) {

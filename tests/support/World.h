@@ -29,7 +29,7 @@
 struct World {
     TestFolder folder;
     TestFolder settings;
-    UserDefaults defaults { settings.path(QStringLiteral("settings.plist")) };
+    UserDefaults defaults { settings.path(u"settings.plist"_s) };
     OpenDialogs openDialogs;
     AlertScript alerts;
     RecordedOpenPanel openPanel;
@@ -48,9 +48,9 @@ struct World {
     // The files of makeTree().
     explicit World(const QString &words = {})
     {
-        makeTree(folder, QStringLiteral("left/, right/, ") + words);
-        defaults.setValue(Settings::LeftFileListLastPath, folder.path(QStringLiteral("left")));
-        defaults.setValue(Settings::RightFileListLastPath, folder.path(QStringLiteral("right")));
+        makeTree(folder, u"left/, right/, "_s + words);
+        defaults.setValue(Settings::LeftFileListLastPath, folder.path(u"left"_s));
+        defaults.setValue(Settings::RightFileListLastPath, folder.path(u"right"_s));
     }
 
     void start()
@@ -60,7 +60,7 @@ struct World {
     }
     void startOnLeft() // in both panes
     {
-        defaults.setValue(Settings::RightFileListLastPath, folder.path(QStringLiteral("left")));
+        defaults.setValue(Settings::RightFileListLastPath, folder.path(u"left"_s));
         start();
     }
 
@@ -74,6 +74,8 @@ struct World {
     {
         bus.post(DirectoryChanged[side], { .path = folder.path(name), .item = item });
     }
+    void open(const RowSet &rows) { bus.post(GetRows.left, { rows, model.rowsLeft() }); }
+    void open(const QString &name) { open(RowSet { row(name) }); }
     void focus(Side side) { list(side).setFocus(); }
     void select(const QString &name, Side side = Side::Left)
     {
@@ -85,7 +87,7 @@ struct World {
         QStringList names;
         for (const int row : rows)
             names.append(model.rows(side)[row].name());
-        return names.join(QLatin1Char(' '));
+        return names.join(u' ');
     }
     QString selected(Side side = Side::Left) { return names(list(side).selectedRows(), side); }
     QString names(Side side = Side::Left) const
@@ -127,7 +129,7 @@ struct World {
             QWidget *sheet = QApplication::activeModalWidget();
             auto *field = sheet ? sheet->findChild<QLineEdit *>() : nullptr;
             QVERIFY2(field, "the expected sheet did not open");
-            prompts.append(sheet->accessibleName() + QLatin1Char('|') + field->text());
+            prompts.append(sheet->accessibleName() + u'|' + field->text());
             field->setText(text);
             QTest::keyClick(field, text.isEmpty() ? Qt::Key_Escape : Qt::Key_Return);
         });

@@ -7,8 +7,6 @@
 #include <QKeyEvent>
 #include <QTest>
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 QVariantMap binding(const QString &name, const QVariant &key, const QVariant &modifierFlag)
@@ -33,18 +31,14 @@ private Q_SLOTS:
             int code;
             Qt::KeyboardModifiers modifiers {};
         } cases[] = {
-            { "A", 38, Qt::Key_A, 0 },
             { "Q key of a French keyboard", 24, Qt::Key_A, 12 },
             { "Y key of a German keyboard", 29, Qt::Key_Z, 16 },
             { "Ä", 48, Qt::Key_Adiaeresis, 39 },
-            { "Ö", 47, Qt::Key_Odiaeresis, 41 },
-            { "Ü", 34, Qt::Key_Udiaeresis, 33 },
             { "Cyrillic A", 41, 0x0410, 3 },
             { "last letter of the keyboard", 58, Qt::Key_M, 46 },
             { "shifted digit", 10, Qt::Key_Exclam, 18 },
             { "no scan code", 0, Qt::Key_M, 46 },
             { "arrow on the level of a letter", 39, Qt::Key_Left, VirtualKeys::LeftArrow },
-            { "F5", 71, Qt::Key_F5, VirtualKeys::F5 },
             { "F10", 76, Qt::Key_F10, VirtualKeys::F10 },
             { "digit of the keypad", 87, Qt::Key_1, 83, Qt::KeypadModifier },
             { "no Num Lock", 79, Qt::Key_Home, VirtualKeys::Home, Qt::KeypadModifier },
@@ -86,10 +80,9 @@ private Q_SLOTS:
             { {}, F5, Function, Copy },
             { {}, F5, Function | Shift, Copy },
             { {}, F10, Function, Exit },
+            { copy(F5, 3), F5, Function | Command, Copy },
             { copy(F5, 1), F5, Function, {} }, // the chosen modifier is missing
             { copy(F5, 1), F5, Function | Shift, Copy },
-            { copy(F5, 2), F5, Function | Option, Copy },
-            { copy(F5, 3), F5, Function | Command, Copy },
             { copy(Return, 0), Return, 0, {} }, // needs some flag
             { copy(Return, 4), Return, Option, Copy },
             { copy(Return, 0), F5, Function, {} }, // the old key is free
@@ -101,14 +94,9 @@ private Q_SLOTS:
             defaults.setValue(Settings::ClassicKeys, row.stored);
             QCOMPARE(ClassicKeys::fromDefaults(defaults).match(row.key, row.flags), row.action);
         }
-    }
-
-    void menuTextNamesModifierAndKey()
-    {
-        defaults.setValue(Settings::ClassicKeys, binding(u"Rename"_s, VirtualKeys::F8, 3));
+        defaults.setValue(Settings::ClassicKeys, binding(u"Rename"_s, F8, 3));
         const ClassicKeys keys = ClassicKeys::fromDefaults(defaults);
-        QCOMPARE(keys.menuText(ClassicAction::Copy), u"F5"_s);
-        QCOMPARE(keys.menuText(ClassicAction::Rename), u"Ctrl+F8"_s);
+        QCOMPARE(keys.menuText(Copy) + u' ' + keys.menuText(Rename), u"F5 Ctrl+F8"_s);
     }
 
 private:

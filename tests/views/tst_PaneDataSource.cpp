@@ -3,8 +3,6 @@
 #include <QHeaderView>
 #include <QSignalSpy>
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 // Files of growing size in both panes.
@@ -55,14 +53,19 @@ private Q_SLOTS:
             QString names;
         } rows[] = {
             { {}, {}, u".. B a c"_s }, // a new pane
-            { false, {}, u".. c a B"_s },     { true, u"Name"_s, u".. B a c"_s },
+            { false, {}, u".. c a B"_s },
+            { true, u"Name"_s, u".. B a c"_s },
             { {}, u"Name"_s, u".. c a B"_s }, // absent beside a column: downwards
             { {}, u"Size"_s, u".. c a B"_s },
+            { true, u"Icon"_s, u".. B a c"_s }, // sorts by nothing
+            { {}, u"size"_s, u".. c a B"_s }, // no such column
         };
         for (const auto &[ascending, column, names] : rows) {
             Panes world(ascending, column);
             QCOMPARE(world.names(), names);
             QCOMPARE(world.arrow() == Qt::AscendingOrder, names == u".. B a c"_s);
+            QCOMPARE(world.list().highlightedColumn(),
+                     column == u"Size"_s ? Column::Size : Column::Name);
         }
         // Kept: listed again, a pane takes the direction last used in either; and its arrow too.
         Panes world;

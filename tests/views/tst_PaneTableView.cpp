@@ -7,8 +7,6 @@
 #include <QScrollBar>
 #include <QSignalSpy>
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 // Started with both panes on five files. The person says "No" to everything, so that a request ends
@@ -263,7 +261,7 @@ private Q_SLOTS:
         QCOMPARE(panes.left.selectedRow(), -1);
     }
 
-    void rowsOutsideTheListingSelectNothing()
+    void onlyRowsOfTheListingAreSelectedAndTheNewestIsTheOneActedOn()
     {
         FivePanes panes;
         for (const int row : { -1, 6, 1000 }) {
@@ -274,11 +272,7 @@ private Q_SLOTS:
         }
         panes.left.selectRows({ 4, 5, 6, 7 });
         QCOMPARE(panes.left.selectedRows(), (RowSet { 4, 5 }));
-    }
 
-    void newestRowIsTheSelectedOne()
-    {
-        FivePanes panes;
         const auto afterClick = [&](int row, Qt::KeyboardModifiers held = {}) {
             QTest::mouseClick(panes.left.viewport(), Qt::LeftButton, held, panes.cell(row));
             return panes.left.selectedRow();
@@ -289,58 +283,30 @@ private Q_SLOTS:
         QCOMPARE(afterClick(2, Qt::ShiftModifier), 2);
     }
 
-    void scatteredRowsAreFast()
-    {
-        FivePanes panes;
-        for (int i = 5; i < 20000; ++i)
-            panes.folder.write(u"left/"_s + QString::number(i));
-        panes.show(Side::Left, u"left"_s);
-        RowSet even, odd;
-        for (int row = 1; row < 20000; row += 2) {
-            odd.append(row);
-            even.append(row + 1);
-        }
-        panes.left.selectRows(odd);
-        panes.left.selectRows(even);
-        panes.left.grab();
-        QCOMPARE(panes.left.selectedRows(), even);
-    }
-
-    void activePaneIsPlain()
-    {
-        FivePanes panes;
-        for (const Side side : { Side::Left, Side::Right })
-            panes.list(side).selectRow(2);
-        const QColor highlight = panes.left.palette().color(QPalette::Active, QPalette::Highlight);
-        for (const Side active : { Side::Left, Side::Right }) {
-            panes.list(active).setFocus();
-            const QColor passive = rowColor(panes.list(otherSide(active)), 2);
-            QCOMPARE(rowColor(panes.list(active), 2), highlight);
-            QVERIFY(passive != highlight);
-            QVERIFY(contrast(passive, panes.left.palette().color(QPalette::Base)) >= 3);
-        }
-    }
-
-    void labelShowsUnderTheRow()
+    void rowsArePaintedByTheirPaneAndTheirLabel()
     {
         FivePanes panes;
         panes.folder.setFinderFlags(u"left/c"_s, 4);
         panes.show(Side::Left, u"left"_s);
-        const int row = panes.row(u"c"_s);
-        const QColor color =
-            FileQueries::finderLabelColor(panes.model.rowsLeft()[row].finderLabel());
-        QVERIFY(color != FileQueries::finderLabelColor(0));
-        QCOMPARE(rowColor(panes.left, row), color);
-        QVERIFY(rowColor(panes.left, row - 1) != color);
-        // Selected, it is seen at the ends alone.
-        panes.left.selectRow(row);
-        panes.left.setColumnWidths({ 0, 0, 40, 40, 40 }); // all in view
+        const QColor label = FileQueries::finderLabelColor(panes.model.rowsLeft()[3].finderLabel());
+        QVERIFY(label != FileQueries::finderLabelColor(0));
+        QCOMPARE(rowColor(panes.left, 3), label);
+        QVERIFY(rowColor(panes.left, 2) != label);
+        for (const Side side : { Side::Left, Side::Right })
+            panes.list(side).selectRow(3);
         const QColor highlight = panes.left.palette().color(QPalette::Active, QPalette::Highlight);
-        QCOMPARE(rowColor(panes.left, row), highlight);
+        for (const Side active : { Side::Left, Side::Right }) {
+            panes.focus(active);
+            const QColor passive = rowColor(panes.list(otherSide(active)), 3);
+            QCOMPARE(rowColor(panes.list(active), 3), highlight);
+            QVERIFY(passive != highlight);
+            QVERIFY(contrast(passive, panes.left.palette().color(QPalette::Base)) >= 3);
+        }
+        // The label of a selected row is seen at the ends alone.
+        panes.left.setColumnWidths({ 0, 0, 40, 40, 40 }); // all in view
         const QImage picture = panes.left.viewport()->grab().toImage();
-        const int y = panes.cell(row).y();
-        QCOMPARE(picture.pixelColor(2, y), color);
-        QCOMPARE(picture.pixelColor(picture.width() - 3, y), color);
+        for (const int x : { 2, picture.width() - 3 })
+            QCOMPARE(picture.pixelColor(x, panes.cell(3).y()), label);
     }
 };
 

@@ -5,8 +5,6 @@
 #include "widgets/MenuTextButton.h"
 #include "widgets/Mnemonics.h"
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 struct RunsWorld : World {
@@ -46,86 +44,82 @@ class tst_RunsIndicator : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void aFastRunIsNotShown();
-    void whatWaitsIsShownAndCancelledOneByOne();
-    void aLongTextGivesWayAndANameIsNoMarkup();
+    void aFastRunIsNotShown()
+    {
+        RunsWorld world;
+        world.queue.end(world.queue.enqueue(u"fast"_s));
+        QVERIFY(!world.button.isVisible());
+        const auto slow = world.queue.enqueue(u"slow"_s);
+        QVERIFY(!world.button.isVisible());
+        QTRY_VERIFY(world.button.isVisible());
+        QCOMPARE(world.button.accessibleName(), u"slow"_s);
+        QVERIFY(world.menu.menuAction()->isVisible());
+        world.queue.end(slow);
+        QVERIFY(!world.button.isVisible());
+        QVERIFY(!world.menu.menuAction()->isVisible());
+    }
+
+    void whatWaitsIsShownAndCancelledOneByOne()
+    {
+        RunsWorld world;
+        world.sheet.showWorkingSheet();
+        const auto first = world.queue.enqueue(u"A"_s);
+        for (const QString &text : { u"B"_s, u"C"_s, u"D"_s })
+            world.queue.enqueue(text);
+        QCOMPARE(world.button.accessibleName(), u"A  \u00b7  3 waiting"_s); // at once
+        QTRY_VERIFY(world.inSheet.isVisible());
+        QCOMPARE(world.inSheet.accessibleName(), u"3 waiting"_s);
+        QCOMPARE(world.inSheet.menu(), &world.menu);
+        QCOMPARE(world.lines(),
+                 QStringList({ u"Cancel 'A'"_s,
+                               {},
+                               u"Cancel 'B'"_s,
+                               u"Cancel 'C'"_s,
+                               u"Cancel 'D'"_s,
+                               {},
+                               u"Cancel all that wait"_s }));
+        world.choose(u"Cancel 'C'"_s);
+        QCOMPARE(world.runs(), QStringList({ u"A"_s, u"B"_s, u"D"_s }));
+        QVERIFY(!world.queue.isCancelled());
+        world.choose(u"Cancel all that wait"_s);
+        QCOMPARE(world.runs(), QStringList { u"A"_s });
+        QVERIFY(!world.inSheet.isVisible());
+        QVERIFY(!world.queue.isCancelled());
+        world.bus.post(CancelThread);
+        QVERIFY(world.queue.isCancelled());
+
+        // A line chosen as its run ends reaches no other.
+        QCOMPARE(world.lines(), QStringList { u"Cancel 'A'"_s });
+        QAction *line = world.menu.actions().first();
+        world.queue.end(first);
+        const auto next = world.queue.enqueue(u"E"_s);
+        QVERIFY(!line->isEnabled());
+        line->trigger();
+        QVERIFY(!world.queue.isCancelled());
+        world.choose(u"Cancel 'E'"_s);
+        QVERIFY(world.queue.isCancelled());
+        world.queue.end(next);
+        world.sheet.closeWorkingSheet();
+    }
+
+    void aLongTextGivesWayAndANameIsNoMarkup()
+    {
+        RunsWorld world;
+        const auto ticket = world.queue.enqueue(QString(300, u'n') + u"<b>&x"_s);
+        world.queue.enqueue(u"B"_s);
+        QVERIFY(world.button.text().endsWith(u"<b>&&x  \u00b7  1 waiting \u25be"_s));
+        QTRY_VERIFY(world.button.sizeHint().width() <= world.button.width());
+        QVERIFY(world.button.width() <= world.window.width() / 2);
+        const QMenuBar &menus = *world.window.menuBar();
+        QTRY_VERIFY(menus.rect().contains(menus.cornerWidget()->geometry()));
+        QVERIFY(menus.cornerWidget()->rect().contains(world.window.runsRoom->geometry()));
+        QVERIFY(world.button.toolTip().contains(u"&lt;b&gt;"_s));
+        world.window.findChild<RunsIndicator *>()->showRunDetail(u"1 of 2 GB"_s);
+        QCOMPARE(world.button.accessibleName(), u"1 of 2 GB  \u00b7  1 waiting"_s);
+        world.queue.end(ticket);
+        QTRY_COMPARE(world.button.accessibleName(), u"B"_s);
+    }
 };
-
-void tst_RunsIndicator::aFastRunIsNotShown()
-{
-    RunsWorld world;
-    world.queue.end(world.queue.enqueue(u"fast"_s));
-    QVERIFY(!world.button.isVisible());
-    const auto slow = world.queue.enqueue(u"slow"_s);
-    QVERIFY(!world.button.isVisible());
-    QTRY_VERIFY(world.button.isVisible());
-    QCOMPARE(world.button.accessibleName(), u"slow"_s);
-    QVERIFY(world.menu.menuAction()->isVisible());
-    world.queue.end(slow);
-    QVERIFY(!world.button.isVisible());
-    QVERIFY(!world.menu.menuAction()->isVisible());
-}
-
-void tst_RunsIndicator::whatWaitsIsShownAndCancelledOneByOne()
-{
-    RunsWorld world;
-    world.sheet.showWorkingSheet();
-    const auto first = world.queue.enqueue(u"A"_s);
-    for (const QString &text : { u"B"_s, u"C"_s, u"D"_s })
-        world.queue.enqueue(text);
-    QCOMPARE(world.button.accessibleName(), u"A  \u00b7  3 waiting"_s); // at once
-    QTRY_VERIFY(world.inSheet.isVisible());
-    QCOMPARE(world.inSheet.accessibleName(), u"3 waiting"_s);
-    QCOMPARE(world.inSheet.menu(), &world.menu);
-    QCOMPARE(world.lines(),
-             QStringList({ u"Cancel 'A'"_s,
-                           {},
-                           u"Cancel 'B'"_s,
-                           u"Cancel 'C'"_s,
-                           u"Cancel 'D'"_s,
-                           {},
-                           u"Cancel all that wait"_s }));
-    world.choose(u"Cancel 'C'"_s);
-    QCOMPARE(world.runs(), QStringList({ u"A"_s, u"B"_s, u"D"_s }));
-    QVERIFY(!world.queue.isCancelled());
-    world.choose(u"Cancel all that wait"_s);
-    QCOMPARE(world.runs(), QStringList { u"A"_s });
-    QVERIFY(!world.inSheet.isVisible());
-    QVERIFY(!world.queue.isCancelled());
-    world.bus.post(CancelThread);
-    QVERIFY(world.queue.isCancelled());
-
-    // A line chosen as its run ends reaches no other.
-    QCOMPARE(world.lines(), QStringList { u"Cancel 'A'"_s });
-    QAction *line = world.menu.actions().first();
-    world.queue.end(first);
-    const auto next = world.queue.enqueue(u"E"_s);
-    QVERIFY(!line->isEnabled());
-    line->trigger();
-    QVERIFY(!world.queue.isCancelled());
-    world.choose(u"Cancel 'E'"_s);
-    QVERIFY(world.queue.isCancelled());
-    world.queue.end(next);
-    world.sheet.closeWorkingSheet();
-}
-
-void tst_RunsIndicator::aLongTextGivesWayAndANameIsNoMarkup()
-{
-    RunsWorld world;
-    const auto ticket = world.queue.enqueue(QString(300, u'n') + u"<b>&x"_s);
-    world.queue.enqueue(u"B"_s);
-    QVERIFY(world.button.text().endsWith(u"<b>&&x  \u00b7  1 waiting \u25be"_s));
-    QTRY_VERIFY(world.button.sizeHint().width() <= world.button.width());
-    QVERIFY(world.button.width() <= world.window.width() / 2);
-    const QMenuBar &menus = *world.window.menuBar();
-    QTRY_VERIFY(menus.rect().contains(menus.cornerWidget()->geometry()));
-    QVERIFY(menus.cornerWidget()->rect().contains(world.window.runsRoom->geometry()));
-    QVERIFY(world.button.toolTip().contains(u"&lt;b&gt;"_s));
-    world.window.findChild<RunsIndicator *>()->showRunDetail(u"1 of 2 GB"_s);
-    QCOMPARE(world.button.accessibleName(), u"1 of 2 GB  \u00b7  1 waiting"_s);
-    world.queue.end(ticket);
-    QTRY_COMPARE(world.button.accessibleName(), u"B"_s);
-}
 
 QTEST_MAIN(tst_RunsIndicator)
 #include "tst_RunsIndicator.moc"
