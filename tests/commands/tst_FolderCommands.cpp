@@ -1,6 +1,5 @@
 #include "commands/FolderCommands.h"
 
-#include "files/FileName.h"
 #include "tests/support/World.h"
 #include "widgets/ActivitySpinner.h"
 

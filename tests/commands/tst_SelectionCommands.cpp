@@ -1,6 +1,5 @@
 #include "commands/SelectionCommands.h"
 
-#include "files/FileName.h"
 #include "model/RowMatching.h"
 #include "tests/support/World.h"
 

@@ -1,11 +1,8 @@
-#include "files/FileName.h"
 #include "files/FileStatus.h"
 #include "platform/desktop/DesktopPrograms.h"
 #include "platform/desktop/DesktopWorkspace.h"
 #include "platform/desktop/SessionEnd.h"
 #include "tests/support/TestFolder.h"
-
-#include <QTest>
 
 #include <csignal>
 #include <sys/wait.h>

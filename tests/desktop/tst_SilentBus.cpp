@@ -3,7 +3,6 @@
 #include "tests/support/TestFolder.h"
 
 #include <QLocalServer>
-#include <QTest>
 
 #include <poll.h>
 #include <sys/socket.h>

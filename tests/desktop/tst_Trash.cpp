@@ -1,11 +1,9 @@
-#include "files/FileName.h"
 #include "platform/desktop/Trash.h"
 #include "platform/desktop/TrashRecord.h"
 #include "tests/support/OwnMounts.h"
 #include "tests/support/TestTree.h"
 
 #include <QDir>
-#include <QTest>
 #include <QUrl>
 
 #include <sys/stat.h>

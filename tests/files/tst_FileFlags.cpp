@@ -1,10 +1,8 @@
 #include "files/FileFlags.h"
-#include "files/FileName.h"
 #include "files/HiddenRule.h"
 #include "tests/support/TestTree.h"
 
 #include <QtEndian>
-#include <QTest>
 
 #include <sys/stat.h>
 

@@ -1,11 +1,9 @@
-#include "files/FileName.h"
 #include "files/FileSystem.h"
 #include "files/SameFile.h"
 #include "tests/support/TestTree.h"
 #include "tests/support/WithoutRights.h"
 
 #include <QRegularExpression>
-#include <QTest>
 
 #include <fcntl.h>
 #include <memory>

@@ -1,9 +1,5 @@
-#include "files/DirectoryReader.h"
-#include "files/FileName.h"
 #include "files/MountTable.h"
 #include "tests/support/TestFolder.h"
-
-#include <QTest>
 
 namespace {
 

@@ -1,11 +1,9 @@
-#include "files/FileName.h"
 #include "files/FileUrls.h"
 #include "files/LinkFile.h"
 #include "files/PathText.h"
 #include "tests/support/TestFolder.h"
 
 #include <QRandomGenerator>
-#include <QTest>
 
 // Names as bytes, the text of a path, and addresses of files.
 class tst_Paths : public QObject {

@@ -1,12 +1,9 @@
 #include "model/FileQueries.h"
 
-#include "files/FileName.h"
 #include "files/Waiting.h"
 #include "tests/support/RecordedWorkspace.h"
 #include "tests/support/TestTree.h"
 #include "widgets/FileKinds.h"
-
-#include <QTest>
 
 #include <memory>
 #include <unistd.h>
@@ -16,16 +13,6 @@ class tst_FileQueries : public QObject {
 
 private Q_SLOTS:
     void init() { folder = std::make_unique<TestFolder>(); }
-    void hiddenItems()
-    {
-        makeTree(*folder,
-                 u"plain/, Temporary Items/, listed, .hidden=other\nlisted, dangling->no"_s);
-        for (const QString &name : { u".profile"_s, u"gone"_s, u"Temporary Items"_s, u"listed"_s })
-            QVERIFY2(queries.isFileHidden(path(name)), qUtf8Printable(name));
-        for (const QString &name : { u"plain"_s, u"plain/"_s, u"dangling"_s })
-            QVERIFY2(!queries.isFileHidden(path(name)), qUtf8Printable(name));
-    }
-
     void oversizedReadsThirtyTwoBits()
     {
         folder->write(u"sparse"_s);

@@ -1,12 +1,9 @@
 #include "model/Listing.h"
 
-#include "files/FileName.h"
 #include "files/PathText.h"
 #include "tests/support/TestTree.h"
 #include "tests/support/WithoutRights.h"
 #include "widgets/FileKinds.h"
-
-#include <QTest>
 
 #include <algorithm>
 #include <memory>

@@ -1,4 +1,3 @@
-#include "files/FileName.h"
 #include "tests/support/World.h"
 
 namespace {

@@ -1,4 +1,3 @@
-#include "files/FileName.h"
 #include "model/ItemInformation.h"
 #include "tests/support/RecordedDesk.h"
 #include "tests/support/World.h"

@@ -2,7 +2,6 @@
 
 #include "base/Arrivals.h"
 #include "base/MainThread.h"
-#include "files/FileName.h"
 #include "files/MountTable.h"
 #include "tests/support/Watched.h"
 #include "tests/support/World.h"

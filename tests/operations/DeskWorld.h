@@ -23,8 +23,7 @@ struct Desk : World {
     }
     void note(Side side, const FolderChange &change)
     {
-        listed.append((side == Side::Left ? u"left "_s : u"right "_s)
-                      + PathText::lastComponent(change.path));
+        listed += sideWord(side).at(0) + u' ' + PathText::lastComponent(change.path) + u' ';
     }
     QByteArray from(const QString &name) { return folder.read(u"from/"_s + name); }
     QByteArray to(const QString &name) { return folder.read(u"to/"_s + name); }
@@ -34,5 +33,5 @@ struct Desk : World {
     QString destination = folder.path(u"to"_s);
     QString trash = folder.path(u"trash"_s);
     FileOperations &operations = twinleaf;
-    QStringList listed;
+    QString listed; // "L from R to "
 };

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "files/FileName.h"
 #include "files/PathText.h"
 #include "files/Waiting.h"
 #include "model/FileQueries.h"

@@ -5,9 +5,13 @@
 #include "tests/support/Ledger.h"
 #include "tests/support/Watched.h"
 
+#include <csignal>
 #include <linux/magic.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/vfs.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 static bool onFat = false; // as far as anybody asks
 

@@ -8,8 +8,6 @@
 #include "settings/VersionText.h"
 #include "tests/support/TestFolder.h"
 
-#include <QTest>
-
 namespace {
 
 // A Sunday, with every number of one digit.

@@ -1,4 +1,3 @@
-#include "files/FileName.h"
 #include "files/FileSystem.h"
 #include "files/Journal.h"
 #include "settings/BookmarkStore.h"
@@ -9,7 +8,6 @@
 #include "tests/support/TestTree.h"
 
 #include <QRegularExpression>
-#include <QTest>
 #include <QTimeZone>
 
 #include <limits>

@@ -12,7 +12,6 @@
 #include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
-#include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
 
@@ -75,30 +74,26 @@ private Q_SLOTS:
     void typingReplacesTheNameWithoutItsExtension()
     {
         const QString odd = u"."_s + QChar(0xDCFF); // a byte that is not UTF-8
-        const struct {
-            QString given;
-            Qt::Key key;
-            QString kept;
-        } rows[] = {
-            { u"a.tar.gz"_s, Qt::Key_Return, u".gz"_s },
-            { u"Makefile"_s, Qt::Key_Return },
-            { u".profile"_s, Qt::Key_Return },
-            { u"/home/x/a.b"_s, Qt::Key_Return },
-            { u"old"_s, Qt::Key_Enter },
-            { u"old"_s, Qt::Key_Escape },
-            { u"old.a\nb"_s, Qt::Key_Return, u".a\nb"_s },
-            { u"old"_s + odd, Qt::Key_Return, odd },
+        using enum Qt::Key;
+        const std::tuple<QString, Qt::Key, QString> rows[] = {
+            { u"a.tar.gz"_s, Key_Return, u".gz"_s },
+            { u"Makefile"_s, Key_Return, {} },
+            { u".profile"_s, Key_Return, {} },
+            { u"/home/x/a.b"_s, Key_Return, {} },
+            { u"old"_s, Key_Enter, {} },
+            { u"old"_s, Key_Escape, {} },
+            { u"old.a\nb"_s, Key_Return, u".a\nb"_s },
+            { u"old"_s + odd, Key_Return, odd },
         };
-        for (const auto &row : rows) {
-            InputSheet sheet(u"Name:"_s, row.given, nullptr);
+        for (const auto &[given, key, kept] : rows) {
+            InputSheet sheet(u"Name:"_s, given, nullptr);
             auto *field = sheet.findChild<QLineEdit *>();
-            QCOMPARE(field->selectedText() + row.kept, row.given);
-            QTimer::singleShot(0, &sheet, [&] {
+            QCOMPARE(field->selectedText() + kept, given);
+            whenAsked([&, key = key](QWidget &) {
                 QTest::keyClicks(field, u"typed"_s);
-                QTest::keyClick(field, row.key);
+                QTest::keyClick(field, key);
             });
-            QCOMPARE(sheet.getString(),
-                     row.key == Qt::Key_Escape ? QString() : u"typed"_s + row.kept);
+            QCOMPARE(sheet.getString(), key == Key_Escape ? QString() : u"typed"_s + kept);
             auto *cancel = sheet.findChildren<QPushButton *>().at(1);
             QTimer::singleShot(0, cancel, &QPushButton::click);
             QCOMPARE(sheet.getString(), QString());
@@ -107,34 +102,27 @@ private Q_SLOTS:
 
     void aPatternIsChosenByKeys()
     {
+        const auto press = [](QWidget &sheet, const QString &keys) {
+            for (const QString &key : keys.split(u' '))
+                QTest::keyClick(sheet.focusWidget(), Qt::Key(QKeySequence(key)[0].key()));
+        };
         ExpandSelectionSheet sheet(u"Group selection"_s, {}, nullptr);
-        QTimer::singleShot(0, &sheet, [&] {
+        whenAsked([&](QWidget &) {
             QVERIFY(shows(sheet, u"Group selection"_s));
-            const auto typeInto = [&](Qt::Key key) { QTest::keyClick(sheet.focusWidget(), key); };
-            QTest::keyClicks(sheet.focusWidget(), u"a*"_s); // the text comes first
-            typeInto(Qt::Key_Backtab);
-            typeInto(Qt::Key_End); // ends at the last method
-            typeInto(Qt::Key_Backtab);
-            typeInto(Qt::Key_Down);
-            typeInto(Qt::Key_Down);
-            for (int widgets = 0; widgets < 3; ++widgets)
-                typeInto(Qt::Key_Tab);
-            typeInto(Qt::Key_Space);
-            typeInto(Qt::Key_Return);
+            // The text comes first; above it the end of the methods, and above them the third
+            // target.
+            press(sheet, u"A Backtab End Backtab Down Down Tab Tab Tab Space Return"_s);
         });
         const ExpandSelection request = sheet.getInput();
         QCOMPARE(request.target, MatchTarget::Date);
         QCOMPARE(request.method, MatchMethod::Equals);
-        QCOMPARE(request.text, u"a*"_s);
+        QCOMPARE(request.text, u"a"_s);
         QVERIFY(request.caseSensitive);
 
         ExpandSelectionSheet next(u"Group deselection"_s, request, nullptr);
-        QTimer::singleShot(0, &next, [&] {
-            QTest::keyClicks(next.focusWidget(), u"b"_s); // in place of the last one
-            QTest::keyClick(next.focusWidget(), Qt::Key_Return);
-        });
+        whenAsked([&](QWidget &) { press(next, u"B Return"_s); }); // in place of the last one
         QCOMPARE(next.getInput().text, u"b"_s);
-        QTimer::singleShot(0, &next, [&] { QTest::keyClick(&next, Qt::Key_Escape); });
+        whenAsked([&](QWidget &) { press(next, u"Escape"_s); });
         const ExpandSelection cancelled = next.getInput();
         QCOMPARE(cancelled.text, QString());
         QCOMPARE(cancelled.target, MatchTarget::Date);

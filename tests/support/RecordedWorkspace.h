@@ -2,6 +2,8 @@
 
 #include "files/FileSystem.h"
 #include "files/PathText.h"
+#include "platform/OpenPanel.h"
+#include "platform/VersionServer.h"
 #include "platform/Workspace.h"
 
 #include <QHash>
@@ -9,12 +11,14 @@
 
 #include <functional>
 
+using namespace Qt::StringLiterals;
+
 // Keeps what was asked of the desktop. Its Trash is a folder of the test's.
 class RecordedWorkspace final : public Workspace {
 public:
     bool launchApplication(const QString &path) override
     {
-        calls.append({ QStringLiteral("launch"), path });
+        calls.append({ u"launch"_s, path });
         return succeeds;
     }
     bool isInstalledApplication(const QString &path) const override
@@ -24,12 +28,12 @@ public:
     QString foreignProgram(const QString &path) const override { return foreign.value(path); }
     bool openFile(const QString &path, const QString &application) override
     {
-        calls.append({ QStringLiteral("open"), path, application });
+        calls.append({ u"open"_s, path, application });
         return succeeds;
     }
     bool openInstallerPackage(const QString &path) override
     {
-        calls.append({ QStringLiteral("install"), path });
+        calls.append({ u"install"_s, path });
         return succeeds;
     }
     QString applicationForFile(const QString &) const override { return application; }
@@ -37,7 +41,7 @@ public:
     QIcon iconOfApplication(const QString &) const override { return {}; }
     bool openAddress(const QString &address) override
     {
-        calls.append({ QStringLiteral("address"), address });
+        calls.append({ u"address"_s, address });
         return succeeds;
     }
 
@@ -46,7 +50,7 @@ public:
                      const QString &origin) override // any thread
     {
         if (reason)
-            *reason = QStringLiteral("The Trash is out of order.");
+            *reason = u"The Trash is out of order."_s;
         const QMutexLocker lock(&_mutex);
         if (beforeTrash)
             beforeTrash();
@@ -55,19 +59,18 @@ public:
         origins.append(origin);
         const QString place = PathText::joined(trashFolder, PathText::lastComponent(path));
         return !FileSystem::renameNoReplace(path, place)
-            || !FileSystem::renameNoReplace(
-                path, place + QLatin1Char('.') + QString::number(++_trashedAgain));
+            || !FileSystem::renameNoReplace(path, place + u'.' + QString::number(++_trashedAgain));
     }
 
     QStringList mountedLocalVolumePaths() const override { return volumes; }
     bool eject(const QString &volume) override
     {
-        calls.append({ QStringLiteral("eject"), volume });
+        calls.append({ u"eject"_s, volume });
         if (whileEjecting)
             whileEjecting();
         return succeeds;
     }
-    QString volumesFolder() const override { return QStringLiteral("/media/somebody"); }
+    QString volumesFolder() const override { return u"/media/somebody"_s; }
 
     QList<QStringList> calls;
     bool succeeds = true;
@@ -80,9 +83,32 @@ public:
     QHash<QString, QString> refusals; // of the Trash, by path
     std::function<void()> beforeTrash;
     std::function<void()> whileEjecting;
-    QStringList volumes { QStringLiteral("/") };
+    QStringList volumes { u"/"_s };
 
 private:
     QMutex _mutex;
     int _trashedAgain = 0;
+};
+
+// Chooses what the test tells it to, or nothing.
+class RecordedOpenPanel final : public OpenPanel {
+public:
+    std::optional<QString> chooseApplication() override { return application; }
+    std::optional<QString> chooseFolder(const QString &) override { return folder; }
+
+    std::optional<QString> application;
+    std::optional<QString> folder;
+};
+
+// Answers at once what the test tells it to.
+struct ScriptedVersionServer final : VersionServer {
+    bool fetch(const QString &,
+               const std::function<void(std::optional<QByteArray>)> &received) override
+    {
+        if (connects)
+            received(answer);
+        return connects;
+    }
+    bool connects = true;
+    std::optional<QByteArray> answer;
 };

@@ -1,6 +1,5 @@
 #include "tests/support/TestFolder.h"
 
-#include "files/FileName.h"
 #include "platform/desktop/DesktopPrograms.h"
 
 #include <QFile>

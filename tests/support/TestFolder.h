@@ -1,6 +1,8 @@
 #pragma once
 
-#include <QStringList>
+#include "files/FileName.h"
+
+#include <QTest>
 
 using namespace Qt::StringLiterals; // in every test
 

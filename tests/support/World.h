@@ -6,10 +6,8 @@
 #include "settings/SettingsKeys.h"
 #include "settings/UserDefaults.h"
 #include "tests/support/AlertScript.h"
-#include "tests/support/RecordedOpenPanel.h"
 #include "tests/support/RecordedPrograms.h"
 #include "tests/support/RecordedWorkspace.h"
-#include "tests/support/ScriptedVersionServer.h"
 #include "tests/support/TestTree.h"
 #include "views/TableViews.h"
 #include "window/ClassicButton.h"
@@ -19,7 +17,6 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
-#include <QTest>
 #include <QTimer>
 
 #include <numeric>

@@ -1,4 +1,3 @@
-#include "files/FileName.h"
 #include "files/Journal.h"
 #include "operations/InterruptedRuns.h"
 #include "platform/desktop/DesktopPrograms.h"
@@ -7,7 +6,6 @@
 #include "tests/support/Watched.h"
 #include "unpack/Unpacking.h"
 
-#include <QTest>
 #include <QUrl>
 
 #include <archive.h>

@@ -5,7 +5,6 @@
 #include "views/VirtualKeys.h"
 
 #include <QKeyEvent>
-#include <QTest>
 
 namespace {
 

@@ -3,7 +3,6 @@
 #include "widgets/Colors.h"
 
 #include <QContextMenuEvent>
-#include <QHeaderView>
 #include <QScrollBar>
 #include <QSignalSpy>
 

@@ -97,10 +97,10 @@ private Q_SLOTS:
         control.setSelectedSegment(5);
         const auto widths = [&](int room) {
             control.resize(room, 30);
-            QList<int> widths;
+            QList<int> found;
             for (int segment = 0; segment < 7; ++segment)
-                widths.append(control.segmentRect(segment).width());
-            return widths;
+                found.append(control.segmentRect(segment).width());
+            return found;
         };
         const QList<int> wide = widths(2000);
         const int all = control.segmentRect(6).right() + 1;
@@ -151,15 +151,16 @@ private Q_SLOTS:
 
     void theFontSizeNeedsAStyle()
     {
-        for (const QVariant &style : { QVariant(), QVariant(u"Wide"_s), localized("Normal") }) {
+        for (const QVariant &style :
+             { QVariant(), QVariant(u"Wide"_s), QVariant(localized("Normal")) }) {
             World world;
             world.defaults.setValue(Settings::PathNavigatorsFontSize, u"13"_s);
             world.defaults.setValue(Settings::PathNavigatorsFontStyle, style);
             world.start();
             const QFont font = world.window.segmentedControls.left->font();
-            const bool isStyle = style == localized("Normal");
-            QCOMPARE(std::pair(font.pointSize(), font.bold()),
-                     isStyle ? std::pair(13, false) : std::pair(10, true));
+            const bool isKnown = style == localized("Normal");
+            QCOMPARE(font.pointSize(), isKnown ? 13 : 10);
+            QCOMPARE(font.bold(), !isKnown);
         }
     }
 };

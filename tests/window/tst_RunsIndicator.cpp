@@ -7,9 +7,7 @@
 
 namespace {
 
-struct RunsWorld : World {
-    RunsWorld() { start(); }
-
+struct RunsWorld : StartedWorld {
     QStringList lines() const // of the menu, as it opens
     {
         Q_EMIT menu.aboutToShow();
@@ -18,16 +16,12 @@ struct RunsWorld : World {
             texts.append(Mnemonics::unmarked(action->text()));
         return texts;
     }
-    void choose(const QString &line)
+    void choose(const QString &line) { menu.actions().at(lines().indexOf(line))->trigger(); }
+    QString runs() const
     {
-        const qsizetype at = lines().indexOf(line);
-        menu.actions().at(at)->trigger();
-    }
-    QStringList runs() const
-    {
-        QStringList texts;
+        QString texts;
         for (const ShownRun &run : queue.runs())
-            texts.append(run.text);
+            texts += run.text;
         return texts;
     }
 
@@ -70,19 +64,13 @@ private Q_SLOTS:
         QTRY_VERIFY(world.inSheet.isVisible());
         QCOMPARE(world.inSheet.accessibleName(), u"3 waiting"_s);
         QCOMPARE(world.inSheet.menu(), &world.menu);
-        QCOMPARE(world.lines(),
-                 QStringList({ u"Cancel 'A'"_s,
-                               {},
-                               u"Cancel 'B'"_s,
-                               u"Cancel 'C'"_s,
-                               u"Cancel 'D'"_s,
-                               {},
-                               u"Cancel all that wait"_s }));
+        QCOMPARE(world.lines().join(u'|'),
+                 u"Cancel 'A'||Cancel 'B'|Cancel 'C'|Cancel 'D'||Cancel all that wait"_s);
         world.choose(u"Cancel 'C'"_s);
-        QCOMPARE(world.runs(), QStringList({ u"A"_s, u"B"_s, u"D"_s }));
+        QCOMPARE(world.runs(), u"ABD"_s);
         QVERIFY(!world.queue.isCancelled());
         world.choose(u"Cancel all that wait"_s);
-        QCOMPARE(world.runs(), QStringList { u"A"_s });
+        QCOMPARE(world.runs(), u"A"_s);
         QVERIFY(!world.inSheet.isVisible());
         QVERIFY(!world.queue.isCancelled());
         world.bus.post(CancelThread);
@@ -110,9 +98,6 @@ private Q_SLOTS:
         QVERIFY(world.button.text().endsWith(u"<b>&&x  \u00b7  1 waiting \u25be"_s));
         QTRY_VERIFY(world.button.sizeHint().width() <= world.button.width());
         QVERIFY(world.button.width() <= world.window.width() / 2);
-        const QMenuBar &menus = *world.window.menuBar();
-        QTRY_VERIFY(menus.rect().contains(menus.cornerWidget()->geometry()));
-        QVERIFY(menus.cornerWidget()->rect().contains(world.window.runsRoom->geometry()));
         QVERIFY(world.button.toolTip().contains(u"&lt;b&gt;"_s));
         world.window.findChild<RunsIndicator *>()->showRunDetail(u"1 of 2 GB"_s);
         QCOMPARE(world.button.accessibleName(), u"1 of 2 GB  \u00b7  1 waiting"_s);

@@ -1,13 +1,13 @@
 #include "window/WindowController.h"
 
 #include "base/Localized.h"
-#include "files/FileName.h"
 #include "tests/support/World.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/SegmentedControl.h"
-#include "window/InfoBarTextField.h"
+#include "window/WindowFrame.h"
 
 #include <QAccessible>
+#include <QSignalSpy>
 #include <QSplitter>
 
 class tst_WindowController : public QObject {
@@ -39,13 +39,13 @@ private Q_SLOTS:
     {
         StartedWorld world;
         WindowController &controller = world.application.windowController();
-        QCOMPARE(controller.getFirstResponderTableView(), &controller.getTableView(Side::Left));
-        QCOMPARE(controller.getOtherResponderTableView(), &controller.getTableView(Side::Right));
+        QCOMPARE(controller.getFirstResponderTableView(), &world.list());
+        QCOMPARE(controller.getOtherResponderTableView(), &world.list(Side::Right));
         world.window.segmentedControls.left->setFocus();
         QCOMPARE(controller.getFirstResponderTableView(), nullptr);
         QCOMPARE(controller.getOtherResponderTableView(), nullptr);
         QCOMPARE(controller.getCurrentPath(), QString());
-        world.window.rightFileList->setFocus();
+        world.focus(Side::Right);
         QCOMPARE(controller.getCurrentPath(), world.folder.path(u"right"_s));
     }
 
@@ -70,9 +70,9 @@ private Q_SLOTS:
         world.run(Command::Duplicate);
         QCOMPARE(world.folder.read(u"right/b Copy.txt"_s), "a");
 
-        world.window.rightFileList->selectRow(0);
-        for (const Command command :
-             { Command::Copy, Command::Move, Command::Delete, Command::Rename })
+        world.list(Side::Right).selectRow(0);
+        using enum Command;
+        for (const Command command : { Copy, Move, Delete, Rename })
             world.click(command); // ".." is nobody's to touch: nothing is asked
         QVERIFY(!world.twinleaf.anyRunning());
     }
@@ -124,30 +124,6 @@ private Q_SLOTS:
         // Closed again, its key must work for the next selection.
         world.closeMenus();
         QVERIFY(world.commands.action(Command::Duplicate)->isEnabled());
-    }
-
-    void theInfoBarTellsOfTheSelection()
-    {
-        World world;
-        world.folder.write(u"left/a"_s, QByteArray(1536, 'x'));
-        world.folder.write(u"left/b"_s, QByteArray(300, 'x'));
-        world.start();
-        const InfoBarFields &bar = world.window.infoBars.left;
-        world.select(u"b"_s);
-        QCOMPARE(bar.fileName->text(), u"b"_s);
-        QCOMPARE(bar.fileSize->text(), u"300 Bytes"_s);
-        QVERIFY(!bar.fileDate->text().isEmpty());
-        // Kept: the sum of the rounded texts, 2 KB and 300 bytes.
-        world.window.leftFileList->selectRows({ 1, 2 });
-        QCOMPARE(bar.fileName->text(), u"2 item(s)"_s);
-        QCOMPARE(bar.fileSize->text(), SizeText::getCalcFileSizeWithDouble(2048 + 300));
-        QCOMPARE(bar.fileDate->text(), QString());
-        world.window.leftFileList->clearSelection();
-        QCOMPARE(bar.fileName->text(), QString());
-        // Nor does it tell of an item that went with its listing.
-        world.select(u"b"_s);
-        world.window.leftFileList->reset();
-        QCOMPARE(bar.fileName->text(), QString());
     }
 
     void hiddenFilesComeAndGoInBothPanes()
@@ -224,6 +200,56 @@ private Q_SLOTS:
         QCOMPARE(world.shown(), world.folder.path());
         navigator->setSegmentCount(navigator->segmentCount() - 1);
         QVERIFY(!last->isValid());
+    }
+
+    void theFrameOnlyAsksToClose()
+    {
+        World world;
+        world.defaults.setValue(Settings::UseFlatUnifiedLook, true);
+        UnifiedWindow window(world.defaults);
+        QVERIFY(!window.flat()); // Kept: the other way round
+        window.setMinSize({ 100, 400 });
+        QCOMPARE(window.minimumSize(), QSize(150, 400));
+        window.show();
+        const QSignalSpy asked(&window, &UnifiedWindow::closeAsked);
+        window.close();
+        QCOMPARE(asked.size(), 1);
+        QVERIFY(window.isVisible());
+    }
+
+    void theFrameComesBackAsFarAsTheScreenHasRoom()
+    {
+        const QRect screen(0, 20, 640, 400);
+        const std::pair<QRect, QRect> rows[] = {
+            { { 10, 30, 600, 300 }, { 10, 30, 600, 300 } },
+            { { -50, 0, 600, 300 }, { 0, 20, 600, 300 } },
+            { { 300, 300, 600, 300 }, { 40, 120, 600, 300 } },
+            { { 100, 100, 1120, 700 }, { 0, 20, 640, 400 } },
+        };
+        for (const auto &[frame, fitted] : rows)
+            QCOMPARE(fittedTo(screen, frame), fitted);
+
+        StartedWorld world;
+        QCOMPARE(world.window.windowTitle(), u"left – Twinleaf"_s);
+        world.focus(Side::Right);
+        QTRY_COMPARE(world.window.windowTitle(), u"right – Twinleaf"_s);
+        QSplitter &panes = *world.window.splitView;
+        const auto set = [&](QSize size, int left, int column) {
+            world.window.resize(size);
+            QTRY_COMPARE(world.window.size(), size);
+            panes.setSizes({ left, 700 - left });
+            world.list().setColumnWidths({ 0, 0, column, column + 1, column + 2 });
+        };
+        const auto state = [&] {
+            return std::tuple(world.window.size(), panes.sizes(), world.list().columnWidths());
+        };
+        set({ 760, 500 }, 300, 61);
+        const auto left = state();
+        world.bus.post(ApplicationWillTerminate);
+        set({ 700, 450 }, 350, 71);
+        QVERIFY(state() != left);
+        restoreFrame(world.window, world.defaults);
+        QTRY_COMPARE(state(), left);
     }
 
     void whatIsSavedAtTheEnd()

@@ -1,15 +1,39 @@
-#include "window/FolderSize.h"
+#include "window/InfoBars.h"
 
 #include "tests/support/World.h"
-#include "window/InfoBars.h"
+#include "window/FolderSize.h"
 #include "window/InfoBarTextField.h"
 
 #include <QThread>
 
-class tst_FolderSize : public QObject {
+class tst_InfoBars : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    void theInfoBarTellsOfTheSelection()
+    {
+        World world;
+        world.folder.write(u"left/a"_s, QByteArray(1536, 'x'));
+        world.folder.write(u"left/b"_s, QByteArray(300, 'x'));
+        world.start();
+        const InfoBarFields &bar = world.window.infoBars.left;
+        world.select(u"b"_s);
+        QCOMPARE(bar.fileName->text(), u"b"_s);
+        QCOMPARE(bar.fileSize->text(), u"300 Bytes"_s);
+        QVERIFY(!bar.fileDate->text().isEmpty());
+        // Kept: the sum of the rounded texts, 2 KB and 300 bytes.
+        world.window.leftFileList->selectRows({ 1, 2 });
+        QCOMPARE(bar.fileName->text(), u"2 item(s)"_s);
+        QCOMPARE(bar.fileSize->text(), SizeText::getCalcFileSizeWithDouble(2048 + 300));
+        QCOMPARE(bar.fileDate->text(), QString());
+        world.window.leftFileList->clearSelection();
+        QCOMPARE(bar.fileName->text(), QString());
+        // Nor does it tell of an item that went with its listing.
+        world.select(u"b"_s);
+        world.window.leftFileList->reset();
+        QCOMPARE(bar.fileName->text(), QString());
+    }
+
     void eachFileCountsItsSizeAnd4095Bytes()
     {
         const TestFolder folder;
@@ -57,7 +81,33 @@ private Q_SLOTS:
         QTRY_COMPARE(sizes.findChildren<QThread *>().size(), 0);
         QCOMPARE(ask({ folder }), u"Calculating..."_s);
     }
+
+    void aFieldIsPaintedInItsColors()
+    {
+        const TestFolder folder;
+        UserDefaults defaults(folder.path(u"settings.plist"_s));
+        InfoBarTextField field(Qt::ElideRight);
+        field.readColors(defaults);
+        QCOMPARE(field.frameColor().alpha(), 0);
+        for (const bool dark : { false, true, false }) { // as the desktop turns
+            field.setPalette(dark ? QPalette(Qt::black) : QPalette(Qt::white));
+            QCOMPARE(field.textColor().lightness() > 127, dark);
+        }
+        defaults.setValue(Settings::InfoBarFontColor,
+                          QVariantMap { { u"Blue"_s, 1.0 }, { u"Alpha"_s, 1 } });
+        defaults.setValue(Settings::InfoBarFrameColor,
+                          QVariantMap { { u"Red"_s, 1.0 }, { u"Alpha"_s, 1 } });
+        field.readColors(defaults);
+        QCOMPARE(field.textColor(), QColor(Qt::blue));
+        field.resize(40, 20);
+        QImage image(field.size(), QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::white);
+        // Kept: the frame goes round the part alone that is painted anew.
+        field.render(&image, QPoint(10, 5), QRect(10, 5, 20, 10), {});
+        QCOMPARE(image.pixelColor(10, 5), QColor(Qt::red));
+        QCOMPARE(image.pixelColor(0, 0), QColor(Qt::white));
+    }
 };
 
-QTEST_MAIN(tst_FolderSize)
-#include "tst_FolderSize.moc"
+QTEST_MAIN(tst_InfoBars)
+#include "tst_InfoBars.moc"
