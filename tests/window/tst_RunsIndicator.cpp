@@ -16,7 +16,11 @@ struct RunsWorld : StartedWorld {
             texts.append(Mnemonics::unmarked(action->text()));
         return texts;
     }
-    void choose(const QString &line) { menu.actions().at(lines().indexOf(line))->trigger(); }
+    void choose(const QString &line)
+    {
+        const qsizetype at = lines().indexOf(line); // first, as it makes the menu anew
+        menu.actions().at(at)->trigger();
+    }
     QString runs() const
     {
         QString texts;
