@@ -33,15 +33,11 @@ private Q_SLOTS:
             { 1, u"a.zip"_s, onRow + QList { OpenWith, Unpack } },
             { 1, u"a.cpgz"_s, onRow + QList { OpenWith } }, // Kept: the command would unpack it
         };
-        const TestFolder folder;
-        makeTree(folder, u"folder/, volume/, bundle.app/, file=, a.zip=, a.cpgz="_s);
-        RecordedWorkspace workspace;
-        workspace.volumes.append(folder.path(u"volume"_s));
-        const FileKinds kinds;
-        Waiting waiting;
-        const FileQueries queries(workspace, kinds, waiting);
+        World world(u"folder/, volume/, bundle.app/, file=, a.zip=, a.cpgz="_s);
+        world.workspace.volumes.append(world.folder.path(u"volume"_s));
         for (const auto &[row, name, enabled] : rows) {
-            const MenuState state { row, name.isEmpty() ? QString() : folder.path(name), queries };
+            const MenuState state { row, name.isEmpty() ? QString() : world.folder.path(name),
+                                    world.twinleaf };
             QList<Command> valid, expected = enabled;
             for (const Command command : about)
                 if (entryOf(command).menuRule(state))

@@ -1,11 +1,7 @@
 #include "commands/UpdateCheck.h"
 
-#include "files/Waiting.h"
-#include "model/Launching.h"
 #include "platform/desktop/HttpVersionServer.h"
-#include "tests/support/AlertScript.h"
-#include "tests/support/RecordedWorkspace.h"
-#include "tests/support/TestFolder.h"
+#include "tests/support/World.h"
 
 #include <QSslCertificate>
 #include <QSslConfiguration>
@@ -13,6 +9,7 @@
 #include <QSslServer>
 
 using namespace std::chrono_literals;
+
 namespace {
 
 // Answers every request with these bytes, and nothing else.
@@ -119,24 +116,22 @@ private Q_SLOTS:
             if (connects && !answer)
                 QTest::ignoreMessage(QtWarningMsg,
                                      "The version informations could not be downloaded.");
-            ScriptedVersionServer server;
-            server.connects = connects;
-            server.answer = answer;
-            RecordedWorkspace workspace;
-            AlertScript alerts;
+            World world;
+            world.versionServer.connects = connects;
+            world.versionServer.answer = answer;
             if (!text.isEmpty())
-                alerts.answer(Alert::Yes);
-            Waiting waiting;
-            Launching launching(workspace, alerts, waiting);
+                world.alerts.answer(Alert::Yes);
             const auto check = [&](const QString &file, const QString &page) {
-                return UpdateCheck(server, launching, alerts, { file, page }, u"1.2.3"_s);
+                return UpdateCheck(world.versionServer, world.twinleaf, world.alerts,
+                                   { file, page }, u"1.2.3"_s);
             };
             QVERIFY(!check(u"https://a"_s, {}).isOffered());
             QVERIFY(!check({}, u"https://b"_s).isOffered());
             QVERIFY(check(u"https://a"_s, u"https://b"_s).isOffered());
             check(u"https://a"_s, u"https://b"_s).checkForNewerVersion();
-            QCOMPARE(alerts.last().text, text);
-            QCOMPARE(workspace.calls.value(0).value(1), text == newer ? u"https://b"_s : QString());
+            QCOMPARE(world.alerts.last().text, text);
+            QCOMPARE(world.workspace.calls.value(0).value(1),
+                     text == newer ? u"https://b"_s : QString());
         }
     }
 

@@ -76,9 +76,10 @@ void whileWaiting(World &world, const std::function<void()> &work)
     });
 }
 
-void press(World &world, Qt::Key key)
+void press(World &world, std::initializer_list<Qt::Key> keys)
 {
-    QTest::keyClick(&world.list(), key);
+    for (const Qt::Key key : keys)
+        QTest::keyClick(&world.list(), key);
 }
 
 QString notice(World &world)
@@ -114,10 +115,7 @@ private Q_SLOTS:
         disk.askedByWindow.clear(); // what an earlier run left is settled before the first listing
         for (const QString &name : { u"sub"_s, u"to sub"_s }) {
             world.select(name);
-            press(world, Qt::Key_Return);
-            press(world, Qt::Key_Backspace);
-            press(world, Qt::Key_Right);
-            press(world, Qt::Key_Backspace);
+            press(world, { Qt::Key_Return, Qt::Key_Backspace, Qt::Key_Right, Qt::Key_Backspace });
         }
         world.select(u"a"_s);
         world.click(Command::Copy);
@@ -148,9 +146,9 @@ private Q_SLOTS:
         std::thread worker;
         bool workerWasServed = false;
         whileWaiting(world, [&] {
-            press(world, Qt::Key_Down);
+            press(world, { Qt::Key_Down });
             Arrivals::deliver(&world.window, [&] { order.append(world.selected()); });
-            press(world, Qt::Key_Down);
+            press(world, { Qt::Key_Down });
             Arrivals::deliver(&world.window, [&] { order.append(world.selected()); });
             std::latch begun(1);
             worker = std::thread([&] {
@@ -165,7 +163,7 @@ private Q_SLOTS:
             QVERIFY(order.isEmpty() && !workerWasServed);
             disk.answer();
         });
-        press(world, Qt::Key_Return);
+        press(world, { Qt::Key_Return });
         QCOMPARE(world.shown(), world.folder.path(u"left/slow"_s));
         QVERIFY(order.isEmpty()); // whoever waited goes on first
         QTRY_VERIFY(workerWasServed);
@@ -182,10 +180,9 @@ private Q_SLOTS:
         disk.stopAt(world.folder.path(u"left/slow"_s));
         world.select(u"slow"_s);
         whileWaiting(world, [&] {
-            press(world, Qt::Key_Home); // meant for what does not come
-            press(world, Qt::Key_Escape);
+            press(world, { Qt::Key_Home, Qt::Key_Escape }); // the first for what does not come
         });
-        press(world, Qt::Key_Return);
+        press(world, { Qt::Key_Return });
         QVERIFY(Waiting::anyLost());
         QCOMPARE(world.shown(), world.folder.path(u"left"_s));
         QCOMPARE(notice(world), u"'slow' does not answer."_s);
@@ -195,7 +192,7 @@ private Q_SLOTS:
         disk.answer();
         QTRY_VERIFY(!Waiting::anyLost());
         QCOMPARE(world.shown(), world.folder.path(u"left"_s));
-        press(world, Qt::Key_Return);
+        press(world, { Qt::Key_Return });
         QCOMPARE(world.shown(), world.folder.path(u"left/slow"_s));
     }
 
@@ -220,11 +217,11 @@ private Q_SLOTS:
         QCOMPARE(notice(world), u"'server' does not answer."_s);
         QCOMPARE(world.shown(), server);
         QCOMPARE(world.shown(Side::Right), world.folder.path(u"left/server/x"_s));
-        press(world, Qt::Key_Backspace); // asks nobody there
+        press(world, { Qt::Key_Backspace }); // asks nobody there
         QCOMPARE(world.shown(), world.folder.path(u"left"_s));
         world.window.notice->hide();
         world.select(u"server"_s);
-        press(world, Qt::Key_Return);
+        press(world, { Qt::Key_Return });
         QCOMPARE(notice(world), u"'server' does not answer."_s);
         QCOMPARE(world.shown(), world.folder.path(u"left"_s));
     }
@@ -234,7 +231,7 @@ private Q_SLOTS:
         StartedWorld world;
         std::latch end(1);
         whileWaiting(world, [&] {
-            press(world, Qt::Key_Escape);
+            press(world, { Qt::Key_Escape });
             end.count_down();
         });
         QCOMPARE(world.application.waiting().forRows(1'000'000, u"Work"_s,

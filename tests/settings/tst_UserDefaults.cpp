@@ -181,19 +181,8 @@ private Q_SLOTS:
         }
     }
 
-    void noFifoIsWaitedFor()
+    void noFifoAmongTheNotesIsWaitedFor()
     {
-        for (const QString &name : { u"settings.plist"_s, u"settings.plist.lock"_s }) {
-            init();
-            QCOMPARE(mkfifo(folder->bytes(name), 0600), 0);
-            QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"stay in memory"_s));
-            UserDefaults defaults(file());
-            defaults.setValue(Key, 1);
-            QVERIFY(!defaults.synchronize());
-            QCOMPARE(unlink(folder->bytes(name)), 0);
-            QVERIFY(defaults.synchronize());
-            QCOMPARE(readBack(Key), QVariant(1LL));
-        }
         const Journal journal(folder->path(u"notes"_s));
         journal.write({ u"field"_s });
         QCOMPARE(mkfifo(folder->bytes(u"notes/fifo"_s), 0600), 0);
@@ -204,19 +193,22 @@ private Q_SLOTS:
     void whatCannotBeWrittenStaysInMemory()
     {
         QTest::failOnWarning(QRegularExpression(u"."_s));
-        // A folder at the name, which nobody can read as a file; a file in place of the folder.
-        for (const QString &inTheWay : { u"conf/deep/settings.plist/"_s, u"conf"_s }) {
+        // What nobody can read as a file, a file in place of the folder, what would be waited for.
+        const QString name = u"conf/deep/settings.plist"_s;
+        for (const QString &inTheWay :
+             { u"mkdir -p "_s + name, u"touch conf"_s, u"mkdir -p conf/deep; mkfifo "_s + name,
+               u"mkdir -p conf/deep; mkfifo %1.lock"_s.arg(name) }) {
             init();
-            makeTree(*folder, inTheWay);
-            const QString before = treeOf(*folder, { {} });
+            folder->shell(inTheWay);
+            const QStringList before = folder->names(u"conf/deep"_s);
             QTest::ignoreMessage(QtWarningMsg,
                                  QRegularExpression(u"stay in memory.*settings.plist"_s));
-            UserDefaults defaults(folder->path(u"conf/deep/settings.plist"_s));
+            UserDefaults defaults(folder->path(name));
             defaults.setValue(Key, 1);
             QVERIFY(!defaults.synchronize());
             QVERIFY(!defaults.synchronize()); // and says so once
             QCOMPARE(defaults.integer(Key), 1);
-            QCOMPARE(treeOf(*folder, { {} }), before);
+            QCOMPARE(folder->names(u"conf/deep"_s), before);
             // Kept for the next try. What that makes is the user's own.
             QVERIFY(!FileSystem::removeTree(folder->path(u"conf"_s)));
             QVERIFY(defaults.synchronize());
@@ -229,26 +221,23 @@ private Q_SLOTS:
 
     void linkKeepsLeadingToTheFile()
     {
-        const QStringList alone { u"s.plist"_s };
-        const std::pair<QByteArray, QStringList> cases[] = {
-            { plistStart + "<dict/></plist>", alone },
-            { "damaged", alone + QStringList { u"s.plist.damaged"_s } },
-            { {}, alone }, // leads nowhere yet
+        const std::pair<QByteArray, QString> cases[] = {
+            { plistStart + "<dict/></plist>", u"s.plist"_s },
+            { "damaged", u"s.plist s.plist.damaged"_s },
+            { {}, u"s.plist"_s }, // leads nowhere yet
         };
         for (const auto &[content, names] : cases) {
             init();
             makeTree(*folder, u"second->dotfiles/s.plist, settings.plist->~/second"_s);
-            if (!content.isEmpty()) {
-                folder->makeFolder(u"dotfiles"_s);
-                folder->write(u"dotfiles/s.plist"_s, content);
-            }
+            if (!content.isEmpty())
+                makeTree(*folder, u"dotfiles/s.plist="_s + QString::fromLatin1(content));
             if (content == "damaged")
                 QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"s.plist.damaged"_s));
             UserDefaults defaults(file());
             defaults.setValue(Key, 1);
             QVERIFY(defaults.synchronize());
             QCOMPARE(linkTarget(file()), folder->path(u"second"_s));
-            QCOMPARE(folder->names(u"dotfiles"_s), names);
+            QCOMPARE(folder->names(u"dotfiles"_s).join(u' '), names);
             QCOMPARE(UserDefaults(folder->path(u"dotfiles/s.plist"_s)).integer(Key), 1);
         }
     }

@@ -2,7 +2,6 @@
 #include "platform/OpenDialogs.h"
 #include "sheets/ExpandSelectionSheet.h"
 #include "sheets/WorkingSheet.h"
-#include "widgets/ActivitySpinner.h"
 #include "widgets/AlertSheets.h"
 #include "widgets/ApplicationPanel.h"
 #include "widgets/InputSheet.h"
@@ -253,17 +252,6 @@ private Q_SLOTS:
         paints.count = 0;
         QCoreApplication::processEvents();
         QTRY_VERIFY(paints.count > 0);
-    }
-
-    void theSpinnerTurnsUntilTheLastStop()
-    {
-        ActivitySpinner spinner;
-        QString turns;
-        for (const QChar step : u"++---+"_s) {
-            step == u'+' ? spinner.start() : spinner.stop();
-            turns += spinner.isSpinning() ? u'1' : u'0';
-        }
-        QCOMPARE(turns, u"111001"_s);
     }
 
     void whatAKeyAnswers()

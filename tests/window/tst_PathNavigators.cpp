@@ -1,6 +1,5 @@
 #include "window/PathNavigators.h"
 
-#include "base/Localized.h"
 #include "tests/support/World.h"
 #include "widgets/Mnemonics.h"
 
@@ -147,21 +146,6 @@ private Q_SLOTS:
             QTest::keyClick(&control, key);
         choose(1);
         QCOMPARE(chosen.size(), 2);
-    }
-
-    void theFontSizeNeedsAStyle()
-    {
-        for (const QVariant &style :
-             { QVariant(), QVariant(u"Wide"_s), QVariant(localized("Normal")) }) {
-            World world;
-            world.defaults.setValue(Settings::PathNavigatorsFontSize, u"13"_s);
-            world.defaults.setValue(Settings::PathNavigatorsFontStyle, style);
-            world.start();
-            const QFont font = world.window.segmentedControls.left->font();
-            const bool isKnown = style == localized("Normal");
-            QCOMPARE(font.pointSize(), isKnown ? 13 : 10);
-            QCOMPARE(font.bold(), !isKnown);
-        }
     }
 };
 
