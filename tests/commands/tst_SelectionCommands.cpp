@@ -76,34 +76,25 @@ private Q_SLOTS:
     void patterns()
     {
         using enum MatchMethod;
-        constexpr auto EitherCase = false;
-        constexpr auto ByCase = true;
-        const struct {
-            const char *rule;
-            QString field;
-            MatchMethod method;
-            QString text;
-            bool caseSensitive;
-            bool matches;
-        } rows[] = {
-            { "contains", u"a.txt"_s, Contains, u".T"_s, EitherCase, true },
-            { "contains, by case", u"a.txt"_s, Contains, u".T"_s, ByCase, false },
-            { "begins", u"abc"_s, BeginsWith, u"AB"_s, EitherCase, true },
-            { "begins, by case", u"abc"_s, BeginsWith, u"AB"_s, ByCase, false },
-            { "ends", u"B.Txt"_s, EndsWith, u".TXT"_s, EitherCase, true },
-            { "equals", u"ABC"_s, Equals, u"abc"_s, EitherCase, true },
-            { "equals the whole", u"abcd"_s, Equals, u"abc"_s, EitherCase, false },
-            { "longer than the field", u"ab"_s, BeginsWith, u"abc"_s, EitherCase, false },
-            { "longer at the end", u"bc"_s, EndsWith, u"abc"_s, EitherCase, false },
-            { "longer than an empty field", {}, Equals, u"a"_s, EitherCase, false },
-            { "a method of another kind", u"abc"_s, MatchMethod(7), u"abc"_s, EitherCase, false },
-            { "no expression", u"abc"_s, Contains, u"a.c"_s, EitherCase, false },
-            { "plain characters", u"a[1]*"_s, Contains, u"[1]*"_s, EitherCase, true },
+        const std::tuple<MatchMethod, QString, QString, bool, bool> rows[] = {
+            // The field, the text, and whether they match in either case and by case.
+            { Contains, u"a.txt"_s, u".T"_s, true, false },
+            { BeginsWith, u"abc"_s, u"AB"_s, true, false },
+            { EndsWith, u"B.Txt"_s, u".TXT"_s, true, false },
+            { Equals, u"ABC"_s, u"abc"_s, true, false },
+            { Equals, u"abcd"_s, u"abc"_s, false, false },
+            { BeginsWith, u"ab"_s, u"abc"_s, false, false },
+            { EndsWith, u"bc"_s, u"abc"_s, false, false },
+            { Equals, {}, u"a"_s, false, false },
+            { MatchMethod(7), u"abc"_s, u"abc"_s, false, false },
+            { Contains, u"abc"_s, u"a.c"_s, false, false }, // no expression
+            { Contains, u"a[1]*"_s, u"[1]*"_s, true, true },
         };
-        for (const auto &[rule, field, method, text, byCase, matches] : rows)
-            QVERIFY2(RowMatching::matches(field, { MatchTarget::Name, method, text, byCase })
-                         == matches,
-                     rule);
+        for (const auto &[method, field, text, eitherCase, byCase] : rows)
+            for (const bool sensitive : { false, true })
+                QVERIFY2(RowMatching::matches(field, { MatchTarget::Name, method, text, sensitive })
+                             == (sensitive ? byCase : eitherCase),
+                         qPrintable(field + u' ' + text));
     }
 
     void aSearchBeginsBelowTheSelectedRow()

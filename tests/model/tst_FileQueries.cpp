@@ -1,7 +1,7 @@
 #include "model/FileQueries.h"
 
 #include "files/Waiting.h"
-#include "tests/support/RecordedWorkspace.h"
+#include "tests/support/RecordedServices.h"
 #include "tests/support/TestTree.h"
 #include "widgets/FileKinds.h"
 

@@ -12,7 +12,7 @@
 #include "tests/support/AlertScript.h"
 #include "tests/support/ProgressSheetStub.h"
 #include "tests/support/RecordedPrograms.h"
-#include "tests/support/RecordedWorkspace.h"
+#include "tests/support/RecordedServices.h"
 #include "tests/support/TestTree.h"
 #include "widgets/FileKinds.h"
 

@@ -130,24 +130,6 @@ private Q_SLOTS:
         QCOMPARE(desk.selected(), u"new"_s);
     }
 
-    void theEndOfTheSessionWaitsForADuplicate()
-    {
-        Desk desk(u"from/a=x"_s);
-        bool waited = false;
-        const Watched watched([&](Call call, const char *, unsigned) {
-            if (call == Call::CopyRange && !waited)
-                QMetaObject::invokeMethod(&desk.model, [&] {
-                    QCoreApplication::exit(); // what ends every event loop must not end the wait
-                    desk.operations.drain();
-                    waited = exists(desk.source + u"/b"_s);
-                });
-            return 0;
-        });
-        desk.operations.duplicateItem(desk.source + u"/a"_s, desk.source + u"/b"_s);
-        QTRY_VERIFY(waited);
-        QCOMPARE(desk.from(u"b"_s), "x");
-    }
-
     void theOperationAndTheFocusDecideWhatIsListedAndSelected()
     {
         using enum Operation;
@@ -182,8 +164,14 @@ private Q_SLOTS:
                 panes.operations.updateFileLists({ operation, panes.shown(side) + u"/bb"_s });
                 const RowSet made { panes.row(u"bb"_s, side) };
                 QVERIFY2(panes.posted() == (side == Side::Left ? left : right), name);
-                QVERIFY2(panes.active.selectedRows() == (active.isEmpty() ? made : active), name);
-                QVERIFY2(panes.other.selectedRows() == other, name);
+                const auto rows = [&](const RowSet &set) {
+                    QString words = QString::fromLatin1(name);
+                    for (const int row : set)
+                        words += u' ' + QString::number(row);
+                    return words;
+                };
+                QCOMPARE(rows(panes.active.selectedRows()), rows(active.isEmpty() ? made : active));
+                QCOMPARE(rows(panes.other.selectedRows()), rows(other));
             }
         }
         // A row beyond the end selects none.
@@ -215,6 +203,25 @@ private Q_SLOTS:
             if (update == UpdateBoth::DragDropFinder)
                 QVERIFY(panes.row(u"new"_s, dropped) > 0);
         }
+    }
+
+    // Last, as no event loop of this process waits any more after it.
+    void theEndOfTheSessionWaitsForADuplicate()
+    {
+        Desk desk(u"from/a=x"_s);
+        bool waited = false;
+        const Watched watched([&](Call call, const char *, unsigned) {
+            if (call == Call::CopyRange && !waited)
+                QMetaObject::invokeMethod(&desk.model, [&] {
+                    QCoreApplication::exit(); // what ends every event loop must not end the wait
+                    desk.operations.drain();
+                    waited = exists(desk.source + u"/b"_s);
+                });
+            return 0;
+        });
+        desk.operations.duplicateItem(desk.source + u"/a"_s, desk.source + u"/b"_s);
+        QTRY_VERIFY(waited);
+        QCOMPARE(desk.from(u"b"_s), "x");
     }
 };
 

@@ -27,7 +27,7 @@ public:
         if (onText)
             onText(text);
     }
-    void setWorkingSheetDetailText(const QString &text) override { detail = text; }
+    void setWorkingSheetDetailText(const QString &) override { }
     void setWorkingSheetMaxProgressValue(double value) override { maximum = value; }
     void setWorkingSheetProgressValue(double value) override { values.append(value); }
 
@@ -36,7 +36,6 @@ public:
     int closed = 0;
     int cancelled = 0;
     QStringList texts;
-    QString detail;
     double maximum = 0;
     QList<double> values;
     std::function<void(const QString &)> onText;

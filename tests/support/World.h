@@ -7,7 +7,7 @@
 #include "settings/UserDefaults.h"
 #include "tests/support/AlertScript.h"
 #include "tests/support/RecordedPrograms.h"
-#include "tests/support/RecordedWorkspace.h"
+#include "tests/support/RecordedServices.h"
 #include "tests/support/TestTree.h"
 #include "views/TableViews.h"
 #include "window/ClassicButton.h"

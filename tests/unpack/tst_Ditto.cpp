@@ -1,7 +1,7 @@
 #include "files/Journal.h"
 #include "operations/InterruptedRuns.h"
 #include "platform/desktop/DesktopPrograms.h"
-#include "tests/support/RecordedWorkspace.h"
+#include "tests/support/RecordedServices.h"
 #include "tests/support/TestTree.h"
 #include "tests/support/Watched.h"
 #include "unpack/Unpacking.h"

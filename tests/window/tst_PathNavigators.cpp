@@ -1,5 +1,6 @@
 #include "window/PathNavigators.h"
 
+#include "base/Localized.h"
 #include "tests/support/World.h"
 #include "widgets/Mnemonics.h"
 
@@ -146,6 +147,19 @@ private Q_SLOTS:
             QTest::keyClick(&control, key);
         choose(1);
         QCOMPARE(chosen.size(), 2);
+    }
+
+    // Kept.
+    void withoutAStyleTheFontSizeIsIgnored()
+    {
+        for (const bool styled : { false, true }) {
+            World world;
+            world.defaults.setValue(Settings::PathNavigatorsFontSize, u"13"_s);
+            if (styled)
+                world.defaults.setValue(Settings::PathNavigatorsFontStyle, localized("Normal"));
+            world.start();
+            QCOMPARE(world.window.segmentedControls.left->font().pointSize(), styled ? 13 : 10);
+        }
     }
 };
 

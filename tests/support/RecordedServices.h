@@ -16,11 +16,7 @@ using namespace Qt::StringLiterals;
 // Keeps what was asked of the desktop. Its Trash is a folder of the test's.
 class RecordedWorkspace final : public Workspace {
 public:
-    bool launchApplication(const QString &path) override
-    {
-        calls.append({ u"launch"_s, path });
-        return succeeds;
-    }
+    bool launchApplication(const QString &path) override { return record({ u"launch"_s, path }); }
     bool isInstalledApplication(const QString &path) const override
     {
         return installed.contains(path);
@@ -28,22 +24,16 @@ public:
     QString foreignProgram(const QString &path) const override { return foreign.value(path); }
     bool openFile(const QString &path, const QString &application) override
     {
-        calls.append({ u"open"_s, path, application });
-        return succeeds;
+        return record({ u"open"_s, path, application });
     }
     bool openInstallerPackage(const QString &path) override
     {
-        calls.append({ u"install"_s, path });
-        return succeeds;
+        return record({ u"install"_s, path });
     }
     QString applicationForFile(const QString &) const override { return application; }
     QString applicationForTool(Tool) const override { return application; }
     QIcon iconOfApplication(const QString &) const override { return {}; }
-    bool openAddress(const QString &address) override
-    {
-        calls.append({ u"address"_s, address });
-        return succeeds;
-    }
+    bool openAddress(const QString &address) override { return record({ u"address"_s, address }); }
 
     QString trashRefusal(const QString &path) const override { return refusals.value(path); }
     bool moveToTrash(const QString &path, QString *reason,
@@ -86,6 +76,12 @@ public:
     QStringList volumes { u"/"_s };
 
 private:
+    bool record(const QStringList &call)
+    {
+        calls.append(call);
+        return succeeds;
+    }
+
     QMutex _mutex;
     int _trashedAgain = 0;
 };
