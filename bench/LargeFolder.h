@@ -32,3 +32,17 @@ void fillFolder(const QByteArray &folder, int count, Size size, const char *pref
         std::exit(1);
     }
 }
+
+// A small file's content, the same for each.
+inline std::string smallContent(int)
+{
+    return std::string(4096, 'x');
+}
+
+// Makes the folder with folders of a hundred small files each.
+inline void makeTree(const QByteArray &tree, int folders)
+{
+    mkdir(tree.constData(), 0755);
+    for (int number = 0; number < folders; ++number)
+        fillFolder(tree + "/folder " + QByteArray::number(number), 100, smallContent);
+}

@@ -14,13 +14,7 @@ using namespace Qt::StringLiterals;
 
 constexpr int Runs = 9;
 constexpr int Folders = 100;
-constexpr int FilesInFolder = 100;
 constexpr int Items = 5000;
-
-std::string content(int)
-{
-    return std::string(4096, 'x');
-}
 
 // Each run copies to a folder of a new name: making the same names again at one place slows the
 // file system many times over.
@@ -57,11 +51,8 @@ int main(int argc, char **argv)
     const QString files = home.path(u"files"_s);
     const QByteArray from = files.toUtf8();
     mkdir(trees.toUtf8().constData(), 0755);
-    mkdir((trees + u"/tree"_s).toUtf8().constData(), 0755);
-    for (int number = 0; number < Folders; ++number)
-        fillFolder((trees + u"/tree/folder "_s + QString::number(number)).toUtf8(), FilesInFolder,
-                   content);
-    fillFolder(from, Items, content);
+    makeTree(trees.toUtf8() + "/tree", Folders);
+    fillFolder(from, Items, smallContent);
     const std::string where = ", " + BareFiles::fileSystem(from);
 
     Panes panes(home);

@@ -14,20 +14,7 @@ using namespace Qt::StringLiterals;
 
 constexpr int Runs = 9;
 constexpr int Folders = 100;
-constexpr int FilesInFolder = 100;
 constexpr int Items = 5000;
-
-std::string content(int)
-{
-    return std::string(4096, 'x');
-}
-
-void makeTree(const QByteArray &tree)
-{
-    mkdir(tree.constData(), 0755);
-    for (int number = 0; number < Folders; ++number)
-        fillFolder(tree + "/folder " + QByteArray::number(number), FilesInFolder, content);
-}
 
 } // namespace
 
@@ -55,7 +42,7 @@ int main(int argc, char **argv)
     };
     const auto filledSource = [&] {
         newFolders(home.folder.path());
-        fillFolder(source.toUtf8(), Items, content);
+        fillFolder(source.toUtf8(), Items, smallContent);
         sync();
         panes.open(source);
         items.clear();
@@ -80,7 +67,7 @@ int main(int argc, char **argv)
     }
     const auto newTree = [&] {
         newFolders(memory.path());
-        makeTree(source.toUtf8() + "/tree");
+        makeTree(source.toUtf8() + "/tree", Folders);
         sync();
     };
     const auto bareAcross = [&] {
