@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::chrono::milliseconds Patience { 500 };
 
-// A connection to a bus that has been asked for the ways to log in; see the D-Bus specification.
+// A connection to a bus that has been asked for the ways to log in, as D-Bus clients begin.
 class Greeting final {
 public:
     Greeting(const char *variable, const QByteArray &usual)
