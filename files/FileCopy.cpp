@@ -1,5 +1,7 @@
 #include "files/FileCopy.h"
 
+#include "files/Descriptor.h"
+#include "files/FileName.h"
 #include "files/SystemCalls.h"
 
 #include <QByteArray>
@@ -7,7 +9,9 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <fcntl.h>
 #include <memory>
+#include <sys/stat.h>
 #include <sys/xattr.h>
 #include <unistd.h>
 
@@ -116,6 +120,19 @@ std::error_code copyWithHoles(Content &content, int source, int target)
                                       : std::error_code();
 }
 
+// Also of what its owner may not write to.
+std::error_code setAttribute(int target, const char *name, const char *value, size_t size)
+{
+    auto failed = errorOf(SystemCalls::fsetxattr(target, name, value, size));
+    struct stat status { };
+    if (failed != std::errc::permission_denied || ::fstat(target, &status) != 0
+        || ::fchmod(target, (status.st_mode & 07777) | S_IWUSR) != 0)
+        return failed;
+    failed = errorOf(SystemCalls::fsetxattr(target, name, value, size));
+    const auto back = errorOf(::fchmod(target, status.st_mode & 07777));
+    return failed ? failed : back;
+}
+
 std::error_code copyAttribute(int source, int target, const char *name)
 {
     QVarLengthArray<char, 1024> value(1024);
@@ -126,7 +143,7 @@ std::error_code copyAttribute(int source, int target, const char *name)
     }
     if (size < 0) // taken away meanwhile
         return errno == ENODATA ? std::error_code() : errorOf(size);
-    return errorOf(SystemCalls::fsetxattr(target, name, value.data(), size_t(size)));
+    return setAttribute(target, name, value.data(), size_t(size));
 }
 
 bool isUnsupported(const std::error_code &failed)
@@ -134,7 +151,7 @@ bool isUnsupported(const std::error_code &failed)
     return failed == std::errc::not_supported || failed == std::errc::operation_not_permitted;
 }
 
-std::error_code copyAttributes(int source, int target, bool removesList)
+std::error_code copyAttributes(int source, int target, bool removesList, std::error_code &lost)
 {
     QVarLengthArray<char, 1024> names(1024);
     ssize_t length = ::flistxattr(source, names.data(), size_t(names.size()));
@@ -148,9 +165,12 @@ std::error_code copyAttributes(int source, int target, bool removesList)
         removesList = removesList && name != AccessList;
         if (name != AccessList && !name.startsWith("user."))
             continue;
-        if (const auto failed = copyAttribute(source, target, name.data());
-            failed && !isUnsupported(failed))
+        const auto failed = copyAttribute(source, target, name.data());
+        if (!failed || isUnsupported(failed))
+            continue;
+        if (name == AccessList)
             return failed;
+        lost = failed;
     }
     if (removesList)
         ::fremovexattr(target, AccessList);
@@ -174,7 +194,7 @@ std::error_code FileCopy::copyContent(int source, const struct stat &status, int
 }
 
 std::error_code FileCopy::copyProperties(int source, const struct stat &status, int target,
-                                         bool removesList)
+                                         bool removesList, std::error_code &lost)
 {
     struct stat made { };
     if (const auto failed = errorOf(::fstat(target, &made)))
@@ -187,13 +207,29 @@ std::error_code FileCopy::copyProperties(int source, const struct stat &status, 
         }
     }
     // While the file may still be written to by its owner.
-    if (const auto failed = copyAttributes(source, target, removesList))
+    if (const auto failed = copyAttributes(source, target, removesList, lost))
         return failed;
     if (const auto failed = errorOf(SystemCalls::fchmod(target, mode));
         failed && !isUnsupported(failed))
         return failed;
     const timespec times[2] = { status.st_atim, status.st_mtim };
     return errorOf(SystemCalls::futimens(target, times));
+}
+
+std::error_code FileCopy::copyUserAttributes(const QString &source, const QString &target)
+{
+    const auto opened = [](const QString &path) {
+        return Descriptor(
+            SystemCalls::openat(AT_FDCWD, FileName::toBytes(path),
+                                O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+    };
+    const Descriptor from = opened(source);
+    const Descriptor to = opened(target);
+    if (!from.isOpen() || !to.isOpen())
+        return errorOf(-1);
+    std::error_code lost;
+    const auto failed = copyAttributes(from.number(), to.number(), false, lost);
+    return failed ? failed : lost;
 }
 
 bool FileCopy::handsOnAccessList(int folder)

@@ -1,9 +1,9 @@
 #pragma once
 
+#include <QString>
+
 #include <atomic>
 #include <system_error>
-
-#include <QtGlobal>
 
 struct stat;
 
@@ -17,8 +17,13 @@ std::error_code copyContent(int source, const struct stat &status, int target,
                             std::atomic<qint64> *done);
 
 // Everything but the bytes; last of all the times. Set-id bits go where the owner cannot be kept.
-// `removesList`: the target's folder hands an access list on, which is taken away again.
-std::error_code copyProperties(int source, const struct stat &status, int target, bool removesList);
+// `removesList`: the target's folder hands an access list on, which is taken away again. `lost`:
+// why user attributes are missing although the file system knows such.
+std::error_code copyProperties(int source, const struct stat &status, int target, bool removesList,
+                               std::error_code &lost);
+
+// The user attributes alone, of a file or folder. Links are refused.
+std::error_code copyUserAttributes(const QString &source, const QString &target);
 
 // Whether new files in the folder get an access list from it.
 bool handsOnAccessList(int folder);

@@ -7,13 +7,10 @@
 #include "files/SystemCalls.h"
 #include "files/TreeRemoval.h"
 
-#include <QList>
-
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <sys/xattr.h>
 #include <unistd.h>
 
 namespace {
@@ -72,24 +69,6 @@ bool isOneEntry(const QByteArray &from, const QByteArray &to)
     return whole && !listed;
 }
 
-QList<QByteArray> userAttributes(const QByteArray &path)
-{
-    QByteArray names(4096, Qt::Uninitialized);
-    ssize_t length = ::llistxattr(path.constData(), names.data(), size_t(names.size()));
-    if (length < 0 && errno == ERANGE) {
-        names.resize(65536); // the kernel's own limit
-        length = ::llistxattr(path.constData(), names.data(), size_t(names.size()));
-    }
-    QList<QByteArray> result;
-    for (ssize_t at = 0; at < length;) {
-        const QByteArray name(names.constData() + at);
-        if (name.startsWith("user."))
-            result.append(name);
-        at += name.size() + 1;
-    }
-    return result;
-}
-
 } // namespace
 
 std::error_code FileSystem::makeFolder(const QString &path)
@@ -133,12 +112,6 @@ std::error_code FileSystem::removeTree(const QString &path)
     return removeTreeAt(AT_FDCWD, bytes.constData());
 }
 
-std::error_code FileSystem::removeEmptyFolder(const QString &path)
-{
-    const QByteArray bytes = FileName::toBytes(path);
-    return isPath(bytes) ? errorOf(::rmdir(bytes.constData())) : error(std::errc::invalid_argument);
-}
-
 std::error_code FileSystem::sync(const QString &path)
 {
     const int descriptor =
@@ -148,27 +121,4 @@ std::error_code FileSystem::sync(const QString &path)
     const auto result = errorOf(SystemCalls::syncfs(descriptor));
     ::close(descriptor);
     return result;
-}
-
-bool FileSystem::hasUserAttributes(const QString &path)
-{
-    return !userAttributes(FileName::toBytes(path)).isEmpty();
-}
-
-void FileSystem::copyUserAttributes(const QString &from, const QString &to)
-{
-    const QByteArray source = FileName::toBytes(from);
-    const QByteArray target = FileName::toBytes(to);
-    const auto names = userAttributes(source);
-    for (const QByteArray &name : names) {
-        const ssize_t size = ::lgetxattr(source.constData(), name.constData(), nullptr, 0);
-        if (size < 0)
-            continue;
-        QByteArray value(size, Qt::Uninitialized);
-        const ssize_t read =
-            ::lgetxattr(source.constData(), name.constData(), value.data(), size_t(size));
-        if (read >= 0)
-            ::lsetxattr(target.constData(), name.constData(), value.constData(), size_t(read),
-                        XATTR_CREATE);
-    }
 }

@@ -28,17 +28,7 @@ std::error_code renameItem(const QString &from, const QString &to);
 // inside the tree stops the removal with device_or_resource_busy.
 std::error_code removeTree(const QString &path);
 
-// Removes a folder only when nothing is in it.
-std::error_code removeEmptyFolder(const QString &path);
-
 // Waits until everything written to the file system that holds the path is on the medium.
 std::error_code sync(const QString &path);
-
-// Copies the extended attributes "user.*" that `from` has and `to` lacks; does nothing where either
-// side has no attributes. Links are not followed.
-void copyUserAttributes(const QString &from, const QString &to);
-
-// Whether the item itself carries any "user.*" attribute.
-bool hasUserAttributes(const QString &path);
 
 } // namespace FileSystem

@@ -3,6 +3,7 @@
 #include "files/Descriptor.h"
 #include "files/DirectoryReader.h"
 #include "files/FileName.h"
+#include "files/FolderMark.h"
 #include "files/PathText.h"
 #include "files/StatxStatus.h"
 #include "files/SystemCalls.h"
@@ -37,21 +38,24 @@ QString below(const QString &above, const QByteArray &name)
 
 } // namespace
 
-TreeList TreeList::of(int folder, const QByteArray &name)
+TreeList TreeList::of(int folder, const QByteArray &name, Attributes attributes)
 {
     TreeList list;
+    list._keepsInodes = keepsInodes(folder);
     if (const auto status = statxStatus(folder, name, Links::NoFollow))
-        list.add(folder, name, *status);
+        list.add(folder, name, *status, attributes);
     else
         list._failure = errorOf(-1);
     return list;
 }
 
-void TreeList::add(int folder, const QByteArray &name, const FileStatus &status)
+void TreeList::add(int folder, const QByteArray &name, const FileStatus &status,
+                   Attributes attributes)
 {
     const auto at = _entries.size();
-    _entries.push_back({ name, qint32(at + 1), status.kind,
-                         status.kind != FileKind::Symlink && hasAttributes(folder, name),
+    _entries.push_back({ name, qint32(at + 1), status.kind, status.links < 2,
+                         attributes == Attributes::Ask && status.kind != FileKind::Symlink
+                             && hasAttributes(folder, name),
                          status.identity, status.size, status.modified, status.changed });
     if (status.kind == FileKind::Regular)
         _bytes += status.size;
@@ -69,7 +73,7 @@ void TreeList::add(int folder, const QByteArray &name, const FileStatus &status)
     if (failed)
         _failure = failed;
     for (const auto &[inner, found] : inside)
-        add(reader.descriptor(), inner, found);
+        add(reader.descriptor(), inner, found, attributes);
     _entries[at].end = qint32(_entries.size());
 }
 
@@ -134,6 +138,18 @@ bool TreeList::isReadableWholeIn(const TreeList &copy, int folder) const
     return !_entries.empty() && !copy._entries.empty() && isIn(copy, 0, 0, folder);
 }
 
+// Where the kernel makes the inode numbers up, it may have made up others by now.
+bool TreeList::isUnchanged(const Entry &entry, const FileStatus &now) const
+{
+    if (now.kind != entry.kind || (_keepsInodes && now.identity != entry.identity))
+        return false;
+    // A folder's own times change with what is removed from it, that of a file with several names
+    // when one of them goes.
+    return entry.kind == FileKind::Directory
+        || (now.size == entry.size && now.modified == entry.modified
+            && (now.changed == entry.changed || !entry.alone));
+}
+
 QStringList TreeList::removeFrom(int folder) const
 {
     QStringList left;
@@ -152,14 +168,11 @@ void TreeList::removeEntry(int folder, qsizetype at, const QString &above, QStri
             left.append(path);
         return;
     }
-    const bool directory = entry.kind == FileKind::Directory;
-    // A folder's own times change with what is removed from it.
-    if (now->identity != entry.identity || now->kind != entry.kind
-        || (!directory && (now->size != entry.size || now->changed != entry.changed))) {
+    if (!isUnchanged(entry, *now)) {
         left.append(path);
         return;
     }
-    if (!directory) {
+    if (entry.kind != FileKind::Directory) {
         if (SystemCalls::unlinkat(folder, entry.name, 0) != 0)
             left.append(path);
         return;
@@ -170,7 +183,7 @@ void TreeList::removeEntry(int folder, qsizetype at, const QString &above, QStri
         return;
     }
     const auto opened = statusOf(reader.descriptor());
-    if (!opened || opened->identity != entry.identity) {
+    if (!opened || opened->identity != now->identity) {
         left.append(path);
         return;
     }

@@ -16,7 +16,8 @@ public:
         QByteArray name;
         qint32 end; // one past the last entry inside
         FileKind kind;
-        bool attributes; // has some of the user's
+        bool alone; // has no other name
+        bool attributes; // has some of the user's, where asked
         FileIdentity identity;
         qint64 size; // bytes
         qint64 modified; // nanoseconds since 1970, as the next
@@ -25,7 +26,8 @@ public:
 
     // The first entry is the item itself, each folder comes before what is in it. What cannot be
     // read is told by `failure()`.
-    static TreeList of(int folder, const QByteArray &name);
+    enum class Attributes { Leave, Ask }; // asking costs as much as all the rest
+    static TreeList of(int folder, const QByteArray &name, Attributes attributes);
 
     const std::vector<Entry> &entries() const { return _entries; }
     std::error_code failure() const { return _failure; }
@@ -42,11 +44,13 @@ public:
     QStringList removeFrom(int folder) const;
 
 private:
-    void add(int folder, const QByteArray &name, const FileStatus &status);
+    void add(int folder, const QByteArray &name, const FileStatus &status, Attributes attributes);
+    bool isUnchanged(const Entry &entry, const FileStatus &now) const;
     void removeEntry(int folder, qsizetype at, const QString &above, QStringList &left) const;
     bool isIn(const TreeList &copy, qsizetype at, qsizetype other, int folder) const;
 
     std::vector<Entry> _entries;
     qint64 _bytes = 0;
+    bool _keepsInodes = true;
     std::error_code _failure;
 };

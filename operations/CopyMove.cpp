@@ -85,7 +85,8 @@ CopyMove::Next CopyMove::performItem(Run &run, qsizetype &index) // worker threa
         }
         if (mayAsk && _queue.isCancelled())
             return Next::EndThread;
-        if (run.operation == Operation::Move && movesToFree(run, name)) {
+        if (run.operation == Operation::Move && !run.transfer.crossesDevices()
+            && movesToFree(run, name)) {
             tell(run, name);
             ++run.counter;
             return Next::GoOn;
@@ -273,7 +274,7 @@ void CopyMove::reportStaying(const QStringList &lines)
 {
     if (lines.isEmpty())
         return;
-    Alert alert = Alert::error(localized("Not everything could be taken away."));
+    Alert alert = Alert::error(localized("Something was left behind."));
     alert.style = Alert::Style::Informational;
     alert.details = shortened(lines);
     alerts.ask(alert);

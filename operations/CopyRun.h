@@ -18,7 +18,7 @@ struct CopyMove::Run {
     int counter = 1;
     bool allOverride = false; // "All" was answered
     std::optional<bool> firstIsLong {};
-    QStringList staying {}; // lines about what could not be taken away
+    QStringList staying {}; // lines about what was left behind
 
     bool copies() const { return operation == Operation::Copy; }
     QString source(const QString &name) const { return PathText::joined(request.source, name); }

@@ -31,7 +31,7 @@ struct Record {
         QString source;
         QString name;
         quint64 inode;
-        quint64 replaced; // the inode of what it was exchanged with
+        quint64 atTarget; // the inode of what it was exchanged with, or of its copy
     };
     QList<Elsewhere> elsewhere {};
 };
@@ -78,12 +78,11 @@ public:
     {
         if (!_folder.isOpen())
             return false;
-        // Where a mark does not last, the name, which no other folder has, decides.
+        // Not every file system's mark lasts: then the name, which no other folder has, decides.
         return folderMark(_folder.number()) == _record.mark
-            || (!_keepsInodes
-                && ::faccessat(_folder.number(), FileName::toBytes(_record.name), F_OK,
-                               AT_SYMLINK_NOFOLLOW)
-                    == 0);
+            || ::faccessat(_folder.number(), FileName::toBytes(_record.name), F_OK,
+                           AT_SYMLINK_NOFOLLOW)
+            == 0;
     }
 
     // Whether nothing is left to be settled.
@@ -98,11 +97,11 @@ public:
         const auto status = statusOf(_staging.number());
         if (!status)
             return false;
-        if ((_keepsInodes && status->identity.inode != _record.home)
-            || status->owner != ::geteuid()) {
-            // Not the one that was made, or one that was never used.
-            return ::unlinkat(_folder.number(), name, AT_REMOVEDIR) == 0 || _record.home != 0;
-        }
+        if (_record.home == 0 && status->owner == ::geteuid()) // never used
+            return ::unlinkat(_folder.number(), name, AT_REMOVEDIR) == 0;
+        if (status->owner != ::geteuid()
+            || (_keepsInodes && status->identity.inode != _record.home))
+            return false; // another one stands there now
         for (const QByteArray &entry : names(_staging.number()))
             settleEntry(entry);
         return ::unlinkat(_folder.number(), name, AT_REMOVEDIR) == 0;
@@ -138,16 +137,14 @@ private:
             return;
         switch (staged->role) {
         case StagedName::Making:
-            return remove(entry, *status, staged->name);
+            return removeCopy(entry, *status, staged->name);
         case StagedName::Unpacking:
-            removeTreeAt(_staging.number(), entry, status->identity, ClosedFolders::Open);
-            _told += filled(localized("Unpacking '%@' was interrupted; what had not arrived was "
-                                      "removed."),
-                            FileName::shown(FileName::fromBytes(staged->name)));
-            return;
+            return remove(entry, *status, FileName::fromBytes(staged->name),
+                          localized("Unpacking '%@' was interrupted; what had not arrived was "
+                                    "removed."));
         case StagedName::Ready:
             if (_keepsInodes && status->identity.inode == staged->number)
-                return remove(entry, *status, staged->name);
+                return removeCopy(entry, *status, staged->name);
             return save(_staging.number(), entry, staged->name);
         case StagedName::Old:
             if (!Rename::noReplace(_staging.number(), entry, _folder.number(), staged->name))
@@ -163,11 +160,21 @@ private:
         }
     }
 
-    // The unfinished copy of something that is whole elsewhere.
-    void remove(const QByteArray &entry, const FileStatus &status, const QByteArray &name)
+    // Something that is whole elsewhere.
+    void remove(const QByteArray &entry, const FileStatus &status, const QString &shown,
+                const QString &done)
     {
-        removeTreeAt(_staging.number(), entry, status.identity, ClosedFolders::Open);
-        tell(localized("An unfinished copy of '%@' was removed."), targetPath(name));
+        const auto failed =
+            removeTreeAt(_staging.number(), entry, status.identity, ClosedFolders::Open);
+        if (!failed)
+            return tell(done, shown);
+        tell(localized("What is left of an interrupted operation on '%@' could not be removed."),
+             shown);
+    }
+    void removeCopy(const QByteArray &entry, const FileStatus &status, const QByteArray &name)
+    {
+        remove(entry, status, targetPath(name),
+               localized("An unfinished copy of '%@' was removed."));
     }
 
     // The old item of a replacement that was done.
@@ -203,14 +210,17 @@ private:
         const auto atSource = fileStatus(source, Links::NoFollow);
         if (!atTarget || !atSource)
             return;
+        const FileIdentity &given = atSource->identity;
+        const FileIdentity &arrived = atTarget->identity;
         if (!item.moved) {
-            if (atSource->identity.inode == item.inode)
+            if (given.inode == item.inode && (!_keepsInodes || arrived.inode == item.atTarget))
                 tell(localized("'%@' was copied but is still there; moving it was interrupted."),
                      source);
             return;
         }
         // The names were exchanged: what stands at the source is what the move has replaced.
-        if (atTarget->identity.inode == item.inode && atSource->identity.inode == item.replaced)
+        if (given.device == arrived.device && given.inode == item.atTarget
+            && arrived.inode == item.inode)
             tell(workspace.moveToTrash(source, nullptr, PathText::joined(_record.folder, item.name))
                      ? localized("'%@' was replaced; the old item is in the Trash.")
                      : localized("'%@' is the old item of a replacement."),

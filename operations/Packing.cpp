@@ -138,7 +138,7 @@ void Packing::run() // worker thread
     lines += staying;
     if (lines.isEmpty())
         return;
-    QString text = localized("Not everything could be taken away.");
+    QString text = localized("Something was left behind.");
     if (result != 0)
         text = filled(localized("Archiving failed! Result code: %i"), result);
     else if (!isWhole)

@@ -74,7 +74,7 @@ Transfer::~Transfer()
 QStringList Transfer::finish()
 {
     _pending.settle();
-    return _pending.told();
+    return _lost + _pending.told();
 }
 
 Transfer::Found Transfer::atSource(const QString &name) const
@@ -134,10 +134,14 @@ TransferEnd Transfer::putAs(const QString &name, const QString &as, Standing sta
 
 bool Transfer::moveToFree(const QString &name, const FileStatus &given)
 {
-    const QByteArray bytes = FileName::toBytes(name);
-    if (_noDestination || given.mountPoint
-        || Rename::noReplace(_source.number(), bytes, _destination.number(), bytes))
+    if (_noDestination || given.mountPoint)
         return false;
+    const QByteArray bytes = FileName::toBytes(name);
+    if (const auto failed =
+            Rename::noReplace(_source.number(), bytes, _destination.number(), bytes)) {
+        _crossesDevices = failed == std::errc::cross_device_link && given.kind == FileKind::Regular;
+        return false;
+    }
     _made.insert(key(given.identity));
     return true;
 }
@@ -162,6 +166,7 @@ TransferEnd Transfer::copyFile(const Item &item)
                       true);
     StagedFile staged(_destination.number(), _staging);
     auto reason = staged.make();
+    std::error_code lost;
     if (!reason) {
         std::atomic<qint64> done { 0 };
         std::optional<CopyProgress> progress;
@@ -173,15 +178,20 @@ TransferEnd Transfer::copyFile(const Item &item)
     }
     if (!reason)
         reason = FileCopy::copyProperties(source.number(), properties, staged.descriptor(),
-                                          _removesList);
+                                          _removesList, lost);
+    if (!reason && lost && _operation == Operation::Move)
+        reason = lost;
     if (reason)
         return failed(reason, item.to);
     const auto made = statusOf(staged.descriptor());
     if (!made)
         return failed(errorOf(-1), item.to);
-    return place(item, { made->identity, [&](int folder, const QByteArray &to) {
-                            return staged.takeName(folder, to);
-                        } });
+    TransferEnd end = place(item, { made->identity, [&](int folder, const QByteArray &to) {
+                                       return staged.takeName(folder, to);
+                                   } });
+    if (lost && end.what == TransferEnd::Done)
+        tellLost(item, lost);
+    return end;
 }
 
 TransferEnd Transfer::copyByProgram(const Item &item)
@@ -195,15 +205,18 @@ TransferEnd Transfer::copyByProgram(const Item &item)
     const QString made = PathText::joined(_staging.heldPath(), FileName::fromBytes(entry));
     const bool moves = _operation == Operation::Move;
     TreeList list;
+    const auto look = [&] {
+        list = TreeList::of(_source.number(), item.from, TreeList::Attributes::Ask);
+    };
     if (moves) // before the copy: what comes later is not of it
-        list = TreeList::of(_source.number(), item.from);
+        look();
     ProgramEnd end;
     {
         std::atomic<bool> stop { false };
         const CopyProgress progress(
             [&] {
                 if (!moves)
-                    list = TreeList::of(_source.number(), item.from);
+                    look();
                 return list.bytes();
             },
             [&] {
@@ -217,32 +230,41 @@ TransferEnd Transfer::copyByProgram(const Item &item)
                              { u"/bin/cp"_s, u"-R"_s, u"-p"_s, source, target });
         stop = true;
     }
+    std::error_code lost;
     const QStringList marked = list.withAttributes();
-    for (const QString &path : marked)
-        FileSystem::copyUserAttributes(path.isEmpty() ? source : PathText::joined(source, path),
-                                       path.isEmpty() ? made : PathText::joined(made, path));
+    for (const QString &path : marked) {
+        const auto failed =
+            FileCopy::copyUserAttributes(path.isEmpty() ? source : PathText::joined(source, path),
+                                         path.isEmpty() ? made : PathText::joined(made, path));
+        if (end.succeeded() && failed)
+            lost = failed;
+    }
     const auto take = [&](int folder, const QByteArray &to) {
         return Rename::noReplace(_staging.descriptor(), entry, folder, to);
     };
     const auto copied = statxStatus(_staging.descriptor(), entry, Links::NoFollow);
-    const TreeList copy = TreeList::of(_staging.descriptor(), entry);
+    const auto copy = [&] {
+        return TreeList::of(_staging.descriptor(), entry, TreeList::Attributes::Leave);
+    };
     TransferEnd result;
-    if (end.succeeded() && copied && (!moves || list.isWholeIn(copy))) {
-        if (moves)
-            noteArrival(item);
+    if (end.succeeded() && copied && (!moves || (!lost && list.isWholeIn(copy())))) {
         result = place(item, { copied->identity, take });
-        if (moves && result.what == TransferEnd::Done)
+        const bool arrived = result.what == TransferEnd::Done;
+        if (moves && arrived)
             _pending.addMoved(list);
+        if (lost && arrived)
+            tellLost(item, lost);
     } else {
         // What may not be read lacks; everything else is of use, where nothing is replaced by it.
         if (end.started && end.status == 1 && copied && !moves
             && item.status.kind == FileKind::Directory && item.standing == Standing::Refuse
-            && list.isReadableWholeIn(copy, _source.number()))
+            && list.isReadableWholeIn(copy(), _source.number()))
             place(item, { copied->identity, take });
         QString reason = end.errorText;
         reason.replace(target, PathText::joined(_destinationPath, FileName::fromBytes(item.to)));
         if (end.succeeded())
-            reason = localized("The copy is not whole; the item stays where it was.");
+            reason = localized("The copy is not whole; the item stays where it was.")
+                + (lost ? u' ' + QString::fromStdString(lost.message()) : QString());
         _noSpace = reason.contains(QString::fromLocal8Bit(std::strerror(ENOSPC)));
         result = { TransferEnd::Failed, FileName::shown(reason) };
     }

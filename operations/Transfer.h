@@ -58,11 +58,13 @@ public:
     // The quick way of most moves: one rename inside the file system, to a name that proves to be
     // free. False when it is not to be had; then nothing was done.
     bool moveToFree(const QString &name, const FileStatus &given);
+    // Known once a plain file could not be renamed: then nothing of this folder can.
+    bool crossesDevices() const { return _crossesDevices; }
 
     // A run never writes over what it just made.
     bool madeHere(const FileStatus &status) const { return _made.contains(key(status.identity)); }
 
-    // Takes away what is to go; answers what stays, and where.
+    // Takes away what is to go; answers what stays, and where, and what of an item is lacking.
     QStringList finish();
 
 private:
@@ -93,7 +95,8 @@ private:
     TransferEnd move(const Item &item);
     TransferEnd moveOver(const Item &item);
     TransferEnd takeExchanged(const Item &item, const std::function<std::error_code()> &exchange);
-    void noteArrival(const Item &item);
+    void noteArrival(const Item &item, const FileIdentity &arrival);
+    void tellLost(const Item &item, const std::error_code &why);
     TransferEnd copyFile(const Item &item);
     TransferEnd copyByProgram(const Item &item);
     TransferEnd place(const Item &item, const Arrival &arrival);
@@ -119,6 +122,8 @@ private:
     Staging _staging;
     PendingRemovals _pending;
     Product _product;
+    bool _crossesDevices = false;
+    QStringList _lost; // lines about attributes
     FileIdentity _arrived; // by the last attempt
     mutable bool _noSpace = false; // what the last attempt failed for
     QSet<Key> _made;

@@ -21,6 +21,8 @@ bool Transfer::isWanted(const FileStatus &found, const std::optional<FileStatus>
 TransferEnd Transfer::place(const Item &item, const Arrival &arrival)
 {
     _arrived = arrival.identity;
+    if (_operation == Operation::Move)
+        noteArrival(item, arrival.identity);
     if (item.standing == Standing::Refuse) {
         const auto reason = arrival.take(_destination.number(), item.to);
         if (reason == std::errc::file_exists)
@@ -128,7 +130,9 @@ TransferEnd Transfer::move(const Item &item)
 {
     if (item.status.mountPoint)
         return failed(std::make_error_code(std::errc::device_or_resource_busy), item.from, true);
-    if (item.standing == Standing::Refuse) {
+    if (_crossesDevices) {
+        // Known from an item before it.
+    } else if (item.standing == Standing::Refuse) {
         const auto reason =
             Rename::noReplace(_source.number(), item.from, _destination.number(), item.to);
         if (reason == std::errc::file_exists)
@@ -140,22 +144,25 @@ TransferEnd Transfer::move(const Item &item)
     }
     if (item.status.kind != FileKind::Regular)
         return copyByProgram(item);
-    const TreeList list = TreeList::of(_source.number(), item.from);
-    noteArrival(item);
+    const TreeList list = TreeList::of(_source.number(), item.from, TreeList::Attributes::Leave);
     TransferEnd end = copyFile(item);
     if (end.what == TransferEnd::Done)
         _pending.addMoved(list);
     return end;
 }
 
-void Transfer::noteArrival(const Item &item)
+// Without it the next start has less to tell, no more.
+void Transfer::noteArrival(const Item &item, const FileIdentity &arrival)
 {
-    // Without it the next start has less to tell, no more.
-    _staging.note({ u"arrived"_s,
-                    _sourcePath,
-                    FileName::fromBytes(item.from),
-                    QString::number(item.status.identity.inode),
-                    {} });
+    _staging.note({ u"arrived"_s, _sourcePath, FileName::fromBytes(item.from),
+                    QString::number(item.status.identity.inode), QString::number(arrival.inode) });
+}
+
+void Transfer::tellLost(const Item &item, const std::error_code &why)
+{
+    _lost += filled(localized("Not every attribute of '%@' came along: %@"),
+                    FileName::shown(FileName::fromBytes(item.from)),
+                    QString::fromStdString(why.message()));
 }
 
 TransferEnd Transfer::moveOver(const Item &item)
@@ -229,5 +236,12 @@ TransferEnd Transfer::takeExchanged(const Item &item,
         }
     }
     const auto stays = exchange();
-    return stays ? failed(stays, item.to) : end;
+    if (!stays)
+        return end;
+    return { TransferEnd::Failed,
+             filled(
+                 localized("'%@' and '%@' have changed places."),
+                 FileName::shown(PathText::joined(_sourcePath, FileName::fromBytes(item.from))),
+                 FileName::shown(PathText::joined(_destinationPath, FileName::fromBytes(item.to))))
+                 + u' ' + QString::fromStdString(stays.message()) };
 }

@@ -722,8 +722,20 @@ Stelle der zuletzt gezeigten Ordner; eine Datei öffnet ihren Ordner und ist aus
         <translation>Das vorhandene Objekt stammt aus demselben Durchgang.</translation>
     </message>
     <message>
-        <source>Not everything could be taken away.</source>
-        <translation>Nicht alles konnte entfernt werden.</translation>
+        <source>Something was left behind.</source>
+        <translation>Etwas ist zurückgeblieben.</translation>
+    </message>
+    <message>
+        <source>Not every attribute of '%@' came along: %@</source>
+        <translation>Nicht alle Attribute von '%@' kamen mit: %@</translation>
+    </message>
+    <message>
+        <source>'%@' and '%@' have changed places.</source>
+        <translation>'%@' und '%@' haben die Plätze getauscht.</translation>
+    </message>
+    <message>
+        <source>What is left of an interrupted operation on '%@' could not be removed.</source>
+        <translation>Der Rest einer unterbrochenen Arbeit an '%@' konnte nicht entfernt werden.</translation>
     </message>
     <message>
         <source>After &quot;No&quot; the next item is taken without a question; what it replaces goes to the Trash.</source>

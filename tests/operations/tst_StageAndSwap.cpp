@@ -111,7 +111,8 @@ private Q_SLOTS:
 
     void lateFilesOfAMoveStayAndAreNamed()
     {
-        World world(u"from/a/x=new, from/a/log=line, from/a/deep/y=new"_s, Device::Other);
+        World world(u"from/a/x=new, from/a/log=line, from/a/deep/y=new, from/a/pair==from/a/x"_s,
+                    Device::Other);
         world.programs.before = [&](const QStringList &arguments) -> std::optional<int> {
             DesktopPrograms().run(arguments);
             makeTree(world.folder, u"from/a/deep/late=late, from/a/log=line and another"_s);
@@ -121,7 +122,7 @@ private Q_SLOTS:
         world.run(Operation::Move, { u"a"_s });
         QCOMPARE(world.tree(),
                  u"from/a/deep/late=late, from/a/log=line and another, "
-                 "to/a/deep/y=new, to/a/log=line, to/a/x=new"_s);
+                 "to/a/deep/y=new, to/a/log=line, to/a/pair=new, to/a/x=new"_s);
         const QString details = world.alerts.last().details;
         QVERIFY2(details.contains(u"'a/deep/late'"_s) && details.contains(u"'a/log'"_s),
                  qPrintable(details));
