@@ -2,6 +2,7 @@
 
 #include "files/FileSystem.h"
 #include "operations/InterruptedRuns.h"
+#include "tests/support/FoundContents.h"
 #include "tests/support/Ledger.h"
 #include "tests/support/OtherProgram.h"
 #include "tests/support/Watched.h"
@@ -23,20 +24,6 @@ void giveUpRights()
     static WithoutRights never;
     for (const int right : { CAP_DAC_OVERRIDE, CAP_DAC_READ_SEARCH })
         prctl(PR_CAPBSET_DROP, right, 0, 0, 0);
-}
-
-void openAll(const QString &folder)
-{
-    std::error_code ignored;
-    const auto open = [&](const fs::path &path) {
-        if (!fs::is_symlink(path, ignored))
-            fs::permissions(path, fs::perms::owner_all, fs::perm_options::add, ignored);
-    };
-    open(FileName::toBytes(folder).toStdString());
-    for (auto at =
-             fs::recursive_directory_iterator(FileName::toBytes(folder).toStdString(), ignored);
-         at != fs::recursive_directory_iterator(); at.increment(ignored))
-        open(at->path());
 }
 
 // Random trees, operations, answers and faults; other programs at work; and at times the process is
@@ -64,7 +51,7 @@ public:
     {
         _ledger.clear();
         world.workspace.trashWorks = _random.bounded(5) > 0;
-        _before = found().keys();
+        _before = FoundContents::placesBelow(tops()).keys();
         close();
         const int mood = _random.bounded(4);
         _faultsIn = QList { 0, 0, 100, 15 }[_random.bounded(4)];
@@ -82,7 +69,7 @@ public:
             operate();
         });
         if (wrong.isEmpty() && !_wasKilled)
-            wrong = check();
+            wrong = FoundContents::losses(_before, _ledger, FoundContents::placesBelow(tops()));
         // The next start may have no luck either.
         _othersIn = 0;
         if (wrong.isEmpty() && seedOfStart % 3 == 0)
@@ -93,9 +80,10 @@ public:
             });
         settle();
         if (wrong.isEmpty())
-            wrong = check();
-        if (wrong.isEmpty() && anyHidden())
-            wrong = "hidden folders stay";
+            wrong = FoundContents::losses(_before, _ledger, FoundContents::placesBelow(tops()));
+        if (const QByteArray hidden = FoundContents::leftHidden(tops());
+            wrong.isEmpty() && !hidden.isEmpty())
+            wrong = "\n  stays: " + hidden;
         if (wrong.isEmpty())
             return {};
         for (const auto &[kind, text] : _ledger.entries())
@@ -104,6 +92,7 @@ public:
     }
 
 private:
+    QStringList tops() const { return { world.folder.path(), world.far.path() }; }
     static QStringList places()
     {
         return {
@@ -211,8 +200,8 @@ private:
             if (given != Alert::All && (given != Alert::Yes || !named))
                 continue;
             const QString target = PathText::joined(world.destination, name);
-            openAll(target);
-            for (const QByteArray &content : contentsAt(target)) {
+            FoundContents::openAll(target);
+            for (const QByteArray &content : FoundContents::contentsAt(target)) {
                 _agreed[name] += content;
                 _ledger.note(Ledger::Agreed, content);
             }
@@ -220,33 +209,25 @@ private:
         return given;
     }
 
-    static QSet<QByteArray> contentsAt(const QString &path)
-    {
-        if (const auto link = linkTarget(path))
-            return { "-> " + FileName::toBytes(*link) };
-        const fs::path at(FileName::toBytes(path).toStdString());
-        std::error_code ignored;
-        QSet<QByteArray> contents;
-        if (fs::is_directory(at, ignored)) {
-            for (const auto &entry : fs::directory_iterator(at, ignored))
-                contents += contentsAt(FileName::fromBytes(entry.path().c_str()));
-        } else if (fs::exists(at, ignored)) {
-            std::ifstream file(at, std::ios::binary);
-            contents += QByteArray::fromStdString({ std::istreambuf_iterator<char>(file), {} });
-        }
-        return contents;
-    }
-
     static quint64 inodeAt(const QString &path)
     {
         struct stat status { };
         return lstat(FileName::toBytes(path), &status) == 0 ? status.st_ino : 0;
     }
-    // Whether what another program writes there now belongs to what is to be replaced.
-    bool mayGo(const QString &path)
+    // A path by one name, whatever links lead to it; its last component is not followed.
+    static QString resolved(const QString &path)
     {
+        std::error_code ignored;
+        const fs::path at(FileName::toBytes(path).toStdString());
+        return FileName::fromBytes(
+            (fs::weakly_canonical(at.parent_path(), ignored) / at.filename()).c_str());
+    }
+    // Whether what another program writes there now belongs to what is to be replaced.
+    bool mayGo(const QString &given)
+    {
+        const QString path = resolved(given);
         for (const QString &name : std::as_const(_items)) {
-            const QString target = PathText::joined(world.destination, name);
+            const QString target = resolved(PathText::joined(world.destination, name));
             const bool inside = path.startsWith(target + u'/');
             if ((inside || path == target) && _old.contains(inodeAt(target)))
                 return _all || (inside && _agreed.contains(name));
@@ -349,89 +330,6 @@ private:
         _wasKilled = WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL;
         return _wasKilled || status == 0 ? QByteArray()
                                          : "ended with " + QByteArray::number(status);
-    }
-
-    inline static const fs::recursive_directory_iterator End {};
-    static fs::recursive_directory_iterator below(const QString &folder)
-    {
-        std::error_code ignored;
-        return fs::recursive_directory_iterator(FileName::toBytes(folder).toStdString(), ignored);
-    }
-    // Every byte string, with where it lies.
-    QMultiHash<QByteArray, QByteArray> found() const
-    {
-        QMultiHash<QByteArray, QByteArray> found;
-        std::error_code ignored;
-        for (const QString &top : { world.folder.path(), world.far.path() }) {
-            openAll(top);
-            for (auto at = below(top); at != End; at.increment(ignored))
-                if (!at->is_directory(ignored) || at->is_symlink(ignored))
-                    for (const QByteArray &content :
-                         contentsAt(FileName::fromBytes(at->path().c_str())))
-                        found.insert(content, at->path().c_str());
-        }
-        return found;
-    }
-    // The name of the operation's hidden folder that a path leads through; one that another program
-    // put in its place is none.
-    static QByteArray hiddenFolder(const QByteArray &path)
-    {
-        const auto at = path.indexOf("/.twinleaf-");
-        if (at < 0)
-            return {};
-        const auto end = path.indexOf('/', at + 1);
-        const QByteArray folder = path.left(end);
-        return fs::exists(fs::path(folder.toStdString()) / "decoy") ? QByteArray()
-                                                                    : folder.mid(at + 1);
-    }
-    bool anyHidden() const
-    {
-        std::error_code ignored;
-        for (const QString &top : { world.folder.path(), world.far.path() })
-            for (auto at = below(top); at != End; at.increment(ignored))
-                if (!hiddenFolder(at->path().c_str()).isEmpty())
-                    return true;
-        return false;
-    }
-
-    QByteArray check() const
-    {
-        QSet<QByteArray> known(_before.begin(), _before.end());
-        QSet<QByteArray> agreed;
-        QSet<QByteArray> gone;
-        QByteArray told;
-        for (const auto &[kind, text] : _ledger.entries()) {
-            if (kind == Ledger::Written)
-                known.insert(text);
-            else if (kind == Ledger::Agreed)
-                agreed.insert(text);
-            else if (kind == Ledger::Withdrawn)
-                agreed.remove(text);
-            else if (kind == Ledger::Gone)
-                gone.insert(text);
-            else if (kind == Ledger::Told)
-                told += text;
-        }
-        const QSet<QByteArray> required = known - agreed - gone;
-        const auto found = this->found();
-        QByteArray wrong;
-        for (const QByteArray &content : required) {
-            const auto places = found.values(content);
-            // What is hidden is there only for those who were told of it.
-            const bool reachable =
-                std::any_of(places.begin(), places.end(), [&](const QByteArray &place) {
-                    const QByteArray folder = hiddenFolder(place);
-                    return folder.isEmpty() || told.contains(folder);
-                });
-            if (!reachable)
-                wrong += "\n  lost: " + content.left(40)
-                    + (places.isEmpty() ? QByteArray() : " hidden at " + places.first());
-        }
-        for (const auto &[content, place] : found.asKeyValueRange())
-            if (!known.contains(content) && !content.startsWith("-> ")
-                && hiddenFolder(place).isEmpty() && !place.contains("/stolen"))
-                wrong += "\n  in part: " + content.left(40) + " at " + place;
-        return wrong;
     }
 
     QRandomGenerator _random;

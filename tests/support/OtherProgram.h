@@ -37,12 +37,12 @@ public:
         QString path = PathText::joined(folder, one(names));
         if (_random.bounded(3) == 0)
             path = PathText::joined(path, one(names));
-        const QString number = QString::number(++_last);
-        const fs::path at(FileName::toBytes(path).toStdString());
-        const fs::path beside(
-            FileName::toBytes(path + QStringLiteral("-other") + number).toStdString());
-        const bool mayGo = _mayGo(path);
         std::error_code failed;
+        // What it replaces may be a link that the path leads through.
+        const fs::path given(FileName::toBytes(path).toStdString());
+        const fs::path at = fs::weakly_canonical(given.parent_path(), failed) / given.filename();
+        const fs::path beside = at.native() + "-other" + std::to_string(++_last);
+        const bool mayGo = _mayGo(path);
         const bool file = fs::is_regular_file(fs::symlink_status(at, failed));
         if (file && !std::ifstream(at))
             return; // what it does not know it cannot excuse

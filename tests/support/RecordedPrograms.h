@@ -7,6 +7,8 @@
 #include <QList>
 #include <QMutex>
 
+#include <unistd.h>
+
 // Runs the real programs and keeps each argument list. `before` may do something to the files
 // first, or answer an exit status in the program's place.
 class RecordedPrograms : public Programs {
@@ -17,14 +19,14 @@ public:
         return record(arguments, started,
                       [&](const auto &told) { return _real.run(arguments, told); });
     }
-    // Kept with the whole path of its last argument, a name in the folder.
+    // Kept with a path of its last argument, a name in the folder, that leads into just this folder
+    // from any process.
     ProgramEnd runAt(int folder, const QStringList &arguments,
                      const std::function<void(pid_t)> &started = {}) override
     {
-        const QString self = QStringLiteral("/proc/self/fd/") + QString::number(folder);
         QStringList whole = arguments;
-        whole.last() = PathText::joined(linkTarget(self).value_or(self),
-                                        PathText::lastComponent(arguments.last()));
+        whole.last() = QStringLiteral("/proc/%1/fd/%2/").arg(getpid()).arg(folder)
+            + PathText::lastComponent(arguments.last());
         return record(whole, started,
                       [&](const auto &told) { return _real.runAt(folder, arguments, told); });
     }
