@@ -113,6 +113,7 @@ private:
     void rememberSelection();
     void tellCurrentRow(); // to screen readers
     QItemSelection ranges(const RowSet &rows) const;
+    void select(const QItemSelection &selection); // in place of the present one
     void setCurrentRow(int row);
 
     // PaneTableViewPainting.cpp

@@ -42,6 +42,12 @@ void PaneTableView::selectRows(const RowSet &rows)
         return;
     }
     setCurrentRow(selection.last().bottom());
+    select(selection);
+    redraw();
+}
+
+void PaneTableView::select(const QItemSelection &selection)
+{
     {
         // The selection model compares each old range with each new one; with none there is nothing
         // to compare. Receivers hear of the change once, from the selection that follows.
@@ -49,7 +55,6 @@ void PaneTableView::selectRows(const RowSet &rows)
         selectionModel()->clearSelection();
     }
     selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
-    redraw();
 }
 
 void PaneTableView::deselectRow(int row)
@@ -57,7 +62,8 @@ void PaneTableView::deselectRow(int row)
     RowSet rows = selectedRows();
     rows.removeOne(row);
     // One selection, not a deselection on top: so Shift with the arrows can still take rows back.
-    selectionModel()->select(ranges(rows), QItemSelectionModel::ClearAndSelect);
+    select(ranges(rows));
+    redraw(); // nobody tells the view of what is taken away
 }
 
 void PaneTableView::scrollToRow(int row)
