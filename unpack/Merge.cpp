@@ -112,12 +112,9 @@ bool Merge::replace(const Item &item)
         StagedName { StagedName::Ready, status->identity.inode, item.name }.text();
     if (const auto failed = Rename::noReplace(item.from, item.name, staging.descriptor(), entry))
         return complain(item, failed.message());
-    const auto takeBack = [&] {
-        Rename::noReplace(staging.descriptor(), entry, item.from, item.name);
-    };
     QByteArray old;
     if (const auto failed = takeName(item, entry, old)) {
-        takeBack();
+        takeBack(item, entry, *status);
         return complain(item, failed.message());
     }
     _moved.insert(item.path);
@@ -130,15 +127,30 @@ bool Merge::replace(const Item &item)
                            [&](const QString &path) { return _toTrash(path, origin); }))
         return true;
     // It stands where it stood, and the new one stays out.
-    if (old == entry) {
-        Rename::exchange(staging.descriptor(), old, item.to, item.name);
-    } else {
+    if (old != entry)
         Rename::noReplace(item.to, item.name, staging.descriptor(), entry);
+    if (old != entry || Rename::exchange(staging.descriptor(), old, item.to, item.name))
         Rename::noReplace(staging.descriptor(), old, item.to, item.name);
-    }
-    takeBack();
+    takeBack(item, entry, *status);
     _moved.erase(item.path);
     return complain(item, "cannot be moved to the Trash");
+}
+
+// Only the new item goes back to where all of it is removed. While it stood at the name somebody
+// may have gone on with it, or put another one there: that is kept, and the next start sees to it.
+void Merge::takeBack(const Item &item, const QByteArray &entry, const FileStatus &made)
+{
+    const auto now = statxStatus(staging.descriptor(), entry, Links::NoFollow);
+    if (!now)
+        return;
+    if (isUnchanged(made, *now)) {
+        Rename::noReplace(staging.descriptor(), entry, item.from, item.name);
+        return;
+    }
+    const QByteArray kept = StagedName { StagedName::Old, staging.nextNumber(), item.name }.text();
+    Rename::noReplace(staging.descriptor(), entry, staging.descriptor(), kept);
+    complain(item,
+             "what came there meanwhile is in " + FileName::toBytes(staging.path()).toStdString());
 }
 
 // `old` becomes the entry of what stood there.

@@ -8,6 +8,7 @@
 #include <system_error>
 
 class Staging;
+struct FileStatus;
 
 // Moves what lies in one open folder into another, without replacing anything: a file that is in
 // the way goes to the Trash when the new one is in its place, a folder in the way takes the other's
@@ -40,6 +41,7 @@ private:
     bool moveFolder(const Item &item);
     bool replace(const Item &item);
     std::error_code takeName(const Item &item, const QByteArray &entry, QByteArray &old);
+    void takeBack(const Item &item, const QByteArray &entry, const FileStatus &made);
     bool complain(const Item &item, const std::string &reason) const;
 
     Staging &staging;

@@ -77,13 +77,16 @@ struct World {
         return programs.run(arguments << folder.path(archive) << folder.path(u"to"_s), started)
             .status;
     }
-    // In this process, seeing its system calls. A merge has no Trash.
-    bool unpackHere(const SystemCalls::Watch &watch)
+    // In this process, seeing its system calls. The Trash refuses, after a script of a shell.
+    bool unpackHere(const SystemCalls::Watch &watch, const QString &beforeTrash = u":"_s)
     {
         const Watched watched(watch);
-        const bool whole = ::unpack(
-            { ArchiveKind::PkZip, folder.bytes(u"a.zip"_s), folder.bytes(u"to"_s) },
-            Journal(Journal::runsFolder()), [](const QString &, const QString &) { return false; });
+        const bool whole =
+            ::unpack({ ArchiveKind::PkZip, folder.bytes(u"a.zip"_s), folder.bytes(u"to"_s) },
+                     Journal(Journal::runsFolder()), [&](const QString &, const QString &) {
+                         folder.shell(beforeTrash);
+                         return false;
+                     });
         return chdir("/") == 0 && whole;
     }
     // Kind, permissions and content of everything below a folder.
@@ -313,6 +316,39 @@ LC_ALL=%1 zip -qr ../a.zip .)"_s.arg(locale));
         QCOMPARE(world.unpack(u"a.zip"_s), 1);
         QCOMPARE(world.left(), stays + u"to/free=free, to/locked=!old"_s);
         QCOMPARE(world.mode(u"to/closed"_s), 0644U);
+    }
+
+    // What somebody does to the new item while the Trash refuses the old one.
+    void whatTheTrashRefusesIsNotLost()
+    {
+        const struct {
+            QString script;
+            QString left;
+        } cases[] = {
+            { u":"_s, u"to/x=old"_s },
+            { u"rm to/x"_s, u"to/x=old"_s },
+            { u"echo -n saved > y; mv y to/x"_s, u"to/x=old, trash/x=saved"_s },
+            { u"echo -n ', more' >> to/x"_s, u"to/x=old, trash/x=new, more"_s },
+            { u"mv to/x to/y; mkdir to/x; echo -n z > to/x/z"_s,
+              u"to/x=old, to/y=new, trash/x/z=z"_s },
+        };
+        const Journal journal(Journal::runsFolder());
+        for (const auto &row : cases) {
+            for (const bool plain : { false, true }) { // a file system without exchange
+                World world(u"from/x=new, to/x=old, trash/"_s);
+                world.folder.shell(u"cd from; zip -qr ../a.zip ."_s);
+                QVERIFY(!world.unpackHere(
+                    [plain](Call call, const char *, unsigned flags) {
+                        return plain ? answerOfPlainFileSystem(call, flags) : 0;
+                    },
+                    row.script));
+                RecordedWorkspace workspace;
+                workspace.trashFolder = world.folder.path(u"trash"_s);
+                settleInterruptedRuns(journal, workspace);
+                QCOMPARE(row.script + u": "_s + treeOf(world.folder, { u"to"_s, u"trash"_s }),
+                         row.script + u": "_s + row.left);
+            }
+        }
     }
 
     void whatAKilledOneLeftIsRemovedByTheNextStart()
