@@ -55,16 +55,26 @@ void RunQueue::cancelWaiting()
 {
     {
         const std::lock_guard lock(_mutex);
-        while (_queue.size() > 1)
-            _cancelled.append(_queue.takeLast().ticket);
+        dropWaiting();
     }
     changed();
 }
 
 void RunQueue::cancelAll()
 {
-    cancel();
-    cancelWaiting();
+    {
+        // One step: else a run that ends in between gives its turn to the next.
+        const std::lock_guard lock(_mutex);
+        _stopActive = !_queue.isEmpty();
+        dropWaiting();
+    }
+    changed();
+}
+
+void RunQueue::dropWaiting()
+{
+    while (_queue.size() > 1)
+        _cancelled.append(_queue.takeLast().ticket);
 }
 
 bool RunQueue::isCancelled() const

@@ -33,6 +33,7 @@ public:
     QList<ShownRun> runs() const;
 
 private:
+    void dropWaiting(); // with the lock
     void changed();
 
     mutable std::mutex _mutex;
