@@ -100,10 +100,11 @@ void Archives::unpackArchive(const QString &archive, const QString &destination)
                        record.item = arguments.last();
                        const ProgramEnd end = programs.run(
                            arguments, [&](pid_t process) { running->started(process); });
+                       const auto unwritten = syncIfRemovable(record.item);
                        closeSheet(number);
                        taskDidTerminate(end);
-                       if (end.succeeded())
-                           syncIfRemovable(record.item);
+                       if (unwritten)
+                           alerts.ask(*unwritten);
                    });
 }
 

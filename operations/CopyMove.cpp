@@ -59,8 +59,9 @@ void CopyMove::performCopyMoveProgress(const AcceptedRequest &request, Operation
         next = performItem(run, index);
 
     run.staying += transfer.finish();
+    if (const auto unwritten = syncIfRemovable(request.destination))
+        alerts.ask(*unwritten);
     if (next != Next::EndThread) {
-        syncIfRemovable(request.destination);
         onMainThread([&] {
             sheet->setWorkingSheetProgressValue(double(items.size()));
             sheet->setWorkingSheetInfoText(run.endLine());
@@ -224,6 +225,8 @@ bool CopyMove::duplicate(const QString &source, const QString &destination, QStr
     const TransferEnd end =
         transfer.putAs(name, as, standing.status ? Standing::ToTrash : Standing::Refuse);
     reportStaying(transfer.finish());
+    if (const auto unwritten = syncIfRemovable(folder))
+        alerts.ask(*unwritten);
     return end.what == TransferEnd::Done || fails(end.reason);
 }
 

@@ -122,10 +122,15 @@ void Packing::run() // worker thread
         _complaints + each(localized("'%@' could not be read."), items.closedFolders());
     // One that lacks something was not agreed to: the old one can still be had.
     const bool isWhole = lacking.isEmpty();
-    if (!place(isWhole ? Standing::Replace : Standing::ToTrash))
-        return;
+    const bool isPlaced = place(isWhole ? Standing::Replace : Standing::ToTrash);
     const QStringList staying = _transfer.finish();
-    syncIfRemovable(_job.destination);
+    if (!isPlaced) {
+        if (!staying.isEmpty())
+            alerts.ask(remark(localized("Something was left behind."), staying));
+        return;
+    }
+    if (const auto unwritten = syncIfRemovable(_job.destination))
+        alerts.ask(*unwritten);
 
     QStringList lines = lacking;
     if (!isWhole)

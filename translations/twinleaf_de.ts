@@ -738,6 +738,10 @@ Stelle der zuletzt gezeigten Ordner; eine Datei öffnet ihren Ordner und ist aus
         <translation>Der Rest einer unterbrochenen Arbeit an '%@' konnte nicht entfernt werden.</translation>
     </message>
     <message>
+        <source>Not everything could be written to the disk.</source>
+        <translation>Nicht alles konnte auf den Datenträger geschrieben werden.</translation>
+    </message>
+    <message>
         <source>After &quot;No&quot; the next item is taken without a question; what it replaces goes to the Trash.</source>
         <translation>Nach „Nein“ wird das nächste Objekt ohne Frage übernommen; was es ersetzt, kommt in den Papierkorb.</translation>
     </message>

@@ -1,6 +1,8 @@
 #include "operations/Packing.h"
 
+#include "files/MountTable.h"
 #include "tests/operations/DeskWorld.h"
+#include "tests/support/Watched.h"
 #include "widgets/ElidedLabel.h"
 
 #include <QRegularExpression>
@@ -195,6 +197,49 @@ private Q_SLOTS:
             else
                 QCOMPARE(row.script + treeOf(desk.folder, { u"to"_s }), row.script + row.left);
         }
+    }
+
+    void whatCameInBetweenIsToldThoughNothingIsPlaced()
+    {
+        ArchiveDesk desk(u"from/x=x, to/a.zip=old"_s);
+        int exchanges = 0; // there and back
+        const Watched watched([&](Call call, const char *, unsigned flags) {
+            if (call == Call::Rename && (flags & RENAME_EXCHANGE))
+                desk.folder.shell(u"echo -n saved %1 > s; mv s to/a.zip"_s.arg(++exchanges));
+            return 0;
+        });
+        desk.alerts.answer({ Alert::No, Alert::Ok });
+        desk.pack(u"x"_s);
+        QCOMPARE(treeOf(desk.folder, { u"to"_s, u"trash"_s }),
+                 u"to/a.zip=saved 1, trash/a.zip=saved 2"_s);
+        QCOMPARE(desk.alerts.last().text, u"Not everything could be taken away."_s);
+    }
+
+    void aStickIsWrittenBeforeTheSheetCloses()
+    {
+        const TestFolder mounts;
+        mounts.shell(u"cp /proc/self/mountinfo table"_s);
+        MountTable::setSource(mounts.path(u"table"_s));
+        for (const QString &job : { u"pack"_s, u"0"_s, u"15"_s, u"1"_s }) {
+            ArchiveDesk desk(u"from/x=x"_s);
+            mounts.write(u"table"_s,
+                         "1 1 0:1 / " + desk.folder.pathInMountTable(u"to"_s)
+                             + " rw - fuse.stick stick rw\n");
+            int synced = 0;
+            const Watched watched([&](Call call, const char *, unsigned) {
+                synced += call == Call::SyncAll && desk.sheet().isVisible();
+                return call == Call::SyncAll ? EIO : 0;
+            });
+            desk.programs.before = [&](const QStringList &) { return job.toInt(); };
+            desk.alerts.answer(QList<Alert::Answer>(job == u"1" ? 2 : 1, Alert::Ok));
+            if (job == u"pack")
+                desk.pack(u"x"_s);
+            else
+                desk.unpack(u"from/a.zip"_s, u"to"_s);
+            QCOMPARE(job + QString::number(synced), job + u'1');
+            QCOMPARE(desk.alerts.last().text, u"Not everything could be written to the disk."_s);
+        }
+        MountTable::setSource(u"/proc/self/mountinfo"_s);
     }
 
     void aSwappedHiddenFolderIsLeftAlone()

@@ -1,4 +1,5 @@
 #include "base/MainThread.h"
+#include "files/MountTable.h"
 #include "tests/operations/OperationWorld.h"
 #include "tests/support/Watched.h"
 
@@ -175,10 +176,11 @@ private Q_SLOTS:
     void whatWaitsIsCancelledAloneOrAll()
     {
         const std::pair<QList<int>, QString> rows[] = {
-            // By place in the queue; -1: all that wait.
+            // By place in the queue; -1: all that wait, -2: all.
             { { 0, 0 }, u"a c d e"_s }, // the sheet's button, twice
             { { 2 }, u"a b c e"_s },
             { { -1 }, u"a b"_s },
+            { { -2 }, u"a"_s },
         };
         for (const auto &[cancels, copied] : rows) {
             World world(u"from/a=x, from/b=x, from/c=x, from/d=x, from/e=x"_s);
@@ -198,7 +200,9 @@ private Q_SLOTS:
                 QCOMPARE(shown, QStringList({ u"a, b"_s, u"c"_s, u"d"_s, u"e"_s }));
                 const QList<ShownRun> runs = queue.runs();
                 for (const int place : cancels) {
-                    if (place < 0)
+                    if (place == -2)
+                        queue.cancelAll();
+                    else if (place == -1)
                         queue.cancelWaiting();
                     else if (place == 0)
                         queue.cancel();
@@ -213,6 +217,45 @@ private Q_SLOTS:
             QVERIFY(once);
             QCOMPARE(world.folder.names(u"to"_s).join(u' '), copied);
             QCOMPARE(shown, QStringList());
+        }
+    }
+
+    // All of it has arrived, as far as any call but the last one tells.
+    void whatAStickDoesNotTakeIsTold()
+    {
+        const std::pair<Verb, bool> rows[] = {
+            { Verb::Copy, false },
+            { Verb::Copy, true }, // cancelled after the first item
+            { Verb::Move, false },
+            { Verb::Duplicate, false },
+        };
+        for (const auto &[verb, cancelled] : rows) {
+            World world(u"from/a=a, stick/"_s);
+            world.folder.shell(u"rmdir to; ln -s stick to"_s); // a bookmark
+            world.folder.write(u"mounts"_s,
+                               "1 1 0:1 / " + world.folder.pathInMountTable(u"stick"_s)
+                                   + " rw - fuse.stick stick rw\n");
+            MountTable::setSource(world.folder.path(u"mounts"_s));
+            int synced = 0;
+            {
+                const Watched watched(
+                    [&, cancelled = cancelled](Call call, const char *, unsigned) {
+                        if (cancelled && call == Call::CopyRange)
+                            world.engine.queue().cancel();
+                        synced += call == Call::SyncAll && world.sheet.closed == 0;
+                        return call == Call::SyncAll ? EIO : 0;
+                    });
+                world.alerts.answer(Alert::Ok);
+                if (cancelled)
+                    world.run(Operation::Copy, { u"a"_s, u"b"_s });
+                else
+                    world.perform(verb, u"a"_s, u"../to/a"_s);
+            }
+            MountTable::setSource(u"/proc/self/mountinfo"_s);
+            QCOMPARE(synced, 1);
+            QCOMPARE(world.to(u"a"_s), "a");
+            QCOMPARE(world.alerts.last().text, u"Not everything could be written to the disk."_s);
+            QVERIFY(world.alerts.last().details.endsWith(u"/to: Input/output error"_s));
         }
     }
 };
