@@ -39,7 +39,8 @@ public:
     // `started` is called with the process id once it runs.
     virtual ProgramEnd run(const QStringList &arguments,
                            const std::function<void(pid_t)> &started = {}) = 0;
-    // The same in an open folder, whatever its name is by now.
+    // The same in an open folder, whatever its name is by now; for a program that writes there
+    // alone: it ends when this program ends, however that ends.
     virtual ProgramEnd runAt(int folder, const QStringList &arguments,
                              const std::function<void(pid_t)> &started = {}) = 0;
     // The two that pack: the same in a folder, which need not be the program's own; and a command

@@ -8,3 +8,8 @@
 // when it gets that itself, and when the thread that called this has ended, be the program killed.
 // `arguments` begins with an absolute path. Any thread.
 pid_t startAttended(const char *folder, char *const *arguments, int output, int errors);
+
+// Starts a program that starts no other in an open folder, with its errors on the descriptor, by
+// itself. It gets SIGTERM when the thread that called this has ended, be the program killed; what
+// cannot be started ends as the shell has it, and says why. The rest as above.
+pid_t startBound(int folder, char *const *arguments, int errors);

@@ -27,9 +27,7 @@ namespace {
 constexpr qsizetype errorTextLimit = 4096; // bytes
 constexpr qsizetype longestLine = 65536; // bytes
 
-constexpr int OwnFolder = -1; // the starter's
-
-int spawn(pid_t &process, int folder, char *const *arguments, int errorPipe)
+int spawn(pid_t &process, char *const *arguments, int errorPipe)
 {
     posix_spawn_file_actions_t actions;
     posix_spawnattr_t attributes;
@@ -40,9 +38,6 @@ int spawn(pid_t &process, int folder, char *const *arguments, int errorPipe)
     posix_spawn_file_actions_adddup2(&actions, errorPipe, STDERR_FILENO);
     posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
     posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
-
-    if (folder != OwnFolder)
-        posix_spawn_file_actions_addfchdir_np(&actions, folder);
 
     // A group of its own, so that a Ctrl+C in the terminal that started us cannot cut a copy short.
     posix_spawnattr_setflags(
@@ -206,12 +201,27 @@ ProgramEnd notStarted(int error)
     return { .started = false, .errorText = QString::fromLocal8Bit(strerror(error)) };
 }
 
+ProgramEnd endOf(pid_t process, Stream &errors, const std::function<void(pid_t)> &started)
+{
+    errors.writing.close();
+    if (started)
+        started(process);
+    const QByteArray text = errorText(errors, nullptr, nullptr, process);
+    return { .status = waitForEnd(process), .errorText = FileName::fromBytes(text.trimmed()) };
+}
+
 } // namespace
 
 ProgramEnd DesktopPrograms::run(const QStringList &arguments,
                                 const std::function<void(pid_t)> &started)
 {
-    return runAt(OwnFolder, arguments, started);
+    Stream errors;
+    if (arguments.isEmpty() || !errors.open())
+        return notStarted(errno);
+    pid_t process = 0;
+    if (const int error = spawn(process, Vector(arguments).data(), errors.writing.number()))
+        return notStarted(error);
+    return endOf(process, errors, started);
 }
 
 ProgramEnd DesktopPrograms::runAt(int folder, const QStringList &arguments,
@@ -220,14 +230,11 @@ ProgramEnd DesktopPrograms::runAt(int folder, const QStringList &arguments,
     Stream errors;
     if (arguments.isEmpty() || !errors.open())
         return notStarted(errno);
-    pid_t process = 0;
-    if (const int error = spawn(process, folder, Vector(arguments).data(), errors.writing.number()))
-        return notStarted(error);
-    errors.writing.close();
-    if (started)
-        started(process);
-    const QByteArray text = errorText(errors, nullptr, nullptr, process);
-    return { .status = waitForEnd(process), .errorText = FileName::fromBytes(text.trimmed()) };
+    const Vector vector(arguments);
+    const pid_t process = startBound(folder, vector.data(), errors.writing.number());
+    if (process < 0)
+        return notStarted(errno);
+    return endOf(process, errors, started);
 }
 
 ProgramEnd DesktopPrograms::runIn(const QString &folder, const QStringList &arguments,

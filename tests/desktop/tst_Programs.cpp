@@ -1,3 +1,4 @@
+#include "files/Descriptor.h"
 #include "files/FileStatus.h"
 #include "platform/desktop/DesktopPrograms.h"
 #include "platform/desktop/DesktopWorkspace.h"
@@ -5,6 +6,7 @@
 #include "tests/support/TestFolder.h"
 
 #include <csignal>
+#include <fcntl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -22,11 +24,18 @@ private Q_SLOTS:
             { u"echo chatter"_s, 0, u""_s },
         };
         for (const auto &[script, status, errorText] : cases) {
-            const ProgramEnd end = runShell(script);
-            QVERIFY(end.started);
-            QCOMPARE(end.status, status);
-            QCOMPARE(end.errorText, errorText);
+            for (const ProgramEnd &end : { runShell(script), runShellHere(script) }) {
+                QVERIFY(end.started);
+                QCOMPARE(end.status, status);
+                QCOMPARE(end.errorText, errorText);
+            }
         }
+        const TestFolder folder;
+        const Descriptor here(::open(FileName::toBytes(folder.path()), O_PATH));
+        QVERIFY(DesktopPrograms().runAt(here.number(), { u"/bin/mkdir"_s, u"a"_s }).succeeded());
+        QCOMPARE(folder.names(), QStringList { u"a"_s });
+        QCOMPARE(DesktopPrograms().runAt(here.number(), { u"/nonexistent"_s }).errorText,
+                 u"No such file or directory"_s);
 
         // Far more than a pipe holds: a reader that stopped at its limit would hang the program.
         const ProgramEnd talkative = runShell(u"yes complaint | head -c 1000000 >&2; exit 5"_s);
@@ -88,6 +97,23 @@ private Q_SLOTS:
             QVERIFY(sleeper > 0);
             QTRY_VERIFY(kill(sleeper, 0) != 0);
         }
+    }
+
+    void whatCopiesEndsWithTheProgram()
+    {
+        const TestFolder folder;
+        if (const pid_t program = fork(); program == 0) {
+            runShellHere(u"exec sleep 1000"_s, [&](pid_t process) {
+                folder.write(u"process"_s, QByteArray::number(process));
+                kill(getpid(), SIGKILL);
+            });
+            _exit(0);
+        } else {
+            waitpid(program, nullptr, 0);
+        }
+        const pid_t sleeper = folder.read(u"process"_s).toInt();
+        QVERIFY(sleeper > 0);
+        QTRY_VERIFY(kill(sleeper, 0) != 0);
     }
 
     // A logout that is called off is not told of: whatever is announced next may be another end.
@@ -158,9 +184,15 @@ private Q_SLOTS:
     }
 
 private:
-    ProgramEnd runShell(const QString &script, const std::function<void(pid_t)> &started = {})
+    using Started = std::function<void(pid_t)>;
+    static ProgramEnd runShell(const QString &script, const Started &started = {})
     {
         return DesktopPrograms().run({ u"/bin/sh"_s, u"-c"_s, script }, started);
+    }
+    static ProgramEnd runShellHere(const QString &script, const Started &started = {})
+    {
+        const Descriptor here(::open(".", O_PATH));
+        return DesktopPrograms().runAt(here.number(), { u"/bin/sh"_s, u"-c"_s, script }, started);
     }
 };
 
