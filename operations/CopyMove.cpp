@@ -106,9 +106,9 @@ CopyMove::Next CopyMove::performItem(Run &run, qsizetype &index) // worker threa
             return Next::GoOn;
         }
         tell(run, name);
-        const TransferEnd end = decision.standing == Standing::ToTrash
-                && isFolder(run.transfer.atDestination(name).status)
-            ? putInto(run, name)
+        const auto standing = run.transfer.atDestination(name).status;
+        const TransferEnd end = decision.standing == Standing::ToTrash && isFolder(standing)
+            ? putInto(run, name, standing->identity)
             : run.transfer.put(name, *decision.standing, decision.shown);
         if (end.what == TransferEnd::NotAsShown)
             continue; // nobody agreed to lose what stands there now
@@ -172,10 +172,12 @@ bool CopyMove::movesToFree(Run &run, const QString &name) // worker thread
         && run.transfer.moveToFree(name, *given);
 }
 
-TransferEnd CopyMove::putInto(Run &run, const QString &name) // worker thread
+TransferEnd CopyMove::putInto(Run &run, const QString &name,
+                              const FileIdentity &folder) // worker thread
 {
-    Transfer inner(run.operation, run.request.source, run.target(name), programs, workspace,
-                   _journal, [this](const QString &line) { showLine(line); });
+    Transfer inner(
+        run.operation, run.request.source, run.target(name), programs, workspace, _journal,
+        [this](const QString &line) { showLine(line); }, folder);
     const auto standing = inner.atDestination(name);
     if (standing.failure)
         return { TransferEnd::Failed, reasonText(standing.failure) };
@@ -213,7 +215,7 @@ bool CopyMove::duplicate(const QString &source, const QString &destination, QStr
         as = name;
     }
     Transfer transfer(Operation::Copy, PathText::parent(source), folder, programs, workspace,
-                      _journal, {});
+                      _journal, {}, into ? std::optional(existing->identity) : std::nullopt);
     const auto standing = transfer.atDestination(as);
     if (standing.failure)
         return fails(reasonText(standing.failure));

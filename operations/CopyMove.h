@@ -49,7 +49,7 @@ private:
     };
     Decision decide(Run &run, const QString &name, bool mayAsk, bool isLast);
     bool movesToFree(Run &run, const QString &name);
-    TransferEnd putInto(Run &run, const QString &name);
+    TransferEnd putInto(Run &run, const QString &name, const FileIdentity &folder);
     void tell(Run &run, const QString &name);
     bool isLong(Run &run) const; // so that the sheet comes up
     void showLine(const QString &line) const;

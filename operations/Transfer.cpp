@@ -49,7 +49,7 @@ Transfer::Found find(int folder, const QString &name)
 
 Transfer::Transfer(Operation operation, const QString &source, const QString &destination,
                    Programs &programsToRun, Workspace &workspace, const Journal &journal,
-                   ShowLine showLine)
+                   ShowLine showLine, const std::optional<FileIdentity> &seen)
     : _operation(operation)
     , _sourcePath(source)
     , _destinationPath(destination)
@@ -63,6 +63,9 @@ Transfer::Transfer(Operation operation, const QString &source, const QString &de
     , _staging(_destination.number(), destination, journal)
     , _pending(_source.number(), _destination.number(), destination, _staging, workspace)
 {
+    const auto opened = seen && !_noDestination ? statusOf(_destination.number()) : std::nullopt;
+    if (opened && opened->identity != *seen)
+        _noDestination = std::make_error_code(std::errc::resource_unavailable_try_again);
 }
 
 Transfer::~Transfer()

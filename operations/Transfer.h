@@ -30,8 +30,10 @@ class Transfer final {
 public:
     using ShowLine = std::function<void(const QString &)>;
 
+    // `seen`: what the destination must still be, where it was looked at before.
     Transfer(Operation operation, const QString &source, const QString &destination,
-             Programs &programs, Workspace &workspace, const Journal &journal, ShowLine showLine);
+             Programs &programs, Workspace &workspace, const Journal &journal, ShowLine showLine,
+             const std::optional<FileIdentity> &seen = {});
     ~Transfer(); // settles what is pending
 
     // The status at a name of the two folders; absent, or an error that is no absence.

@@ -109,6 +109,30 @@ private Q_SLOTS:
         }
     }
 
+    // What is put into a folder that stands at its name, as after "No" and by duplicating.
+    void aFolderSwappedForALinkIsNotEntered()
+    {
+        for (const Verb verb : { Verb::Copy, Verb::Move, Verb::Duplicate }) {
+            World world(u"from/a=a, from/b=new, to/a=old, to/b/, victim/b=precious"_s);
+            const Watched watched([&](Call call, const char *name, unsigned) {
+                if (call == Call::Open && QByteArray(name).endsWith("/to/b"))
+                    world.folder.shell(u"rmdir to/b; ln -s ../victim to/b"_s);
+                return 0;
+            });
+            if (verb == Verb::Duplicate) {
+                world.alerts.answer(Alert::Ok);
+                world.perform(verb, u"b"_s, u"../to/b"_s);
+            } else {
+                world.alerts.answer({ Alert::No, Alert::Ok });
+                world.run(verb == Verb::Copy ? Operation::Copy : Operation::Move,
+                          { u"a"_s, u"b"_s });
+            }
+            QVERIFY(world.alerts.last().text.endsWith(u"failed!"_s));
+            QCOMPARE(treeOf(world.folder, { u"from"_s, u"to"_s, u"victim"_s, u"trash"_s }),
+                     u"from/a=a, from/b=new, to/a=old, to/b->../victim, victim/b=precious"_s);
+        }
+    }
+
     void lateFilesOfAMoveStayAndAreNamed()
     {
         World world(u"from/a/x=new, from/a/log=line, from/a/deep/y=new, from/a/pair==from/a/x"_s,
