@@ -3,38 +3,53 @@
 #include <QSet>
 
 #include <algorithm>
+#include <iterator>
 
 RowSet currentRows(const RowSet &rows, const Listing &seen, const Listing &now)
 {
-    RowSet found;
+    return currentRows(ShownRows { rows }, seen, now).selected;
+}
+
+ShownRows currentRows(const ShownRows &shown, const Listing &seen, const Listing &now)
+{
+    const auto within = [&now](int row) { return std::min(row, int(now.size()) - 1); };
+    ShownRows found { {}, within(shown.current), within(shown.first) };
     if (seen.generation() == now.generation()) {
-        for (const int row : rows) {
-            if (now.holds(row))
-                found.append(row);
-        }
+        std::ranges::copy_if(shown.selected, std::back_inserter(found.selected),
+                             [&now](int row) { return now.holds(row); });
         return found;
     }
     // Items of another folder have other paths, and ".." is its own.
     if (seen.folder() != now.folder() || now.isEmpty())
         return found;
-    QSet<QByteArrayView> wanted; // names, as the listing that was seen keeps them
-    for (const int row : rows) {
-        if (row == ParentRow)
-            found.append(ParentRow);
-        else if (seen.holds(row))
-            wanted.insert(seen[row].nameBytes());
-    }
-    for (int row = FirstItemRow; row < now.size() && !wanted.isEmpty(); ++row)
-        if (wanted.remove(now[row].nameBytes()))
-            found.append(row);
-    return found;
-}
-
-ShownRows currentRows(const ShownRows &shown, const Listing &seen, const Listing &now)
-{
-    const auto oneRow = [&](int row) {
-        const RowSet found = currentRows(RowSet { row }, seen, now);
-        return found.isEmpty() ? std::min(row, int(now.size()) - 1) : found.first();
+    // Names, as the listing that was seen keeps them; empty for no item.
+    const auto nameOf = [&seen](int row) {
+        return isItemRow(row) && seen.holds(row) ? seen[row].nameBytes() : QByteArrayView();
     };
-    return { currentRows(shown.selected, seen, now), oneRow(shown.current), oneRow(shown.first) };
+    QByteArrayView current = nameOf(shown.current);
+    QByteArrayView first = nameOf(shown.first);
+    QSet<QByteArrayView> wanted;
+    wanted.reserve(shown.selected.size());
+    for (const int row : shown.selected) {
+        if (row == ParentRow)
+            found.selected.append(ParentRow);
+        else if (const QByteArrayView name = nameOf(row); !name.isEmpty())
+            wanted.insert(name);
+    }
+    const auto takeIf = [](QByteArrayView &sought, QByteArrayView name, int &place, int row) {
+        if (!sought.isEmpty() && sought == name) {
+            place = row;
+            sought = {};
+        }
+    };
+    for (int row = FirstItemRow; row < now.size(); ++row) {
+        if (wanted.isEmpty() && current.isEmpty() && first.isEmpty())
+            break;
+        const QByteArrayView name = now[row].nameBytes();
+        if (wanted.remove(name))
+            found.selected.append(row);
+        takeIf(current, name, found.current, row);
+        takeIf(first, name, found.first, row);
+    }
+    return found;
 }

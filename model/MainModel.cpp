@@ -4,6 +4,7 @@
 #include "base/Localized.h"
 #include "files/PathText.h"
 #include "files/Waiting.h"
+#include "model/CurrentRows.h"
 #include "model/FileQueries.h"
 #include "model/PaneSettings.h"
 #include "model/PaneWindow.h"
@@ -102,6 +103,12 @@ Listing MainModel::sorted(const Listing &listing, Column column, SortDirection d
 {
     return waiting.forRows(listing.size(), localized("Sorting..."),
                            [=] { return listing.sorted(column, direction); });
+}
+
+ShownRows MainModel::rowsNow(const ShownRows &shown, const Listing &seen, const Listing &now) const
+{
+    return waiting.forRows(shown.selected.size(), localized("Comparing..."),
+                           [=] { return currentRows(shown, seen, now); });
 }
 
 int MainModel::getRowFromValueInFileList(Side side, const QString &path) const

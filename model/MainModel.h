@@ -66,6 +66,9 @@ public:
     bool insideBundle() const { return _insideBundle; }
     void setInsideBundle(bool inside) { _insideBundle = inside; }
 
+    // What a table showed of another listing, in this one; says that it compares where that takes
+    // a while.
+    ShownRows rowsNow(const ShownRows &shown, const Listing &seen, const Listing &now) const;
     void sortRowEntries(Column column, Side side, SortDirection direction);
     // Asks for another name after a rename that failed, with the one that was typed.
     void renameAgain(const OperationRequest &refused);

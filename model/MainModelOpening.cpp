@@ -27,7 +27,9 @@ void MainModel::fillFileList(Side side, const FolderChange &change)
         table.setSortIndicator(*column, _sortingDirection);
     }
     const Listing before = _rows[side];
-    const ShownRows shown = table.shownRows();
+    const bool reload = !change.item && path == before.folder();
+    // What is selected there stays selected: the next command acts on it.
+    const ShownRows shown = reload ? rowsNow(table.shownRows(), before, listing) : ShownRows();
     Q_EMIT rowsAboutToChange(side);
     _rows[side] = listing;
     Q_EMIT rowsChanged(side);
@@ -39,9 +41,8 @@ void MainModel::fillFileList(Side side, const FolderChange &change)
         && FileQueries::isStringInSubstring(windowController->completeNavigatorPath(side), item);
     if (!cameAlong && item != u".."_s)
         _selectedItems[side].removeRow(path);
-    if (!change.item && path == before.folder()) {
-        // What is selected there stays selected: the next command acts on it.
-        table.showRows(currentRows(shown, before, listing));
+    if (reload) {
+        table.showRows(shown);
         return;
     }
     const int row = _selectedItems[side].row(path);

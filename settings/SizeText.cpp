@@ -1,26 +1,28 @@
 #include "settings/SizeText.h"
 
 #include <charconv>
+#include <cmath>
 #include <optional>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-struct Scaled {
-    double value;
-    QString unit;
+struct Unit {
+    double bytes;
+    int decimals; // of one item's size
+    QLatin1StringView name;
 };
 
-// The value in its unit; nothing below 1 KB. There is no unit above GB.
-std::optional<Scaled> scaled(double bytes)
+// The unit of a size; nothing below 1 KB. There is none above GB.
+std::optional<Unit> unitOf(double bytes)
 {
     if (bytes >= 0x1p30)
-        return Scaled { bytes * 0x1p-30, u" GB"_s };
+        return Unit { 0x1p30, 2, " GB"_L1 };
     if (bytes >= 0x1p20)
-        return Scaled { bytes * 0x1p-20, u" MB"_s };
+        return Unit { 0x1p20, 2, " MB"_L1 };
     if (bytes >= 0x1p10)
-        return Scaled { bytes * 0x1p-10, u" KB"_s };
+        return Unit { 0x1p10, 0, " KB"_L1 };
     return std::nullopt;
 }
 
@@ -35,22 +37,32 @@ QString digits(double value, std::chars_format format, int precision)
 
 QString SizeText::getCalcFileSize(qint64 bytes)
 {
-    const auto size = scaled(double(bytes));
-    if (!size)
+    const auto unit = unitOf(double(bytes));
+    if (!unit)
         return QString::number(bytes) + u" Bytes"_s;
-    const int decimals = bytes >= 0x100000 ? 2 : 0;
-    return fixed(size->value, decimals) + size->unit;
+    return fixed(double(bytes) / unit->bytes, unit->decimals) + unit->name;
+}
+
+double SizeText::readAsText(qint64 bytes)
+{
+    const auto unit = unitOf(double(bytes));
+    if (!unit)
+        return double(float(bytes));
+    // Halves go to the even, as in the text; a long double holds the product without rounding it.
+    const int scale = unit->decimals == 2 ? 100 : 1;
+    const auto digits = std::rint(static_cast<long double>(double(bytes) / unit->bytes) * scale);
+    return double(float(double(digits) / scale)) * unit->bytes;
 }
 
 QString SizeText::getCalcFileSizeWithDouble(double bytes)
 {
-    const auto size = scaled(bytes);
+    const auto unit = unitOf(bytes);
     // Kept: below 1 KB a sum reads "0 Bytes", whatever it is. A single item's text does count
     // bytes.
-    if (!size)
+    if (!unit)
         return u"0 Bytes"_s;
     // Kept: three digits, so the last of a unit reads "1.02e+03 KB".
-    return digits(size->value, std::chars_format::general, 3) + size->unit;
+    return digits(bytes / unit->bytes, std::chars_format::general, 3) + unit->name;
 }
 
 QString SizeText::fixed(double value, int decimals)

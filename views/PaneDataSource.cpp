@@ -1,7 +1,6 @@
 #include "views/PaneDataSource.h"
 
 #include "files/FileName.h"
-#include "model/CurrentRows.h"
 #include "model/MainModel.h"
 #include "model/PaneSettings.h"
 #include "settings/CalendarFormat.h"
@@ -65,7 +64,7 @@ void PaneDataSource::didClickTableColumn(Column column)
     ShownRows shown = fileList.shownRows();
     mainModel.sortRowEntries(column, side,
                              ascending ? SortDirection::Ascending : SortDirection::Descending);
-    shown = currentRows(shown, before, mainModel.rows(side));
+    shown = mainModel.rowsNow(shown, before, mainModel.rows(side));
     shown.first = NoRow; // the view stays where it is unless the keyboard's row leaves it
     fileList.showRows(shown);
     fileList.scrollToRow(shown.current);

@@ -10,26 +10,14 @@
 
 using namespace Qt::StringLiterals;
 
-// Kept: the texts are rounded, so the sum is approximate. One MB and one byte read "1.00 MB".
+// Kept: the sum is that of the shown texts, so it is approximate. One MB and one byte count as the
+// "1.00 MB" that they read.
 QString getCalculatedFileSize(const RowSet &rows, const Listing &entries)
 {
     double total = 0;
-    for (const int row : rows) {
-        if (!entries.holds(row))
-            continue;
-        const QString text = entries[row].size();
-        if (text == u"--"_s)
-            continue;
-        const float number = text.section(u' ', 0, 0).toFloat();
-        if (text.contains(u"GB"_s))
-            total += double(number * 1073741824.0F);
-        else if (text.contains(u"MB"_s))
-            total += double(number * 1048576.0F);
-        else if (text.contains(u"KB"_s))
-            total += double(number * 1024.0F);
-        else
-            total += double(number);
-    }
+    for (const int row : rows)
+        if (entries.holds(row))
+            total += SizeText::readAsText(entries[row].knownSize().value_or(0));
     return total == 0 ? u"--"_s : SizeText::getCalcFileSizeWithDouble(total);
 }
 
