@@ -78,6 +78,7 @@ void Application::start()
     });
     takeFolders();
     awakeAll();
+    _hasStarted = true;
     if (settled)
         _twinleaf.tellInterruptedWork();
 }
@@ -95,6 +96,14 @@ void Application::takeFolders()
 
 void Application::quit()
 {
+    if (_stoppingWork
+        && _services.alerts.ask(Alert::question(
+               localized("The work has not come to an end yet. Quit without waiting for it?"),
+               localized("What is unfinished is settled at the next start.")))
+            == Alert::Yes) {
+        _leavesWork = true;
+        _twinleaf.abandon();
+    }
     if (_quitting)
         return;
     _quitting = true;
@@ -108,15 +117,29 @@ void Application::quit()
         return;
     }
     _mainWindow.setEnabled(false);
+    save(); // a worker that stands at a server that is gone does not end
+    _stoppingWork = true;
     stopWork();
     save();
     QCoreApplication::exit(0);
 }
 
+bool Application::end()
+{
+    const Alerts::Silence silence(_services.alerts);
+    if (!_leavesWork)
+        stopWork();
+    _services.defaults.synchronize();
+    const bool countingEnded = _folderSize.end();
+    return countingEnded && !_twinleaf.anyRunning() && !Waiting::anyLost();
+}
+
 void Application::powerOff()
 {
     // At each notice: an end that was announced may have been called off since.
-    if (_endingWork) // a second one, while the work is stopped for the first
+    // A second one, while the work is stopped for the first; or there is no work yet, and what the
+    // start waits for may still come.
+    if (_endingWork || !_hasStarted)
         return save();
     const QScopedValueRollback ending(_endingWork, true);
     // Nobody is there to answer any more.
@@ -152,7 +175,8 @@ void Application::showAbout()
 
 void Application::save()
 {
-    _bus.post(ApplicationWillTerminate, {});
+    if (_hasStarted) // until then what is stored is what the panes are to show
+        _bus.post(ApplicationWillTerminate, {});
     _services.defaults.synchronize();
 }
 

@@ -42,7 +42,12 @@ public:
     void start();
 
     // Asks when work is under way; then stops it between two items, saves and ends the event loop.
+    // Asked again while the work does not come to an end, it may leave that to the next start.
     void quit();
+
+    // After the event loop: stops the work and writes the settings. False when threads are left
+    // that stand at a server that is gone: only the end of the process ends them.
+    bool end();
 
     MessageBus &bus() { return _bus; }
     const FileKinds &kinds() const { return _kinds; }
@@ -99,6 +104,9 @@ private:
     OpenWithMenu _openWithMenu;
     UpdateCheck _updateCheck;
     ExpandSelection _expandSelection; // as the sheet was left
+    bool _hasStarted = false;
     bool _quitting = false;
+    bool _stoppingWork = false; // for quit()
+    bool _leavesWork = false; // to the next start
     bool _endingWork = false;
 };

@@ -1,4 +1,5 @@
 #include "app/Application.h"
+#include "base/Arrivals.h"
 #include "platform/Workspace.h"
 #include "views/TableViews.h"
 #include "window/ClassicButton.h"
@@ -36,7 +37,10 @@ void Application::connectAll()
     for (auto button = _mainWindow.buttons.cbegin(); button != _mainWindow.buttons.cend(); ++button)
         connect(button.value(), &ClassicButton::clicked, &_commands,
                 [this, command = button.key()] { _commands.run(command); });
-    connect(&_mainWindow, &UnifiedWindow::closeAsked, this, &Application::quit);
+    // Later: as long as the window handles one close, it hears of no other.
+    connect(
+        &_mainWindow, &UnifiedWindow::closeAsked, this,
+        [this] { Arrivals::deliver(this, [this] { quit(); }); }, Qt::QueuedConnection);
 
     connect(&_runsIndicator, &RunsIndicator::cancelAsked, this,
             [this](unsigned ticket) { _twinleaf.runQueue().cancel(ticket); });

@@ -1,7 +1,6 @@
 #include "app/Application.h"
 #include "app/CommandLine.h"
 #include "app/DesktopServices.h"
-#include "files/Waiting.h"
 #include "platform/desktop/SilentBus.h"
 #include "settings/BundleInfo.h"
 
@@ -71,20 +70,23 @@ int run(int argc, char **argv)
     DesktopServices desktop;
     Application twinleaf(desktop.services(), line);
     desktop.setMainWindow(&twinleaf.mainWindow());
-    twinleaf.start();
-    // Opens the window, turns the event loop and quits.
-    if (line.task == CommandLine::Task::SelfTest)
-        QTimer::singleShot(0, &twinleaf, &Application::quit);
-    return QCoreApplication::exec();
+    // Inside the event loop: what ends the program also ends a start that waits for a disk.
+    QTimer::singleShot(0, &twinleaf, [&twinleaf, &line] {
+        twinleaf.start();
+        // Opens the window, turns the event loop and quits.
+        if (line.task == CommandLine::Task::SelfTest)
+            QTimer::singleShot(0, &twinleaf, &Application::quit);
+    });
+    const int status = QCoreApplication::exec();
+    // A thread that stands at a server that is gone must not come back into what goes from here on.
+    if (!twinleaf.end())
+        std::_Exit(status);
+    return status;
 }
 
 } // namespace
 
 int main(int argc, char **argv)
 {
-    const int status = run(argc, argv);
-    // A thread that stands at a server that is gone must not come back into what exit() takes down.
-    if (Waiting::anyLost())
-        std::_Exit(status);
-    return status;
+    return run(argc, argv);
 }

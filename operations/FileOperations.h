@@ -60,6 +60,7 @@ public:
     QString describedRuns(); // the copy and move runs, a line each
     void stopAll();
     void drain() { _workers.drain(); }
+    void abandon() { _workers.abandon(); }
 
 private:
     void cancelThread(const NoPayload &);

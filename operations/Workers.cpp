@@ -88,7 +88,8 @@ void Workers::runAndWait(const std::function<void()> &body)
 
 void Workers::drain()
 {
-    serveUntil([this] { return !anyRunning(); }, QEventLoop::AllEvents);
+    _abandoned = false;
+    serveUntil([this] { return _abandoned || !anyRunning(); }, QEventLoop::AllEvents);
 }
 
 void Workers::settleEnded()

@@ -35,6 +35,7 @@ public:
     bool anyRunning() const { return _running > 0; }
     // Waits until every worker has ended and goes on serving them.
     void drain();
+    void abandon() { _abandoned = true; } // ends the drain under way
 
 private:
     void settleEnded();
@@ -43,4 +44,5 @@ private:
     Handlers _handlers;
     QList<OperationRecord> _ended; // waiting for the open question to be answered
     int _running = 0;
+    bool _abandoned = false;
 };

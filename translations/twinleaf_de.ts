@@ -380,6 +380,14 @@
         <translation>Eine Dateioperation läuft noch. Nach dem aktuellen Objekt anhalten und beenden?</translation>
     </message>
     <message>
+        <source>The work has not come to an end yet. Quit without waiting for it?</source>
+        <translation>Die Arbeit ist noch nicht zu Ende. Beenden, ohne auf sie zu warten?</translation>
+    </message>
+    <message>
+        <source>What is unfinished is settled at the next start.</source>
+        <translation>Was unfertig ist, wird beim nächsten Start in Ordnung gebracht.</translation>
+    </message>
+    <message>
         <source>&apos;%@&apos; does not exist; the home folder is shown instead</source>
         <translation>&apos;%@&apos; gibt es nicht; stattdessen wird der Benutzerordner gezeigt</translation>
     </message>

@@ -38,11 +38,21 @@ FolderSize::FolderSize(MessageBus &messages, const MainModel &model, const FileQ
 FolderSize::~FolderSize()
 {
     bus.unsubscribe(this);
+    end();
+}
+
+bool FolderSize::end()
+{
     *_stop = true;
+    bool ended = true;
     const auto threads = findChildren<QThread *>();
-    for (QThread *thread : threads)
-        if (!thread->wait(Patience))
-            thread->setParent(nullptr); // left behind: it stands at a server that is gone
+    for (QThread *thread : threads) {
+        if (thread->wait(Patience))
+            continue;
+        thread->setParent(nullptr); // left behind
+        ended = false;
+    }
+    return ended;
 }
 
 void FolderSize::showFolderSize(Side side, const RowsOfPane &asked)

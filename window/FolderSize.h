@@ -19,7 +19,11 @@ class FolderSize final : public QObject {
 public:
     FolderSize(MessageBus &bus, const MainModel &mainModel, const FileQueries &queries,
                InfoBars &infoBars);
-    ~FolderSize() override; // gives up what is still being counted
+    ~FolderSize() override;
+
+    // Gives up what is still being counted; false when a thread does not come back from a server
+    // that is gone.
+    bool end();
 
     void showFolderSize(Side side, const RowsOfPane &rows);
 

@@ -68,6 +68,8 @@ void WindowController::showTitle(Side side, const FolderChange &)
         return;
     const SegmentedControl &navigator = navigators.control(side);
     const QString folder = FileName::shown(navigator.label(navigator.selectedSegment()));
+    if (folder.isEmpty())
+        return; // nothing is listed yet
     // "[*]" has a meaning of its own in titles.
     mainWindow.setWindowTitle(QString(folder).replace("[*]"_L1, "[*][*]"_L1) + u" – Twinleaf"_s);
 }
@@ -100,6 +102,8 @@ void WindowController::applicationWillTerminate(const NoPayload &)
     saveFrame(mainWindow, defaults);
     const bool savePaths = defaults.boolean(Settings::SaveLastPaths).value_or(true);
     for (const Side side : { Side::Left, Side::Right }) {
+        if (mainModel.folder(side).isEmpty())
+            continue; // nobody answered for what it was to show: that stays stored
         if (savePaths)
             defaults.setValue(paneSettings(side).lastPath,
                               navigators.getCurrentNavigatorPath(side));

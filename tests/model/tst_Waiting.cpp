@@ -242,6 +242,52 @@ private Q_SLOTS:
                  7);
     }
 
+    void anEndBeforeTheFirstListingKeepsWhatIsStored()
+    {
+        World world(QString::fromLatin1(Tree));
+        const QVariantMap rows { { u"/somewhere"_s, 3LL } };
+        world.defaults.setValue(Settings::SelectedItemsLeft, rows);
+        world.defaults.setValue(Settings::LeftFileListSortedColumn, u"Size"_s);
+        const QVariantMap before = world.defaults.dictionaryRepresentation();
+        Disk disk;
+        disk.stopAt(world.folder.path(u"left"_s));
+        whileWaiting(world, [&] {
+            Q_EMIT world.workspace.willPowerOff();
+            QCOMPARE(world.defaults.dictionaryRepresentation(), before);
+            disk.answer();
+        });
+        world.start(); // the end was called off
+        QCOMPARE(world.shown(), world.folder.path(u"left"_s));
+    }
+
+    void quitDoesNotWaitForEverForAWorker()
+    {
+        World world(u"left/a=a"_s);
+        world.defaults.setValue(Settings::ConfirmationForFileOperations, false);
+        world.start();
+        Disk disk;
+        world.select(u"a"_s);
+        disk.stopAt(world.folder.path(u"left/a"_s));
+        world.commands.action(Command::Copy)->trigger();
+        world.show(Side::Left, u"right"_s);
+        for (int question = 0; question < 2; ++question)
+            world.alerts.answer(Alert::Yes);
+        QTimer::singleShot(0, &world.window, [&] {
+            world.window.close();
+            // Once more, while the worker is waited for; all is saved by then.
+            QTimer::singleShot(0, &world.window, [&] {
+                QCOMPARE(world.defaults.string(Settings::LeftFileListLastPath),
+                         world.folder.path(u"right"_s));
+                world.window.close();
+            });
+        });
+        QCoreApplication::exec();
+        QVERIFY(!world.application.end());
+        disk.answer();
+        world.twinleaf.drain();
+        QVERIFY(world.application.end());
+    }
+
     void aFolderThatIsGoneIsReplacedByTheNearest()
     {
         World world(u"left/stick/deep/"_s);
