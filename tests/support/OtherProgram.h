@@ -40,7 +40,10 @@ public:
         std::error_code failed;
         // What it replaces may be a link that the path leads through.
         const fs::path given(FileName::toBytes(path).toStdString());
-        const fs::path at = fs::weakly_canonical(given.parent_path(), failed) / given.filename();
+        const fs::path parent = fs::weakly_canonical(given.parent_path(), failed);
+        if (failed) // a circle of links
+            return;
+        const fs::path at = parent / given.filename();
         const fs::path beside = at.native() + "-other" + std::to_string(++_last);
         const bool mayGo = _mayGo(path);
         const bool file = fs::is_regular_file(fs::symlink_status(at, failed));
