@@ -138,7 +138,8 @@ bool TreeList::isReadableWholeIn(const TreeList &copy, int folder) const
     return !_entries.empty() && !copy._entries.empty() && isIn(copy, 0, 0, folder);
 }
 
-// Where the kernel makes the inode numbers up, it may have made up others by now.
+// Where the kernel makes the inode numbers up, it may have made up others by now, and the time of
+// the last change with them.
 bool TreeList::isUnchanged(const Entry &entry, const FileStatus &now) const
 {
     if (now.kind != entry.kind || (_keepsInodes && now.identity != entry.identity))
@@ -147,7 +148,7 @@ bool TreeList::isUnchanged(const Entry &entry, const FileStatus &now) const
     // when one of them goes.
     return entry.kind == FileKind::Directory
         || (now.size == entry.size && now.modified == entry.modified
-            && (now.changed == entry.changed || !entry.alone));
+            && (now.changed == entry.changed || !entry.alone || !_keepsInodes));
 }
 
 QStringList TreeList::removeFrom(int folder) const

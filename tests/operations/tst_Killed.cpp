@@ -1,6 +1,7 @@
 #include "tests/operations/OperationWorld.h"
 
 #include "files/FileSystem.h"
+#include "files/FolderMark.h"
 #include "operations/InterruptedRuns.h"
 #include "tests/support/Ledger.h"
 #include "tests/support/Watched.h"
@@ -134,6 +135,22 @@ private Q_SLOTS:
         QCOMPARE(told.size(), 1);
     }
 
+    // Numbers that are equal by chance on two devices prove no exchange.
+    void whatWasNeverMovedStays()
+    {
+        World world(u"from/a=only, to/a=old"_s, Device::Other);
+        const auto number = [&](const QString &path) {
+            return QString::number(
+                fileStatus(world.folder.path(path), Links::NoFollow)->identity.inode);
+        };
+        world.engine.journal().write({ world.destination, folderMark(world.destination),
+                                       u".twinleaf-gone"_s, u"moved"_s, world.source, u"a"_s,
+                                       number(u"to/a"_s), number(u"from/a"_s) });
+        QStringList told;
+        QTRY_VERIFY(isSettled(world, told));
+        QCOMPARE(world.tree(), u"from/a=only, to/a=old"_s);
+    }
+
     // Another volume at the same mount point is not the one that the note is about.
     void aNoteWaitsForItsVolume()
     {
@@ -214,6 +231,8 @@ private:
             QVERIFY2(found.contains("new"), when);
             QVERIFY2(!replaces || found.contains("old") || world.to(u"a"_s + work.inside) == "new",
                      when);
+            const bool saysArrived = told.join(u' ').contains(u"was copied but is still there"_s);
+            QVERIFY2(!saysArrived || world.to(u"a"_s + work.inside) == "new", when);
             // An empty hidden folder is nothing to tell of.
             if (!leaves && work.operation == Operation::Copy)
                 QCOMPARE(told, QStringList());
