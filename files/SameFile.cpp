@@ -1,6 +1,5 @@
 #include "files/SameFile.h"
 #include "files/FileName.h"
-#include "files/MountTable.h"
 #include "files/StatxStatus.h"
 
 #include <climits>
@@ -69,7 +68,7 @@ bool SameFile::isSame(const QString &a, const QString &b)
     return false;
 }
 
-bool SameFile::isInside(const QString &inner, const QString &folder)
+bool SameFile::isInside(const QString &inner, const QString &folder, const MountTable &table)
 {
     const auto status = fileStatus(folder, Links::NoFollow);
     if (!status || status->kind != FileKind::Directory)
@@ -77,7 +76,6 @@ bool SameFile::isInside(const QString &inner, const QString &folder)
     if (isBelow(inner, status->identity))
         return true;
     // A part of the folder may be mounted elsewhere a second time.
-    const MountTable table = MountTable::current();
     const auto a = placeOf(inner, table);
     const auto b = placeOf(folder, table);
     return a && b && a->device == b->device

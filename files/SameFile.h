@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QString>
+#include "files/MountTable.h"
 
 // Which file is which: through links, hard links, bind mounts and other names for one folder.
 namespace SameFile {
@@ -10,6 +10,7 @@ bool isSame(const QString &a, const QString &b);
 
 // Whether the existing folder `inner` is `folder` itself or lies anywhere below it, also by way of
 // another mount of the same file system. `folder` is taken as itself: a link is no folder.
-bool isInside(const QString &inner, const QString &folder);
+bool isInside(const QString &inner, const QString &folder,
+              const MountTable &table = MountTable::current());
 
 } // namespace SameFile

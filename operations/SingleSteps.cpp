@@ -81,12 +81,13 @@ void SingleSteps::renameItem(const OperationRequest &request,
 QStringList SingleSteps::moveAllToTrash(const OperationRequest &request) // worker thread
 {
     // Nothing moves when one of them must not: the set succeeds or fails as one.
+    const auto trash = workspace.trashRun(request.source);
     QStringList refused;
     for (const QString &name : request.items) {
-        const QString path = PathText::joined(request.source, name);
         const QString reason = !PathText::isItemName(name) ? localized("It is no item.")
-            : FileFlags::isLocked(path)                    ? localized("The item is locked.")
-                                                           : workspace.trashRefusal(path);
+            : FileFlags::isLocked(PathText::joined(request.source, name))
+            ? localized("The item is locked.")
+            : trash->refusal(name);
         if (!reason.isEmpty())
             refused.append(line(name, reason));
     }
@@ -94,7 +95,7 @@ QStringList SingleSteps::moveAllToTrash(const OperationRequest &request) // work
         return refused;
     for (const QString &name : request.items) {
         QString reason;
-        if (!workspace.moveToTrash(PathText::joined(request.source, name), &reason))
+        if (!trash->move(name, &reason))
             return { line(name, reason) };
     }
     return {};

@@ -4,6 +4,8 @@
 #include <QObject>
 #include <QStringList>
 
+#include <memory>
+
 // The programs of the Tools menu.
 enum class Tool {
     Terminal,
@@ -46,9 +48,23 @@ public:
     // Opens a web or mail address in the person's browser or mail program.
     virtual bool openAddress(const QString &address) = 0;
 
-    // Why moveToTrash would refuse the item, as a sentence for a person; "" when nothing speaks
-    // against it. Any thread.
-    virtual QString trashRefusal(const QString &path) const = 0;
+    // Moves items of one folder to the Trash. What holds for all of them is looked at once. On one
+    // thread.
+    class TrashRun {
+    public:
+        TrashRun() = default;
+        virtual ~TrashRun() = default;
+        TrashRun(const TrashRun &) = delete;
+        TrashRun &operator=(const TrashRun &) = delete;
+
+        // Why the item would be refused, as a sentence for a person; "" when nothing speaks
+        // against it.
+        virtual QString refusal(const QString &name) = 0;
+        // As moveToTrash.
+        virtual bool move(const QString &name, QString *reason) = 0;
+    };
+    virtual std::unique_ptr<TrashRun> trashRun(const QString &folder) = 0; // any thread
+
     // Moves one item to the Trash. "/", the home folder, a mount point, the Trash itself and what
     // lies in it are refused. Never removes for good. `reason` gets why it failed, as a sentence
     // for a person. `origin`: the place from which the Trash is to say that it came, when that is

@@ -128,9 +128,23 @@ bool DesktopWorkspace::openAddress(const QString &address)
     return QDesktopServices::openUrl(QUrl(address));
 }
 
-QString DesktopWorkspace::trashRefusal(const QString &path) const
+std::unique_ptr<Workspace::TrashRun> DesktopWorkspace::trashRun(const QString &folder)
 {
-    return Trash::refusal(path);
+    struct Run final : TrashRun {
+        explicit Run(const QString &folder)
+            : _trash(folder)
+        {
+        }
+        QString refusal(const QString &name) override { return _trash.refusal(name); }
+        bool move(const QString &name, QString *reason) override
+        {
+            return _trash.moveItem(name, reason);
+        }
+
+    private:
+        Trash::Folder _trash;
+    };
+    return std::make_unique<Run>(folder);
 }
 
 bool DesktopWorkspace::moveToTrash(const QString &path, QString *reason, const QString &origin)

@@ -21,7 +21,7 @@ public:
     QIcon iconOfApplication(const QString &path) const override;
     bool openAddress(const QString &address) override;
 
-    QString trashRefusal(const QString &path) const override;
+    std::unique_ptr<TrashRun> trashRun(const QString &folder) override;
     bool moveToTrash(const QString &path, QString *reason, const QString &origin) override;
 
     QStringList mountedLocalVolumePaths() const override;

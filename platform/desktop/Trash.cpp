@@ -40,60 +40,34 @@ bool isVolumeTrash(const QString &path)
     return folder == u"/" || (status && status->mountPoint);
 }
 
-bool liesInTrash(const QString &path)
+bool isInTrash(const QString &folder, const MountTable &mounts)
 {
-    const QString parent = PathText::parent(path);
-    if (exists(homeTrash()) && SameFile::isInside(parent, homeTrash()))
+    if (exists(homeTrash()) && SameFile::isInside(folder, homeTrash(), mounts))
         return true;
-    for (QString above = parent; above != u"/"; above = PathText::parent(above)) {
+    for (QString above = folder; above.size() > 1; above = PathText::parent(above)) {
         if (isVolumeTrash(above))
             return true;
     }
     return false;
 }
 
-bool mustStay(const QString &path, const FileStatus &status)
-{
-    if (status.mountPoint || isVolumeTrash(path))
-        return true;
-    if (status.kind != FileKind::Directory)
-        return false;
-    const QString kept[] = { FileName::fromBytes(g_get_home_dir()), homeTrash(),
-                             homeTrash() + "/files"_L1, homeTrash() + "/info"_L1 };
-    return std::any_of(std::begin(kept), std::end(kept), [&](const QString &folder) {
-        return exists(folder) && SameFile::isInside(folder, path);
-    });
-}
-
-// Where the Trash would keep the record of an item: at home, or at the top of another volume.
-QStringList recordFolders(const QString &item)
+// Where the Trash would keep the records of a folder's items: at home, or at the top of another
+// volume.
+QStringList recordFolders(const QString &folder)
 {
     const auto device = [](const QString &path) {
         const auto status = fileStatus(path, Links::Follow);
         return status ? std::optional(status->identity.device) : std::nullopt;
     };
-    QString top = PathText::parent(item);
+    QString top = folder;
     const auto own = device(top);
     if (own == device(FileName::fromBytes(g_get_home_dir())))
         return { homeTrash() + "/info"_L1 };
-    while (top != u"/" && device(PathText::parent(top)) == own)
+    while (top.size() > 1 && device(PathText::parent(top)) == own)
         top = PathText::parent(top);
     const QString user = QString::number(getuid());
     return { PathText::joined(top, ".Trash/"_L1 + user + "/info"_L1),
              PathText::joined(top, ".Trash-"_L1 + user + "/info"_L1) };
-}
-
-// The record has the item's name and an ending; the second of a name gets a number besides.
-bool isTooLong(const QString &item)
-{
-    const QByteArray record = FileName::toBytes(PathText::lastComponent(item)) + ".trashinfo";
-    constexpr int roomForNumber = 4;
-    const QStringList folders = recordFolders(item);
-    return std::any_of(folders.begin(), folders.end(), [&](const QString &folder) {
-        const bool taken = exists(PathText::joined(folder, FileName::fromBytes(record)));
-        const long limit = pathconf(FileName::toBytes(folder).constData(), _PC_NAME_MAX);
-        return record.size() + (taken ? roomForNumber : 0) > (limit > 0 ? limit : NAME_MAX);
-    });
 }
 
 // The local files alone: the desktop's virtual file systems would want a session bus first.
@@ -116,46 +90,84 @@ bool canBeTrashed(const QString &path)
     return can;
 }
 
-// Slashes at its end would mean the folder behind a link.
-QString itemPath(const QString &path)
-{
-    QString item = path;
-    while (item.size() > 1 && item.endsWith(u'/'))
-        item.chop(1);
-    return item;
-}
-
 } // namespace
 
-QString Trash::refusal(const QString &path)
+Trash::Folder::Folder(const QString &path)
+    : _path(path)
+    , _liesInTrash(isInTrash(path, _mounts))
 {
-    const QString item = itemPath(path);
+    for (const QString &folder : { FileName::fromBytes(g_get_home_dir()), homeTrash(),
+                                   homeTrash() + "/files"_L1, homeTrash() + "/info"_L1 })
+        if (exists(folder))
+            _kept += folder;
+    const QStringList folders = recordFolders(path);
+    for (const QString &folder : folders) {
+        const long limit = pathconf(FileName::toBytes(folder).constData(), _PC_NAME_MAX);
+        _records.append({ folder, limit > 0 ? limit : NAME_MAX });
+    }
+    if (access(FileName::toBytes(path).constData(), W_OK | X_OK) != 0)
+        _notWritable = QString::fromLocal8Bit(g_strerror(errno));
+}
+
+QString Trash::Folder::itemPath(const QString &name) const
+{
+    return PathText::joined(_path, name);
+}
+
+bool Trash::Folder::mustStay(const QString &item, const FileStatus &status) const
+{
+    if (status.mountPoint || isVolumeTrash(item))
+        return true;
+    return status.kind == FileKind::Directory
+        && std::any_of(_kept.begin(), _kept.end(), [&](const QString &folder) {
+               return SameFile::isInside(folder, item, _mounts);
+           });
+}
+
+// The record has the item's name and an ending; the second of a name gets a number besides.
+bool Trash::Folder::isTooLong(const QString &name) const
+{
+    const QByteArray record = FileName::toBytes(name) + ".trashinfo";
+    constexpr int roomForNumber = 4;
+    return std::any_of(_records.begin(), _records.end(), [&](const Records &records) {
+        const bool taken = exists(PathText::joined(records.folder, FileName::fromBytes(record)));
+        return record.size() + (taken ? roomForNumber : 0) > records.longestName;
+    });
+}
+
+QString Trash::Folder::refusal(const QString &name)
+{
+    const QString item = itemPath(name);
     const auto status = fileStatus(item, Links::NoFollow);
-    if (!item.startsWith(u'/') || !status)
+    if (!status)
         return localized("It does not exist.");
-    if (liesInTrash(item))
+    if (_liesInTrash)
         return localized("It lies in the Trash already.");
-    if (item == u"/" || mustStay(item, *status))
+    if (mustStay(item, *status))
         return localized("It is a volume, the home folder or the Trash, or holds one of them.");
-    if (isTooLong(item))
+    if (isTooLong(name))
         return localized("Its name is too long for the Trash.");
-    const QByteArray folder = FileName::toBytes(PathText::parent(item));
-    if (access(folder.constData(), W_OK | X_OK) != 0)
-        return QString::fromLocal8Bit(g_strerror(errno));
+    if (!_notWritable.isEmpty())
+        return _notWritable;
     if (!canBeTrashed(item))
         return localized("There is no Trash on its volume, or no right to move it there.");
+    _allowed.insert(name, status->identity);
     return {};
 }
 
-bool Trash::moveItem(const QString &path, QString *reason, const QString &origin)
+bool Trash::Folder::moveItem(const QString &name, QString *reason, const QString &origin)
 {
-    const QString refused = refusal(path);
+    const QString item = itemPath(name);
+    const auto status = fileStatus(item, Links::NoFollow);
+    const auto allowed = _allowed.constFind(name);
+    // Another one may have come there.
+    const bool isThatOne = status && !status->mountPoint && allowed != _allowed.constEnd()
+        && *allowed == status->identity;
+    const QString refused = isThatOne ? QString() : refusal(name);
     if (reason)
         *reason = refused;
     if (!refused.isEmpty())
         return false;
-    const QString item = itemPath(path);
-    const auto status = fileStatus(item, Links::NoFollow);
     GFile *file = localFile(item);
     GError *error = nullptr;
     const bool moved = g_file_trash(file, nullptr, &error);
@@ -170,4 +182,18 @@ bool Trash::moveItem(const QString &path, QString *reason, const QString &origin
         g_error_free(error);
     }
     return moved;
+}
+
+bool Trash::moveItem(const QString &path, QString *reason, const QString &origin)
+{
+    // Slashes at its end would mean the folder behind a link.
+    QString item = path;
+    while (item.size() > 1 && item.endsWith(u'/'))
+        item.chop(1);
+    if (item.startsWith(u'/'))
+        return Folder(PathText::parent(item))
+            .moveItem(PathText::lastComponent(item), reason, origin);
+    if (reason)
+        *reason = localized("It does not exist.");
+    return false;
 }

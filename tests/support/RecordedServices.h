@@ -35,7 +35,29 @@ public:
     QIcon iconOfApplication(const QString &) const override { return {}; }
     bool openAddress(const QString &address) override { return record({ u"address"_s, address }); }
 
-    QString trashRefusal(const QString &path) const override { return refusals.value(path); }
+    std::unique_ptr<TrashRun> trashRun(const QString &folder) override
+    {
+        struct Run final : TrashRun {
+            Run(RecordedWorkspace &workspace, QString folder)
+                : _workspace(workspace)
+                , _folder(std::move(folder))
+            {
+            }
+            QString refusal(const QString &name) override
+            {
+                return _workspace.refusals.value(PathText::joined(_folder, name));
+            }
+            bool move(const QString &name, QString *reason) override
+            {
+                return _workspace.moveToTrash(PathText::joined(_folder, name), reason, {});
+            }
+
+        private:
+            RecordedWorkspace &_workspace;
+            QString _folder;
+        };
+        return std::make_unique<Run>(*this, folder);
+    }
     bool moveToTrash(const QString &path, QString *reason,
                      const QString &origin) override // any thread
     {
