@@ -54,6 +54,11 @@ bool Merge::complain(const Item &item, const std::string &reason) const
     return false;
 }
 
+void Merge::complainOfStaying(const Item &item) const
+{
+    complain(item, "what stood there is in " + FileName::toBytes(staging.path()).toStdString());
+}
+
 bool Merge::moveContents(int from, int to, const QByteArray &path)
 {
     QList<QByteArray> names;
@@ -127,13 +132,21 @@ bool Merge::replace(const Item &item)
                            [&](const QString &path) { return _toTrash(path, origin); }))
         return true;
     // It stands where it stood, and the new one stays out.
-    if (old != entry)
+    if (old != entry) {
         Rename::noReplace(item.to, item.name, staging.descriptor(), entry);
-    if (old != entry || Rename::exchange(staging.descriptor(), old, item.to, item.name))
+        putBack(item, old);
+    } else if (Rename::exchange(staging.descriptor(), old, item.to, item.name)) {
         Rename::noReplace(staging.descriptor(), old, item.to, item.name);
+    }
     takeBack(item, entry, *status);
     _moved.erase(item.path);
     return complain(item, "cannot be moved to the Trash");
+}
+
+void Merge::putBack(const Item &item, const QByteArray &old)
+{
+    if (Rename::noReplace(staging.descriptor(), old, item.to, item.name))
+        complainOfStaying(item);
 }
 
 // Only the new item goes back to where all of it is removed. While it stood at the name somebody
@@ -149,8 +162,7 @@ void Merge::takeBack(const Item &item, const QByteArray &entry, const FileStatus
     }
     const QByteArray kept = StagedName { StagedName::Old, staging.nextNumber(), item.name }.text();
     Rename::noReplace(staging.descriptor(), entry, staging.descriptor(), kept);
-    complain(item,
-             "what came there meanwhile is in " + FileName::toBytes(staging.path()).toStdString());
+    complainOfStaying(item);
 }
 
 // `old` becomes the entry of what stood there.
@@ -171,6 +183,6 @@ std::error_code Merge::takeName(const Item &item, const QByteArray &entry, QByte
         return stays;
     const auto taken = take();
     if (taken)
-        Rename::noReplace(staging.descriptor(), old, item.to, item.name);
+        putBack(item, old);
     return taken;
 }

@@ -41,8 +41,10 @@ private:
     bool moveFolder(const Item &item);
     bool replace(const Item &item);
     std::error_code takeName(const Item &item, const QByteArray &entry, QByteArray &old);
+    void putBack(const Item &item, const QByteArray &old);
     void takeBack(const Item &item, const QByteArray &entry, const FileStatus &made);
     bool complain(const Item &item, const std::string &reason) const;
+    void complainOfStaying(const Item &item) const;
 
     Staging &staging;
     QString _destination;
