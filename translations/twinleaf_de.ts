@@ -870,6 +870,14 @@ Stelle der zuletzt gezeigten Ordner; eine Datei öffnet ihren Ordner und ist aus
         <translation>Kopieren und Bewegen</translation>
     </message>
     <message>
+        <source>More folders</source>
+        <translation>Weitere Ordner</translation>
+    </message>
+    <message>
+        <source>It is no folder.</source>
+        <translation>Das ist kein Ordner.</translation>
+    </message>
+    <message>
         <source>It is no item.</source>
         <translation>Das ist kein Objekt.</translation>
     </message>

@@ -53,10 +53,14 @@ void SegmentedControl::setControlSize(ControlSize size)
 
 void SegmentedControl::setSegmentCount(int count)
 {
+    if (count == segmentCount())
+        return;
     _segments.resize(count);
-    if (_selected >= count)
-        _selected = count - 1;
-    update();
+    _selected = std::min(_selected, count - 1);
+    _keyboard = std::min(_keyboard, count - 1);
+    changed();
+    QAccessibleEvent others(this, QAccessible::ObjectReorder);
+    QAccessible::updateAccessibility(&others);
 }
 
 QString SegmentedControl::label(int segment) const
@@ -66,9 +70,15 @@ QString SegmentedControl::label(int segment) const
 
 void SegmentedControl::setLabel(int segment, const QString &label)
 {
+    if (_segments[segment].label == label)
+        return;
     _segments[segment].label = label;
-    describe();
-    update();
+    changed();
+    if (segment == _selected)
+        describe();
+    QAccessibleEvent named(this, QAccessible::NameChanged);
+    named.setChild(segment);
+    QAccessible::updateAccessibility(&named);
 }
 
 bool SegmentedControl::hasLabel(const QString &label) const
@@ -91,7 +101,13 @@ void SegmentedControl::setSelectedSegment(int segment)
 {
     _selected = std::clamp(segment, -1, segmentCount() - 1);
     _keyboard = _selected;
+    changed();
     describe();
+}
+
+void SegmentedControl::changed()
+{
+    _widths.reset();
     update();
 }
 
@@ -102,7 +118,7 @@ void SegmentedControl::describe()
     if (!hasFocus())
         return;
     QAccessibleEvent moved(this, QAccessible::Focus);
-    moved.setChild(segment);
+    moved.setChild(isFolded(segment) ? segmentCount() : segment); // the fold is the last child
     QAccessible::updateAccessibility(&moved);
 }
 
@@ -117,43 +133,19 @@ QSize SegmentedControl::minimumSizeHint() const
     return { 80, sizeHint().height() };
 }
 
-SegmentedControl::Widths SegmentedControl::widths() const
+const SegmentWidths &SegmentedControl::widths() const
 {
-    Widths widths;
-    int excess = -width();
-    for (const Segment &segment : _segments) {
-        widths.ofSegments.append(fontMetrics().horizontalAdvance(FileName::shown(segment.label))
-                                 + 2 * Padding);
-        excess += widths.ofSegments.last();
-    }
-    const int narrow = fontMetrics().horizontalAdvance(Ellipsis) + 2 * Padding;
-    const auto shrink = [&](int segment, int least) {
-        int &width = widths.ofSegments[segment];
-        const int taken = std::clamp(width - least, 0, std::max(excess, 0));
-        width -= taken;
-        excess -= taken;
+    // By the width itself: a control that is not shown hears of another one late.
+    if (_widths && _widths->room == width())
+        return *_widths;
+    const auto widthOf = [this](const QString &text) {
+        return fontMetrics().horizontalAdvance(text) + 2 * Padding;
     };
-    const int parent = _selected - 1;
-    if (excess > 0 && parent > 1) {
-        widths.fold = narrow;
-        excess += narrow;
-    }
-    while (excess > 0 && widths.folded + 1 < parent)
-        excess -= std::exchange(widths.ofSegments[++widths.folded], 0);
-    for (const int least : { narrow, 0 }) {
-        for (int segment = segmentCount() - 1; segment > _selected; --segment)
-            shrink(segment, least);
-        for (int segment = parent; segment >= 0; --segment)
-            if (!(segment > 0 && segment <= widths.folded))
-                shrink(segment, least);
-    }
-    if (_selected >= 0) {
-        const int taken = std::clamp(excess, 0, widths.fold);
-        widths.fold -= taken;
-        excess -= taken;
-        shrink(_selected, 0);
-    }
-    return widths;
+    QList<int> wanted;
+    for (const Segment &segment : _segments)
+        wanted.append(widthOf(FileName::shown(segment.label)));
+    _widths = SegmentWidths(width(), wanted, _selected, widthOf(Ellipsis));
+    return *_widths;
 }
 
 QRect SegmentedControl::visualArea(int x, int width) const
@@ -163,17 +155,12 @@ QRect SegmentedControl::visualArea(int x, int width) const
 
 QRect SegmentedControl::segmentRect(int segment) const
 {
-    const Widths all = widths();
-    int x = segment > 0 ? all.fold : 0;
-    for (int before = 0; before < segment; ++before)
-        x += all.ofSegments[before];
-    return visualArea(x, all.ofSegments.value(segment));
+    return visualArea(widths().starts.value(segment), widths().ofSegments.value(segment));
 }
 
 QRect SegmentedControl::foldRect() const
 {
-    const Widths all = widths();
-    return visualArea(all.ofSegments.value(0), all.fold);
+    return visualArea(widths().ofSegments.value(0), widths().fold);
 }
 
 QString SegmentedControl::pathTo(int segment) const
@@ -233,20 +220,23 @@ void SegmentedControl::paintEvent(QPaintEvent *)
         if (area.isEmpty())
             continue;
         paintSegment(painter, segment, area);
-        painter.setPen(line);
-        const double edge = (isRightToLeft() ? area.left() : area.right()) + 0.5;
-        painter.drawLine(QPointF(edge, 0), QPointF(edge, height()));
+        paintEdge(painter, area, line);
     }
     if (const QRect area = foldRect(); !area.isEmpty()) {
         paintFold(painter, area);
-        painter.setPen(line);
-        const double edge = (isRightToLeft() ? area.left() : area.right()) + 0.5;
-        painter.drawLine(QPointF(edge, 0), QPointF(edge, height()));
+        paintEdge(painter, area, line);
     }
     painter.restore();
     const QColor ring = palette().color(QPalette::Highlight);
     painter.setPen(hasFocus() ? QPen(ring, 2) : QPen(line, 1));
     painter.drawPath(frame);
+}
+
+void SegmentedControl::paintEdge(QPainter &painter, const QRect &area, const QColor &color) const
+{
+    const double edge = (isRightToLeft() ? area.left() : area.right()) + 0.5;
+    painter.setPen(color);
+    painter.drawLine(QPointF(edge, 0), QPointF(edge, height()));
 }
 
 void SegmentedControl::paintSegment(QPainter &painter, int segment, const QRect &area) const
@@ -343,6 +333,13 @@ void SegmentedControl::keyPressEvent(QKeyEvent *event)
         return QWidget::keyPressEvent(event);
     describe();
     update();
+}
+
+void SegmentedControl::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        changed();
 }
 
 void SegmentedControl::focusInEvent(QFocusEvent *event)

@@ -1,7 +1,10 @@
 #pragma once
 
-#include <QList>
+#include "widgets/SegmentWidths.h"
+
 #include <QWidget>
+
+#include <optional>
 
 // A row of segments of which exactly one is selected. When it gets narrow those behind the first
 // are folded into one that opens a menu, so that the selected one and its nearest stay readable.
@@ -29,6 +32,8 @@ public:
     void choose(int segment); // as a click on it
     QRect segmentRect(int segment) const; // empty for one that is folded
     QRect foldRect() const; // empty while nothing is folded
+    bool isFolded(int segment) const { return widths().folds(segment); }
+    void openFold(); // the menu of what is folded
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
@@ -45,6 +50,7 @@ protected:
     void mouseMoveEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    void changeEvent(QEvent *event) override;
     void focusInEvent(QFocusEvent *event) override;
     void leaveEvent(QEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
@@ -54,25 +60,21 @@ private:
         QString label;
         QString toolTip;
     };
-    // The width of each segment; the first `folded` behind segment 0 have none, and share a fold.
-    struct Widths {
-        QList<int> ofSegments;
-        int folded = 0;
-        int fold = 0;
-    };
-    Widths widths() const;
+    // Measured once for what is shown, not for each segment.
+    const SegmentWidths &widths() const;
     QRect visualArea(int x, int width) const;
-    bool isFolded(int segment) const { return segment > 0 && segment <= widths().folded; }
     QString pathTo(int segment) const; // the labels up to it, as one text
-    void openFold();
     int neighbour(int step) const; // of the keyboard's segment; what is folded counts as one
     int segmentAt(const QPoint &position) const; // -1 for none
     void describe();
+    void changed(); // what is shown
+    void paintEdge(QPainter &painter, const QRect &area, const QColor &color) const;
     void paintSegment(QPainter &painter, int segment, const QRect &area) const;
     void paintFold(QPainter &painter, const QRect &area) const;
     void paintLabel(QPainter &painter, const QRect &area, const QString &text) const;
 
     QList<Segment> _segments;
+    mutable std::optional<SegmentWidths> _widths; // nothing while they are to be measured anew
     ControlSize _controlSize = ControlSize::Small;
     int _selected = -1;
     int _hovered = -1;

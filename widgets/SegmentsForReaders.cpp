@@ -1,5 +1,6 @@
 #include "widgets/SegmentsForReaders.h"
 
+#include "base/Localized.h"
 #include "files/FileName.h"
 #include "widgets/SegmentedControl.h"
 
@@ -7,6 +8,8 @@
 #include <QPointer>
 
 namespace {
+
+constexpr int Fold = -1; // in place of a segment's number: the menu of the folded ones
 
 class SegmentInterface final : public QAccessibleInterface, public QAccessibleActionInterface {
 public:
@@ -17,6 +20,7 @@ public:
     }
 
     bool isValid() const override { return _control && _segment < _control->segmentCount(); }
+    bool isFold() const { return _segment == Fold; }
     QObject *object() const override { return nullptr; } // it is painted only
     QWindow *window() const override
     {
@@ -33,29 +37,36 @@ public:
 
     QString text(QAccessible::Text kind) const override
     {
-        return kind == QAccessible::Name && isValid() ? FileName::shown(_control->label(_segment))
-                                                      : QString();
+        if (kind != QAccessible::Name || !isValid())
+            return {};
+        return isFold() ? localized("More folders") : FileName::shown(_control->label(_segment));
     }
     void setText(QAccessible::Text, const QString &) override { }
     QRect rect() const override
     {
         if (!isValid())
             return {};
-        const QRect area = _control->segmentRect(_segment);
+        const QRect area = place();
         return { _control->mapToGlobal(area.topLeft()), area.size() };
     }
-    QAccessible::Role role() const override { return QAccessible::PageTab; }
+    QAccessible::Role role() const override
+    {
+        return isFold() ? QAccessible::ButtonMenu : QAccessible::PageTab;
+    }
     QAccessible::State state() const override
     {
         QAccessible::State state;
         state.invalid = !isValid();
         if (state.invalid)
             return state;
-        state.selectable = true;
-        state.selected = _segment == _control->selectedSegment();
+        const int keyboard = _control->keyboardSegment();
+        state.selectable = !isFold();
+        state.selected = !isFold() && _segment == _control->selectedSegment();
         state.focusable = true;
-        state.focused = _control->hasFocus() && _segment == _control->keyboardSegment();
-        state.offscreen = _control->segmentRect(_segment).isEmpty();
+        state.focused =
+            _control->hasFocus() && _segment == (_control->isFolded(keyboard) ? Fold : keyboard);
+        state.offscreen = place().isEmpty();
+        state.invisible = isFold() && place().isEmpty();
         return state;
     }
 
@@ -68,12 +79,21 @@ public:
     QStringList actionNames() const override { return { pressAction() }; }
     void doAction(const QString &name) override
     {
-        if (name == pressAction() && isValid())
+        if (name != pressAction() || !isValid())
+            return;
+        if (isFold())
+            _control->openFold();
+        else
             _control->choose(_segment);
     }
     QStringList keyBindingsForAction(const QString &) const override { return {}; }
 
 private:
+    QRect place() const
+    {
+        return isFold() ? _control->foldRect() : _control->segmentRect(_segment);
+    }
+
     const QPointer<SegmentedControl> _control;
     const int _segment;
 };
@@ -88,16 +108,24 @@ public:
     {
         for (const QAccessible::Id segment : std::as_const(_segments))
             QAccessible::deleteAccessibleInterface(segment);
+        if (_fold != 0)
+            QAccessible::deleteAccessibleInterface(_fold);
     }
     ControlInterface(const ControlInterface &) = delete;
     ControlInterface &operator=(const ControlInterface &) = delete;
 
-    int childCount() const override { return control()->segmentCount(); }
+    int childCount() const override { return control()->segmentCount() + 1; } // with the fold
     QAccessibleInterface *child(int index) const override
     {
         if (index < 0 || index >= childCount())
             return nullptr;
         // Made once and kept: readers hold on to them.
+        if (index == control()->segmentCount()) {
+            if (_fold == 0)
+                _fold =
+                    QAccessible::registerAccessibleInterface(new SegmentInterface(control(), Fold));
+            return QAccessible::accessibleInterface(_fold);
+        }
         while (_segments.size() <= index)
             _segments.append(QAccessible::registerAccessibleInterface(
                 new SegmentInterface(control(), int(_segments.size()))));
@@ -105,6 +133,8 @@ public:
     }
     int indexOfChild(const QAccessibleInterface *child) const override
     {
+        if (_fold != 0 && QAccessible::accessibleInterface(_fold) == child)
+            return control()->segmentCount();
         for (int index = 0; index < int(_segments.size()); ++index)
             if (QAccessible::accessibleInterface(_segments[index]) == child)
                 return index;
@@ -119,13 +149,17 @@ public:
     }
     QAccessibleInterface *focusChild() const override
     {
-        return control()->hasFocus() ? child(control()->keyboardSegment()) : nullptr;
+        const int keyboard = control()->keyboardSegment();
+        return control()->hasFocus()
+            ? child(control()->isFolded(keyboard) ? control()->segmentCount() : keyboard)
+            : nullptr;
     }
 
 private:
     SegmentedControl *control() const { return static_cast<SegmentedControl *>(widget()); }
 
     mutable QList<QAccessible::Id> _segments;
+    mutable QAccessible::Id _fold = 0; // 0: not made yet
 };
 
 QAccessibleInterface *interfaceOf(const QString &, QObject *object)

@@ -4,6 +4,7 @@
 #include "tests/support/World.h"
 #include "widgets/Mnemonics.h"
 
+#include <QAccessible>
 #include <QSignalSpy>
 
 namespace {
@@ -143,8 +144,15 @@ private Q_SLOTS:
         choose(2);
         control.setSelectedSegment(5);
         control.setFocus();
-        for (const auto key : { Qt::Key_Left, Qt::Key_Left, Qt::Key_Return })
+        control.activateWindow();
+        QTRY_VERIFY(control.hasFocus());
+        for (const auto key : { Qt::Key_Left, Qt::Key_Left })
             QTest::keyClick(&control, key);
+        QAccessibleInterface *reader = QAccessible::queryAccessibleInterface(&control);
+        QCOMPARE(reader->focusChild(), reader->child(7));
+        QCOMPARE(reader->focusChild()->role(), QAccessible::ButtonMenu);
+        QVERIFY(!reader->child(3)->state().focused);
+        QTest::keyClick(&control, Qt::Key_Return);
         choose(1);
         QCOMPARE(chosen.size(), 2);
     }

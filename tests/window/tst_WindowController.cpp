@@ -182,15 +182,20 @@ private Q_SLOTS:
 
         SegmentedControl *navigator = world.window.segmentedControls.left;
         QAccessibleInterface *segments = of(navigator);
-        QCOMPARE(segments->childCount(), navigator->segmentCount());
-        for (int segment = 0; segment < segments->childCount(); ++segment) {
+        // Behind the segments comes the menu of what is folded.
+        QAccessibleInterface *fold = segments->child(navigator->segmentCount());
+        QCOMPARE(segments->childCount(), navigator->segmentCount() + 1);
+        QCOMPARE(segments->indexOfChild(fold), navigator->segmentCount());
+        QVERIFY(!name(fold).isEmpty());
+        QCOMPARE(bool(fold->state().invisible), navigator->foldRect().isEmpty());
+        for (int segment = 0; segment < navigator->segmentCount(); ++segment) {
             QAccessibleInterface *child = segments->child(segment);
             QCOMPARE(name(child), FileName::shown(navigator->label(segment)));
             QCOMPARE(bool(child->state().selected), segment == navigator->selectedSegment());
             QCOMPARE(segments->indexOfChild(child), segment);
         }
-        QAccessibleInterface *last = segments->child(segments->childCount() - 1);
-        segments->child(segments->childCount() - 2)
+        QAccessibleInterface *last = segments->child(navigator->segmentCount() - 1);
+        segments->child(navigator->segmentCount() - 2)
             ->actionInterface()
             ->doAction(QAccessibleActionInterface::pressAction());
         QCOMPARE(world.shown(), world.folder.path());
