@@ -5,6 +5,8 @@
 #include "model/Listing.h"
 #include "settings/SizeText.h"
 
+#include <QSet>
+
 using namespace Qt::StringLiterals;
 
 OperationAlerts::Subject OperationAlerts::subjectOf(const Listing &listing, const RowSet &rows,
@@ -24,6 +26,24 @@ OperationAlerts::Subject OperationAlerts::subjectOf(const Listing &listing, cons
         *subject.bytes += *bytes;
     }
     return subject;
+}
+
+std::optional<qint64> OperationAlerts::sizeOf(const Listing &listing, const QStringList &names)
+{
+    QSet<QByteArray> wanted;
+    for (const QString &name : names)
+        wanted.insert(FileName::toBytes(name));
+    qint64 total = 0;
+    for (int row = FirstItemRow; row < listing.size() && !wanted.isEmpty(); ++row) {
+        const Entry entry = listing[row];
+        if (!wanted.remove(entry.nameBytes().toByteArray()))
+            continue;
+        const auto bytes = entry.knownSize();
+        if (!bytes) // a folder's would have to be walked for
+            return std::nullopt;
+        total += *bytes;
+    }
+    return wanted.isEmpty() ? std::optional(total) : std::nullopt;
 }
 
 QString OperationAlerts::described(const Subject &subject)

@@ -4,7 +4,7 @@
 #include "model/RowSet.h"
 #include "platform/Alerts.h"
 
-#include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -22,6 +22,8 @@ struct Subject {
     std::optional<qint64> bytes {}; // of all together, where they are known
 };
 Subject subjectOf(const Listing &listing, const RowSet &rows, const QString &to = {});
+// Of the listing's items with these names; nothing when one is a folder or is not in it.
+std::optional<qint64> sizeOf(const Listing &listing, const QStringList &names);
 // "3 items, 2.9 MB, from Pictures to Desktop"; one item by its name.
 QString described(const Subject &subject);
 

@@ -78,14 +78,20 @@ Qt::DropAction shownAction(const QDropEvent &event)
     return shown & DragOperation::Move ? Qt::MoveAction : Qt::IgnoreAction;
 }
 
+// `shown`: the listings of both panes, which know the sizes of what was dragged out of them.
 Alert confirmation(DropDecision::Work work, const QList<DroppedItems> &folders,
-                   const QString &destination)
+                   const QString &destination, const PerSide<Listing> &shown)
 {
     OperationAlerts::Subject subject { .to = destination };
     for (const DroppedItems &items : folders) {
         subject.count += items.names.size();
         subject.name = items.names.first();
-        subject.from = folders.size() == 1 ? items.source : QString();
+    }
+    if (folders.size() == 1) {
+        subject.from = folders.first().source;
+        for (const Side side : { Side::Left, Side::Right })
+            if (shown[side].folder() == subject.from)
+                subject.bytes = OperationAlerts::sizeOf(shown[side], folders.first().names);
     }
     if (work == DropDecision::Work::Alias)
         return Alert::question(
@@ -173,11 +179,6 @@ QString PaneDragAndDrop::destinationOf(int row) const
     return listing.holds(row) ? listing[row].path() : mainModel.folder(fileList.side());
 }
 
-bool PaneDragAndDrop::acceptDrop(const QStringList &paths, int row, int mask, bool fromOutside)
-{
-    return acceptInto(destinationOf(row), paths, mask, fromOutside);
-}
-
 bool PaneDragAndDrop::acceptInto(const QString &destination, const QStringList &paths, int mask,
                                  bool fromOutside)
 {
@@ -197,7 +198,9 @@ bool PaneDragAndDrop::acceptInto(const QString &destination, const QStringList &
     if (!work)
         return false;
     if (mainModel.confirmationForFileOperations()
-        && alerts.ask(confirmation(*work, folders, destination)) != Alert::Yes)
+        && alerts.ask(confirmation(*work, folders, destination,
+                                   { mainModel.rowsLeft(), mainModel.rowsRight() }))
+            != Alert::Yes)
         return false;
 
     const auto update = fromOutside         ? UpdateBoth::DragDropFinder

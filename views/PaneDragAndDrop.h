@@ -25,10 +25,10 @@ public:
     // Kept: ".." is not left out; dragging it drags the listed folder itself.
     QMimeData *writeRows(const QList<int> &rows) const;
 
-    // Files dropped on a row (any number outside the listing: into the listed folder), with the
-    // source's mask of DragOperation bits. Asks first where the person wants it so; false when the
-    // drop is refused.
-    bool acceptDrop(const QStringList &paths, int row, int mask, bool fromOutside);
+    // Files dropped into a folder, with the source's mask of DragOperation bits. Asks first where
+    // the person wants it so; false when the drop is refused.
+    bool acceptInto(const QString &destination, const QStringList &paths, int mask,
+                    bool fromOutside);
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 
@@ -43,8 +43,6 @@ private:
     int proposedRow(int y) const;
     void showTarget(); // for where the drag is
     QString destinationOf(int row) const;
-    bool acceptInto(const QString &destination, const QStringList &paths, int mask,
-                    bool fromOutside);
 
     PaneTableView &fileList;
     const MainModel &mainModel;

@@ -26,7 +26,7 @@ struct Drops : World {
     QString path(const QString &name) const { return folder.path(u"left/"_s + name); }
     bool drop(const QStringList &paths, int mask, bool fromOutside = false)
     {
-        return drops.acceptDrop(paths, -1, mask, fromOutside);
+        return drops.acceptInto(shown(), paths, mask, fromOutside);
     }
     QString asked() const // of one drop: what to do and which panes to list again
     {
@@ -127,6 +127,19 @@ private Q_SLOTS:
         QCOMPARE(world.desk.requests.size(), 1);
         QCOMPARE(world.alerts.last().text,
                  u"Are you sure that you want to create an alias from this item(s)?"_s);
+        QCOMPARE(world.alerts.shown().last().details, u"1, from b to left"_s);
+        // What a pane lists has its size told, but for a folder.
+        const auto asked = [&](const QStringList &names) {
+            QStringList paths;
+            for (const QString &name : names)
+                paths.append(world.path(name));
+            world.alerts.answer(Alert::No);
+            world.drops.acceptInto(u"/to"_s, paths, DragOperation::Copy, false);
+            return world.alerts.shown().last().details;
+        };
+        QCOMPARE(asked({ u"a file"_s }), u"a file, 1 Bytes, from left to to"_s);
+        QCOMPARE(asked({ u"a file"_s, u"a folder"_s }), u"2 items, from left to to"_s);
+        QCOMPARE(asked({ u"a file"_s, u"gone"_s }), u"2 items, from left to to"_s);
     }
 
     void rowsLeaveInTheirOrder()
