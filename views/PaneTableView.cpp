@@ -84,9 +84,9 @@ void PaneTableView::setUpColumns()
     header->setSectionResizeMode(int(Column::Icon), QHeaderView::Fixed);
     header->resizeSection(int(Column::Icon), IconColumnWidth);
     const int digits = fontMetrics().horizontalAdvance(u'0');
-    header->resizeSection(int(Column::Size), 11 * digits);
-    header->resizeSection(int(Column::Date), 17 * digits);
-    header->resizeSection(int(Column::Type), 19 * digits);
+    makeColumn(Column::Size, 11 * digits);
+    makeColumn(Column::Date, 17 * digits);
+    makeColumn(Column::Type, 19 * digits);
     connect(header, &QHeaderView::sectionClicked, this, &PaneTableView::sectionClicked);
 }
 
@@ -346,11 +346,18 @@ void PaneTableView::giveRoomToNames()
                           std::max(LeastNameWidth, viewport()->width() - others));
 }
 
-QList<int> PaneTableView::columnWidths() const
+void PaneTableView::makeColumn(Column column, int width)
 {
-    QList<int> widths;
-    for (int column = 0; column < ColumnCount; ++column)
-        widths.append(horizontalHeader()->sectionSize(column));
+    horizontalHeader()->resizeSection(int(column), width);
+    _madeWidths[size_t(column)] = width;
+}
+
+QList<int> PaneTableView::chosenWidths() const
+{
+    QList<int> widths(ColumnCount);
+    for (const auto column : { Column::Size, Column::Date, Column::Type })
+        if (const int width = columnWidth(int(column)); width != _madeWidths[size_t(column)])
+            widths[int(column)] = width;
     return widths;
 }
 
@@ -365,8 +372,7 @@ void PaneTableView::setColumnWidths(const QList<int> &widths)
 void PaneTableView::setDateFormat(const QString &format)
 {
     _tableModel->setDateFormat(format);
-    horizontalHeader()->resizeSection(int(Column::Date),
-                                      fontMetrics().horizontalAdvance(_tableModel->widestDate())
-                                          + 2 * CellMargin);
+    makeColumn(Column::Date,
+               fontMetrics().horizontalAdvance(_tableModel->widestDate()) + 2 * CellMargin);
     giveRoomToNames();
 }

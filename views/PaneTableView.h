@@ -8,6 +8,8 @@
 #include <QBitArray>
 #include <QTableView>
 
+#include <array>
+
 class MainModel;
 class MessageBus;
 
@@ -23,9 +25,10 @@ public:
 
     PaneTableModel &tableModel() const { return *_tableModel; }
     void setDateFormat(const QString &format); // and the width of its column
-    // In pixels, by column. The names take what the others leave.
-    QList<int> columnWidths() const;
-    void setColumnWidths(const QList<int> &widths);
+    // In pixels, by column; 0 for one that still has the width it was made with, and for the names,
+    // which take what the others leave.
+    QList<int> chosenWidths() const;
+    void setColumnWidths(const QList<int> &widths); // 0: as it is
     const ClassicKeys &classicKeys() const { return _classicKeys; }
 
     Side side() const override { return _side; }
@@ -99,6 +102,7 @@ protected:
 
 private:
     void setUpColumns();
+    void makeColumn(Column column, int width);
     void giveRoomToNames();
     void setUpRowHeight();
     void sectionClicked(int section);
@@ -133,6 +137,7 @@ private:
     const ClassicKeys _classicKeys;
     std::optional<Column> _highlightedColumn;
     SortDirection _sortDirection = SortDirection::Ascending;
+    std::array<int, ColumnCount> _madeWidths {}; // in pixels, before a person changed them
     QBitArray _selected;
     int _newestRow = -1;
     bool _settingCurrentRow = false;

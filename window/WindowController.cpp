@@ -58,7 +58,7 @@ void WindowController::awakeFromNib()
     if (!defaults.boolean(Settings::ShowClassicButtons).value_or(true))
         showClassicButtonsClicked();
     setDateFormatters();
-    restoreFrame(mainWindow, defaults);
+    restoreColumns(mainWindow, defaults);
     mainWindow.fileList(Side::Left).setActivePane(true); // before the keyboard is there
 }
 

@@ -50,18 +50,23 @@ void restoreFrame(MainWindowLayout &window, const UserDefaults &defaults)
                   stored->value(u"Width"_s).toInt(), stored->value(u"Height"_s).toInt() };
     const QScreen *screen = QGuiApplication::screenAt(frame.center());
     QRect room = (screen ? screen : QGuiApplication::primaryScreen())->availableGeometry();
-    // The desktop's own frame comes on top.
-    room.setHeight(room.height() - window.style()->pixelMetric(QStyle::PM_TitleBarHeight));
+    // The desktop's own title comes on top.
+    room.setTop(room.top() + window.style()->pixelMetric(QStyle::PM_TitleBarHeight));
     frame = fittedTo(room, frame);
-    window.resize(frame.size());
     if (stored)
-        window.move(frame.topLeft());
+        window.setGeometry(frame);
+    else
+        window.resize(frame.size());
     if (stored && stored->value(u"Maximized"_s).toBool())
         window.setWindowState(window.windowState() | Qt::WindowMaximized);
 
     if (const QList<int> widths = numbersOf(defaults.array(Settings::PaneWidths));
         widths.size() == 2)
         window.splitView->setSizes(widths);
+}
+
+void restoreColumns(MainWindowLayout &window, const UserDefaults &defaults)
+{
     for (const Side side : { Side::Left, Side::Right })
         window.fileList(side).setColumnWidths(
             numbersOf(defaults.array(paneSettings(side).columnWidths)));
@@ -69,16 +74,17 @@ void restoreFrame(MainWindowLayout &window, const UserDefaults &defaults)
 
 void saveFrame(const MainWindowLayout &window, UserDefaults &defaults)
 {
-    const QSize size = window.isMaximized() ? window.normalGeometry().size() : window.size();
-    const QPoint place = window.isMaximized() ? window.normalGeometry().topLeft() : window.pos();
+    // Both without the desktop's frame: its size would add up from one maximized session to the
+    // next.
+    const QRect frame = window.isMaximized() ? window.normalGeometry() : window.geometry();
     defaults.setValue(Settings::MainWindowFrame,
-                      QVariantMap { { u"X"_s, place.x() },
-                                    { u"Y"_s, place.y() },
-                                    { u"Width"_s, size.width() },
-                                    { u"Height"_s, size.height() },
+                      QVariantMap { { u"X"_s, frame.x() },
+                                    { u"Y"_s, frame.y() },
+                                    { u"Width"_s, frame.width() },
+                                    { u"Height"_s, frame.height() },
                                     { u"Maximized"_s, window.isMaximized() } });
     defaults.setValue(Settings::PaneWidths, asStored(window.splitView->sizes()));
     for (const Side side : { Side::Left, Side::Right })
         defaults.setValue(paneSettings(side).columnWidths,
-                          asStored(window.fileList(side).columnWidths()));
+                          asStored(window.fileList(side).chosenWidths()));
 }

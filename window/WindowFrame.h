@@ -5,8 +5,11 @@
 class MainWindowLayout;
 class UserDefaults;
 
-// Where the main window, its splitter and its columns stood last. Main thread.
+// Where the main window and its splitter stood last: before it is shown, what a person moves then
+// stays. Main thread.
 void restoreFrame(MainWindowLayout &window, const UserDefaults &defaults);
+// The columns that a person made wider or narrower, when the others have their widths.
+void restoreColumns(MainWindowLayout &window, const UserDefaults &defaults);
 void saveFrame(const MainWindowLayout &window, UserDefaults &defaults);
 
 // As near to the frame as has room on the screen.

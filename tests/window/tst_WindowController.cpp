@@ -242,7 +242,7 @@ private Q_SLOTS:
             world.list().setColumnWidths({ 0, 0, column, column + 1, column + 2 });
         };
         const auto state = [&] {
-            return std::tuple(world.window.size(), panes.sizes(), world.list().columnWidths());
+            return std::tuple(world.window.size(), panes.sizes(), world.list().chosenWidths());
         };
         set({ 760, 500 }, 300, 61);
         const auto left = state();
@@ -250,7 +250,24 @@ private Q_SLOTS:
         set({ 700, 450 }, 350, 71);
         QVERIFY(state() != left);
         restoreFrame(world.window, world.defaults);
+        restoreColumns(world.window, world.defaults);
         QTRY_COMPARE(state(), left);
+    }
+
+    void whatAPersonMovedDuringTheStartStays()
+    {
+        World world;
+        world.defaults.setValue(Settings::PaneWidths, QVariantList { 300, 400 });
+        struct Person {
+            QSplitter &panes;
+            void listed(Side, const FolderChange &) { panes.setSizes({ 400, 300 }); }
+        } person { *world.window.splitView };
+        world.bus.subscribe(DirectoryChanged, &person, &Person::listed);
+        world.start();
+        world.bus.unsubscribe(&person);
+        QVERIFY(person.panes.sizes()[0] > person.panes.sizes()[1]);
+        // Columns that nobody changed are not stored: another date format gets its own width.
+        QCOMPARE(world.list().chosenWidths(), QList<int>(ColumnCount));
     }
 
     void whatIsSavedAtTheEnd()
