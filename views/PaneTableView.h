@@ -121,6 +121,7 @@ private:
     void setCurrentRow(int row);
 
     // PaneTableViewPainting.cpp
+    QString trouble() const; // why there are no rows; "" when the folder could be read
     QColor selectionColor() const;
     QColor selectedTextColor() const;
     void paintFrame();
@@ -128,6 +129,7 @@ private:
     QRect rowArea(int row) const;
     void paintRow(QPainter &painter, int row);
     QColor paintRowBackground(QPainter &painter, int row, const QRect &area); // answers the text's
+    void paintPlate(QPainter &painter, int row, const QRect &iconCell); // under a selected icon
     static void paintLabel(QPainter &painter, const QRect &area, const QColor &color);
     static void paintLinkBadge(QPainter &painter, const QRect &iconCell);
 

@@ -12,12 +12,23 @@
 namespace {
 
 constexpr int SizeGap = 6; // pixels
-constexpr double LabelInset = 1.0; // pixels
+constexpr double Inset = 1.0; // pixels, of labels and plates
 constexpr double LabelRadius = 10.0; // pixels
+constexpr double PlateRadius = 4.0; // pixels
 constexpr int LabelStart = 20; // pixels of a label that a selection leaves, under the icon
 constexpr int LabelEnd = 10; // and at the other end
 constexpr double PassiveContrast = 3.2;
 constexpr int BadgeSide = 10; // pixels
+
+void paintRounded(QPainter &painter, const QRect &area, double radius, const QColor &color)
+{
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.fillPath(bezierPathWithRoundRect(QRectF(area).adjusted(Inset, Inset, -Inset, -Inset),
+                                             radius, radius),
+                     color);
+    painter.restore();
+}
 
 } // namespace
 
@@ -68,12 +79,17 @@ void PaneTableView::paintEvent(QPaintEvent *event)
     const int last = below < 0 ? rowCount() - 1 : below;
     for (int row = first; row >= 0 && row <= last; ++row)
         paintRow(painter, row);
-    if (const auto error = _tableModel->rows().error())
-        painter.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap,
-                         filled(localized("This folder cannot be read: %@"),
-                                QString::fromLocal8Bit(error.message().c_str())));
+    painter.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap, trouble());
     if (_dropRow)
         paintDropTarget(painter);
+}
+
+QString PaneTableView::trouble() const
+{
+    const auto error = _tableModel->rows().error();
+    return error ? filled(localized("This folder cannot be read: %@"),
+                          QString::fromLocal8Bit(error.message().c_str()))
+                 : QString();
 }
 
 void PaneTableView::paintDropTarget(QPainter &painter)
@@ -153,6 +169,8 @@ void PaneTableView::paintRow(QPainter &painter, int row)
             option.rect.adjust(0, 0, -SizeGap, 0);
         // Of a long name the end tells as much as the start.
         option.textElideMode = column == int(Column::Name) ? Qt::ElideMiddle : textElideMode();
+        if (column == int(Column::Icon))
+            paintPlate(painter, row, option.rect);
         if (option.rect.right() >= 0 && option.rect.left() < viewport()->width())
             itemDelegateForIndex(index)->paint(&painter, option, index);
         if (column == int(Column::Icon) && _tableModel->rows()[row].isLink())
@@ -165,6 +183,13 @@ void PaneTableView::paintRow(QPainter &painter, int row)
         painter.setPen(isRowSelected(row) ? textColor : palette().color(QPalette::Highlight));
         painter.drawRect(area.adjusted(0, 0, -1, -1));
     }
+}
+
+void PaneTableView::paintPlate(QPainter &painter, int row, const QRect &iconCell)
+{
+    // Icons are drawn for the ground of the rows: a blue folder drowns in a blue selection.
+    if (isRowSelected(row) && _tableModel->rows()[row].finderLabel() == 0)
+        paintRounded(painter, iconCell, PlateRadius, palette().color(QPalette::Base));
 }
 
 void PaneTableView::paintLinkBadge(QPainter &painter, const QRect &iconCell)
@@ -198,11 +223,5 @@ QColor PaneTableView::paintRowBackground(QPainter &painter, int row, const QRect
 
 void PaneTableView::paintLabel(QPainter &painter, const QRect &area, const QColor &color)
 {
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.fillPath(bezierPathWithRoundRect(
-                         QRectF(area).adjusted(LabelInset, LabelInset, -LabelInset, -LabelInset),
-                         LabelRadius, LabelRadius),
-                     color);
-    painter.restore();
+    paintRounded(painter, area, LabelRadius, color);
 }

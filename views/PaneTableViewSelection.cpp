@@ -194,4 +194,10 @@ void PaneTableView::reset()
     rememberSelection();
     // The selection model says nothing of a selection that ends with its rows.
     Q_EMIT selectedRowsChanged();
+    // What is painted where there are no rows is told to screen readers.
+    setAccessibleDescription(trouble());
+    if (!accessibleDescription().isEmpty()) {
+        QAccessibleEvent told(this, QAccessible::Alert);
+        QAccessible::updateAccessibility(&told);
+    }
 }
