@@ -38,7 +38,7 @@ ExpandSelectionSheet::ExpandSelectionSheet(const QString &title, const ExpandSel
     expandSelectionText->selectAll(); // typing begins a new pattern
     expandSelectionText->setAccessibleName(localized("Text"));
     rows().addWidget(expandSelectionText);
-    caseSensitive = new QCheckBox(localized("Case sensitive"), this);
+    caseSensitive = new QCheckBox(marked(localized("Case sensitive")), this);
     caseSensitive->setChecked(last.caseSensitive);
     rows().addWidget(caseSensitive);
 

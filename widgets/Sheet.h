@@ -35,6 +35,8 @@ protected:
     void setPicture(const QIcon &icon, int side);
     // The buttons stand from left to right in the order they are added, the default one first.
     QPushButton *addButton(const QString &text);
+    // The text with a letter of its own in this sheet, for another control with a text.
+    QString marked(const QString &text) { return _mnemonics.marked(text); }
     // For a sheet that comes up unasked: a Return or a space meant for what was there before must
     // not press its button. So that is no default one, and another widget can have the focus.
     QPushButton *addQuietButton(const QString &text, QWidget &focused);
@@ -55,7 +57,7 @@ private:
     QHBoxLayout *_columns;
     QVBoxLayout *_rows;
     QHBoxLayout *_buttons;
-    Mnemonics _mnemonics; // of the buttons
+    Mnemonics _mnemonics; // of the buttons and what else has a text
     bool _up = false;
     QTimer _waitForKeyboard;
 };
