@@ -23,8 +23,8 @@ void Application::connectAll()
     _twinleaf.setMainModel(&_mainModel);
     _twinleaf.setWindowController(&_windowController, &_workingSheet);
     _twinleaf.setArchiveSheet(&_archiveSheet);
-    _twinleaf.setRenameRefused(
-        [this](const OperationRequest &refused) { _mainModel.renameAgain(refused); });
+    _twinleaf.setNameRefused(
+        [this](const OperationRequest &refused) { _mainModel.askAgain(refused); });
     _twinleaf.setRunDisplay(&_runsIndicator);
     _windowController.setCommands(&_commands);
 

@@ -70,8 +70,8 @@ public:
     // a while.
     ShownRows rowsNow(const ShownRows &shown, const Listing &seen, const Listing &now) const;
     void sortRowEntries(Column column, Side side, SortDirection direction);
-    // Asks for another name after a rename that failed, with the one that was typed.
-    void renameAgain(const OperationRequest &refused);
+    // Asks for another name after a rename or a new folder that failed, with the one typed.
+    void askAgain(const OperationRequest &refused);
 
     SelectionMemory &selectedItems(Side side) { return _selectedItems[side]; }
     int getRowFromValueInFileList(Side side, const QString &path) const; // -1 when not there
@@ -98,6 +98,7 @@ private:
     Listing sorted(const Listing &listing, Column column, SortDirection direction) const;
     OperationRequest getDictionaryForCopyMove(std::optional<Side> side, const Listing &listing,
                                               const RowSet &rows) const;
+    void askForNewFolder(const QString &parent, const QString &suggested, std::optional<Side> side);
     void askForNewName(const QString &path, const QString &suggested, std::optional<Side> side);
     UpdateBoth updateForOnePane() const; // both panes when they show one folder
 

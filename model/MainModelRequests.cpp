@@ -125,13 +125,18 @@ void MainModel::newFolder(const NewFolderRequest &request)
     // Without an active pane there is no folder to make it in: a name is not asked for in vain.
     if (!request.side)
         return;
-    const QString parent = folder(*request.side);
-    const QString name =
-        windowController->getStringFromInputSheet(localized("Please input new folder name:"));
+    askForNewFolder(folder(*request.side), {}, *request.side);
+}
+
+void MainModel::askForNewFolder(const QString &parent, const QString &suggested,
+                                std::optional<Side> side)
+{
+    const QString name = windowController->getStringFromInputSheet(
+        localized("Please input new folder name:"), suggested);
     if (!name.isEmpty())
         twinleaf->newFolder({ .source = parent,
                               .items = { name },
-                              .side = request.side,
+                              .side = side,
                               .updateBoth = updateForOnePane() });
 }
 
@@ -169,13 +174,18 @@ void MainModel::renameItem(const ItemRequest &request)
     askForNewName(path, PathText::lastComponent(path), request.side);
 }
 
-void MainModel::renameAgain(const OperationRequest &refused)
+void MainModel::askAgain(const OperationRequest &refused)
 {
-    if (queries.isThere(refused.source))
+    const std::optional<Side> side = refused.side.value();
+    if (!queries.isThere(refused.source))
+        return;
+    if (refused.destination.isEmpty()) // a new folder, which has items
+        askForNewFolder(refused.source, refused.items.value(0), side);
+    else
         askForNewName(
             refused.source,
             refused.destination.mid(PathText::joined(PathText::parent(refused.source), {}).size()),
-            refused.side.value());
+            side);
 }
 
 void MainModel::askForNewName(const QString &path, const QString &suggested,

@@ -112,15 +112,19 @@ void FileOperations::threadWillExit(const OperationRecord &record)
     if (spins(record.operation))
         windowController->setProgressIndicator(false);
     _refresh.updateFileLists(record);
-    if (!record.refused)
-        return;
+    if (record.refused)
+        askAgain(*record.refused);
+}
+
+void FileOperations::askAgain(const OperationRequest &refused)
+{
     // Later: the worker ends first, and with it what waits for it. Not while the program ends.
     QMetaObject::invokeMethod(
         &_workers,
-        [this, refused = *record.refused] {
+        [this, refused] {
             Arrivals::deliver(&_workers, [this, refused] {
-                if (renameRefused && !_endsNow)
-                    renameRefused(refused);
+                if (nameRefused && !_endsNow)
+                    nameRefused(refused);
             });
         },
         Qt::QueuedConnection);
@@ -164,6 +168,7 @@ void FileOperations::newFolder(const OperationRequest &request)
     if (PathText::isItemName(name) && queries.isThere(PathText::joined(request.source, name))) {
         alerts.ask(Alert::failure(localized("Folder already exists!"),
                                   FileName::shown(PathText::joined(request.source, name))));
+        askAgain(request);
         return;
     }
     if (isPerformFileOperationDictionaryValid(request))

@@ -26,10 +26,10 @@ public:
     void setRunDisplay(RunDisplay *display);
     void setArchiveSheet(ArchiveProgressSheet *sheet) { _archives.setArchiveSheet(sheet); }
 
-    // What happens after a rename that failed; the person has been told by then.
-    void setRenameRefused(std::function<void(const OperationRequest &)> handler)
+    // What happens after a rename or a new folder that failed; the person has been told by then.
+    void setNameRefused(std::function<void(const OperationRequest &)> handler)
     {
-        renameRefused = std::move(handler);
+        nameRefused = std::move(handler);
     }
 
     void copyItems(const OperationRequest &request) override;
@@ -71,12 +71,13 @@ private:
     void threadBegins(Operation operation);
     void threadWillExit(const OperationRecord &record);
     static bool spins(Operation operation);
+    void askAgain(const OperationRequest &refused); // for the name
 
     Alerts &alerts;
     Workspace &workspace;
     const FileQueries &queries;
     PaneWindow *windowController = nullptr; // the application's
-    std::function<void(const OperationRequest &)> renameRefused;
+    std::function<void(const OperationRequest &)> nameRefused;
     bool _endsNow = false; // until something is asked for again
     CopyMove _copyMove;
     QStringList _settled; // lines about it, to be told

@@ -51,9 +51,11 @@ void SingleSteps::newFolder(const OperationRequest &request,
     const std::error_code error = PathText::isItemName(name)
         ? FileSystem::makeFolder(record.item)
         : std::make_error_code(std::errc::invalid_argument);
-    if (error)
-        alerts.ask(
-            Alert::failure(localized("Cannot create folder!"), line(name, reasonOf(error, name))));
+    if (!error)
+        return;
+    record.refused = request;
+    alerts.ask(
+        Alert::failure(localized("Cannot create folder!"), line(name, reasonOf(error, name))));
 }
 
 void SingleSteps::renameItem(const OperationRequest &request,
