@@ -56,10 +56,13 @@ void FolderCommands::otherFolderClicked(Side menu)
         return;
     const QString path = PathText::fromTyped(typed);
     if (queries.isDirectory(path))
-        go(menu, path);
-    else
-        alerts.ask(Alert::failure(localized("Folder does not exists!"),
-                                  FileName::shown(path.isEmpty() ? typed : path), localized("Ok")));
+        return go(menu, path);
+    const auto error = queries.whyNotThere(path);
+    alerts.ask(Alert::failure(
+        localized("Folder does not exists!"),
+        FileName::shown(path.isEmpty() ? typed : path) + u'\n'
+            + (error ? QString::fromStdString(error.message()) : localized("It is no folder.")),
+        localized("Ok")));
 }
 
 void FolderCommands::useOpositePath(Side menu)

@@ -154,12 +154,15 @@ void PaneCommands::ejectClicked()
         return;
     _ejecting.insert(path);
     window.setProgressIndicator(true);
-    const bool ejected = queries.unmountVolume(path); // what is not written yet takes its time
+    QString reason;
+    // What is not written yet takes its time.
+    const bool ejected = queries.unmountVolume(path, &reason);
     window.setProgressIndicator(false);
     _ejecting.remove(path);
     if (!ejected)
-        alerts.ask(Alert::error(filled(localized("'%@' could not be ejected!"),
-                                       FileName::shown(PathText::lastComponent(path)))));
+        alerts.ask(Alert::failure(filled(localized("'%@' could not be ejected!"),
+                                         FileName::shown(PathText::lastComponent(path))),
+                                  FileName::shown(reason)));
 }
 
 void PaneCommands::archiveClicked()

@@ -97,6 +97,18 @@ std::optional<FileStatus> FileQueries::itemAt(const QString &path) const
         .value_or(std::nullopt);
 }
 
+std::error_code FileQueries::whyNotThere(const QString &path) const
+{
+    return waiting
+        .forAnswer(path,
+                   [path] {
+                       return fileStatus(path, Links::Follow)
+                           ? std::error_code()
+                           : std::error_code(errno, std::generic_category());
+                   })
+        .value_or(std::make_error_code(std::errc::timed_out));
+}
+
 bool FileQueries::isSameItem(const QString &a, const QString &b) const
 {
     // One after the other: either can be on a server that is gone.
@@ -300,9 +312,9 @@ bool FileQueries::isVolumeMounted(const QString &path) const
     return workspace.mountedLocalVolumePaths().contains(path);
 }
 
-bool FileQueries::unmountVolume(const QString &path) const
+bool FileQueries::unmountVolume(const QString &path, QString *reason) const
 {
-    return workspace.eject(path);
+    return workspace.eject(path, reason);
 }
 
 QDateTime FileQueries::getDateForFile(const QString &path) const

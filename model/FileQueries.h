@@ -9,6 +9,7 @@
 
 #include <atomic>
 #include <optional>
+#include <system_error>
 
 class FileKinds;
 class Waiting;
@@ -28,6 +29,8 @@ public:
     // What stands at the path itself, links not followed.
     std::optional<FileStatus> itemAt(const QString &path) const;
     bool isThere(const QString &path) const { return itemAt(path).has_value(); }
+    // Why the path leads to nothing, links followed; no error: something is there.
+    std::error_code whyNotThere(const QString &path) const;
     // Whether both paths lead to one file or folder; see SameFile.
     bool isSameItem(const QString &a, const QString &b) const;
     // The path itself where it is a folder, readable or not; else the nearest one above it that
@@ -66,8 +69,8 @@ public:
     static QString getPathComponent(const QString &path, int fromIndex);
     QString getMountedLocalVolumePath(int index) const;
     bool isVolumeMounted(const QString &path) const;
-    bool
-    unmountVolume(const QString &path) const; // main thread; false: told to the user by the caller
+    // Main thread. False: told to the user by the caller; `reason` gets why, as far as it is known.
+    bool unmountVolume(const QString &path, QString *reason = nullptr) const;
     QDateTime getDateForFile(const QString &path) const; // invalid when the path has no attributes
 
     static bool isStringInSubstring(const QString &text, const QString &search,

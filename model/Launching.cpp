@@ -122,5 +122,8 @@ void Launching::launchTool(Tool tool)
 void Launching::openAddress(const QString &address)
 {
     if (!workspace.openAddress(address))
-        alerts.ask(Alert::error(localized("Cannot launch application!"), localized("Ok")));
+        alerts.ask(Alert::failure(localized("Cannot launch application!"),
+                                  address + u'\n'
+                                      + localized("No installed program is set up to open it."),
+                                  localized("Ok")));
 }

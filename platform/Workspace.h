@@ -74,8 +74,9 @@ public:
 
     // The mount points of the local volumes, "/" first. Any thread.
     virtual QStringList mountedLocalVolumePaths() const = 0;
-    // Unmounts and ejects; waits, without freezing the window. Failure is the caller's to tell.
-    virtual bool eject(const QString &volume) = 0;
+    // Unmounts and ejects; waits, without freezing the window. Failure is the caller's to tell;
+    // `reason` gets why, as a sentence for a person, "" where nobody says.
+    virtual bool eject(const QString &volume, QString *reason = nullptr) = 0;
     // The folder under which volumes appear: /media/$USER or /run/media/$USER.
     virtual QString volumesFolder() const = 0;
 

@@ -70,9 +70,11 @@ void BookmarksMenu::clickedBookmark(const QString &title)
     for (const Bookmark &bookmark : bookmarks)
         if (bookmark.localizedPath == title)
             path = bookmark.realPath;
-    if (!queries.isThere(path)) {
+    if (const auto error = queries.whyNotThere(path)) {
         alerts.ask(Alert::failure(localized("Folder doesn't exists or it's not a folder!"),
-                                  FileName::shown(path), localized("Ok")));
+                                  FileName::shown(path) + u'\n'
+                                      + QString::fromStdString(error.message()),
+                                  localized("Ok")));
         return;
     }
     if (const PaneTable *list = window.getFirstResponderTableView())

@@ -157,12 +157,13 @@ QStringList DesktopWorkspace::mountedLocalVolumePaths() const
     return localVolumePoints();
 }
 
-bool DesktopWorkspace::eject(const QString &volume)
+bool DesktopWorkspace::eject(const QString &volume, QString *reason)
 {
     if (!isMainThread())
-        return ejectVolume(volume);
+        return ejectVolume(volume, reason);
     bool ejected = false;
-    const std::unique_ptr<QThread> thread(QThread::create([&] { ejected = ejectVolume(volume); }));
+    const std::unique_ptr<QThread> thread(
+        QThread::create([&] { ejected = ejectVolume(volume, reason); }));
     QEventLoop waiting;
     connect(thread.get(), &QThread::finished, &waiting, &QEventLoop::quit);
     thread->start();

@@ -25,7 +25,7 @@ public:
     bool moveToTrash(const QString &path, QString *reason, const QString &origin) override;
 
     QStringList mountedLocalVolumePaths() const override;
-    bool eject(const QString &volume) override;
+    bool eject(const QString &volume, QString *reason = nullptr) override;
     QString volumesFolder() const override;
 
 private:

@@ -4,6 +4,7 @@
 #include "platform/desktop/DesktopPrograms.h"
 
 #include <QDBusConnection>
+#include <QDBusError>
 #include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <QDBusReply>
@@ -41,10 +42,10 @@ public:
         return _bus.call(message, QDBus::Block, patience);
     }
 
-    bool done(const QString &object, const QString &interface, const QString &method) const
+    // What speaks against it; invalid when it is done.
+    QDBusError act(const QString &object, const QString &interface, const QString &method) const
     {
-        return call(object, interface, method, { QVariantMap() }).type()
-            == QDBusMessage::ReplyMessage;
+        return QDBusError(call(object, interface, method, { QVariantMap() }));
     }
 
     QVariant property(const QString &object, const QString &interface, const QString &name) const
@@ -54,11 +55,12 @@ public:
         return reply.isValid() ? reply.value().variant() : QVariant();
     }
 
-    QString blockObject(const QString &device) const
+    QString blockObject(const QString &device, QString &reason) const
     {
         const QDBusReply<QList<QDBusObjectPath>> reply =
             call(u"/org/freedesktop/UDisks2/Manager"_s, u"org.freedesktop.UDisks2.Manager"_s,
                  u"ResolveDevice"_s, { QVariantMap { { u"path"_s, device } }, QVariantMap() });
+        reason = reply.error().message();
         return reply.isValid() && !reply.value().isEmpty() ? reply.value().first().path()
                                                            : QString();
     }
@@ -79,20 +81,26 @@ std::optional<Mount> mountAt(const QString &point)
     return found == mounts.rend() ? std::nullopt : std::optional(*found);
 }
 
-bool unmountFuse(const QString &point)
+bool unmountFuse(const QString &point, QString &reason)
 {
-    return DesktopPrograms()
-        .run({ u"/usr/bin/fusermount3"_s, u"-u"_s, u"--"_s, point })
-        .succeeded();
+    const ProgramEnd end =
+        DesktopPrograms().run({ u"/usr/bin/fusermount3"_s, u"-u"_s, u"--"_s, point });
+    reason = end.errorText.trimmed();
+    return end.succeeded();
 }
 
-bool unmountDisk(const QString &device)
+bool unmountDisk(const QString &device, QString &reason)
 {
     const Disks disks;
-    const QString block = disks.blockObject(device);
-    if (block.isEmpty()
-        || !disks.done(block, u"org.freedesktop.UDisks2.Filesystem"_s, u"Unmount"_s))
+    const QString block = disks.blockObject(device, reason);
+    if (block.isEmpty())
         return false;
+    const QDBusError refused =
+        disks.act(block, u"org.freedesktop.UDisks2.Filesystem"_s, u"Unmount"_s);
+    if (refused.isValid()) {
+        reason = refused.message();
+        return false;
+    }
     const QString drive =
         disks.property(block, blockInterface, u"Drive"_s).value<QDBusObjectPath>().path();
     if (drive.size() <= 1)
@@ -100,20 +108,24 @@ bool unmountDisk(const QString &device)
     // A drive with another mounted volume refuses both; this volume is safe to part from all the
     // same.
     if (disks.property(drive, driveInterface, u"Ejectable"_s).toBool())
-        disks.done(drive, driveInterface, u"Eject"_s);
+        disks.act(drive, driveInterface, u"Eject"_s);
     else if (disks.property(drive, driveInterface, u"CanPowerOff"_s).toBool())
-        disks.done(drive, driveInterface, u"PowerOff"_s);
+        disks.act(drive, driveInterface, u"PowerOff"_s);
     return true;
 }
 
 } // namespace
 
-bool ejectVolume(const QString &point)
+bool ejectVolume(const QString &point, QString *reason)
 {
     const auto mount = mountAt(point);
     if (!mount || point == u"/")
         return false;
-    return mount->type == u"fuse" || mount->type.startsWith("fuse."_L1)
-        ? unmountFuse(point)
-        : unmountDisk(mount->source);
+    QString why;
+    const bool unmounted = mount->type == u"fuse" || mount->type.startsWith("fuse."_L1)
+        ? unmountFuse(point, why)
+        : unmountDisk(mount->source, why);
+    if (reason)
+        *reason = why;
+    return unmounted;
 }

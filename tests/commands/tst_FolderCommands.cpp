@@ -49,10 +49,16 @@ private Q_SLOTS:
         QCOMPARE(world.shown(Side::Right), left);
         QCOMPARE(world.shown(), left);
         // A path that is not whole would be looked for where the program was started.
-        for (const QString &typed : { u"/not/there"_s, u"."_s }) {
+        const std::pair<QString, QString> refused[] = {
+            { u"/not/there"_s, u"/not/there\nNo such file or directory"_s },
+            { u"."_s, u".\nNo such file or directory"_s },
+            { u"/dev/null"_s, u"/dev/null\nIt is no folder."_s },
+        };
+        for (const auto &[typed, details] : refused) {
             world.alerts.answer(Alert::Ok);
             QCOMPARE(choose(Side::Left, typed), left);
             QCOMPARE(world.alerts.last().text, u"Folder does not exists!"_s);
+            QCOMPARE(world.alerts.last().details, details);
         }
     }
 
@@ -110,6 +116,7 @@ private Q_SLOTS:
         bookmark(u"title"_s, u"first"_s);
         bookmark(u"title"_s, u"last"_s);
         bookmark(u"gone"_s, u"gone"_s);
+        world.folder.link(u"nothing"_s, u"gone"_s); // leads nowhere
         world.defaults.setValue(Settings::Bookmarks, records);
         world.start();
         const auto items = world.application.menus().bookmarksMenu().actions().last(3);
@@ -149,6 +156,7 @@ private Q_SLOTS:
         world.alerts.answer(Alert::Ok);
         world.run(Command::Eject);
         QCOMPARE(world.alerts.last().text, u"'stick' could not be ejected!"_s);
+        QCOMPARE(world.alerts.last().details, u"The target is busy."_s);
         world.workspace.whileEjecting = [&] {
             QVERIFY(world.window.progressIndicator->isSpinning());
             world.run(Command::Eject); // again, while it goes on

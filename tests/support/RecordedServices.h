@@ -75,8 +75,10 @@ public:
     }
 
     QStringList mountedLocalVolumePaths() const override { return volumes; }
-    bool eject(const QString &volume) override
+    bool eject(const QString &volume, QString *reason) override
     {
+        if (reason)
+            *reason = u"The target is busy."_s;
         calls.append({ u"eject"_s, volume });
         if (whileEjecting)
             whileEjecting();

@@ -127,7 +127,7 @@ private Q_SLOTS:
         QCOMPARE(world.desk.requests.size(), 1);
         QCOMPARE(world.alerts.last().text,
                  u"Are you sure that you want to create an alias from this item(s)?"_s);
-        QCOMPARE(world.alerts.shown().last().details, u"1, from b to left"_s);
+        QCOMPARE(world.alerts.last().details, u"1, from b to left"_s);
         // What a pane lists has its size told, but for a folder.
         const auto asked = [&](const QStringList &names) {
             QStringList paths;
@@ -135,7 +135,7 @@ private Q_SLOTS:
                 paths.append(world.path(name));
             world.alerts.answer(Alert::No);
             world.drops.acceptInto(u"/to"_s, paths, DragOperation::Copy, false);
-            return world.alerts.shown().last().details;
+            return world.alerts.last().details;
         };
         QCOMPARE(asked({ u"a file"_s }), u"a file, 1 Bytes, from left to to"_s);
         QCOMPARE(asked({ u"a file"_s, u"a folder"_s }), u"2 items, from left to to"_s);
