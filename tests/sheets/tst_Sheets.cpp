@@ -106,11 +106,11 @@ private Q_SLOTS:
                 QTest::keyClick(sheet.focusWidget(), Qt::Key(QKeySequence(key)[0].key()));
         };
         ExpandSelectionSheet sheet(u"Group selection"_s, {}, nullptr);
+        const auto buttons = sheet.findChildren<QAbstractButton *>();
+        for (const QAbstractButton *button : buttons)
+            QVERIFY2(button->text().contains(u'&'), qPrintable(button->text()));
         whenAsked([&](QWidget &) {
             QVERIFY(shows(sheet, u"Group selection"_s));
-            const auto buttons = sheet.findChildren<QAbstractButton *>();
-            for (const QAbstractButton *button : buttons)
-                QVERIFY2(button->text().contains(u'&'), qPrintable(button->text()));
             // The text comes first; above it the end of the methods, and above them the third
             // target.
             press(sheet, u"A Backtab End Backtab Down Down Tab Tab Tab Space Return"_s);
