@@ -71,10 +71,10 @@ void BookmarksMenu::clickedBookmark(const QString &title)
         if (bookmark.localizedPath == title)
             path = bookmark.realPath;
     if (const auto error = queries.whyNotThere(path)) {
-        alerts.ask(Alert::failure(localized("Folder doesn't exists or it's not a folder!"),
-                                  FileName::shown(path) + u'\n'
-                                      + QString::fromStdString(error.message()),
-                                  localized("Ok")));
+        alerts.ask(
+            Alert::failure(localized("Folder doesn't exists or it's not a folder!"),
+                           FileName::shown(path) + u'\n' + QString::fromStdString(error.message()),
+                           localized("Ok")));
         return;
     }
     if (const PaneTable *list = window.getFirstResponderTableView())

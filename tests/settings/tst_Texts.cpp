@@ -58,8 +58,9 @@ private Q_SLOTS:
         for (const auto &[bytes, text] : sizes)
             QCOMPARE(SizeText::getCalcFileSize(bytes), text);
         // A sum of shown sizes reads none of them back.
-        const std::pair<QString, float> units[] = { { u"GB"_s, 0x1p30F }, { u"MB"_s, 0x1p20F },
-                                                    { u"KB"_s, 0x1p10F }, { u"Bytes"_s, 1 } };
+        const std::pair<QString, float> units[] = {
+            { u"GB"_s, 0x1p30F }, { u"MB"_s, 0x1p20F }, { u"KB"_s, 0x1p10F }, { u"Bytes"_s, 1 }
+        };
         for (qint64 bytes = 1; bytes < 1LL << 60; bytes += bytes / 777 + 1) {
             const QStringList words = SizeText::getCalcFileSize(bytes).split(u' ');
             const auto unit = std::ranges::find(units, words[1], &std::pair<QString, float>::first);

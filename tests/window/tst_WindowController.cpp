@@ -204,6 +204,14 @@ private Q_SLOTS:
         QCOMPARE(world.shown(), world.folder.path());
         navigator->setSegmentCount(navigator->segmentCount() - 1);
         QVERIFY(!last->isValid());
+
+        // What is painted in place of rows is told as well.
+        for (const auto &[shown, why] :
+             { std::pair(u"left/a"_s, u"Not a directory"_s), std::pair(u"left"_s, QString()) }) {
+            world.show(Side::Left, shown);
+            const QString told = of(world.window.leftFileList)->text(QAccessible::Description);
+            QVERIFY2(why.isEmpty() ? told.isEmpty() : told.endsWith(why), qPrintable(told));
+        }
     }
 
     void theFrameOnlyAsksToClose()
