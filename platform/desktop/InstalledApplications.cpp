@@ -2,6 +2,7 @@
 
 #include "files/FileName.h"
 #include "files/FileStatus.h"
+#include "platform/desktop/SilentBus.h"
 #include "widgets/Icons.h"
 
 #include <gio/gdesktopappinfo.h>
@@ -53,6 +54,19 @@ void ownSession(gpointer)
 constexpr auto launchFlags =
     GSpawnFlags(G_SPAWN_SEARCH_PATH | G_SPAWN_STDOUT_TO_DEV_NULL | G_SPAWN_STDERR_TO_DEV_NULL);
 
+// The environment of what is started: with the buses that this run does without.
+Owned<GAppLaunchContext> launchContext()
+{
+    Owned<GAppLaunchContext> context(g_app_launch_context_new());
+    for (const SilentBus &bus : silentBuses()) {
+        if (bus.address.isNull())
+            g_app_launch_context_unsetenv(context.get(), bus.variable);
+        else
+            g_app_launch_context_setenv(context.get(), bus.variable, bus.address.constData());
+    }
+    return context;
+}
+
 bool launchEntry(const QString &entry, const QStringList &files)
 {
     const Owned<GDesktopAppInfo> info(
@@ -64,7 +78,8 @@ bool launchEntry(const QString &entry, const QStringList &files)
         uris = g_list_append(
             uris, g_filename_to_uri(FileName::toBytes(file).constData(), nullptr, nullptr));
     const bool launched = g_desktop_app_info_launch_uris_as_manager(
-        info.get(), uris, nullptr, launchFlags, ownSession, nullptr, nullptr, nullptr, nullptr);
+        info.get(), uris, launchContext().get(), launchFlags, ownSession, nullptr, nullptr, nullptr,
+        nullptr);
     g_list_free_full(uris, g_free);
     return launched;
 }
@@ -78,7 +93,9 @@ bool launchExecutable(const QString &program, const QStringList &files)
     for (QByteArray &argument : bytes)
         vector.append(argument.data());
     vector.append(nullptr);
-    return g_spawn_async(nullptr, vector.data(), nullptr,
+    const std::unique_ptr<char *, decltype(&g_strfreev)> environment(
+        g_app_launch_context_get_environment(launchContext().get()), &g_strfreev);
+    return g_spawn_async(nullptr, vector.data(), environment.get(),
                          GSpawnFlags(G_SPAWN_STDOUT_TO_DEV_NULL | G_SPAWN_STDERR_TO_DEV_NULL),
                          ownSession, nullptr, nullptr, nullptr);
 }

@@ -1,8 +1,5 @@
 #include "platform/desktop/SilentBus.h"
 
-#include <QByteArray>
-#include <QList>
-
 #include <cerrno>
 #include <chrono>
 #include <cstddef>
@@ -15,6 +12,8 @@
 namespace {
 
 constexpr std::chrono::milliseconds Patience { 500 };
+
+QList<SilentBus> found; // before there are threads
 
 // A connection to a bus that has been asked for the ways to log in, as D-Bus clients begin.
 class Greeting final {
@@ -49,8 +48,10 @@ public:
         pollfd answer { _socket, POLLIN, 0 };
         if (_socket >= 0 && poll(&answer, 1, int(time.count())) == 0)
             _isSilent = true;
-        if (_isSilent)
-            qputenv(_variable, "unix:path=/nonexistent");
+        if (!_isSilent)
+            return;
+        found.append({ _variable, qgetenv(_variable) });
+        qputenv(_variable, "unix:path=/nonexistent");
     }
 
 private:
@@ -84,8 +85,14 @@ private:
 
 void leaveSilentBusesAlone()
 {
+    found.clear();
     Greeting session("DBUS_SESSION_BUS_ADDRESS", qgetenv("XDG_RUNTIME_DIR") + "/bus");
     Greeting system("DBUS_SYSTEM_BUS_ADDRESS", "/var/run/dbus/system_bus_socket");
     session.awaitAnswer(Patience);
     system.awaitAnswer(std::chrono::milliseconds(50)); // was greeted at the same time
+}
+
+const QList<SilentBus> &silentBuses()
+{
+    return found;
 }

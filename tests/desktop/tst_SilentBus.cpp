@@ -42,6 +42,10 @@ private Q_SLOTS:
             bus.join();
             QCOMPARE(qgetenv("DBUS_SESSION_BUS_ADDRESS") == address, !listens || answers);
             QVERIFY(qgetenv("DBUS_SYSTEM_BUS_ADDRESS").endsWith("/none"));
+            // The programs that are started may find it awake.
+            QCOMPARE(silentBuses().size(), listens && !answers ? 1 : 0);
+            for (const SilentBus &silent : silentBuses())
+                QCOMPARE(silent.address, address);
         }
     }
 };
