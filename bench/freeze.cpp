@@ -124,6 +124,7 @@ int main(int argc, char **argv)
         };
         report("freeze-1m", openBoth);
         const DeadServer server(home.bytes(u"folder/server"_s));
+        require(symlink("server", home.bytes(u"folder/to server"_s)) == 0, "symlink");
         report("freeze-dead", [&] {
             openBoth();
             panes.model.showFolder(Side::Left, { home.path(u"folder/server"_s) });

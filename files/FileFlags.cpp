@@ -3,6 +3,7 @@
 #include "base/Localized.h"
 #include "files/FileName.h"
 #include "files/FileStatus.h"
+#include "files/SystemCalls.h"
 
 #include <QSet>
 #include <QtEndian>
@@ -78,10 +79,10 @@ FileFlags::Marks FileFlags::marks(const char *path)
     // The kernel clears as much memory as it is offered, which for 64 KiB takes longer than the
     // rest.
     QVarLengthArray<char, UsualAttributeNames> names(UsualAttributeNames);
-    ssize_t length = ::listxattr(path, names.data(), size_t(names.size()));
+    ssize_t length = SystemCalls::listxattr(path, names.data(), size_t(names.size()));
     if (length < 0 && errno == ERANGE) {
         names.resize(MostAttributeNames);
-        length = ::listxattr(path, names.data(), size_t(names.size()));
+        length = SystemCalls::listxattr(path, names.data(), size_t(names.size()));
     }
     if (length < 0 && errno == ENOTSUP) {
         struct stat status;

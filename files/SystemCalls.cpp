@@ -39,6 +39,11 @@ int SystemCalls::statx(int folder, const char *name, int flags, unsigned mask, s
                                                      : -1;
 }
 
+ssize_t SystemCalls::listxattr(const char *path, char *names, size_t size)
+{
+    return lets(Call::Attributes, path) ? ::listxattr(path, names, size) : -1;
+}
+
 int SystemCalls::mkdirat(int folder, const char *name, mode_t mode)
 {
     return lets(Call::MakeFolder, name) ? ::mkdirat(folder, name, mode) : -1;

@@ -13,6 +13,7 @@ namespace SystemCalls {
 enum class Call {
     Open,
     Status,
+    Attributes, // listxattr
     MakeFolder,
     Rename,
     Link,
@@ -35,6 +36,7 @@ void setWatch(Watch watch);
 
 int openat(int folder, const char *name, int flags, mode_t mode = 0);
 int statx(int folder, const char *name, int flags, unsigned mask, struct statx *status);
+ssize_t listxattr(const char *path, char *names, size_t size);
 int mkdirat(int folder, const char *name, mode_t mode);
 int renameat2(int fromFolder, const char *from, int toFolder, const char *to, unsigned flags);
 int linkat(int fromFolder, const char *from, int toFolder, const char *to, int flags);

@@ -133,7 +133,7 @@ void Reading::look(size_t first, size_t last, const QByteArray &folderOfNames) /
         record.isLink = types[i] == DT_LNK || record.kind == FileKind::Symlink;
         record.isFolder =
             record.kind == FileKind::Directory && !FileKinds::isPackageName(nameOf(record));
-        if (!marks || !status)
+        if (!marks || !status || !follows) // marks are those of a link's target
             continue;
         path.resize(folderOfNames.size());
         path.append(name, record.nameLength);
