@@ -72,15 +72,11 @@ void Application::start()
     _mainWindow.leftFileList->setFocus();
     _mainWindow.show();
     // What an interrupted run set aside is back before it is listed.
-    const auto settled = _waiting.forAnswer(PathText::homeFolder(), [this] {
-        _twinleaf.settleInterruptedWork();
-        return true;
-    });
+    _twinleaf.settleInterruptedWork(_waiting);
     takeFolders();
     awakeAll();
     _hasStarted = true;
-    if (settled)
-        _twinleaf.tellInterruptedWork();
+    _twinleaf.tellInterruptedWork();
 }
 
 void Application::takeFolders()

@@ -13,6 +13,14 @@ struct Arrival {
 
 QList<Arrival> kept;
 int holds = 0;
+int deliveries = 0; // one within another
+
+void handOver(const std::function<void()> &arrival)
+{
+    ++deliveries;
+    arrival();
+    --deliveries;
+}
 
 void deliverNext();
 
@@ -30,7 +38,7 @@ void deliverNext()
     if (!kept.isEmpty())
         deliverSoon();
     if (next.context)
-        next.deliver();
+        handOver(next.deliver);
 }
 
 } // namespace
@@ -40,7 +48,20 @@ void Arrivals::deliver(QObject *context, std::function<void()> arrival)
     if (areHeld())
         kept.append({ context, std::move(arrival) });
     else
-        arrival();
+        handOver(arrival);
+}
+
+bool Arrivals::isDelivering()
+{
+    return deliveries > 0;
+}
+
+void Arrivals::afterWait(QObject *context, std::function<void()> action)
+{
+    if (holds > 0)
+        deliver(context, std::move(action));
+    else
+        action();
 }
 
 bool Arrivals::areHeld()

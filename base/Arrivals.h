@@ -15,6 +15,13 @@ void deliver(QObject *context, std::function<void()> arrival);
 // Whether an arrival would have to wait: for the end of a wait, or for those before it.
 bool areHeld();
 
+// Whether an arrival is being delivered: what is done now nobody is waiting for.
+bool isDelivering();
+
+// Calls the function at once, but not in the middle of a wait: for what a person can do past the
+// held input, by a screen reader.
+void afterWait(QObject *context, std::function<void()> action);
+
 // Lives while the main thread waits.
 class Hold {
 public:

@@ -1,5 +1,6 @@
 #include "commands/Commands.h"
 
+#include "base/Arrivals.h"
 #include "base/Localized.h"
 #include "commands/FolderCommands.h"
 #include "commands/PaneCommands.h"
@@ -57,6 +58,11 @@ void Commands::offerTool(Command command, const QIcon &icon)
 }
 
 void Commands::run(Command command, std::optional<Side> menu)
+{
+    Arrivals::afterWait(this, [this, command, menu] { runNow(command, menu); });
+}
+
+void Commands::runNow(Command command, std::optional<Side> menu)
 {
     const CommandEntry::Run &run = entryOf(command).run;
     if (const auto *panes = std::get_if<CommandEntry::OfPanes>(&run)) {

@@ -48,6 +48,7 @@ public:
     void enableAll() const;
 
 private:
+    void runNow(Command command, std::optional<Side> menu);
     QAction *newAction(const CommandEntry &entry, const ClassicKeys &keys,
                        std::optional<Side> menu);
 

@@ -118,7 +118,10 @@ void PaneCommands::duplicateClicked()
     const QString path = listOnItem() ? selectedPath() : QString();
     if (path.isEmpty())
         return;
-    const QString name = nameOfDuplicate(PathText::lastComponent(path), queries.isDirectory(path));
+    const auto looked = queries.lookAtOpened(path);
+    if (!looked)
+        return; // given up
+    const QString name = nameOfDuplicate(PathText::lastComponent(path), looked->isDirectory);
     twinleaf.duplicateItem(path, PathText::joined(PathText::parent(path), name));
 }
 
@@ -191,13 +194,15 @@ void PaneCommands::archiveClicked()
     const QString archive = archiveFileName(name);
     const auto replaced = PathText::isItemName(archive)
         ? queries.itemAt(PathText::joined(destination, archive))
-        : std::nullopt;
-    if (replaced
+        : FileQueries::Item();
+    if (!replaced)
+        return; // given up
+    if (replaced->status
         && alerts.ask(
                replaceArchiveQuestion(FileName::shown(PathText::joined(destination, archive))))
             != Alert::Yes)
         return;
-    twinleaf.archiveItems(items, destination, name, replaced);
+    twinleaf.archiveItems(items, destination, name, replaced->status);
 }
 
 void PaneCommands::unpackClicked()

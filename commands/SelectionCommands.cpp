@@ -170,12 +170,15 @@ void SelectionCommands::spotlightSearchMenuItemClicked()
 
 void SelectionCommands::spotlightSearchResultClicked(const ChosenResult &result)
 {
+    const auto item = queries.lookAtOpened(result.path);
+    if (!item)
+        return; // given up
     const QString extension = PathText::extension(result.path);
-    if (queries.isApplication(result.path))
+    if (item->isApplication)
         launching.launchApp(result.path);
     else if (extension == u"pkg"_s || extension == u"mpkg"_s)
         launching.launchInstallerPackage(result.path);
-    else if (!queries.isDirectory(result.path))
+    else if (!item->isDirectory)
         launching.launchFileURLs({ result.path });
     else if (const PaneTable *list = window.getFirstResponderTableView())
         mainModel.showFolder(list->side(), { .path = result.path });

@@ -97,16 +97,16 @@ struct Waiting::Wait {
     Question &question;
     const Subject &subject;
     QEventLoop loop {};
-    bool givenUp = false;
+    bool fellSilent = false;
     std::chrono::milliseconds time = Blink; // since it was asked
     std::chrono::milliseconds silence = Blink; // since it last went on
     qint64 progress = 0;
+    qint64 mostItems = 0; // some count them more than once
     QString shown {};
 
     void giveUp()
     {
-        givenUp = !subject.path.isEmpty();
-        if (givenUp)
+        if (!subject.path.isEmpty())
             loop.quit();
     }
     void look()
@@ -114,7 +114,10 @@ struct Waiting::Wait {
         time += Look;
         silence = progress == question.progress ? silence + Look : 0ms;
         progress = question.progress;
-        if (question.isOnLostMount() || (silence >= Patience && !question.mountPoint().isEmpty()))
+        mostItems = std::max(mostItems, progress);
+        fellSilent =
+            question.isOnLostMount() || (silence >= Patience && !question.mountPoint().isEmpty());
+        if (fellSilent)
             giveUp();
     }
     QString name() const
@@ -127,9 +130,9 @@ struct Waiting::Wait {
         if (subject.path.isEmpty())
             return subject.text;
         const QString reading = filled(localized("Reading %@..."), name());
-        return progress == 0
+        return mostItems == 0
             ? reading
-            : reading + u' ' + filled(localized("%@ items"), QLocale().toString(progress));
+            : reading + u' ' + filled(localized("%@ items"), QLocale().toString(mostItems));
     }
 };
 
@@ -181,10 +184,19 @@ bool Waiting::isAnswered(const Subject &subject, std::function<void(WaitingProgr
     const bool answered = question->hasEnded();
     if (!answered)
         Question::lost().push_back(question);
+    if (!_waits.empty())
+        _waits.back()->shown.clear(); // to be shown again
     if (_display)
-        _display->endWaiting(answered ? QString()
-                                      : filled(localized("'%@' does not answer."), wait.name()));
+        _display->endWaiting(answered,
+                             answered || !wait.fellSilent
+                                 ? QString()
+                                 : filled(localized("'%@' does not answer."), wait.name()));
     return answered;
+}
+
+bool Waiting::isShown() const
+{
+    return std::ranges::any_of(_waits, [](const Wait *wait) { return !wait->shown.isEmpty(); });
 }
 
 void Waiting::giveUp()

@@ -19,8 +19,8 @@ public:
     virtual ~WaitingDisplay() = default;
 
     virtual void showWaiting(const QString &text) = 0; // first, and with each new text
-    // `unanswered` gets a line about what did not answer; "" when there is an answer.
-    virtual void endWaiting(const QString &unanswered) = 0;
+    // `told`: a line about what does not answer; "" when it has, or the person gave it up.
+    virtual void endWaiting(bool answered, const QString &told) = 0;
 };
 
 // The one way of the window to ask the disk. The question is put on a thread of its own; the caller
@@ -37,8 +37,9 @@ public:
     void setDisplay(WaitingDisplay *display) { _display = display; }
 
     // Runs `job()` or `job(progress)` about the path and answers its result, or nothing when it was
-    // given up. The job may then come to its end much later, or never: it holds what it needs by
-    // value. On a worker thread it just calls it.
+    // given up. The job may then come to its end much later, or never: what it needs it holds by
+    // value, but for what lives as long as the process (with jobs left behind, that ends before any
+    // of its objects). On a worker thread it just calls it.
     template <typename Job>
     auto forAnswer(const QString &path, Job job)
     {
@@ -55,6 +56,7 @@ public:
     }
 
     bool isWaiting() const { return !_waits.empty(); }
+    bool isShown() const; // that it waits: a person can mean to give it up
     void giveUp(); // each question under way; nothing when there is none
 
     // Whether threads still stand at a mount that never answered: they cannot be waited for, and

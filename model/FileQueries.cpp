@@ -91,10 +91,9 @@ FileQueries::FileQueries(Workspace &workspaceInUse, const FileKinds &fileKinds, 
 {
 }
 
-std::optional<FileStatus> FileQueries::itemAt(const QString &path) const
+std::optional<FileQueries::Item> FileQueries::itemAt(const QString &path) const
 {
-    return waiting.forAnswer(path, [path] { return fileStatus(path, Links::NoFollow); })
-        .value_or(std::nullopt);
+    return waiting.forAnswer(path, [path] { return Item { fileStatus(path, Links::NoFollow) }; });
 }
 
 std::error_code FileQueries::whyNotThere(const QString &path) const
@@ -109,11 +108,12 @@ std::error_code FileQueries::whyNotThere(const QString &path) const
         .value_or(std::make_error_code(std::errc::timed_out));
 }
 
-bool FileQueries::isSameItem(const QString &a, const QString &b) const
+std::optional<bool> FileQueries::isSameItem(const QString &a, const QString &b) const
 {
     // One after the other: either can be on a server that is gone.
-    return waiting.forAnswer(b, [b] { return exists(b); }).value_or(false)
-        && waiting.forAnswer(a, [a, b] { return SameFile::isSame(a, b); }).value_or(false);
+    if (!waiting.forAnswer(b, [b] { return exists(b); }))
+        return std::nullopt;
+    return waiting.forAnswer(a, [a, b] { return SameFile::isSame(a, b); });
 }
 
 std::optional<QString> FileQueries::nearestFolder(const QString &path) const

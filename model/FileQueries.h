@@ -15,9 +15,10 @@ class FileKinds;
 class Waiting;
 class Workspace;
 
-// The questions the panes, sheets and operations ask about a path. Failures answer the stated
-// fall-back and are never shown, and so does a question that was given up. Any thread unless said
-// otherwise; every answer comes fresh from disk.
+// The questions the panes, sheets and operations ask about a path. A failure is never shown: it
+// answers what holds for a path that is not there (no, "", or the path itself), and so does a
+// question that was given up, but for those that answer nothing then: on them hangs what is done to
+// files. Any thread unless said otherwise; every answer comes fresh from disk.
 class FileQueries {
 public:
     FileQueries(Workspace &workspace, const FileKinds &kinds, Waiting &waiting);
@@ -26,13 +27,19 @@ public:
     void setTraverseLinks(bool follow) { _traverseLinks = follow; }
     Links linksAsSet() const { return _traverseLinks ? Links::Follow : Links::NoFollow; }
 
-    // What stands at the path itself, links not followed.
-    std::optional<FileStatus> itemAt(const QString &path) const;
-    bool isThere(const QString &path) const { return itemAt(path).has_value(); }
+    // What stands at the path itself, links not followed. Nothing when that was given up.
+    struct Item {
+        std::optional<FileStatus> status;
+    };
+    std::optional<Item> itemAt(const QString &path) const;
+    bool isThere(const QString &path) const
+    {
+        return itemAt(path).value_or(Item()).status.has_value();
+    }
     // Why the path leads to nothing, links followed; no error: something is there.
     std::error_code whyNotThere(const QString &path) const;
-    // Whether both paths lead to one file or folder; see SameFile.
-    bool isSameItem(const QString &a, const QString &b) const;
+    // Whether both paths lead to one file or folder; see SameFile. Nothing when that was given up.
+    std::optional<bool> isSameItem(const QString &a, const QString &b) const;
     // The path itself where it is a folder, readable or not; else the nearest one above it that
     // is. Nothing when that was given up.
     std::optional<QString> nearestFolder(const QString &path) const;

@@ -12,7 +12,7 @@ class Waiting;
 class Workspace;
 enum class Tool;
 
-// Opens applications and files, with the stated alert for each that cannot be opened. The desktop
+// Opens applications and files, with one alert for each that cannot be opened. The desktop
 // looks at what it opens, so it does that beside the window. Main thread.
 class Launching {
 public:

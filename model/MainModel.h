@@ -53,8 +53,9 @@ public:
 
     // The folder that a pane shows; "" before its first listing.
     QString folder(Side side) const { return _rows[side].folder(); }
-    bool panesShowSameFolder() const; // also by two names of it
-    bool shows(Side side, const QString &otherFolder) const; // also by another name of it
+    // Also by two names of it. Nothing when the question was given up.
+    std::optional<bool> panesShowSameFolder() const;
+    std::optional<bool> shows(Side side, const QString &otherFolder) const;
 
     bool showToolTips() const { return _options.showToolTips; }
     bool traverseLinks() const { return _options.traverseLinks; }
@@ -100,7 +101,7 @@ private:
                                               const RowSet &rows) const;
     void askForNewFolder(const QString &parent, const QString &suggested, std::optional<Side> side);
     void askForNewName(const QString &path, const QString &suggested, std::optional<Side> side);
-    UpdateBoth updateForOnePane() const; // both panes when they show one folder
+    UpdateBoth updateForOnePane() const; // both panes when they show one folder, by its name
 
     MessageBus &bus;
     UserDefaults &defaults;

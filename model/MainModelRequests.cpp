@@ -44,20 +44,20 @@ bool refusesParent(Alerts &alerts, const RowSet &rows)
 
 } // namespace
 
-bool MainModel::shows(Side side, const QString &otherFolder) const
+std::optional<bool> MainModel::shows(Side side, const QString &otherFolder) const
 {
     const QString shown = folder(side);
-    return shown == otherFolder || queries.isSameItem(shown, otherFolder);
+    return shown == otherFolder ? true : queries.isSameItem(shown, otherFolder);
 }
 
-bool MainModel::panesShowSameFolder() const
+std::optional<bool> MainModel::panesShowSameFolder() const
 {
     return shows(Side::Left, folder(Side::Right));
 }
 
 UpdateBoth MainModel::updateForOnePane() const
 {
-    return panesShowSameFolder() ? UpdateBoth::Yes : UpdateBoth::No;
+    return folder(Side::Left) == folder(Side::Right) ? UpdateBoth::Yes : UpdateBoth::No;
 }
 
 void MainModel::showItemInfo(const ItemRequest &request)
@@ -92,7 +92,10 @@ void MainModel::requestCopyMove(const ItemRequest &request, Operation operation)
         return;
     // Built before anything is asked: the rows shown now are the ones the answer is about.
     const OperationRequest dictionary = getDictionaryForCopyMove(request.side, listing, rows);
-    if (panesShowSameFolder()) {
+    const auto intoItself = panesShowSameFolder();
+    if (!intoItself)
+        return; // given up
+    if (*intoItself) {
         alerts.ask(OperationAlerts::intoItself(operation));
         return;
     }

@@ -4,6 +4,7 @@
 #include "base/MainThread.h"
 #include "files/FileName.h"
 #include "files/PathText.h"
+#include "files/Waiting.h"
 #include "model/FileQueries.h"
 #include "model/PaneWindow.h"
 #include "operations/InterruptedRuns.h"
@@ -11,6 +12,8 @@
 #include "operations/ShortenedLines.h"
 #include "platform/Alerts.h"
 #include "platform/Workspace.h"
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -165,11 +168,16 @@ void FileOperations::newFolder(const OperationRequest &request)
 {
     const QString name = request.items.value(0);
     // "." and ".." exist in every folder; as names they are refused by the worker.
-    if (PathText::isItemName(name) && queries.isThere(PathText::joined(request.source, name))) {
-        alerts.ask(Alert::failure(localized("Folder already exists!"),
-                                  FileName::shown(PathText::joined(request.source, name))));
-        askAgain(request);
-        return;
+    if (PathText::isItemName(name)) {
+        const QString path = PathText::joined(request.source, name);
+        const auto item = queries.itemAt(path);
+        if (!item)
+            return; // given up
+        if (item->status) {
+            alerts.ask(Alert::failure(localized("Folder already exists!"), FileName::shown(path)));
+            askAgain(request);
+            return;
+        }
     }
     if (isPerformFileOperationDictionaryValid(request))
         _workers.detach(Operation::NewFolder, [this, request](OperationRecord &record) {
@@ -195,7 +203,10 @@ void FileOperations::createAlias(const OperationRequest &request)
 
 void FileOperations::duplicateItem(const QString &source, const QString &destination)
 {
-    if (queries.isThere(destination)) {
+    const auto replaced = queries.itemAt(destination);
+    if (!replaced)
+        return; // given up
+    if (replaced->status) {
         const QString name = FileName::shown(PathText::lastComponent(destination));
         if (alerts.ask(
                 Alert::question(filled(localized("Target '%@' already exists! Overwrite?"), name)))
@@ -220,9 +231,27 @@ void FileOperations::unpackArchive(const QString &archive, const QString &destin
     _archives.unpackArchive(archive, destination);
 }
 
-void FileOperations::settleInterruptedWork()
+void FileOperations::settleInterruptedWork(Waiting &waiting)
 {
-    _settled = settleInterruptedRuns(_copyMove.journal(), workspace);
+    const auto notes = waiting.forAnswer(
+        Journal::stateFolder(), [journal = _copyMove.journal()] { return journal.abandoned(); });
+    if (!notes)
+        return;
+    for (const auto &note : *notes) {
+        // One after the other, and nothing is begun on a server that is gone.
+        const QStringList folders = foldersOfRun(*note);
+        const bool answered = std::ranges::all_of(folders, [&](const QString &folder) {
+            return waiting.forAnswer(folder, [folder] { return exists(folder); }).has_value();
+        });
+        if (answered)
+            // By pointer: the desktop outlives every question.
+            _settled += waiting
+                            .forAnswer(folders.value(0),
+                                       [note, desktop = &workspace] {
+                                           return settleInterruptedRun(*note, *desktop);
+                                       })
+                            .value_or(QStringList());
+    }
 }
 
 void FileOperations::tellInterruptedWork()

@@ -11,6 +11,7 @@
 #include <functional>
 
 class OpenDialogs;
+class Waiting;
 
 // The public verbs: each checks its request at the door and hands it to a worker.
 // Main thread.
@@ -47,9 +48,10 @@ public:
     // Lists again what the operation touched and selects where the user expects it.
     void updateFileLists(const OperationRecord &record) { _refresh.updateFileLists(record); }
 
-    // Settles what an earlier run of the program, ended by force, has left; before anything is
-    // listed. What was done is told later, by one alert.
-    void settleInterruptedWork();
+    // Settles what earlier runs of the program, ended by force, have left; before anything is
+    // listed. What nobody answers for is left for a later start. What was done is told later, by
+    // one alert.
+    void settleInterruptedWork(Waiting &waiting);
     void tellInterruptedWork();
 
     RunQueue &runQueue() { return _copyMove.queue(); }

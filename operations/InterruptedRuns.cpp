@@ -238,25 +238,41 @@ private:
 
 } // namespace
 
+QStringList foldersOfRun(const Journal::Note &note)
+{
+    QStringList folders;
+    if (const auto record = recordOf(note.fields())) {
+        folders.append(record->folder);
+        for (const auto &item : record->elsewhere)
+            folders.append(item.source);
+        folders.removeDuplicates();
+    }
+    return folders;
+}
+
+QStringList settleInterruptedRun(Journal::Note &note, Workspace &workspace)
+{
+    const auto record = recordOf(note.fields());
+    if (!record) {
+        note.remove();
+        return {};
+    }
+    Settlement settlement(*record, workspace);
+    if (settlement.folderIsThere()) {
+        if (settlement.run())
+            note.remove();
+    } else if (!exists(record->folder)
+               && fileSystemMark(record->folder) == record->mark.section(u'.', 0, 0)) {
+        note.remove(); // not away with its volume, but gone
+    }
+    return settlement.told();
+}
+
 QStringList settleInterruptedRuns(const Journal &journal, Workspace &workspace)
 {
     QStringList told;
     const auto notes = journal.abandoned();
-    for (const auto &note : notes) {
-        const auto record = recordOf(note->fields());
-        if (!record) {
-            note->remove();
-            continue;
-        }
-        Settlement settlement(*record, workspace);
-        if (settlement.folderIsThere()) {
-            if (settlement.run())
-                note->remove();
-            told += settlement.told();
-        } else if (!exists(record->folder)
-                   && fileSystemMark(record->folder) == record->mark.section(u'.', 0, 0)) {
-            note->remove(); // not away with its volume, but gone
-        }
-    }
+    for (const auto &note : notes)
+        told += settleInterruptedRun(*note, workspace);
     return told;
 }

@@ -43,7 +43,7 @@ void PaneRefresh::updateFileLists(const OperationRecord &record)
 {
     if (record.operation == Operation::Archive) {
         for (const Side side : { Side::Left, Side::Right })
-            if (mainModel->shows(side, record.item))
+            if (mainModel->shows(side, record.item).value_or(false))
                 postCurrent(side);
         return;
     }
@@ -52,7 +52,9 @@ void PaneRefresh::updateFileLists(const OperationRecord &record)
     const Side focus = responder ? responder->side() : Side::Left;
     PaneTable &active = windowController->getTableView(focus);
     PaneTable &other = windowController->getTableView(otherSide(focus));
-    const bool sameFolder = mainModel->panesShowSameFolder();
+    // A copy and a move do not hang on it: for them nobody is asked.
+    const bool sameFolder = record.operation != Operation::Copy
+        && record.operation != Operation::Move && mainModel->panesShowSameFolder().value_or(false);
     const int activeRow = firstRow(active.selectedRows());
     const int otherRow = firstRow(other.selectedRows());
 

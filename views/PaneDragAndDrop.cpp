@@ -183,10 +183,14 @@ bool PaneDragAndDrop::acceptInto(const QString &destination, const QStringList &
                                  bool fromOutside)
 {
     const QList<DroppedItems> folders = DropDecision::byFolder(paths);
-    const bool isOwnFolder =
-        std::any_of(folders.begin(), folders.end(), [&](const DroppedItems &items) {
-            return items.source == destination || queries.isSameItem(items.source, destination);
-        });
+    bool isOwnFolder = false;
+    for (const DroppedItems &items : folders) {
+        const auto same =
+            items.source == destination ? true : queries.isSameItem(items.source, destination);
+        if (!same)
+            return false; // given up
+        isOwnFolder |= *same;
+    }
     if (isOwnFolder) {
         if (mask & DragOperation::Copy)
             alerts.ask(OperationAlerts::intoItself(Operation::Copy));

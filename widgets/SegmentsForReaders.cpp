@@ -1,5 +1,6 @@
 #include "widgets/SegmentsForReaders.h"
 
+#include "base/Arrivals.h"
 #include "base/Localized.h"
 #include "files/FileName.h"
 #include "widgets/SegmentedControl.h"
@@ -79,12 +80,14 @@ public:
     QStringList actionNames() const override { return { pressAction() }; }
     void doAction(const QString &name) override
     {
-        if (name != pressAction() || !isValid())
-            return;
-        if (isFold())
-            _control->openFold();
-        else
-            _control->choose(_segment);
+        if (name == pressAction() && isValid())
+            Arrivals::afterWait(_control,
+                                [control = _control, segment = _segment, fold = isFold()] {
+                                    if (control && fold)
+                                        control->openFold();
+                                    else if (control && segment < control->segmentCount())
+                                        control->choose(segment);
+                                });
     }
     QStringList keyBindingsForAction(const QString &) const override { return {}; }
 

@@ -1,5 +1,6 @@
 #include "window/BookmarksMenu.h"
 
+#include "base/Arrivals.h"
 #include "commands/PaneCommands.h"
 #include "files/FileName.h"
 #include "files/PathText.h"
@@ -44,8 +45,9 @@ void BookmarksMenu::setBookmarksMenu()
         // Not the folder's own: a bookmark on a server that is gone must not hold up the start.
         QAction *item =
             bookmarksMenu.addAction(themedIcon(u"folder"_s), menuText(bookmark.localizedPath));
-        connect(item, &QAction::triggered, this,
-                [this, title = bookmark.localizedPath] { clickedBookmark(title); });
+        connect(item, &QAction::triggered, this, [this, title = bookmark.localizedPath] {
+            Arrivals::afterWait(this, [this, title] { clickedBookmark(title); });
+        });
     }
 }
 

@@ -6,6 +6,7 @@
 #include <QEvent>
 
 #include <chrono>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -31,12 +32,37 @@ NoticeLabel::NoticeLabel(QWidget *window)
     window->installEventFilter(this);
     _end.setSingleShot(true);
     _end.setInterval(ReadingTime);
-    _end.callOnTimeout(this, &QWidget::hide);
+    _end.callOnTimeout(this, [this] {
+        if (!_isShown)
+            QWidget::hide();
+    });
 }
 
 void NoticeLabel::show(const QString &line)
 {
+    _isShown = true;
+    put(line);
+}
+
+void NoticeLabel::endShow()
+{
+    if (!std::exchange(_isShown, false))
+        return;
+    if (_end.isActive())
+        put(_told);
+    else
+        QWidget::hide();
+}
+
+void NoticeLabel::hide()
+{
     _end.stop();
+    _isShown = false;
+    QWidget::hide();
+}
+
+void NoticeLabel::put(const QString &line)
+{
     _line = line;
     setAccessibleName(line);
     place();
@@ -48,8 +74,10 @@ void NoticeLabel::show(const QString &line)
 
 void NoticeLabel::tell(const QString &line)
 {
-    show(line);
+    _told = line;
     _end.start();
+    if (!_isShown)
+        put(line);
 }
 
 bool NoticeLabel::eventFilter(QObject *watched, QEvent *event)

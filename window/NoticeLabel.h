@@ -11,15 +11,19 @@ class NoticeLabel final : public QLabel {
 public:
     explicit NoticeLabel(QWidget *window);
 
-    void show(const QString &line); // until another or hide()
+    void show(const QString &line); // until endShow(), over what was told
+    void endShow(); // what was told is seen again, for the rest of its time
     void tell(const QString &line); // for some seconds
-    using QWidget::hide;
+    void hide(); // whatever it says
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    void put(const QString &line);
     void place();
 
-    QString _line; // whole
+    QString _line; // whole, as seen
+    QString _told;
+    bool _isShown = false; // between show() and endShow()
     QTimer _end;
 };

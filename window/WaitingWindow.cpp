@@ -50,6 +50,14 @@ bool isInput(const QEvent &event)
     }
 }
 
+// The key, or the button below zero.
+int pressed(const QEvent &event)
+{
+    if (event.type() == QEvent::KeyPress || event.type() == QEvent::KeyRelease)
+        return static_cast<const QKeyEvent &>(event).key();
+    return -int(static_cast<const QMouseEvent &>(event).button());
+}
+
 int eventLoopLevel()
 {
     return QThread::currentThread()->loopLevel();
@@ -89,14 +97,14 @@ void WaitingWindow::showWaiting(const QString &text)
     notice.show(text);
 }
 
-void WaitingWindow::endWaiting(const QString &unanswered)
+void WaitingWindow::endWaiting(bool answered, const QString &told)
 {
-    if (unanswered.isEmpty()) {
-        notice.hide();
-    } else {
+    const bool isByItself = Arrivals::isDelivering() && eventLoopLevel() != _deliveryLevel;
+    if (!answered && !isByItself)
         ++_failures;
-        notice.tell(unanswered);
-    }
+    notice.endShow();
+    if (!told.isEmpty())
+        notice.tell(told);
 }
 
 bool WaitingWindow::eventFilter(QObject *receiver, QEvent *event)
@@ -110,7 +118,7 @@ bool WaitingWindow::eventFilter(QObject *receiver, QEvent *event)
         return true;
     }
     const bool escapes = event->type() == QEvent::KeyPress
-        && static_cast<QKeyEvent *>(event)->key() == Qt::Key_Escape && waiting.isWaiting();
+        && static_cast<QKeyEvent *>(event)->key() == Qt::Key_Escape && waiting.isShown();
     if (escapes)
         waiting.giveUp();
     else
@@ -124,10 +132,32 @@ void WaitingWindow::keep(QObject *receiver, const QEvent &event)
     const QPointer<QObject> to(receiver);
     const std::shared_ptr<QEvent> kept(event.clone());
     Arrivals::deliver(this, [this, to, kept, failures = _failures] {
-        const bool isMeant = failures == _failures || kept->type() == QEvent::Close;
-        if (to && isMeant && !isBehindSheet(to))
+        if (isMeant(*kept, failures) && to && !isBehindSheet(to))
             deliver(to, *kept);
     });
+}
+
+// What is pressed when its turn comes is also let go: a release goes the way of its press.
+bool WaitingWindow::isMeant(const QEvent &event, int failures)
+{
+    const bool isCurrent = failures == _failures;
+    switch (event.type()) {
+    case QEvent::Close:
+        return true;
+    case QEvent::KeyPress:
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+        if (isCurrent)
+            _droppedPresses.remove(pressed(event));
+        else
+            _droppedPresses.insert(pressed(event));
+        return isCurrent;
+    case QEvent::KeyRelease:
+    case QEvent::MouseButtonRelease:
+        return !_droppedPresses.remove(pressed(event));
+    default:
+        return isCurrent;
+    }
 }
 
 void WaitingWindow::deliver(QObject *receiver, QEvent &event)

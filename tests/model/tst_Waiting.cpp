@@ -2,6 +2,7 @@
 
 #include "base/Arrivals.h"
 #include "base/MainThread.h"
+#include "files/Journal.h"
 #include "files/MountTable.h"
 #include "tests/support/Watched.h"
 #include "tests/support/World.h"
@@ -49,7 +50,7 @@ public:
 private:
     int note(Call call, const char *name)
     {
-        if (call != Call::Status && call != Call::Open)
+        if (call != Call::Status && call != Call::Open && call != Call::Attributes)
             return 0;
         if (isMainThread())
             askedByWindow.append(name);
@@ -104,7 +105,11 @@ class tst_Waiting : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void cleanup() { MountTable::setSource(u"/proc/self/mountinfo"_s); }
+    void cleanup()
+    {
+        MountTable::setSource(u"/proc/self/mountinfo"_s);
+        QTRY_VERIFY(!Arrivals::areHeld()); // of the world that went
+    }
 
     void theWindowItselfAsksNoDisk()
     {
@@ -142,6 +147,7 @@ private Q_SLOTS:
         Disk disk;
         disk.stopAt(world.folder.path(u"left/slow"_s));
         world.select(u"slow"_s);
+        world.window.notice->tell(u"told before"_s);
         QStringList order;
         std::thread worker;
         bool workerWasServed = false;
@@ -169,31 +175,87 @@ private Q_SLOTS:
         QTRY_VERIFY(workerWasServed);
         QCOMPARE(order,
                  (QStringList { world.names({ 1 }, Side::Left), world.names({ 2 }, Side::Left) }));
-        QCOMPARE(notice(world), QString());
+        QCOMPARE(notice(world), u"told before"_s);
         worker.join();
     }
 
+    // What is typed meanwhile is meant for what does not come, unless that came by itself.
+    void escapeGivesUp_data()
+    {
+        QTest::addColumn<bool>("byItself");
+        QTest::newRow("what a key began") << false;
+        QTest::newRow("what began by itself") << true;
+    }
     void escapeGivesUp()
     {
+        QFETCH(const bool, byItself);
         StartedWorld world(QString::fromLatin1(Tree));
         Disk disk;
         disk.stopAt(world.folder.path(u"left/slow"_s));
         world.select(u"slow"_s);
         whileWaiting(world, [&] {
-            press(world, { Qt::Key_Home, Qt::Key_Escape }); // the first for what does not come
+            press(world, { Qt::Key_Escape }); // nothing is shown that it could be about
+            press(world, { Qt::Key_Home });
+            QTRY_VERIFY(notice(world).contains(u"slow"));
+            press(world, { Qt::Key_Escape });
         });
-        press(world, { Qt::Key_Return });
+        if (byItself)
+            Arrivals::deliver(&world.window, [&] {
+                world.model.showFolder(Side::Left, { world.folder.path(u"left/slow"_s) });
+            });
+        else
+            press(world, { Qt::Key_Return });
         QVERIFY(Waiting::anyLost());
         QCOMPARE(world.shown(), world.folder.path(u"left"_s));
-        QCOMPARE(notice(world), u"'slow' does not answer."_s);
+        QCOMPARE(notice(world), QString()); // the person knows
         QTRY_VERIFY(!Arrivals::areHeld());
-        QCOMPARE(world.selected(), u"slow"_s);
+        QCOMPARE(world.selected(), byItself ? u".."_s : u"slow"_s);
         // The answer that comes after all is nobody's any more.
         disk.answer();
         QTRY_VERIFY(!Waiting::anyLost());
         QCOMPARE(world.shown(), world.folder.path(u"left"_s));
+        world.select(u"slow"_s);
         press(world, { Qt::Key_Return });
         QCOMPARE(world.shown(), world.folder.path(u"left/slow"_s));
+    }
+
+    void nothingIsDoneWithoutAnAnswer_data()
+    {
+        QTest::addColumn<Command>("command");
+        QTest::addColumn<QString>("silent");
+        QTest::newRow("copy") << Command::Copy << u"right"_s;
+        QTest::newRow("move") << Command::Move << u"right"_s;
+        QTest::newRow("duplicate") << Command::Duplicate << u"left/a Copy"_s;
+        QTest::newRow("duplicate, of what kind") << Command::Duplicate << u"left/a"_s;
+        QTest::newRow("new folder") << Command::NewFolder << u"left/new"_s;
+        QTest::newRow("pack") << Command::CreateArchive << u"right/new.zip"_s;
+    }
+    void nothingIsDoneWithoutAnAnswer()
+    {
+        QFETCH(const Command, command);
+        QFETCH(const QString, silent);
+        World world(u"left/a=a, left/a Copy=old, right/new.zip=old"_s);
+        world.defaults.setValue(Settings::ConfirmationForFileOperations, false);
+        world.start();
+        world.select(u"a"_s);
+        Disk disk;
+        disk.stopAt(world.folder.path(silent));
+        bool gaveUp = false;
+        QTimer person;
+        person.callOnTimeout(&world.window, [&] {
+            if (world.application.waiting().isShown()) {
+                gaveUp = true;
+                press(world, { Qt::Key_Escape });
+            }
+        });
+        person.start(1);
+        if (command == Command::NewFolder || command == Command::CreateArchive)
+            world.answerSheet(u"new"_s);
+        world.commands.action(command)->trigger();
+        person.stop();
+        QVERIFY(gaveUp);
+        QVERIFY(!world.twinleaf.anyRunning());
+        disk.answer();
     }
 
     void aMountThatIsSilentIsGivenUp()
@@ -208,6 +270,7 @@ private Q_SLOTS:
         QVERIFY(world.model.rowsLeft()[1].isFolder());
         QVERIFY(!world.model.rowsLeft()[1].date().isValid());
         QVERIFY(!disk.asked().contains("server"));
+        QVERIFY(!disk.asked().contains(FileName::toBytes(world.folder.path(u"left/to server"_s))));
 
         disk.answer();
         world.show(Side::Left, u"left/server"_s);
@@ -240,6 +303,22 @@ private Q_SLOTS:
                                                          return 7;
                                                      }),
                  7);
+    }
+
+    void interruptedWorkOnASilentMountIsLeft()
+    {
+        World world(u"left/server/"_s);
+        mountServer(world, u"left/server"_s);
+        const Journal journal(Journal::runsFolder());
+        const QString server = world.folder.path(u"left/server"_s);
+        QVERIFY(journal.write({ server, u"1.1"_s, u"staging"_s }));
+        Disk disk;
+        disk.stopAt(server);
+        world.start();
+        QCOMPARE(notice(world), u"'server' does not answer."_s);
+        auto notes = journal.abandoned();
+        QCOMPARE(notes.size(), 1);
+        notes.first()->remove();
     }
 
     void anEndBeforeTheFirstListingKeepsWhatIsStored()
