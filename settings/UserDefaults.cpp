@@ -14,6 +14,7 @@
 #include <cerrno>
 #include <chrono>
 #include <limits>
+#include <utility>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -27,6 +28,7 @@ namespace {
 Q_LOGGING_CATEGORY(log, "twinleaf.settings")
 
 constexpr auto WriteDelay = 1s;
+constexpr auto RetryDelay = 10s;
 constexpr int LockTimeout = 1000; // milliseconds; a writer needs a few
 constexpr int MaximumLinks = 40; // as many as the kernel follows
 
@@ -76,6 +78,23 @@ bool setAsideDamaged(const QString &file)
     }
 }
 
+// The file is read and written by one at a time, in this program and in others. Any thread.
+class Lock final {
+public:
+    explicit Lock(const QString &file)
+        : _lock(file + u".lock"_s)
+    {
+        // Opening what is no plain file might never end.
+        const auto status = fileStatus(_lock.fileName(), Links::NoFollow);
+        _isHeld = (!status || status->kind == FileKind::Regular) && _lock.tryLock(LockTimeout);
+    }
+    bool isHeld() const { return _isHeld; }
+
+private:
+    QLockFile _lock; // lets go when it goes
+    bool _isHeld = false;
+};
+
 void apply(const UserDefaults::Edit &edit, const QString &key, QVariantMap &values)
 {
     if (const QVariant value = PropertyList::normalized(edit(values.value(key))); value.isValid())
@@ -89,11 +108,9 @@ void apply(const UserDefaults::Edit &edit, const QString &key, QVariantMap &valu
 UserDefaults::UserDefaults(const QString &file, const QVariantMap &globalDomain)
     : _file(file)
     , _global(globalDomain)
-    , _lock(std::make_unique<QLockFile>(file + u".lock"_s))
 {
     _writing.setSingleShot(true);
-    _writing.setInterval(WriteDelay);
-    connect(&_writing, &QTimer::timeout, this, &UserDefaults::synchronize);
+    connect(&_writing, &QTimer::timeout, this, &UserDefaults::writeBeside);
     load();
 }
 
@@ -117,78 +134,108 @@ void UserDefaults::load()
         return;
     }
     // Another program that found the same may already have written a new one.
-    if (!lock()) {
+    const Lock lock(_file);
+    if (!lock.isHeld()) {
         warn(u"damaged, and locked"_s);
         return;
     }
-    if (const auto stored = readLocked())
-        _stored = *stored;
-    _lock->unlock();
+    const Content content = readLocked(_file, {});
+    if (content.values)
+        _stored = *content.values;
+    else
+        warn(content.problem);
 }
 
-bool UserDefaults::lock()
-{
-    // Opening what is no plain file might never end.
-    const auto status = fileStatus(_lock->fileName(), Links::NoFollow);
-    return (!status || status->kind == FileKind::Regular) && _lock->tryLock(LockTimeout);
-}
-
-std::optional<QVariantMap> UserDefaults::readLocked()
+// With what is `stored` here where there is no file.
+UserDefaults::Content UserDefaults::readLocked(const QString &file, const QVariantMap &stored)
 {
     QByteArray bytes;
-    const auto failed = readWhole(_file, bytes);
+    const auto failed = readWhole(file, bytes);
     if (failed == std::errc::no_such_file_or_directory)
-        return _stored;
-    if (failed) {
-        warn(QString::fromLocal8Bit(failed.message().c_str()));
-        return std::nullopt;
+        return { stored };
+    if (failed)
+        return { {}, QString::fromLocal8Bit(failed.message().c_str()) };
+    if (auto values = PropertyList::read(bytes))
+        return { values };
+    if (setAsideDamaged(resolved(file)))
+        return { stored };
+    return { {}, u"damaged, and cannot be renamed"_s };
+}
+
+UserDefaults::Content UserDefaults::write(const QString &file, const QVariantMap &stored,
+                                          const Edits &edits) // any thread
+{
+    FileSystem::makePrivateFolders(PathText::parent(file));
+    const Lock lock(file);
+    if (!lock.isHeld())
+        return { {}, u"cannot be locked"_s };
+    Content merged = readLocked(file, stored);
+    if (!merged.values)
+        return merged;
+    for (auto key = edits.cbegin(); key != edits.cend(); ++key) {
+        for (const Edit &edit : *key)
+            apply(edit, key.key(), *merged.values);
     }
-    if (auto stored = PropertyList::read(bytes))
-        return stored;
-    if (setAsideDamaged(resolved(_file)))
-        return _stored;
-    warn(u"damaged, and cannot be renamed"_s);
-    return std::nullopt;
+    const QString target = resolved(file);
+    FileSystem::makePrivateFolders(PathText::parent(target));
+    QSaveFile saved(target);
+    const bool open = saved.open(QIODevice::WriteOnly);
+    if (open) {
+        saved.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+        saved.write(PropertyList::toXml(*merged.values));
+    }
+    if (!open || !saved.commit())
+        return { {}, saved.errorString() };
+    return merged;
 }
 
 bool UserDefaults::synchronize()
 {
+    endWrite();
     _writing.stop();
     if (_edits.isEmpty())
         return true;
-    FileSystem::makePrivateFolders(PathText::parent(_file));
-    if (!lock()) {
-        warn(u"cannot be locked"_s);
-        return false;
-    }
-    const bool written = writeLocked();
-    _lock->unlock();
-    return written;
+    _given = std::exchange(_edits, {});
+    return take(write(_file, _stored, _given));
 }
 
-bool UserDefaults::writeLocked()
+void UserDefaults::writeBeside()
 {
-    auto merged = readLocked();
-    if (!merged)
+    if (_writer.joinable()) // the last one is still at it
+        return writeSoon();
+    if (_edits.isEmpty())
+        return;
+    _given = std::exchange(_edits, {});
+    _writer = std::thread([this, file = _file, stored = _stored, edits = _given] {
+        _written = write(file, stored, edits);
+        QMetaObject::invokeMethod(this, &UserDefaults::endWrite, Qt::QueuedConnection);
+    });
+}
+
+void UserDefaults::endWrite()
+{
+    if (!_writer.joinable())
+        return;
+    _writer.join();
+    take(std::exchange(_written, {}));
+}
+
+bool UserDefaults::take(const Content &written)
+{
+    const Edits given = std::exchange(_given, {});
+    if (!written.values) {
+        // Tried again, before what has come since.
+        for (auto edits = given.cbegin(); edits != given.cend(); ++edits)
+            _edits[edits.key()] = *edits + _edits.value(edits.key());
+        _writing.start(RetryDelay);
+        warn(written.problem);
         return false;
+    }
+    _stored = *written.values;
     for (auto edits = _edits.cbegin(); edits != _edits.cend(); ++edits) {
         for (const Edit &edit : *edits)
-            apply(edit, edits.key(), *merged);
+            apply(edit, edits.key(), _stored);
     }
-    const QString target = resolved(_file);
-    FileSystem::makePrivateFolders(PathText::parent(target));
-    QSaveFile file(target);
-    const bool open = file.open(QIODevice::WriteOnly);
-    if (open) {
-        file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
-        file.write(PropertyList::toXml(*merged));
-    }
-    if (!open || !file.commit()) {
-        warn(file.errorString());
-        return false;
-    }
-    _stored = *merged;
-    _edits.clear();
     _warned = false;
     return true;
 }
@@ -312,5 +359,5 @@ void UserDefaults::change(QLatin1StringView key, const Edit &edit)
 void UserDefaults::writeSoon()
 {
     if (!_writing.isActive())
-        _writing.start();
+        _writing.start(WriteDelay);
 }

@@ -6,10 +6,8 @@
 #include <QVariantMap>
 
 #include <functional>
-#include <memory>
 #include <optional>
-
-class QLockFile;
+#include <thread>
 
 // The user's settings: an XML property list, one per user, under a global domain of locale values
 // that is read but never written. Values are strings, booleans, integers (qlonglong), doubles,
@@ -43,27 +41,38 @@ public:
     void remove(QLatin1StringView key);
     // The value becomes what `edit` makes of the stored one (invalid: there is none). When that is
     // written, `edit` is done again, on what another program may have stored meanwhile: for records
-    // that are added to a list or taken out of it. Its own result it leaves as it is.
+    // that are added to a list or taken out of it. Its own result it leaves as it is. It runs on
+    // any thread.
     using Edit = std::function<QVariant(const QVariant &stored)>;
     void change(QLatin1StringView key, const Edit &edit);
-    bool synchronize(); // writes now; false when it cannot
+    bool synchronize(); // writes now, on this thread; false when it cannot
 
     QString filePath() const { return _file; }
 
 private:
+    using Edits = QHash<QString, QList<Edit>>; // done to the file as another process left it
+    // What the file holds now; nothing when it could not be read or written, and why.
+    struct Content {
+        std::optional<QVariantMap> values;
+        QString problem {};
+    };
+    static Content readLocked(const QString &file, const QVariantMap &stored);
+    static Content write(const QString &file, const QVariantMap &stored, const Edits &edits);
+
     void load();
-    // What the file holds now, or these settings where there is none; nothing when it must stay.
-    std::optional<QVariantMap> readLocked();
-    bool writeLocked();
-    void warn(const QString &reason);
-    bool lock();
     void writeSoon();
+    void writeBeside(); // on a thread of its own: the disk may take its time
+    void endWrite();
+    bool take(const Content &written);
+    void warn(const QString &reason);
 
     QString _file;
     QVariantMap _global;
     QVariantMap _stored;
-    QHash<QString, QList<Edit>> _edits; // done to the file as another process left it, on write
+    Edits _edits; // since the last write began
+    Edits _given; // to the write under way
     QTimer _writing;
-    std::unique_ptr<QLockFile> _lock;
+    std::thread _writer;
+    Content _written; // by the writer, read when it has ended
     bool _warned = false; // until a write succeeds
 };

@@ -1,3 +1,4 @@
+#include "base/MainThread.h"
 #include "files/FileSystem.h"
 #include "files/Journal.h"
 #include "settings/BookmarkStore.h"
@@ -6,10 +7,13 @@
 #include "settings/SettingsKeys.h"
 #include "settings/UserDefaults.h"
 #include "tests/support/TestTree.h"
+#include "tests/support/Watched.h"
 
 #include <QRegularExpression>
 #include <QTimeZone>
 
+#include <atomic>
+#include <latch>
 #include <limits>
 #include <memory>
 #include <sys/stat.h>
@@ -69,6 +73,33 @@ private Q_SLOTS:
         QVERIFY(folder->names().isEmpty());
         QTRY_COMPARE(folder->names(), QStringList { u"settings.plist"_s });
         QCOMPARE(readBack(Key), QVariant(99LL));
+    }
+
+    void aSlowDiskHoldsUpNobody()
+    {
+        std::atomic<bool> reached { false };
+        std::atomic<bool> askedByWindow { false };
+        std::latch answer(1);
+        const Watched disk([&](Call, const char *name, unsigned) {
+            if (!QByteArrayView(name).endsWith(".lock"))
+                return 0;
+            reached = true;
+            if (isMainThread())
+                askedByWindow = true;
+            else
+                answer.wait();
+            return 0;
+        });
+        UserDefaults defaults(file());
+        defaults.setValue(Key, 1);
+        QTRY_VERIFY(reached);
+        defaults.setValue(Other, 2);
+        answer.count_down();
+        QTRY_COMPARE(readBack(Key), QVariant(1LL));
+        QTRY_COMPARE(defaults.integer(Key), 1);
+        QCOMPARE(defaults.integer(Other), 2);
+        QTRY_COMPARE(readBack(Other), QVariant(2LL));
+        QVERIFY(!askedByWindow);
     }
 
     void otherTypesAnswerNothing()
