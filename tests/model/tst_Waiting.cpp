@@ -253,9 +253,11 @@ private Q_SLOTS:
             world.answerSheet(u"new"_s);
         world.commands.action(command)->trigger();
         person.stop();
-        QVERIFY(gaveUp);
-        QVERIFY(!world.twinleaf.anyRunning());
+        const bool goesOn = world.twinleaf.anyRunning();
         disk.answer();
+        world.twinleaf.drain();
+        QVERIFY(gaveUp);
+        QVERIFY(!goesOn);
     }
 
     void aMountThatIsSilentIsGivenUp()
@@ -328,14 +330,16 @@ private Q_SLOTS:
         world.defaults.setValue(Settings::SelectedItemsLeft, rows);
         world.defaults.setValue(Settings::LeftFileListSortedColumn, u"Size"_s);
         const QVariantMap before = world.defaults.dictionaryRepresentation();
+        QVariantMap stored;
         Disk disk;
         disk.stopAt(world.folder.path(u"left"_s));
         whileWaiting(world, [&] {
             Q_EMIT world.workspace.willPowerOff();
-            QCOMPARE(world.defaults.dictionaryRepresentation(), before);
+            stored = world.defaults.dictionaryRepresentation();
             disk.answer();
         });
         world.start(); // the end was called off
+        QCOMPARE(stored, before);
         QCOMPARE(world.shown(), world.folder.path(u"left"_s));
     }
 
@@ -355,9 +359,9 @@ private Q_SLOTS:
             world.window.close();
             // Once more, while the worker is waited for; all is saved by then.
             QTimer::singleShot(0, &world.window, [&] {
+                world.window.close();
                 QCOMPARE(world.defaults.string(Settings::LeftFileListLastPath),
                          world.folder.path(u"right"_s));
-                world.window.close();
             });
         });
         QCoreApplication::exec();
