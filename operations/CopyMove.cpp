@@ -106,8 +106,10 @@ CopyMove::Next CopyMove::performItem(Run &run, qsizetype &index) // worker threa
             return Next::GoOn;
         }
         tell(run, name);
-        const auto standing = run.transfer.atDestination(name).status;
-        const TransferEnd end = decision.standing == Standing::ToTrash && isFolder(standing)
+        const auto standing = decision.standing == Standing::ToTrash
+            ? run.transfer.atDestination(name).status
+            : std::nullopt;
+        const TransferEnd end = isFolder(standing)
             ? putInto(run, name, standing->identity)
             : run.transfer.put(name, *decision.standing, decision.shown);
         if (end.what == TransferEnd::NotAsShown)
@@ -127,7 +129,7 @@ CopyMove::Decision CopyMove::decide(Run &run, const QString &name, bool mayAsk,
     const auto standing = run.transfer.atDestination(name);
     decision.reason = !PathText::isItemName(name) ? FileName::shown(name)
         : standing.failure                        ? reasonText(standing.failure)
-        : standing.status && run.transfer.madeHere(*standing.status)
+        : standing.status && run.transfer.madeHere(name, *standing.status)
         ? localized("The existing item was made by the same run.")
         : refusalOf(run.source(name), run.transfer.atSource(name).status, run.target(name),
                     standing.status, run.operation);

@@ -4,6 +4,7 @@
 #include "files/FileCopy.h"
 #include "files/FileName.h"
 #include "files/FileSystem.h"
+#include "files/FolderMark.h"
 #include "files/FolderWalk.h"
 #include "files/PathText.h"
 #include "files/Rename.h"
@@ -62,6 +63,7 @@ Transfer::Transfer(Operation operation, const QString &source, const QString &de
     , _removesList(FileCopy::handsOnAccessList(_destination.number()))
     , _staging(_destination.number(), destination, journal)
     , _pending(_source.number(), _destination.number(), destination, _staging, workspace)
+    , _keepsInodes(keepsInodes(_destination.number()))
 {
     const auto opened = seen && !_noDestination ? statusOf(_destination.number()) : std::nullopt;
     if (opened && opened->identity != *seen)
@@ -128,7 +130,7 @@ TransferEnd Transfer::putAs(const QString &name, const QString &as, Standing sta
         end = attempt(item);
     }
     if (end.what == TransferEnd::Done) {
-        _made.insert(key(_arrived));
+        noteMade(as, _arrived);
         if (_pending.isDue())
             _pending.settle();
     }
@@ -145,8 +147,21 @@ bool Transfer::moveToFree(const QString &name, const FileStatus &given)
         _crossesDevices = failed == std::errc::cross_device_link && given.kind == FileKind::Regular;
         return false;
     }
-    _made.insert(key(given.identity));
+    noteMade(name, given.identity);
     return true;
+}
+
+void Transfer::noteMade(const QString &name, const FileIdentity &identity)
+{
+    _made.insert(key(identity));
+    if (!_keepsInodes)
+        _madeNames.insert(name.toCaseFolded());
+}
+
+// Where numbers are made up, one item may have another by another case of its name.
+bool Transfer::madeHere(const QString &name, const FileStatus &status) const
+{
+    return _made.contains(key(status.identity)) || _madeNames.contains(name.toCaseFolded());
 }
 
 TransferEnd Transfer::attempt(const Item &item)

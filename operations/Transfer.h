@@ -64,7 +64,7 @@ public:
     bool crossesDevices() const { return _crossesDevices; }
 
     // A run never writes over what it just made.
-    bool madeHere(const FileStatus &status) const { return _made.contains(key(status.identity)); }
+    bool madeHere(const QString &name, const FileStatus &status) const;
 
     // Takes away what is to go; answers what stays, and where, and what of an item is lacking.
     QStringList finish();
@@ -96,7 +96,8 @@ private:
     TransferEnd attempt(const Item &item);
     TransferEnd move(const Item &item);
     TransferEnd moveOver(const Item &item);
-    TransferEnd takeExchanged(const Item &item, const std::function<std::error_code()> &exchange);
+    TransferEnd takeExchanged(const Item &item, const FileStatus &before,
+                              const std::function<std::error_code()> &exchange);
     void noteArrival(const Item &item, const FileIdentity &arrival);
     void tellLost(const Item &item, const std::error_code &why);
     TransferEnd copyFile(const Item &item);
@@ -109,7 +110,8 @@ private:
     TransferEnd setAside(const Item &item, const std::function<std::error_code()> &take);
     TransferEnd failed(const std::error_code &reason, const QByteArray &name,
                        bool atSource = false) const;
-    bool isWanted(const FileStatus &found, const std::optional<FileStatus> &shown) const;
+    bool isWanted(const FileStatus &found, const Item &item) const;
+    void noteMade(const QString &name, const FileIdentity &identity);
 
     Operation _operation;
     QString _sourcePath;
@@ -129,4 +131,6 @@ private:
     FileIdentity _arrived; // by the last attempt
     mutable bool _noSpace = false; // what the last attempt failed for
     QSet<Key> _made;
+    bool _keepsInodes = true; // the destination's file system
+    QSet<QString> _madeNames; // where it does not, with their case folded
 };

@@ -13,9 +13,10 @@
 using namespace Qt::StringLiterals;
 using SystemCalls::errorOf;
 
-bool Transfer::isWanted(const FileStatus &found, const std::optional<FileStatus> &shown) const
+bool Transfer::isWanted(const FileStatus &found, const Item &item) const
 {
-    return (!shown || isUnchanged(*shown, found)) && !madeHere(found);
+    return (!item.shown || isUnchanged(*item.shown, found))
+        && !madeHere(FileName::fromBytes(item.to), found);
 }
 
 TransferEnd Transfer::place(const Item &item, const Arrival &arrival)
@@ -76,7 +77,7 @@ TransferEnd Transfer::swapIn(const Item &item, const QByteArray &entry)
         return failed(reason, item.to);
     const auto old = statxStatus(_staging.descriptor(), entry, Links::NoFollow);
     const auto unknown = errorOf(old ? 0 : -1);
-    const bool wanted = old && isWanted(*old, item.shown);
+    const bool wanted = old && isWanted(*old, item);
     const bool kept =
         wanted && (item.standing == Standing::Replace || _pending.trash(entry, item.to));
     if (kept) {
@@ -107,7 +108,7 @@ TransferEnd Transfer::setAside(const Item &item, const std::function<std::error_
         return failed(away, item.to);
     const auto status = statxStatus(_staging.descriptor(), old, Links::NoFollow);
     auto reason = errorOf(status ? 0 : -1);
-    const bool wanted = status && isWanted(*status, item.shown);
+    const bool wanted = status && isWanted(*status, item);
     if (wanted)
         reason = take();
     if (!wanted || reason) {
@@ -145,6 +146,8 @@ TransferEnd Transfer::move(const Item &item)
     if (item.status.kind != FileKind::Regular)
         return copyByProgram(item);
     const TreeList list = TreeList::of(_source.number(), item.from, TreeList::Attributes::Leave);
+    if (list.failure())
+        return failed(list.failure(), item.from, true);
     TransferEnd end = copyFile(item);
     if (end.what == TransferEnd::Done)
         _pending.addMoved(list);
@@ -192,18 +195,18 @@ TransferEnd Transfer::moveOver(const Item &item)
         });
     if (reason)
         return failed(reason, item.to);
-    return takeExchanged(item, exchange);
+    return takeExchanged(item, *standing.status, exchange);
 }
 
 // The names are exchanged: what is replaced stands at the source, where anybody may come to it.
-TransferEnd Transfer::takeExchanged(const Item &item,
+TransferEnd Transfer::takeExchanged(const Item &item, const FileStatus &before,
                                     const std::function<std::error_code()> &exchange)
 {
     TransferEnd end { TransferEnd::NotAsShown };
     const auto old = statxStatus(_source.number(), item.from, Links::NoFollow);
     if (!old)
         end = failed(errorOf(-1), item.from, true);
-    if (old && isWanted(*old, item.shown)) {
+    if (old && isWanted(*old, item)) {
         const QByteArray entry =
             StagedName { StagedName::Old, _staging.nextNumber(), item.to }.text();
         const auto back = [&](const std::error_code &why) {
@@ -221,7 +224,7 @@ TransferEnd Transfer::takeExchanged(const Item &item,
             return { TransferEnd::Done }; // somebody took it away
         if (away) {
             end = failed(away, item.from, true);
-        } else if (!now || !isUnchanged(*old, *now)) { // somebody put another one there
+        } else if (!now || !isUnchanged(before, *now)) { // somebody came to it
             back(std::make_error_code(std::errc::device_or_resource_busy));
             return { TransferEnd::Done };
         } else if (item.standing == Standing::Replace) {

@@ -15,6 +15,7 @@
 #include <sys/prctl.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
+#include <thread>
 
 namespace {
 
@@ -227,10 +228,13 @@ private:
     {
         const QString path = resolved(given);
         for (const QString &name : std::as_const(_items)) {
-            const QString target = resolved(PathText::joined(world.destination, name));
-            const bool inside = path.startsWith(target + u'/');
-            if ((inside || path == target) && _old.contains(inodeAt(target)))
-                return _all || (inside && _agreed.contains(name));
+            // The two may be exchanged for a moment.
+            for (const QString &folder : { world.destination, world.source }) {
+                const QString target = resolved(PathText::joined(folder, name));
+                const bool inside = path.startsWith(target + u'/');
+                if ((inside || path == target) && _old.contains(inodeAt(target)))
+                    return _all || (inside && _agreed.contains(name));
+            }
         }
         return false;
     }
@@ -251,7 +255,10 @@ private:
 
     SystemCalls::Watch watch()
     {
-        return [this](Call call, const char *, unsigned flags) -> int {
+        return [this, worker = std::this_thread::get_id()](Call call, const char *,
+                                                           unsigned flags) -> int {
+            if (std::this_thread::get_id() != worker)
+                return 0; // it counts what there is
             if (++_calls == _killedAt)
                 kill(getpid(), SIGKILL);
             if (_calls > 100'000)

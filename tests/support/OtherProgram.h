@@ -92,7 +92,9 @@ public:
             return fs::create_symlink("victim", at, failed);
         case 6: // the folders themselves stay: by their paths it is known what was agreed
             for (const QString &kept : folders)
-                if ((kept + QLatin1Char('/')).startsWith(path + QLatin1Char('/')))
+                if ((fs::weakly_canonical(FileName::toBytes(kept).toStdString(), failed) / "")
+                        .native()
+                        .starts_with((at / "").native()))
                     return;
             told("moves away", path);
             return fs::rename(at, beside, failed);
@@ -140,6 +142,8 @@ private:
                 continue;
             told("swaps", FileName::fromBytes(at.c_str()));
             fs::rename(at, folder / ("stolen" + std::to_string(_last)), failed);
+            if (failed)
+                return;
             fs::create_directory(at, failed);
             write(at / "decoy", text("decoy"));
             return _ledger.note(Ledger::Written, text("decoy"));
