@@ -212,7 +212,7 @@ private Q_SLOTS:
         desk.pack(u"x"_s);
         QCOMPARE(treeOf(desk.folder, { u"to"_s, u"trash"_s }),
                  u"to/a.zip=saved 1, trash/a.zip=saved 2"_s);
-        QCOMPARE(desk.alerts.last().text, u"Not everything could be taken away."_s);
+        QCOMPARE(desk.alerts.last().text, u"Something was left behind."_s);
     }
 
     void aStickIsWrittenBeforeTheSheetCloses()
