@@ -45,7 +45,9 @@ std::unique_ptr<QCoreApplication> applicationFor(int &argc, char **argv)
     return std::make_unique<QApplication>(argc, argv);
 }
 
-int run(int argc, char **argv)
+} // namespace
+
+int main(int argc, char **argv)
 {
     QCoreApplication::setApplicationName(u"Twinleaf"_s);
     QCoreApplication::setApplicationVersion(BundleInfo::version());
@@ -82,11 +84,4 @@ int run(int argc, char **argv)
     if (!twinleaf.end())
         std::_Exit(status);
     return status;
-}
-
-} // namespace
-
-int main(int argc, char **argv)
-{
-    return run(argc, argv);
 }
