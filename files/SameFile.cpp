@@ -2,6 +2,9 @@
 #include "files/FileName.h"
 #include "files/StatxStatus.h"
 
+#include <QVarLengthArray>
+
+#include <algorithm>
 #include <climits>
 #include <cstdlib>
 #include <fcntl.h>
@@ -32,6 +35,19 @@ std::optional<Place> placeOf(const QString &folder, const MountTable &table)
     return Place { mount->device, below };
 }
 
+// Of the item itself and, where it is a link, of what it leads to.
+QVarLengthArray<FileIdentity, 2> identitiesOf(const QString &path)
+{
+    QVarLengthArray<FileIdentity, 2> identities;
+    const auto itself = fileStatus(path, Links::NoFollow);
+    if (itself)
+        identities.append(itself->identity);
+    if (itself && itself->kind == FileKind::Symlink)
+        if (const auto target = fileStatus(path, Links::Follow))
+            identities.append(target->identity);
+    return identities;
+}
+
 // Follows ".." from a folder up to the root.
 bool isBelow(const QString &inner, const FileIdentity &folder)
 {
@@ -57,15 +73,10 @@ bool isBelow(const QString &inner, const FileIdentity &folder)
 
 bool SameFile::isSame(const QString &a, const QString &b)
 {
-    for (const Links linksOfA : { Links::NoFollow, Links::Follow }) {
-        const auto first = fileStatus(a, linksOfA);
-        for (const Links linksOfB : { Links::NoFollow, Links::Follow }) {
-            const auto second = fileStatus(b, linksOfB);
-            if (first && second && first->identity == second->identity)
-                return true;
-        }
-    }
-    return false;
+    const auto first = identitiesOf(a);
+    const auto second = identitiesOf(b);
+    return std::ranges::any_of(
+        first, [&](const FileIdentity &identity) { return second.contains(identity); });
 }
 
 bool SameFile::isInside(const QString &inner, const QString &folder, const MountTable &table)

@@ -204,7 +204,7 @@ TransferEnd Transfer::copyFile(const Item &item)
     const auto made = statusOf(staged.descriptor());
     if (!made)
         return failed(errorOf(-1), item.to);
-    TransferEnd end = place(item, { made->identity, [&](int folder, const QByteArray &to) {
+    TransferEnd end = place(item, { *made, [&](int folder, const QByteArray &to) {
                                        return staged.takeName(folder, to);
                                    } });
     if (lost && end.what == TransferEnd::Done)
@@ -266,7 +266,7 @@ TransferEnd Transfer::copyByProgram(const Item &item)
     };
     TransferEnd result;
     if (end.succeeded() && copied && (!moves || (!lost && list.isWholeIn(copy())))) {
-        result = place(item, { copied->identity, take });
+        result = place(item, { *copied, take });
         const bool arrived = result.what == TransferEnd::Done;
         if (moves && arrived)
             _pending.addMoved(list);
@@ -277,7 +277,7 @@ TransferEnd Transfer::copyByProgram(const Item &item)
         if (end.started && end.status == 1 && copied && !moves
             && item.status.kind == FileKind::Directory && item.standing == Standing::Refuse
             && list.isReadableWholeIn(copy(), _source.number()))
-            place(item, { copied->identity, take });
+            place(item, { *copied, take });
         QString reason = end.errorText;
         reason.replace(target, PathText::joined(_destinationPath, FileName::fromBytes(item.to)));
         if (end.succeeded())

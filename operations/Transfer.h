@@ -73,7 +73,7 @@ private:
     using Key = std::pair<quint64, quint64>;
     // A whole new item that waits for its name.
     struct Arrival {
-        FileIdentity identity;
+        FileStatus made;
         std::function<std::error_code(int folder, const QByteArray &name)> take;
         // Where it goes when its place is not as shown; it is removed where there is none.
         std::function<std::error_code(int folder, const QByteArray &name)> giveBack {};
@@ -103,8 +103,7 @@ private:
     TransferEnd copyFile(const Item &item);
     TransferEnd copyByProgram(const Item &item);
     TransferEnd place(const Item &item, const Arrival &arrival);
-    void discard(const QByteArray &entry, const std::optional<FileStatus> &made,
-                 const FileIdentity &arrival, const QByteArray &name);
+    void discard(const QByteArray &entry, const FileStatus &made, const QByteArray &name);
     TransferEnd swapIn(const Item &item, const QByteArray &entry);
     void discardMade();
     TransferEnd setAside(const Item &item, const std::function<std::error_code()> &take);

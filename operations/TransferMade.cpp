@@ -44,7 +44,7 @@ TransferEnd Transfer::placeMade(Standing standing, const std::optional<FileStatu
     const Item item { {}, _product.name, *made, standing, shown };
     return place(
         item,
-        { made->identity,
+        { *made,
           [&](int folder, const QByteArray &to) {
               return Rename::noReplace(_product.folder.number(), _product.name, folder, to);
           },

@@ -21,9 +21,9 @@ bool Transfer::isWanted(const FileStatus &found, const Item &item) const
 
 TransferEnd Transfer::place(const Item &item, const Arrival &arrival)
 {
-    _arrived = arrival.identity;
+    _arrived = arrival.made.identity;
     if (_operation == Operation::Move)
-        noteArrival(item, arrival.identity);
+        noteArrival(item, _arrived);
     if (item.standing == Standing::Refuse) {
         const auto reason = arrival.take(_destination.number(), item.to);
         if (reason == std::errc::file_exists)
@@ -32,32 +32,32 @@ TransferEnd Transfer::place(const Item &item, const Arrival &arrival)
     }
     if (const auto reason = _staging.open())
         return failed(reason, item.to);
-    const QByteArray entry =
-        StagedName { StagedName::Ready, arrival.identity.inode, item.to }.text();
+    const QByteArray entry = StagedName { StagedName::Ready, _arrived.inode, item.to }.text();
     if (const auto reason = arrival.take(_staging.descriptor(), entry))
         return failed(reason, item.to);
-    const auto made = statxStatus(_staging.descriptor(), entry, Links::NoFollow);
     TransferEnd end = swapIn(item, entry);
+    if (end.what == TransferEnd::Done)
+        return end;
     const auto back = statxStatus(_staging.descriptor(), entry, Links::NoFollow);
     const bool waits = end.what == TransferEnd::NotAsShown && arrival.giveBack && back
-        && back->identity == arrival.identity && !arrival.giveBack(_staging.descriptor(), entry);
-    if (end.what != TransferEnd::Done && !waits)
-        discard(entry, made, arrival.identity, item.to);
+        && back->identity == _arrived && !arrival.giveBack(_staging.descriptor(), entry);
+    if (!waits)
+        discard(entry, arrival.made, item.to);
     return end;
 }
 
-void Transfer::discard(const QByteArray &entry, const std::optional<FileStatus> &made,
-                       const FileIdentity &arrival, const QByteArray &name)
+void Transfer::discard(const QByteArray &entry, const FileStatus &made, const QByteArray &name)
 {
     // While it stood at the name somebody may have gone on with it.
     const auto now = statxStatus(_staging.descriptor(), entry, Links::NoFollow);
-    if (made && now && now->identity == arrival && !isUnchanged(*made, *now))
+    if (now && now->identity == made.identity && !isUnchanged(made, *now))
         return _pending.save(entry, name, std::make_error_code(std::errc::device_or_resource_busy));
 
-    const auto failed = removeTreeAt(_staging.descriptor(), entry, arrival, ClosedFolders::Open);
+    const auto failed =
+        removeTreeAt(_staging.descriptor(), entry, made.identity, ClosedFolders::Open);
     // What came out of the last exchange may be what somebody put at the name meanwhile.
     const auto left = statxStatus(_staging.descriptor(), entry, Links::NoFollow);
-    if (left && left->identity != arrival)
+    if (left && left->identity != made.identity)
         _pending.save(entry, name, failed);
 }
 
