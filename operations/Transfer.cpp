@@ -154,14 +154,19 @@ bool Transfer::moveToFree(const QString &name, const FileStatus &given)
 void Transfer::noteMade(const QString &name, const FileIdentity &identity)
 {
     _made.insert(key(identity));
-    if (!_keepsInodes)
-        _madeNames.insert(name.toCaseFolded());
+    const auto status = _keepsInodes ? std::nullopt : atDestination(name).status;
+    if (status)
+        _madeByName.insert(name.toCaseFolded(), *status);
 }
 
 // Where numbers are made up, one item may have another by another case of its name.
 bool Transfer::madeHere(const QString &name, const FileStatus &status) const
 {
-    return _made.contains(key(status.identity)) || _madeNames.contains(name.toCaseFolded());
+    if (_made.contains(key(status.identity)))
+        return true;
+    const auto made = _madeByName.constFind(name.toCaseFolded());
+    return made != _madeByName.cend() && made->kind == status.kind && made->size == status.size
+        && made->modified == status.modified;
 }
 
 TransferEnd Transfer::attempt(const Item &item)

@@ -5,6 +5,7 @@
 #include "model/OperationRecord.h"
 #include "operations/PendingRemovals.h"
 
+#include <QHash>
 #include <QSet>
 
 #include <atomic>
@@ -131,5 +132,5 @@ private:
     mutable bool _noSpace = false; // what the last attempt failed for
     QSet<Key> _made;
     bool _keepsInodes = true; // the destination's file system
-    QSet<QString> _madeNames; // where it does not, with their case folded
+    QHash<QString, FileStatus> _madeByName; // where it does not, by the name with its case folded
 };
