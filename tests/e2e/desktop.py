@@ -17,17 +17,23 @@ class Failure(AssertionError):
     pass
 
 
-def wait_for(condition, what, limit=LIMIT):
-    """The condition's first true answer; a Failure naming it when the time is up."""
+def wait_for(condition, what, process, limit=LIMIT):
+    """The condition's first true answer; a Failure when the time is up, or the process ended without it."""
     end = time.monotonic() + limit
+    ended = False
     while True:
         answer = condition()
         if answer:
             return answer
+        if ended:
+            raise Failure(f"{process.args[0]} ended ({process.returncode}) before {what}")
         if time.monotonic() > end:
             raise Failure(f"waited {limit:.0f} s for {what}")
-        # Files, windows, the focus and the end of a process: nothing waits for all of them at once.
-        time.sleep(0.03)
+        try:
+            process.wait(0.03)  # files, windows and the focus are looked at again meanwhile
+            ended = True
+        except subprocess.TimeoutExpired:
+            pass
 
 
 def run(*command, env=None):
@@ -58,7 +64,7 @@ class Display:
             ["matchbox-window-manager", "-use_titlebar", "yes", "-use_cursor", "yes"],
             env=self.env, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         wait_for(lambda: "window id" in run("xprop", "-root", "_NET_SUPPORTING_WM_CHECK",
-                                            env=self.env).stdout, "the window manager")
+                                            env=self.env).stdout, "the window manager", self._manager)
 
     def close(self):
         for process in (self._manager, self._server):
@@ -117,12 +123,7 @@ class Program:
         return found[0] if found else None
 
     def _wait(self, condition, what):
-        def alive_and():
-            answer = condition()
-            if not answer and self._process.poll() is not None:
-                raise Failure(f"the program ended ({self._process.returncode}) before {what}")
-            return answer
-        return wait_for(alive_and, what)
+        return wait_for(condition, what, self._process)
 
     def key(self, *keys):
         self.display.xdotool("key", "--clearmodifiers", "--delay", "30", *keys)
@@ -159,7 +160,7 @@ class Program:
                 self._question = question[0]
                 self.key("Return")
             return self._process.poll() is not None
-        wait_for(ended, "the program to end")
+        self._wait(ended, "the program to end")
         return self._process.returncode
 
     def log(self):
