@@ -36,10 +36,10 @@ std::optional<Place> placeOf(const QString &folder, const MountTable &table)
 }
 
 // Of the item itself and, where it is a link, of what it leads to.
-QVarLengthArray<FileIdentity, 2> identitiesOf(const QString &path)
+QVarLengthArray<FileIdentity, 2> identitiesOf(const QString &path,
+                                              const std::optional<FileStatus> &itself)
 {
     QVarLengthArray<FileIdentity, 2> identities;
-    const auto itself = fileStatus(path, Links::NoFollow);
     if (itself)
         identities.append(itself->identity);
     if (itself && itself->kind == FileKind::Symlink)
@@ -73,8 +73,14 @@ bool isBelow(const QString &inner, const FileIdentity &folder)
 
 bool SameFile::isSame(const QString &a, const QString &b)
 {
-    const auto first = identitiesOf(a);
-    const auto second = identitiesOf(b);
+    return isSame(a, fileStatus(a, Links::NoFollow), b, fileStatus(b, Links::NoFollow));
+}
+
+bool SameFile::isSame(const QString &a, const std::optional<FileStatus> &itself, const QString &b,
+                      const std::optional<FileStatus> &other)
+{
+    const auto first = identitiesOf(a, itself);
+    const auto second = identitiesOf(b, other);
     return std::ranges::any_of(
         first, [&](const FileIdentity &identity) { return second.contains(identity); });
 }

@@ -25,9 +25,15 @@ bool hasAttributes(int folder, const QByteArray &name)
     const QByteArray path = "/proc/self/fd/" + QByteArray::number(folder) + '/' + name;
     char names[4096];
     const ssize_t length = ::llistxattr(path.constData(), names, sizeof names);
-    if (length < 0)
-        return errno == ERANGE;
+    if (length < 0) // where it cannot be told, whoever copies them is to fail
+        return errno != ENOTSUP && errno != ENOENT;
     return QByteArrayView(names, length).contains("user.");
+}
+
+// Enough to go through it to what is inside.
+Descriptor openHeld(int folder, const QByteArray &name)
+{
+    return Descriptor(::openat(folder, name, O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
 }
 
 QString below(const QString &above, const QByteArray &name)
@@ -38,25 +44,22 @@ QString below(const QString &above, const QByteArray &name)
 
 } // namespace
 
-TreeList TreeList::of(int folder, const QByteArray &name, Attributes attributes)
+TreeList TreeList::of(int folder, const QByteArray &name)
 {
     TreeList list;
     list._keepsInodes = keepsInodes(folder);
     if (const auto status = statxStatus(folder, name, Links::NoFollow))
-        list.add(folder, name, *status, attributes);
+        list.add(folder, name, *status);
     else
         list._failure = errorOf(-1);
     return list;
 }
 
-void TreeList::add(int folder, const QByteArray &name, const FileStatus &status,
-                   Attributes attributes)
+void TreeList::add(int folder, const QByteArray &name, const FileStatus &status)
 {
     const auto at = _entries.size();
-    _entries.push_back({ name, qint32(at + 1), status.kind, status.links < 2,
-                         attributes == Attributes::Ask && status.kind != FileKind::Symlink
-                             && hasAttributes(folder, name),
-                         status.identity, status.size, status.modified, status.changed });
+    _entries.push_back({ name, qint32(at + 1), status.kind, status.links < 2, status.identity,
+                         status.size, status.modified, status.changed });
     if (status.kind == FileKind::Regular)
         _bytes += status.size;
     if (status.kind != FileKind::Directory)
@@ -73,25 +76,29 @@ void TreeList::add(int folder, const QByteArray &name, const FileStatus &status,
     if (failed)
         _failure = failed;
     for (const auto &[inner, found] : inside)
-        add(reader.descriptor(), inner, found, attributes);
+        add(reader.descriptor(), inner, found);
     _entries[at].end = qint32(_entries.size());
 }
 
-QStringList TreeList::withAttributes() const
+QStringList TreeList::withAttributes(int folder) const
 {
     QStringList found;
-    std::vector<std::pair<qint32, QString>> above; // the ends and paths of the open folders
-    for (qint32 at = 0; at < qint32(_entries.size()); ++at) {
-        while (!above.empty() && above.back().first <= at)
-            above.pop_back();
-        const Entry &entry = _entries[size_t(at)];
-        const QString path = at == 0 ? QString() : below(above.back().second, entry.name);
-        if (entry.attributes)
-            found.append(path);
-        if (entry.kind == FileKind::Directory)
-            above.emplace_back(entry.end, path);
-    }
+    if (!_entries.empty())
+        addWithAttributes(folder, 0, {}, found);
     return found;
+}
+
+void TreeList::addWithAttributes(int folder, qsizetype at, const QString &path,
+                                 QStringList &found) const
+{
+    const Entry &entry = _entries[size_t(at)];
+    if (entry.kind != FileKind::Symlink && hasAttributes(folder, entry.name))
+        found.append(path);
+    if (entry.kind != FileKind::Directory)
+        return;
+    const Descriptor opened = openHeld(folder, entry.name);
+    for (qsizetype inner = at + 1; inner < entry.end; inner = _entries[size_t(inner)].end)
+        addWithAttributes(opened.number(), inner, below(path, _entries[size_t(inner)].name), found);
 }
 
 bool TreeList::isIn(const TreeList &copy, qsizetype at, qsizetype other, int folder) const
@@ -110,8 +117,7 @@ bool TreeList::isIn(const TreeList &copy, qsizetype at, qsizetype other, int fol
     const bool mayMiss = folder >= 0;
     Descriptor opened;
     if (mayMiss) {
-        opened =
-            Descriptor(::openat(folder, mine.name, O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+        opened = openHeld(folder, mine.name);
         folder = opened.number();
     }
     for (qsizetype inner = at + 1; inner < mine.end; inner = _entries[size_t(inner)].end) {

@@ -17,7 +17,6 @@ public:
         qint32 end; // one past the last entry inside
         FileKind kind;
         bool alone; // has no other name
-        bool attributes; // has some of the user's, where asked
         FileIdentity identity;
         qint64 size; // bytes
         qint64 modified; // nanoseconds since 1970, as the next
@@ -26,13 +25,15 @@ public:
 
     // The first entry is the item itself, each folder comes before what is in it. What cannot be
     // read is told by `failure()`.
-    enum class Attributes { Leave, Ask }; // asking costs as much as all the rest
-    static TreeList of(int folder, const QByteArray &name, Attributes attributes);
+    static TreeList of(int folder, const QByteArray &name);
 
     const std::vector<Entry> &entries() const { return _entries; }
     std::error_code failure() const { return _failure; }
     qint64 bytes() const { return _bytes; } // of its plain files
-    QStringList withAttributes() const; // paths relative to the item, "" for itself
+
+    // The entries that have attributes of the user's, as paths relative to the item, "" for itself.
+    // Asking costs as much as listing.
+    QStringList withAttributes(int folder) const;
 
     // Whether a copy holds everything, each plain file at its full length.
     bool isWholeIn(const TreeList &copy) const;
@@ -44,7 +45,8 @@ public:
     QStringList removeFrom(int folder) const;
 
 private:
-    void add(int folder, const QByteArray &name, const FileStatus &status, Attributes attributes);
+    void add(int folder, const QByteArray &name, const FileStatus &status);
+    void addWithAttributes(int folder, qsizetype at, const QString &path, QStringList &found) const;
     bool isUnchanged(const Entry &entry, const FileStatus &now) const;
     void removeEntry(int folder, qsizetype at, const QString &above, QStringList &left) const;
     bool isIn(const TreeList &copy, qsizetype at, qsizetype other, int folder) const;

@@ -11,15 +11,14 @@
 #include "operations/KeptBeside.h"
 #include "platform/Workspace.h"
 
-#include <fcntl.h>
-#include <unistd.h>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 using SystemCalls::errorOf;
 
 namespace {
 
-constexpr size_t MostItems = 5000;
+constexpr size_t MostItems = 1000;
 constexpr qint64 MostBytes = 256 * 1024 * 1024;
 constexpr qint64 LongestWait = 20'000; // milliseconds
 
@@ -40,44 +39,66 @@ PendingRemovals::PendingRemovals(int source, int destination, QString destinatio
 {
 }
 
-void PendingRemovals::count(qint64 bytes)
+bool PendingRemovals::Lot::isFull() const
 {
-    if (!_since.isValid())
-        _since.start();
-    _bytes += bytes;
+    return replaced.size() + moved.size() >= MostItems || bytes >= MostBytes
+        || (since.isValid() && since.hasExpired(LongestWait));
+}
+
+void PendingRemovals::Lot::count(qint64 more)
+{
+    if (!since.isValid())
+        since.start();
+    bytes += more;
 }
 
 void PendingRemovals::addReplaced(const QByteArray &entry, const QByteArray &name,
                                   const FileStatus &status)
 {
-    count(status.size);
-    _replaced.push_back({ entry, name, status.identity });
+    _next.count(status.size);
+    _next.replaced.push_back({ entry, name, status.identity });
 }
 
 void PendingRemovals::addMoved(const TreeList &list)
 {
-    count(list.bytes());
-    _moved.push_back(list);
+    _next.count(list.bytes());
+    _next.moved.push_back(list);
 }
 
-bool PendingRemovals::isDue() const
+void PendingRemovals::settleDue()
 {
-    return _replaced.size() + _moved.size() >= MostItems || _bytes >= MostBytes
-        || (_since.isValid() && _since.hasExpired(LongestWait));
+    if (!_next.isFull())
+        return;
+    removeWritten();
+    _written = std::exchange(_next, {});
+    _writing = std::async(
+        [destination = _destination] { return errorOf(SystemCalls::syncfs(destination)); });
 }
 
 void PendingRemovals::settle()
 {
-    if (isEmpty())
-        return;
-    const auto unwritten = errorOf(SystemCalls::syncfs(_destination));
-    for (const Replaced &item : _replaced)
-        settleReplaced(item, unwritten);
-    for (const TreeList &list : _moved) {
-        if (unwritten) {
+    removeWritten();
+    if (const Lot last = std::exchange(_next, {}); !last.isEmpty())
+        remove(last, errorOf(SystemCalls::syncfs(_destination)));
+}
+
+void PendingRemovals::removeWritten()
+{
+    if (const Lot lot = std::exchange(_written, {}); !lot.isEmpty())
+        remove(lot, _writing.get());
+}
+
+void PendingRemovals::remove(const Lot &lot, const std::error_code &unwritten)
+{
+    if (!_unwritten)
+        _unwritten = unwritten;
+    for (const Replaced &item : lot.replaced)
+        removeReplaced(item);
+    for (const TreeList &list : lot.moved) {
+        if (_unwritten) {
             _told += filled(localized("'%@' stays at the source, its copy may not be whole: %@"),
                             shown(list.entries().front().name),
-                            QString::fromStdString(unwritten.message()));
+                            QString::fromStdString(_unwritten.message()));
             continue;
         }
         const QStringList left = list.removeFrom(_source);
@@ -86,16 +107,12 @@ void PendingRemovals::settle()
                                       "cannot be removed."),
                             FileName::shown(path));
     }
-    _replaced.clear();
-    _moved.clear();
-    _bytes = 0;
-    _since.invalidate();
 }
 
-void PendingRemovals::settleReplaced(const Replaced &item, const std::error_code &unwritten)
+void PendingRemovals::removeReplaced(const Replaced &item)
 {
     const auto failed =
-        unwritten ? unwritten : removeTreeAt(staging.descriptor(), item.entry, item.identity);
+        _unwritten ? _unwritten : removeTreeAt(staging.descriptor(), item.entry, item.identity);
     if (failed
         && (statxStatus(staging.descriptor(), item.entry, Links::NoFollow) || errno != ENOENT))
         save(item.entry, item.name, failed);

@@ -24,7 +24,7 @@ QString refusalOf(const QString &source, const std::optional<FileStatus> &given,
         return localized("A folder cannot be put into itself.");
     if (!standing)
         return {};
-    if (SameFile::isSame(source, target))
+    if (SameFile::isSame(source, given, target, standing))
         return localized("Both are the same item.");
     if (FileFlags::isLocked(target, *standing))
         return localized("The existing item is locked.");

@@ -131,8 +131,7 @@ TransferEnd Transfer::putAs(const QString &name, const QString &as, Standing sta
     }
     if (end.what == TransferEnd::Done) {
         noteMade(as, _arrived);
-        if (_pending.isDue())
-            _pending.settle();
+        _pending.settleDue();
     }
     return end;
 }
@@ -228,18 +227,17 @@ TransferEnd Transfer::copyByProgram(const Item &item)
     const QString made = PathText::joined(_staging.heldPath(), FileName::fromBytes(entry));
     const bool moves = _operation == Operation::Move;
     TreeList list;
-    const auto look = [&] {
-        list = TreeList::of(_source.number(), item.from, TreeList::Attributes::Ask);
-    };
+    QStringList marked;
     if (moves) // before the copy: what comes later is not of it
-        look();
+        list = TreeList::of(_source.number(), item.from);
     ProgramEnd end;
     {
         std::atomic<bool> stop { false };
         const CopyProgress progress(
             [&] {
                 if (!moves)
-                    look();
+                    list = TreeList::of(_source.number(), item.from);
+                marked = list.withAttributes(_source.number());
                 return list.bytes();
             },
             [&] {
@@ -254,8 +252,7 @@ TransferEnd Transfer::copyByProgram(const Item &item)
         stop = true;
     }
     std::error_code lost;
-    const QStringList marked = list.withAttributes();
-    for (const QString &path : marked) {
+    for (const QString &path : std::as_const(marked)) {
         const auto failed =
             FileCopy::copyUserAttributes(path.isEmpty() ? source : PathText::joined(source, path),
                                          path.isEmpty() ? made : PathText::joined(made, path));
@@ -266,9 +263,7 @@ TransferEnd Transfer::copyByProgram(const Item &item)
         return Rename::noReplace(_staging.descriptor(), entry, folder, to);
     };
     const auto copied = statxStatus(_staging.descriptor(), entry, Links::NoFollow);
-    const auto copy = [&] {
-        return TreeList::of(_staging.descriptor(), entry, TreeList::Attributes::Leave);
-    };
+    const auto copy = [&] { return TreeList::of(_staging.descriptor(), entry); };
     TransferEnd result;
     if (end.succeeded() && copied && (!moves || (!lost && list.isWholeIn(copy())))) {
         result = place(item, { *copied, take });

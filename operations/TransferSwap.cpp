@@ -145,7 +145,7 @@ TransferEnd Transfer::move(const Item &item)
     }
     if (item.status.kind != FileKind::Regular)
         return copyByProgram(item);
-    const TreeList list = TreeList::of(_source.number(), item.from, TreeList::Attributes::Leave);
+    const TreeList list = TreeList::of(_source.number(), item.from);
     if (list.failure())
         return failed(list.failure(), item.from, true);
     TransferEnd end = copyFile(item);
