@@ -277,14 +277,18 @@ TransferEnd Transfer::copyByProgram(const Item &item)
         if (end.started && end.status == 1 && copied && !moves
             && item.status.kind == FileKind::Directory && item.standing == Standing::Refuse
             && list.isReadableWholeIn(copy(), _source.number()))
-            place(item, { *copied, take });
+            result = place(item, { *copied, take });
         QString reason = end.errorText;
+        reason.remove(u"/bin/cp: "_s);
         reason.replace(target, PathText::joined(_destinationPath, FileName::fromBytes(item.to)));
         if (end.succeeded())
             reason = localized("The copy is not whole; the item stays where it was.")
                 + (lost ? u' ' + QString::fromStdString(lost.message()) : QString());
         _noSpace = reason.contains(QString::fromLocal8Bit(std::strerror(ENOSPC)));
-        result = { TransferEnd::Failed, FileName::shown(reason) };
+        reason = FileName::shown(reason);
+        if (result.what == TransferEnd::Done)
+            reason += u'\n' + localized("Everything else of it was copied.");
+        result = { TransferEnd::Failed, reason };
     }
     if (copied)
         removeTreeAt(_staging.descriptor(), entry, copied->identity, ClosedFolders::Open);

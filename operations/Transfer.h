@@ -97,6 +97,7 @@ private:
     TransferEnd attempt(const Item &item);
     TransferEnd move(const Item &item);
     TransferEnd moveOver(const Item &item);
+    TransferEnd notMoved(const std::error_code &reason, const Item &item) const;
     TransferEnd takeExchanged(const Item &item, const FileStatus &before,
                               const std::function<std::error_code()> &exchange);
     void noteArrival(const Item &item, const FileIdentity &arrival);

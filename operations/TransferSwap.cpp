@@ -8,6 +8,9 @@
 #include "files/SystemCalls.h"
 #include "files/TreeRemoval.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 // How a new item takes its name, and what becomes of the one that stood there.
 
 using namespace Qt::StringLiterals;
@@ -139,7 +142,7 @@ TransferEnd Transfer::move(const Item &item)
         if (reason == std::errc::file_exists)
             return { TransferEnd::NotAsShown };
         if (reason != std::errc::cross_device_link)
-            return reason ? failed(reason, item.to) : TransferEnd { TransferEnd::Done };
+            return reason ? notMoved(reason, item) : TransferEnd { TransferEnd::Done };
     } else if (TransferEnd end = moveOver(item); !end.crossesDevices) {
         return end;
     }
@@ -152,6 +155,15 @@ TransferEnd Transfer::move(const Item &item)
     if (end.what == TransferEnd::Done)
         _pending.addMoved(list);
     return end;
+}
+
+// A name goes from one folder to another: where the second may be written to, the first may not.
+TransferEnd Transfer::notMoved(const std::error_code &reason, const Item &item) const
+{
+    const bool refused =
+        reason == std::errc::permission_denied || reason == std::errc::operation_not_permitted;
+    const bool atSource = refused && ::faccessat(_destination.number(), ".", W_OK, AT_EACCESS) == 0;
+    return failed(reason, atSource ? item.from : item.to, atSource);
 }
 
 // Without it the next start has less to tell, no more.
@@ -194,7 +206,7 @@ TransferEnd Transfer::moveOver(const Item &item)
             return Rename::noReplace(_source.number(), item.from, _destination.number(), item.to);
         });
     if (reason)
-        return failed(reason, item.to);
+        return notMoved(reason, item);
     return takeExchanged(item, *standing.status, exchange);
 }
 

@@ -826,6 +826,10 @@ Stelle der zuletzt gezeigten Ordner; eine Datei öffnet ihren Ordner und ist aus
         <translation>und %i weitere</translation>
     </message>
     <message>
+        <source>Everything else of it was copied.</source>
+        <translation>Alles andere darin wurde kopiert.</translation>
+    </message>
+    <message>
         <source>The copy is not whole; the item stays where it was.</source>
         <translation>Die Kopie ist nicht vollständig; das Objekt bleibt, wo es war.</translation>
     </message>

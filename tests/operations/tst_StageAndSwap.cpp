@@ -232,12 +232,48 @@ private Q_SLOTS:
                 FileName::toBytes(arguments.last() + u"/closed"_s).toStdString());
             return 1;
         };
-        world.programs.errorText = u"cp: cannot open 'closed'"_s;
+        world.programs.errorText = u"/bin/cp: cannot open 'closed'"_s;
         world.alerts.answer({ Alert::Ok });
         world.run(Operation::Copy, { u"a"_s });
         QCOMPARE(world.folder.names(u"to/a"_s), QStringList { u"x"_s });
         QCOMPARE(world.folder.attribute(u"to/a/x"_s, "user.note"), "kept");
-        QVERIFY(world.alerts.last().details.contains(u"closed"_s));
+        QCOMPARE(world.alerts.last().details,
+                 u"cannot open 'closed'\nEverything else of it was copied."_s);
+    }
+
+    void theFolderThatRefusesAMoveIsNamed()
+    {
+        for (const QString &closed : { u"from"_s, u"to"_s }) {
+            World world(u"from/a=x"_s);
+            chmod(world.folder.bytes(closed), 0555);
+            const WithoutRights withoutRights;
+            world.alerts.answer({ Alert::Ok });
+            world.run(Operation::Move, { u"a"_s });
+            chmod(world.folder.bytes(closed), 0755);
+            QVERIFY(world.alerts.last().details.startsWith(world.folder.path(closed + u"/a: "_s)));
+        }
+    }
+
+    // A device tells its failure once, perhaps with a lot that was written before the one it hit.
+    void oldItemsStayAfterAFailureToWriteAnyLot()
+    {
+        constexpr int Items = 2500; // more than two lots
+        World world;
+        QStringList names;
+        for (int number = 0; number < Items; ++number) {
+            names.append(u"item %1"_s.arg(number));
+            world.folder.write(u"from/"_s + names.last(), "new");
+            world.folder.write(u"to/"_s + names.last(), "old");
+        }
+        std::atomic<int> written = 0; // by more than one thread
+        const Watched watched([&](Call call, const char *, unsigned) {
+            return call == Call::SyncAll && ++written == 1 ? EIO : 0;
+        });
+        world.alerts.answer({ Alert::All, Alert::Ok });
+        world.run(Operation::Copy, names);
+        QCOMPARE(written, 3);
+        QCOMPARE(world.folder.names(u"trash"_s).size(), Items);
+        QCOMPARE(world.folder.names(u"to"_s).size(), Items);
     }
 
     void contentAndPropertiesAreThoseOfTheSource()
