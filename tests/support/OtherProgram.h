@@ -43,6 +43,8 @@ public:
         const fs::path parent = fs::weakly_canonical(given.parent_path(), failed);
         if (failed) // a circle of links
             return;
+        if (!parent.is_absolute())
+            qFatal("It would write to the working folder: %s", given.c_str());
         const fs::path at = parent / given.filename();
         const fs::path beside = at.native() + "-other" + std::to_string(++_last);
         const bool mayGo = _mayGo(path);
