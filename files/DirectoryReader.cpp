@@ -4,7 +4,6 @@
 #include "files/StatxStatus.h"
 #include "files/SystemCalls.h"
 
-#include <cerrno>
 #include <cstring>
 #include <dirent.h>
 #include <fcntl.h>
@@ -15,51 +14,42 @@
 
 namespace {
 
-constexpr size_t BufferSize = 256 * 1024; // bytes
+using SystemCalls::errorOf;
 
-std::error_code lastError()
-{
-    return { errno, std::generic_category() };
-}
+constexpr size_t BufferSize = 256 * 1024; // bytes
 
 } // namespace
 
-DirectoryReader::~DirectoryReader()
-{
-    if (_descriptor >= 0)
-        ::close(_descriptor);
-}
-
 std::error_code DirectoryReader::open(const QString &path, Links links)
 {
-    _descriptor = SystemCalls::openat(AT_FDCWD, FileName::toBytes(path).constData(),
-                                      O_RDONLY | O_DIRECTORY | O_CLOEXEC
-                                          | (links == Links::NoFollow ? O_NOFOLLOW : 0));
-    return _descriptor < 0 ? lastError() : std::error_code();
+    _descriptor = Descriptor(SystemCalls::openat(
+        AT_FDCWD, FileName::toBytes(path),
+        O_RDONLY | O_DIRECTORY | O_CLOEXEC | (links == Links::NoFollow ? O_NOFOLLOW : 0)));
+    return errorOf(descriptor());
 }
 
 std::error_code DirectoryReader::openAt(int folder, const char *name)
 {
-    _descriptor =
-        SystemCalls::openat(folder, name, O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NOFOLLOW);
-    return _descriptor < 0 ? lastError() : std::error_code();
+    _descriptor = Descriptor(
+        SystemCalls::openat(folder, name, O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NOFOLLOW));
+    return errorOf(descriptor());
 }
 
 std::error_code DirectoryReader::read(const std::function<bool(const DirectoryItem &)> &visit)
 {
-    return readOpen(_descriptor, visit);
+    return readOpen(descriptor(), visit);
 }
 
 std::error_code DirectoryReader::readOpen(int folder,
                                           const std::function<bool(const DirectoryItem &)> &visit)
 {
     if (::lseek(folder, 0, SEEK_SET) != 0)
-        return lastError();
+        return errorOf(-1);
     const auto buffer = std::make_unique_for_overwrite<char[]>(BufferSize);
     for (;;) {
         const long filled = ::syscall(SYS_getdents64, folder, buffer.get(), BufferSize);
         if (filled < 0)
-            return lastError();
+            return errorOf(-1);
         if (filled == 0)
             return {};
         for (long at = 0; at < filled;) {
@@ -74,9 +64,9 @@ std::error_code DirectoryReader::readOpen(int folder,
     }
 }
 
-std::error_code DirectoryReader::readNames(QList<QByteArray> &names)
+std::error_code DirectoryReader::readNames(int folder, QList<QByteArray> &names)
 {
-    return read([&names](const DirectoryItem &item) {
+    return readOpen(folder, [&names](const DirectoryItem &item) {
         names.append(item.name.toByteArray());
         return true;
     });
@@ -84,10 +74,10 @@ std::error_code DirectoryReader::readNames(QList<QByteArray> &names)
 
 bool DirectoryReader::workHere() const
 {
-    return ::unshare(CLONE_FS) == 0 && ::fchdir(_descriptor) == 0;
+    return ::unshare(CLONE_FS) == 0 && ::fchdir(descriptor()) == 0;
 }
 
 std::optional<FileStatus> DirectoryReader::status(const char *name, Links links) const
 {
-    return statxStatus(_descriptor, name, links);
+    return statxStatus(descriptor(), name, links);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "files/Descriptor.h"
 #include "files/FileStatus.h"
 
 #include <QByteArray>
@@ -19,25 +20,19 @@ struct DirectoryItem {
 // thread.
 class DirectoryReader {
 public:
-    DirectoryReader() = default;
-    ~DirectoryReader();
-    DirectoryReader(const DirectoryReader &) = delete;
-    DirectoryReader &operator=(const DirectoryReader &) = delete;
-
     // Links::NoFollow refuses a link in the last component.
     std::error_code open(const QString &path, Links links = Links::Follow);
     std::error_code openAt(int folder, const char *name); // never follows a link
-    int descriptor() const { return _descriptor; }
+    int descriptor() const { return _descriptor.number(); }
 
     // Calls `visit` for each entry except "." and "..", in the folder's own order, until it returns
     // false. Answers the error that ended the reading early, if one did.
     std::error_code read(const std::function<bool(const DirectoryItem &)> &visit);
 
-    std::error_code readNames(QList<QByteArray> &names); // the same, each name appended
-
-    // The same of a folder that is open already, from its first entry on.
+    // The same of a folder that is open already, from its first entry on; and its names alone.
     static std::error_code readOpen(int folder,
                                     const std::function<bool(const DirectoryItem &)> &visit);
+    static std::error_code readNames(int folder, QList<QByteArray> &names);
 
     // Makes the folder the working directory of the calling thread alone, for the system calls that
     // know no descriptor; false where that cannot be. For threads that work on nothing else.
@@ -47,5 +42,5 @@ public:
     std::optional<FileStatus> status(const char *name, Links links) const;
 
 private:
-    int _descriptor = -1;
+    Descriptor _descriptor;
 };

@@ -1,5 +1,6 @@
 #include "files/FileSystem.h"
 
+#include "files/Descriptor.h"
 #include "files/DirectoryReader.h"
 #include "files/FileName.h"
 #include "files/PathText.h"
@@ -114,11 +115,6 @@ std::error_code FileSystem::removeTree(const QString &path)
 
 std::error_code FileSystem::sync(const QString &path)
 {
-    const int descriptor =
-        ::open(FileName::toBytes(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    if (descriptor < 0)
-        return errorOf(-1);
-    const auto result = errorOf(SystemCalls::syncfs(descriptor));
-    ::close(descriptor);
-    return result;
+    const Descriptor opened(::open(FileName::toBytes(path), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    return errorOf(opened.isOpen() ? SystemCalls::syncfs(opened.number()) : -1);
 }

@@ -54,16 +54,11 @@ QString Journal::runsFolder()
     return PathText::joined(stateFolder(), u"runs"_s);
 }
 
-Journal::Note::Note(QByteArray file, int descriptor, QStringList fields)
+Journal::Note::Note(QByteArray file, Descriptor opened, QStringList fields)
     : _file(std::move(file))
-    , _descriptor(descriptor)
+    , _opened(std::move(opened))
     , _fields(std::move(fields))
 {
-}
-
-Journal::Note::~Note()
-{
-    ::close(_descriptor);
 }
 
 void Journal::Note::remove()
@@ -77,30 +72,29 @@ bool Journal::Note::append(const QStringList &fields)
     QByteArray bytes;
     for (const QString &field : fields)
         bytes += FileName::toBytes(field) + '\0';
-    return ::write(_descriptor, bytes.constData(), size_t(bytes.size())) == bytes.size();
+    return ::write(_opened.number(), bytes.constData(), size_t(bytes.size())) == bytes.size();
 }
 
 bool Journal::Note::appendForGood(const QStringList &fields)
 {
-    return append(fields) && SystemCalls::fsync(_descriptor) == 0;
+    return append(fields) && SystemCalls::fsync(_opened.number()) == 0;
 }
 
 std::unique_ptr<Journal::Note> Journal::write(const QStringList &fields) const
 {
     const QByteArray file = _folder + '/' + QUuid::createUuid().toByteArray(QUuid::WithoutBraces);
     const auto open = [&] {
-        return ::open(file.constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+        return Descriptor(::open(file, O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
     };
-    int descriptor = open();
-    if (descriptor < 0 && errno == ENOENT) {
+    Descriptor opened = open();
+    if (!opened.isOpen() && errno == ENOENT) {
         FileSystem::makePrivateFolders(FileName::fromBytes(_folder));
-        descriptor = open();
+        opened = open();
     }
-    if (descriptor < 0)
+    if (!opened.isOpen())
         return nullptr;
-    std::unique_ptr<Note> note(new Note(file, descriptor, fields));
-
-    if (::flock(descriptor, LOCK_EX | LOCK_NB) != 0 || !note->appendForGood(fields)) {
+    std::unique_ptr<Note> note(new Note(file, std::move(opened), fields));
+    if (::flock(note->_opened.number(), LOCK_EX | LOCK_NB) != 0 || !note->appendForGood(fields)) {
         note->remove();
         return nullptr;
     }
@@ -115,20 +109,15 @@ QList<std::shared_ptr<Journal::Note>> Journal::abandoned() const
         return notes;
     reader.read([&](const DirectoryItem &item) {
         const QByteArray file = _folder + '/' + item.name.toByteArray();
-        const int descriptor =
-            ::open(file.constData(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK);
-        if (descriptor < 0)
+        Descriptor opened(::open(file, O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
+        if (!isPlainFile(opened.number()) || ::flock(opened.number(), LOCK_EX | LOCK_NB) != 0)
             return true;
-        if (!isPlainFile(descriptor) || ::flock(descriptor, LOCK_EX | LOCK_NB) != 0) {
-            ::close(descriptor);
-            return true;
-        }
         QStringList fields;
-        QList<QByteArray> parts = readAll(descriptor).split('\0');
+        QList<QByteArray> parts = readAll(opened.number()).split('\0');
         parts.removeLast(); // what stands behind the last NUL
         for (const QByteArray &part : std::as_const(parts))
             fields.append(FileName::fromBytes(part));
-        notes.append(std::shared_ptr<Note>(new Note(file, descriptor, fields)));
+        notes.append(std::shared_ptr<Note>(new Note(file, std::move(opened), fields)));
         return true;
     });
     return notes;

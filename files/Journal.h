@@ -1,5 +1,7 @@
 #pragma once
 
+#include "files/Descriptor.h"
+
 #include <QList>
 #include <QStringList>
 
@@ -18,9 +20,7 @@ public:
 
     class Note {
     public:
-        ~Note(); // unlocks; the file stays unless removed
-        Note(const Note &) = delete;
-        Note &operator=(const Note &) = delete;
+        // Its end unlocks the file, which stays unless removed.
         const QStringList &fields() const { return _fields; }
         bool append(const QStringList &fields); // outlives the program, not the machine
         bool appendForGood(const QStringList &fields); // the machine, too
@@ -28,9 +28,9 @@ public:
 
     private:
         friend class Journal;
-        Note(QByteArray file, int descriptor, QStringList fields);
+        Note(QByteArray file, Descriptor opened, QStringList fields);
         QByteArray _file;
-        int _descriptor;
+        Descriptor _opened;
         QStringList _fields;
     };
 

@@ -1,5 +1,6 @@
 #include "files/SmallFile.h"
 
+#include "files/Descriptor.h"
 #include "files/FileName.h"
 #include "files/SystemCalls.h"
 
@@ -9,16 +10,12 @@
 
 QByteArray startOfFile(const QString &path, qint64 limit)
 {
-    const int file = SystemCalls::openat(AT_FDCWD, FileName::toBytes(path).constData(),
-                                         O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    if (file < 0)
-        return {};
+    const Descriptor file(
+        SystemCalls::openat(AT_FDCWD, FileName::toBytes(path), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     struct stat status;
-    QByteArray bytes;
-    if (::fstat(file, &status) == 0 && S_ISREG(status.st_mode)) {
-        bytes.resize(qMin<qint64>(status.st_size, limit));
-        bytes.truncate(qMax<ssize_t>(::read(file, bytes.data(), size_t(bytes.size())), 0));
-    }
-    ::close(file);
+    if (::fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode))
+        return {};
+    QByteArray bytes(qMin<qint64>(status.st_size, limit), Qt::Uninitialized);
+    bytes.truncate(qMax<ssize_t>(::read(file.number(), bytes.data(), size_t(bytes.size())), 0));
     return bytes;
 }

@@ -54,10 +54,7 @@ private:
     std::error_code removeContents(DirectoryReader &reader)
     {
         QList<QByteArray> names;
-        if (const auto failed = reader.read([&](const DirectoryItem &item) {
-                names.append(item.name.toByteArray());
-                return true;
-            }))
+        if (const auto failed = DirectoryReader::readNames(reader.descriptor(), names))
             return failed;
         std::error_code first;
         for (const QByteArray &name : std::as_const(names)) {

@@ -113,10 +113,7 @@ private:
     static QList<QByteArray> names(int folder)
     {
         QList<QByteArray> all;
-        DirectoryReader::readOpen(folder, [&](const DirectoryItem &item) {
-            all.append(item.name.toByteArray());
-            return true;
-        });
+        DirectoryReader::readNames(folder, all);
         return all;
     }
 

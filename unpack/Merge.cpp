@@ -62,11 +62,7 @@ void Merge::complainOfStaying(const Item &item) const
 bool Merge::moveContents(int from, int to, const QByteArray &path)
 {
     QList<QByteArray> names;
-    const auto failed = DirectoryReader::readOpen(from, [&](const DirectoryItem &item) {
-        names.append(item.name.toByteArray());
-        return true;
-    });
-    if (failed)
+    if (const auto failed = DirectoryReader::readNames(from, names))
         return complain({ from, to, {}, path }, failed.message());
     bool whole = true;
     for (const QByteArray &name : std::as_const(names)) {

@@ -27,22 +27,17 @@ QByteArray bytesAt(int descriptor, qint64 offset, qint64 count)
 
 } // namespace
 
-ZipFile::~ZipFile()
-{
-    if (_descriptor >= 0)
-        close(_descriptor);
-}
-
 bool ZipFile::open(archive *reader, const QByteArray &path)
 {
     struct stat status;
-    _descriptor = ::open(path.constData(), O_RDONLY | O_CLOEXEC);
-    if (_descriptor < 0 || fstat(_descriptor, &status) != 0)
+    _opened = Descriptor(::open(path, O_RDONLY | O_CLOEXEC));
+    if (!_opened.isOpen() || fstat(_opened.number(), &status) != 0)
         return false;
     _size = status.st_size;
     _block.resize(BlockSize);
     _directory = ZipDirectory::of(
-        [this](qint64 offset, qint64 count) { return bytesAt(_descriptor, offset, count); }, _size);
+        [this](qint64 offset, qint64 count) { return bytesAt(_opened.number(), offset, count); },
+        _size);
     archive_read_set_callback_data(reader, this);
     archive_read_set_read_callback(reader, &ZipFile::read);
     archive_read_set_seek_callback(reader, &ZipFile::seek);
@@ -54,7 +49,8 @@ la_ssize_t ZipFile::read(archive *reader, void *object, const void **bytes)
     auto *self = static_cast<ZipFile *>(object);
     ssize_t count = 0;
     do
-        count = pread(self->_descriptor, self->_block.data(), self->_block.size(), self->_position);
+        count = pread(self->_opened.number(), self->_block.data(), self->_block.size(),
+                      self->_position);
     while (count < 0 && errno == EINTR);
     if (count < 0) {
         archive_set_error(reader, errno, "%s", "The archive cannot be read");

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "files/Descriptor.h"
 #include "unpack/ZipDirectory.h"
 
 #include <archive.h>
@@ -9,8 +10,7 @@
 class ZipFile final {
 public:
     ZipFile() = default;
-    ~ZipFile();
-    ZipFile(const ZipFile &) = delete;
+    ZipFile(const ZipFile &) = delete; // the reader keeps where it is
     ZipFile &operator=(const ZipFile &) = delete;
 
     // Gives the file to the reader. False with errno when it cannot be opened.
@@ -25,7 +25,7 @@ private:
     static la_ssize_t read(archive *reader, void *self, const void **bytes);
     static la_int64_t seek(archive *reader, void *self, la_int64_t offset, int whence);
 
-    int _descriptor = -1;
+    Descriptor _opened;
     qint64 _size = 0;
     qint64 _position = 0;
     ZipDirectory _directory;
