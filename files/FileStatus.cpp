@@ -37,9 +37,7 @@ qint64 nanoseconds(const statx_timestamp &time)
     return qint64(time.tv_sec) * 1'000'000'000 + time.tv_nsec;
 }
 
-} // namespace
-
-static std::optional<FileStatus> statusBy(int folder, const char *name, int flags)
+std::optional<FileStatus> statusBy(int folder, const char *name, int flags)
 {
     struct statx raw;
     if (SystemCalls::statx(folder, name, flags, STATX_BASIC_STATS | STATX_BTIME, &raw) != 0)
@@ -61,6 +59,8 @@ static std::optional<FileStatus> statusBy(int folder, const char *name, int flag
     return status;
 }
 
+} // namespace
+
 std::optional<FileStatus> statxStatus(int folder, const char *name, Links links)
 {
     return statusBy(folder, name,
@@ -70,6 +70,11 @@ std::optional<FileStatus> statxStatus(int folder, const char *name, Links links)
 std::optional<FileStatus> statusOf(int descriptor)
 {
     return statusBy(descriptor, "", AT_EMPTY_PATH);
+}
+
+bool isFolder(const std::optional<FileStatus> &status)
+{
+    return status && status->kind == FileKind::Directory;
 }
 
 bool isUnchanged(const FileStatus &before, const FileStatus &now)

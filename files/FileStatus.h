@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHashFunctions>
 #include <QString>
 
 #include <optional>
@@ -16,6 +17,10 @@ struct FileIdentity {
     quint64 device = 0;
     quint64 inode = 0;
     friend bool operator==(const FileIdentity &, const FileIdentity &) = default;
+    friend size_t qHash(const FileIdentity &identity, size_t seed = 0)
+    {
+        return qHashMulti(seed, identity.device, identity.inode);
+    }
 };
 
 struct FileStatus {
@@ -39,6 +44,9 @@ std::optional<FileStatus> fileStatus(const QString &path, Links links);
 
 // The status of an open file or folder.
 std::optional<FileStatus> statusOf(int descriptor);
+
+// Whether there is something, and it is a folder.
+bool isFolder(const std::optional<FileStatus> &status);
 
 // Whether an item is still the one it was, with the same content as far as a status tells.
 bool isUnchanged(const FileStatus &before, const FileStatus &now);

@@ -19,11 +19,6 @@ namespace {
 constexpr qint64 SheetDelay = 2000; // milliseconds
 constexpr qint64 TextPause = 100; // milliseconds between two texts that nobody sees
 
-bool isFolder(const std::optional<FileStatus> &status)
-{
-    return status && status->kind == FileKind::Directory;
-}
-
 QString reasonText(const std::error_code &failure)
 {
     return QString::fromStdString(failure.message());

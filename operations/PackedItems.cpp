@@ -19,11 +19,10 @@ constexpr double AlwaysFine = 100'000; // entries
 
 PackedItems::PackedItems(std::optional<FileIdentity> destination, std::optional<FileIdentity> old,
                          std::function<bool()> isStopped)
-    : _old(old)
+    : _destination(destination)
+    , _old(old)
     , _isStopped(std::move(isStopped))
 {
-    if (destination)
-        _destination = Key { destination->device, destination->inode };
 }
 
 bool PackedItems::leadsInCircles(const QString &path)
@@ -51,15 +50,14 @@ void PackedItems::lookAt(const QString &path, const FileIdentity &identity)
 
 PackedItems::Seen PackedItems::enter(const QString &path, const FileIdentity &identity)
 {
-    const Key key { identity.device, identity.inode };
-    if (const auto seen = _seen.constFind(key); seen != _seen.cend()) {
+    if (const auto seen = _seen.constFind(identity); seen != _seen.cend()) {
         if (seen->ended)
             return *seen;
         _circles.append(path);
         return { .circular = true };
     }
-    _seen.insert(key, {});
-    _holdsDestination = _holdsDestination || _destination == key;
+    _seen.insert(identity, {});
+    _holdsDestination = _holdsDestination || _destination == identity;
 
     struct Entry {
         QByteArray name;
@@ -97,6 +95,6 @@ PackedItems::Seen PackedItems::enter(const QString &path, const FileIdentity &id
         result.circular = result.circular || seen.circular;
         result.entries += seen.entries;
     }
-    _seen.insert(key, result);
+    _seen.insert(identity, result);
     return result;
 }

@@ -27,7 +27,6 @@ public:
     const QStringList &closedFolders() const { return _closed; } // which zip takes for empty
 
 private:
-    using Key = std::pair<quint64, quint64>;
     struct Seen {
         bool ended = false; // else we are in it now
         bool circular = false;
@@ -36,10 +35,10 @@ private:
     Seen enter(const QString &path, const FileIdentity &identity);
     void lookAt(const QString &path, const FileIdentity &identity);
 
-    std::optional<Key> _destination;
+    std::optional<FileIdentity> _destination;
     std::optional<FileIdentity> _old;
     std::function<bool()> _isStopped;
-    QHash<Key, Seen> _seen; // the folders
+    QHash<FileIdentity, Seen> _seen; // the folders
     double _entries = 0; // each once
     bool _holdsDestination = false;
     QString _pathOfOld;

@@ -162,7 +162,7 @@ bool Packing::settleName(const QString &details)
     };
     if (found.failure)
         return refuse(QString::fromStdString(found.failure.message()));
-    if (found.status && found.status->kind == FileKind::Directory)
+    if (isFolder(found.status))
         return refuse(localized("A folder has this name."));
     if (found.status && FileFlags::isLocked(PathText::joined(_job.destination, _job.archiveName)))
         return refuse(localized("The archive that has this name is locked."));

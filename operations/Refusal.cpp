@@ -5,15 +5,6 @@
 #include "files/PathText.h"
 #include "files/SameFile.h"
 
-namespace {
-
-bool isFolder(const std::optional<FileStatus> &status)
-{
-    return status && status->kind == FileKind::Directory;
-}
-
-} // namespace
-
 QString refusalOf(const QString &source, const std::optional<FileStatus> &given,
                   const QString &target, const std::optional<FileStatus> &standing,
                   Operation operation)

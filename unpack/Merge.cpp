@@ -83,7 +83,7 @@ bool Merge::moveItem(const Item &item)
     if (failed != std::errc::file_exists)
         return complain(item, failed.message());
     const auto standing = statxStatus(item.to, item.name, Links::NoFollow);
-    if (standing && standing->kind == FileKind::Directory)
+    if (isFolder(standing))
         return moveFolder(item);
     if (isLocked(item.to, item.name))
         return complain(item, "is locked");
@@ -123,7 +123,7 @@ bool Merge::replace(const Item &item)
         return true;
     const auto replaced = statxStatus(staging.descriptor(), old, Links::NoFollow);
     const QString origin = PathText::joined(_destination, FileName::fromBytes(item.path));
-    if (replaced && replaced->kind != FileKind::Directory
+    if (replaced && !isFolder(replaced)
         && staging.handOut(old, item.name,
                            [&](const QString &path) { return _toTrash(path, origin); }))
         return true;
