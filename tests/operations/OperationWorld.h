@@ -10,39 +10,12 @@
 #include "settings/DateText.h"
 #include "settings/UserDefaults.h"
 #include "tests/support/AlertScript.h"
+#include "tests/support/FoundContents.h"
 #include "tests/support/ProgressSheetStub.h"
 #include "tests/support/RecordedPrograms.h"
 #include "tests/support/RecordedServices.h"
 #include "tests/support/TestTree.h"
 #include "widgets/FileKinds.h"
-
-#include <QSet>
-
-#include <filesystem>
-#include <fstream>
-
-// Every byte string below a folder: what its files hold, where its links point. What lies in the
-// hidden siblings of an unfinished replacement does not count.
-inline QSet<QByteArray> contentsBelow(const QString &folder)
-{
-    namespace fs = std::filesystem;
-    QSet<QByteArray> found;
-    std::error_code ignored;
-    for (auto at = fs::recursive_directory_iterator(FileName::toBytes(folder).constData(), ignored);
-         at != fs::end(at); at.increment(ignored)) {
-        const fs::path &path = at->path();
-        if (path.filename().native().starts_with(".twinleaf-"))
-            at.disable_recursion_pending();
-        else if (at->is_symlink(ignored))
-            found.insert("-> " + QByteArray(fs::read_symlink(path, ignored).c_str()));
-        else if (at->is_regular_file(ignored)) {
-            std::ifstream file(path, std::ios::binary);
-            const std::string text { std::istreambuf_iterator<char>(file), {} };
-            found.insert(QByteArray::fromStdString(text));
-        }
-    }
-    return found;
-}
 
 enum class Verb { Copy, Move, Delete, NewFolder, Rename, Alias, Duplicate };
 
@@ -128,10 +101,15 @@ struct World {
     QByteArray to(const QString &name) { return folder.read(u"to/"_s + name); }
     // What lies in the two folders and in the Trash, and what was left hidden there too.
     QString tree() const { return treeOf(folder, { u"from"_s, u"to"_s, u"trash"_s }); }
-    // Every byte string in any of its folders.
+    // Every byte string in any of its folders, where it can be seen.
     QSet<QByteArray> contents() const
     {
-        return contentsBelow(folder.path()) + contentsBelow(far.path());
+        QSet<QByteArray> seen;
+        const auto found = FoundContents::placesBelow({ folder.path(), far.path() });
+        for (const auto &[content, place] : found.asKeyValueRange())
+            if (FoundContents::hiddenFolder(place).isEmpty())
+                seen += content;
+        return seen;
     }
     // Hidden siblings that were left behind.
     int leftovers() { return int(folder.names(u"to"_s).filter(u".twinleaf-"_s).size()); }

@@ -50,7 +50,7 @@ inline QSet<QByteArray> contentsAt(const QString &path)
     if (fs::is_directory(at, ignored)) {
         for (const auto &entry : fs::directory_iterator(at, ignored))
             contents += contentsAt(FileName::fromBytes(entry.path().c_str()));
-    } else if (fs::exists(at, ignored)) {
+    } else if (fs::is_regular_file(at, ignored)) {
         std::ifstream file(at, std::ios::binary);
         contents += QByteArray::fromStdString({ std::istreambuf_iterator<char>(file), {} });
     }
