@@ -6,7 +6,6 @@
 #include "files/PathText.h"
 #include "files/Rename.h"
 #include "files/SystemCalls.h"
-#include "files/TreeRemoval.h"
 
 #include <cerrno>
 #include <cstring>
@@ -103,14 +102,6 @@ std::error_code FileSystem::renameItem(const QString &from, const QString &to)
     if (failed == std::errc::file_exists && isOneEntry(source, target))
         return errorOf(::rename(source.constData(), target.constData()));
     return failed;
-}
-
-std::error_code FileSystem::removeTree(const QString &path)
-{
-    const QByteArray bytes = FileName::toBytes(path);
-    if (!isPath(bytes) || isFolderEntry(lastName(bytes)))
-        return error(std::errc::invalid_argument);
-    return removeTreeAt(AT_FDCWD, bytes.constData());
 }
 
 std::error_code FileSystem::sync(const QString &path)

@@ -24,10 +24,6 @@ std::error_code renameNoReplace(const QString &from, const QString &to);
 // ".." or a name with "/" or NUL as last component of `to` is refused with invalid_argument.
 std::error_code renameItem(const QString &from, const QString &to);
 
-// Removes a file, a link or a whole tree. Never follows a link and never crosses a mount point: one
-// inside the tree stops the removal with device_or_resource_busy.
-std::error_code removeTree(const QString &path);
-
 // Waits until everything written to the file system that holds the path is on the medium.
 std::error_code sync(const QString &path);
 

@@ -15,12 +15,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-Descriptor folderAt(const QString &path)
-{
-    return Descriptor(
-        ::open(FileName::toBytes(path).constData(), O_PATH | O_DIRECTORY | O_CLOEXEC));
-}
-
 QString systemMark(int folder)
 {
     struct statfs status { };
@@ -42,16 +36,11 @@ QString folderMark(int folder)
                   : QString();
 }
 
-QString folderMark(const QString &path)
-{
-    const Descriptor folder = folderAt(path);
-    return folder.isOpen() ? folderMark(folder.number()) : QString();
-}
-
 QString fileSystemMark(const QString &path)
 {
     for (QString at = path;; at = PathText::parent(at)) {
-        if (const Descriptor folder = folderAt(at); folder.isOpen())
+        const Descriptor folder(::open(FileName::toBytes(at), O_PATH | O_DIRECTORY | O_CLOEXEC));
+        if (folder.isOpen())
             return systemMark(folder.number());
         if (at == u"/" || at.isEmpty())
             return {};

@@ -4,9 +4,8 @@
 
 // What tells a folder from every other, also after a restart and whatever is mounted where it lay:
 // the file system's own identity, the inode number and the time of birth, as a text. Empty when the
-// folder is not there. Any thread.
+// folder does not answer. Any thread.
 QString folderMark(int folder);
-QString folderMark(const QString &path);
 
 // The same of the file system alone, asked at the nearest folder of the path that is there.
 QString fileSystemMark(const QString &path);

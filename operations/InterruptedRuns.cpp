@@ -264,12 +264,3 @@ QStringList settleInterruptedRun(Journal::Note &note, Workspace &workspace)
     }
     return settlement.told();
 }
-
-QStringList settleInterruptedRuns(const Journal &journal, Workspace &workspace)
-{
-    QStringList told;
-    const auto notes = journal.abandoned();
-    for (const auto &note : notes)
-        told += settleInterruptedRun(*note, workspace);
-    return told;
-}

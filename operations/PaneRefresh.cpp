@@ -15,14 +15,9 @@ int firstRow(const RowSet &rows)
 
 } // namespace
 
-void PaneRefresh::postDirectoryChangedNotification(Side side, const QString &path)
+void PaneRefresh::postDirectoryChangedNotification(Side side)
 {
-    mainModel->showFolder(side, { path });
-}
-
-void PaneRefresh::postCurrent(Side side)
-{
-    postDirectoryChangedNotification(side, mainModel->folder(side));
+    mainModel->showFolder(side, { mainModel->folder(side) });
 }
 
 void PaneRefresh::selectRowIndex(int row, PaneTable &table)
@@ -32,19 +27,12 @@ void PaneRefresh::selectRowIndex(int row, PaneTable &table)
     table.scrollToRow(selected);
 }
 
-void PaneRefresh::selectRowIndexes(const RowSet &rows, PaneTable &table)
-{
-    table.selectRows(rows);
-    if (!rows.isEmpty())
-        table.scrollToRow(rows.first());
-}
-
 void PaneRefresh::updateFileLists(const OperationRecord &record)
 {
     if (record.operation == Operation::Archive) {
         for (const Side side : { Side::Left, Side::Right })
             if (mainModel->shows(side, record.item).value_or(false))
-                postCurrent(side);
+                postDirectoryChangedNotification(side);
         return;
     }
     const PaneTable *responder = windowController->getFirstResponderTableView();
@@ -60,31 +48,31 @@ void PaneRefresh::updateFileLists(const OperationRecord &record)
 
     const auto postAffected = [&] {
         if (sameFolder) {
-            postCurrent(Side::Left);
-            postCurrent(Side::Right);
+            postDirectoryChangedNotification(Side::Left);
+            postDirectoryChangedNotification(Side::Right);
         } else {
-            postCurrent(focus);
+            postDirectoryChangedNotification(focus);
         }
     };
     switch (record.operation) {
     case Operation::Duplicate:
-        postCurrent(focus);
+        postDirectoryChangedNotification(focus);
         selectRowIndex(activeRow, active);
         if (sameFolder) {
-            postCurrent(otherSide(focus));
+            postDirectoryChangedNotification(otherSide(focus));
             selectRowIndex(otherRow, other);
         }
         break;
     case Operation::Copy:
         // Kept: only the pane opposite the focus, even when both show the target folder.
-        postCurrent(otherSide(focus));
+        postDirectoryChangedNotification(otherSide(focus));
         // A drag from another program ends in either pane, wherever the focus is.
         if (record.droppedOn == focus)
-            postCurrent(focus);
+            postDirectoryChangedNotification(focus);
         break;
     case Operation::Move:
-        postCurrent(Side::Left);
-        postCurrent(Side::Right);
+        postDirectoryChangedNotification(Side::Left);
+        postDirectoryChangedNotification(Side::Right);
         selectRowIndex(activeRow, active);
         selectRowIndex(otherRow, other);
         break;

@@ -1,10 +1,7 @@
 #pragma once
 
 #include "model/OperationRecord.h"
-#include "model/RowSet.h"
 #include "model/Side.h"
-
-#include <QString>
 
 class MainModel;
 class PaneTable;
@@ -18,14 +15,11 @@ public:
     void setWindowController(PaneWindow *window) { windowController = window; }
 
     void updateFileLists(const OperationRecord &record);
-    void postDirectoryChangedNotification(Side side, const QString &path);
-
-    // Kept: a row beyond the end selects the row after the last, which is none.
-    static void selectRowIndex(int row, PaneTable &table);
-    static void selectRowIndexes(const RowSet &rows, PaneTable &table);
 
 private:
-    void postCurrent(Side side);
+    // Kept: a row beyond the end selects the row after the last, which is none.
+    static void selectRowIndex(int row, PaneTable &table);
+    void postDirectoryChangedNotification(Side side);
 
     // The application's own.
     MainModel *mainModel = nullptr;

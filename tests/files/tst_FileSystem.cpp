@@ -4,6 +4,7 @@
 #include "files/FileSystem.h"
 #include "files/HiddenRule.h"
 #include "files/SameFile.h"
+#include "files/TreeRemoval.h"
 #include "tests/support/TestTree.h"
 #include "tests/support/WithoutRights.h"
 
@@ -68,8 +69,6 @@ private Q_SLOTS:
         for (const QString &from : { u"folder2/."_s, u"folder2/.."_s, cut })
             QCOMPARE(FileSystem::renameItem(path(from), path(u"new"_s)),
                      std::errc::invalid_argument);
-        for (const QString &name : { cut, u"folder/."_s, u"folder/.."_s })
-            QCOMPARE(FileSystem::removeTree(path(name)), std::errc::invalid_argument);
         QCOMPARE(FileSystem::makeFolder(path(newCut)), std::errc::invalid_argument);
         QCOMPARE(FileSystem::renameNoReplace(path(cut), path(u"new"_s)),
                  std::errc::invalid_argument);
@@ -87,9 +86,9 @@ private Q_SLOTS:
         QCOMPARE(FileSystem::makeFolder(path(u"tree/-rf"_s)), std::errc::file_exists);
         mkfifo(FileName::toBytes(path(u"tree/fifo"_s)), 0600);
         for (const QString &name : { u"tree"_s, u"folder link"_s, u"dangling link"_s })
-            QVERIFY(!FileSystem::removeTree(path(name)));
+            QVERIFY(!remove(name));
         QCOMPARE(treeOf(*folder, { {} }), u"/file=file, /folder/in=in"_s);
-        QCOMPARE(FileSystem::removeTree(path(u"tree"_s)), std::errc::no_such_file_or_directory);
+        QCOMPARE(remove(u"tree"_s), std::errc::no_such_file_or_directory);
     }
 
     void removingADeepTreeEnds()
@@ -104,7 +103,7 @@ private Q_SLOTS:
             at = below;
         }
         close(at);
-        QVERIFY(!FileSystem::removeTree(path(QString::fromLatin1(name))));
+        QVERIFY(!remove(QString::fromLatin1(name)));
         QVERIFY(folder->names().isEmpty());
     }
 
@@ -113,7 +112,7 @@ private Q_SLOTS:
         makeTree(*folder, u"tree/1, tree/2, tree/kept/file, tree/3, tree/4"_s);
         chmod(FileName::toBytes(path(u"tree/kept"_s)), 0555);
         const WithoutRights withoutRights;
-        QCOMPARE(FileSystem::removeTree(path(u"tree"_s)), std::errc::permission_denied);
+        QCOMPARE(remove(u"tree"_s), std::errc::permission_denied);
         QCOMPARE(treeOf(*folder, { u"tree"_s }), u"tree/kept/file="_s);
         chmod(FileName::toBytes(path(u"tree/kept"_s)), 0755);
     }
@@ -236,6 +235,10 @@ private:
     }
 
     QString path(const QString &name) const { return folder->path(name); }
+    std::error_code remove(const QString &name) const
+    {
+        return removeTreeAt(AT_FDCWD, folder->bytes(name));
+    }
 
     // One of each sort, with the name of the sort.
     void makeThings() const

@@ -2,7 +2,7 @@
 
 #include "files/FileSystem.h"
 #include "files/FolderMark.h"
-#include "operations/InterruptedRuns.h"
+#include "tests/support/InterruptedRuns.h"
 #include "tests/support/Ledger.h"
 #include "tests/support/Watched.h"
 
@@ -143,7 +143,8 @@ private Q_SLOTS:
             return QString::number(
                 fileStatus(world.folder.path(path), Links::NoFollow)->identity.inode);
         };
-        world.engine.journal().write({ world.destination, folderMark(world.destination),
+        const Descriptor folder(open(FileName::toBytes(world.destination), O_RDONLY | O_CLOEXEC));
+        world.engine.journal().write({ world.destination, folderMark(folder.number()),
                                        u".twinleaf-gone"_s, u"moved"_s, world.source, u"a"_s,
                                        number(u"to/a"_s), number(u"from/a"_s) });
         QStringList told;

@@ -1,8 +1,6 @@
 #include "tests/operations/OperationWorld.h"
 
-#include "files/FileSystem.h"
-#include "operations/InterruptedRuns.h"
-#include "tests/support/FoundContents.h"
+#include "tests/support/InterruptedRuns.h"
 #include "tests/support/Ledger.h"
 #include "tests/support/OtherProgram.h"
 #include "tests/support/Watched.h"
@@ -138,7 +136,7 @@ private:
         case 2:
             world.folder.write(PathText::parent(name) + u"/pair"_s, content);
             world.folder.hardLink(PathText::parent(name) + u"/pair"_s, name);
-            FileSystem::removeTree(world.folder.path(PathText::parent(name) + u"/pair"_s));
+            unlink(world.folder.bytes(PathText::parent(name) + u"/pair"_s));
             break;
         default:
             world.folder.write(name, content);

@@ -1,6 +1,6 @@
 #include "files/Journal.h"
-#include "operations/InterruptedRuns.h"
 #include "platform/desktop/DesktopPrograms.h"
+#include "tests/support/InterruptedRuns.h"
 #include "tests/support/RecordedServices.h"
 #include "tests/support/TestTree.h"
 #include "tests/support/Watched.h"
