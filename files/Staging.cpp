@@ -34,6 +34,36 @@ std::optional<StagedName> StagedName::fromText(const QByteArray &text)
     return StagedName { Role(text[0]), number, text.mid(blank + 1) };
 }
 
+bool handOut(int staging, const QString &path, int from, const QByteArray &entry,
+             const QByteArray &name, const TakePath &take)
+{
+    // Another folder may stand at the name by now.
+    const auto there = fileStatus(path, Links::NoFollow);
+    const auto mine = statusOf(staging);
+    if (!there || !mine || there->identity != mine->identity)
+        return false;
+    QByteArray holder;
+    std::error_code unmade;
+    quint64 number = 0;
+    do {
+        holder = StagedName { StagedName::Trash, ++number, {} }.text();
+        unmade = errorOf(SystemCalls::mkdirat(staging, holder, 0700));
+    } while (unmade == std::errc::file_exists);
+    if (unmade)
+        return false;
+    const Descriptor opened(
+        ::openat(staging, holder, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+    bool taken = false;
+    if (!Rename::noReplace(from, entry, opened.number(), name)) {
+        taken = take(PathText::joined(PathText::joined(path, FileName::fromBytes(holder)),
+                                      FileName::fromBytes(name)));
+        if (!taken)
+            Rename::noReplace(opened.number(), name, from, entry);
+    }
+    ::unlinkat(staging, holder, AT_REMOVEDIR);
+    return taken;
+}
+
 Staging::Staging(int folder, QString path, const Journal &journalToWrite)
     : _folder(folder)
     , _folderPath(std::move(path))
@@ -103,27 +133,17 @@ QString Staging::path() const
     return PathText::joined(_folderPath, FileName::fromBytes(_name));
 }
 
-bool Staging::handOut(const QByteArray &entry, const QByteArray &name,
-                      const std::function<bool(const QString &path)> &take)
+bool Staging::handOut(const QByteArray &entry, const QByteArray &name, const TakePath &take)
 {
-    // Another folder may stand at the name by now.
-    const auto there = fileStatus(path(), Links::NoFollow);
-    const auto mine = statusOf(descriptor());
-    const QByteArray holder = StagedName { StagedName::Trash, nextNumber(), {} }.text();
-    if (!there || !mine || there->identity != mine->identity
-        || SystemCalls::mkdirat(descriptor(), holder, 0700) != 0)
-        return false;
-    const Descriptor opened(
-        ::openat(descriptor(), holder, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
-    bool taken = false;
-    if (!Rename::noReplace(descriptor(), entry, opened.number(), name)) {
-        taken = take(PathText::joined(PathText::joined(path(), FileName::fromBytes(holder)),
-                                      FileName::fromBytes(name)));
-        if (!taken)
-            Rename::noReplace(opened.number(), name, descriptor(), entry);
-    }
-    ::unlinkat(descriptor(), holder, AT_REMOVEDIR);
-    return taken;
+    return ::handOut(descriptor(), path(), descriptor(), entry, name, take);
+}
+
+QByteArray Staging::entry(const StagedName &staged)
+{
+    QByteArray text = staged.text();
+    if (!text.endsWith(staged.name))
+        note({ u"name"_s, FileName::fromBytes(text), FileName::fromBytes(staged.name) });
+    return text;
 }
 
 bool Staging::note(const QStringList &fields)

@@ -28,6 +28,14 @@ struct StagedName {
     static std::optional<StagedName> fromText(const QByteArray &text);
 };
 
+// Whether somebody who knows paths alone, such as the Trash, has taken an item.
+using TakePath = std::function<bool(const QString &path)>;
+
+// Has it take an entry of a folder under its own name, by way of an open staging folder, whose path
+// is given too. The entry stays where it is when that does not take it. Any thread.
+bool handOut(int staging, const QString &path, int from, const QByteArray &entry,
+             const QByteArray &name, const TakePath &take);
+
 // The hidden folder of one run beside its targets, which nobody else can enter: what is on its way
 // to a name, or from it. Made when first needed, after a note in the journal, so that the next
 // start finds what a crash left in it. Used by one worker.
@@ -47,12 +55,12 @@ public:
     QString heldPath() const;
     QString path() const;
 
-    // Has somebody who knows paths alone, such as the Trash, take an entry under its own name. It
-    // stays where it is when that does not take it.
-    bool handOut(const QByteArray &entry, const QByteArray &name,
-                 const std::function<bool(const QString &path)> &take);
+    // As handOut() below, of an entry of this one.
+    bool handOut(const QByteArray &entry, const QByteArray &name, const TakePath &take);
 
     quint64 nextNumber() { return ++_last; }
+    // The text of an entry's name. Where that cuts the item's name, the note has the whole one.
+    QByteArray entry(const StagedName &staged);
     // Adds to the note what the next start must know of an item that stands elsewhere.
     bool note(const QStringList &fields);
 

@@ -8,7 +8,6 @@
 #include "files/Rename.h"
 #include "files/Staging.h"
 #include "files/StatxStatus.h"
-#include "files/SystemCalls.h"
 #include "files/TreeRemoval.h"
 #include "operations/KeptBeside.h"
 #include "platform/Workspace.h"
@@ -177,26 +176,17 @@ private:
     // The old item of a replacement that was done.
     void save(int from, const QByteArray &entry, const QByteArray &name)
     {
-        const QByteArray holder = StagedName { StagedName::Trash, ++_last, "settled" }.text();
-        if (SystemCalls::mkdirat(_staging.number(), holder, 0700) == 0) {
-            const Descriptor opened = openFolderAt(_staging.number(), holder);
-            const bool held = !Rename::noReplace(from, entry, opened.number(), name);
-            const bool trashed = held
-                && workspace.moveToTrash(
-                    PathText::joined(
-                        PathText::joined(PathText::joined(_record.folder, _record.name),
-                                         FileName::fromBytes(holder)),
-                        FileName::fromBytes(name)),
-                    nullptr, targetPath(name));
-            if (held && !trashed)
-                Rename::noReplace(opened.number(), name, from, entry);
-            ::unlinkat(_staging.number(), holder, AT_REMOVEDIR);
-            if (trashed)
-                return tell(localized("'%@' was replaced; the old item is in the Trash."),
-                            targetPath(name));
-        }
-        if (const auto beside = keepBeside(from, entry, _folder.number(), name))
-            tell(localized("'%@' is the old item of a replacement."), targetPath(*beside));
+        const QString staging = PathText::joined(_record.folder, _record.name);
+        const bool trashed =
+            handOut(_staging.number(), staging, from, entry, name, [&](const QString &path) {
+                return workspace.moveToTrash(path, nullptr, targetPath(name));
+            });
+        if (trashed)
+            return tell(localized("'%@' was replaced; the old item is in the Trash."),
+                        targetPath(name));
+        const auto beside = keepBeside(from, entry, _folder.number(), name);
+        tell(localized("'%@' is the old item of a replacement."),
+             beside ? targetPath(*beside) : PathText::joined(staging, FileName::fromBytes(entry)));
     }
 
     void settleElsewhere(const Record::Elsewhere &item)
@@ -229,7 +219,6 @@ private:
     Descriptor _folder;
     bool _keepsInodes;
     Descriptor _staging;
-    quint64 _last = 0;
     QStringList _told;
 };
 
