@@ -6,6 +6,7 @@
 #include "model/ArchiveProgressSheet.h"
 #include "operations/ArchiveTask.h"
 #include "operations/Packing.h"
+#include "operations/SmallPrint.h"
 #include "operations/SyncRemovable.h"
 #include "operations/Workers.h"
 #include "platform/Alerts.h"
@@ -19,16 +20,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int CancelledStatus = 15; // an exit status
-constexpr qsizetype ReasonLines = 6;
-
-// What the program wrote to its standard error, a line for each member it complains of.
-QString reasons(const QString &errorText)
-{
-    QStringList lines = errorText.split(u'\n', Qt::SkipEmptyParts).mid(0, ReasonLines);
-    for (QString &line : lines)
-        line = FileName::shown(line);
-    return lines.join(u'\n');
-}
 
 } // namespace
 
@@ -115,10 +106,8 @@ void Archives::taskDidTerminate(const ProgramEnd &end) // worker thread
         end.started && (end.status == CancelledStatus || end.status == 128 + SIGTERM);
     if (end.succeeded() || cancelled)
         return;
-    Alert alert = Alert::error(localized("Unpacking failed!"));
-    alert.style = Alert::Style::Informational;
-    alert.details = reasons(end.errorText);
-    alerts.ask(alert);
+    // A line for each member that it complains of.
+    alerts.ask(remark(localized("Unpacking failed!"), shownLines(end.errorText)));
 }
 
 void Archives::cancelArchiving()

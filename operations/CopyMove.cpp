@@ -5,7 +5,7 @@
 #include "model/ProgressSheet.h"
 #include "operations/CopyRun.h"
 #include "operations/Refusal.h"
-#include "operations/ShortenedLines.h"
+#include "operations/SmallPrint.h"
 #include "operations/SyncRemovable.h"
 #include "platform/Alerts.h"
 #include "platform/Workspace.h"
@@ -97,7 +97,7 @@ CopyMove::Next CopyMove::performItem(Run &run, qsizetype &index) // worker threa
             continue;
         }
         if (!decision.standing) {
-            reportFailure(run, name, decision.reason);
+            alerts.ask(Alert::failure(run.failureLine(name), decision.reason));
             return Next::GoOn;
         }
         tell(run, name);
@@ -112,7 +112,7 @@ CopyMove::Next CopyMove::performItem(Run &run, qsizetype &index) // worker threa
         if (end.what == TransferEnd::Done)
             ++run.counter;
         else
-            reportFailure(run, name, end.reason);
+            alerts.ask(Alert::failure(run.failureLine(name), end.reason));
         return Next::GoOn;
     }
 }
@@ -265,21 +265,10 @@ void CopyMove::showLine(const QString &line) const // any thread
     });
 }
 
-void CopyMove::reportFailure(const Run &run, const QString &name, const QString &details)
-{
-    Alert alert = Alert::error(run.failureLine(name));
-    alert.details = details;
-    alerts.ask(alert);
-}
-
 void CopyMove::reportStaying(const QStringList &lines)
 {
-    if (lines.isEmpty())
-        return;
-    Alert alert = Alert::error(localized("Something was left behind."));
-    alert.style = Alert::Style::Informational;
-    alert.details = shortened(lines);
-    alerts.ask(alert);
+    if (!lines.isEmpty())
+        alerts.ask(remark(localized("Something was left behind."), lines));
 }
 
 QString CopyMove::overwriteDetails(const Run &run, const QString &name, const FileStatus &standing,

@@ -53,7 +53,6 @@ private:
     void tell(Run &run, const QString &name);
     bool isLong(Run &run) const; // so that the sheet comes up
     void showLine(const QString &line) const;
-    void reportFailure(const Run &run, const QString &name, const QString &details = {});
     void reportStaying(const QStringList &lines);
     QString overwriteDetails(const Run &run, const QString &name, const FileStatus &standing,
                              bool isLast) const;

@@ -9,7 +9,7 @@
 #include "model/PaneWindow.h"
 #include "operations/InterruptedRuns.h"
 #include "operations/RequestValidation.h"
-#include "operations/ShortenedLines.h"
+#include "operations/SmallPrint.h"
 #include "platform/Alerts.h"
 #include "platform/Workspace.h"
 
@@ -256,10 +256,6 @@ void FileOperations::settleInterruptedWork(Waiting &waiting)
 
 void FileOperations::tellInterruptedWork()
 {
-    if (_settled.isEmpty())
-        return;
-    Alert alert = Alert::error(localized("Interrupted work was settled."));
-    alert.style = Alert::Style::Informational;
-    alert.details = shortened(std::exchange(_settled, {}));
-    alerts.ask(alert);
+    if (!_settled.isEmpty())
+        alerts.ask(remark(localized("Interrupted work was settled."), std::exchange(_settled, {})));
 }

@@ -5,7 +5,7 @@
 #include "files/PathText.h"
 #include "operations/ArchiveTask.h"
 #include "operations/PackedItems.h"
-#include "operations/ShortenedLines.h"
+#include "operations/SmallPrint.h"
 #include "operations/SyncRemovable.h"
 #include "platform/Alerts.h"
 #include "platform/Programs.h"
@@ -33,14 +33,6 @@ bool isPlain(const QString &name)
     return !name.startsWith(u'-') && name != u"@"
         && std::none_of(name.begin(), name.end(),
                         [](QChar letter) { return u"\"$`\\\n"_s.contains(letter); });
-}
-
-Alert remark(const QString &text, const QStringList &lines)
-{
-    Alert alert = Alert::error(text);
-    alert.style = Alert::Style::Informational;
-    alert.details = shortened(lines);
-    return alert;
 }
 
 QStringList each(const QString &line, const QStringList &paths)
@@ -82,7 +74,7 @@ Packing::Packing(const PackingJob &job, Alerts &alertsToAsk, Programs &programsT
 void Packing::run() // worker thread
 {
     if (!PathText::isItemName(_job.archiveName))
-        return fail(CannotWrite, FileName::shown(_job.archiveName));
+        return fail(CannotWrite, { FileName::shown(_job.archiveName) });
     if (!settleName())
         return;
 
@@ -96,9 +88,9 @@ void Packing::run() // worker thread
         (items.leadsInCircles(PathText::joined(_job.folder, name)) ? circular : names) += name;
     if (!items.pathOfOld().isEmpty())
         return fail(WrongArguments,
-                    filled(localized("'%@' is the archive that would be replaced, and is itself "
-                                     "among the items to be packed. Nothing was changed."),
-                           FileName::shown(items.pathOfOld())));
+                    each(localized("'%@' is the archive that would be replaced, and is itself "
+                                   "among the items to be packed. Nothing was changed."),
+                         { items.pathOfOld() }));
 
     int result = 0;
     bool isEmpty = true;
@@ -114,24 +106,26 @@ void Packing::run() // worker thread
     if (task.isCancelled())
         return;
     if (unmade)
-        return fail(CannotWrite, QString::fromStdString(unmade.message()));
+        return fail(CannotWrite, { QString::fromStdString(unmade.message()) });
     if (isEmpty || (result != 0 && result != NotAllRead))
-        return fail(result != 0 ? result : NothingToDo, reasons());
+        return fail(result != 0 ? result : NothingToDo, _complaints + shownLines(_errorText));
 
     const QStringList lacking =
         _complaints + each(localized("'%@' could not be read."), items.closedFolders());
     // One that lacks something was not agreed to: the old one can still be had.
-    const bool isWhole = lacking.isEmpty();
-    const bool isPlaced = place(isWhole ? Standing::Replace : Standing::ToTrash);
+    const bool isPlaced = place(lacking.isEmpty() ? Standing::Replace : Standing::ToTrash);
     const QStringList staying = _transfer.finish();
-    if (!isPlaced) {
-        if (!staying.isEmpty())
-            alerts.ask(remark(localized("Something was left behind."), staying));
-        return;
-    }
+    if (!isPlaced)
+        return tell(0, {}, {}, staying);
     if (const auto unwritten = syncIfRemovable(_job.destination))
         alerts.ask(*unwritten);
+    tell(result, lacking, items.circles(), staying);
+}
 
+void Packing::tell(int result, const QStringList &lacking, const QStringList &circles,
+                   const QStringList &staying)
+{
+    const bool isWhole = lacking.isEmpty();
     QStringList lines = lacking;
     if (!isWhole)
         lines += localized("The archive holds everything else.");
@@ -139,7 +133,7 @@ void Packing::run() // worker thread
         lines += localized("The archive that it replaces is in the Trash.");
     lines += each(localized("'%@' leads in a circle: the links of the item are packed as "
                             "links."),
-                  items.circles());
+                  circles);
     lines += staying;
     if (lines.isEmpty())
         return;
@@ -148,7 +142,7 @@ void Packing::run() // worker thread
         text = filled(localized("Archiving failed! Result code: %i"), result);
     else if (!isWhole)
         text = localized("Not everything could be packed.");
-    else if (!items.circles().isEmpty())
+    else if (!circles.isEmpty())
         text = localized("Links were packed as links.");
     alerts.ask(remark(text, lines));
 }
@@ -157,7 +151,7 @@ bool Packing::settleName(const QString &details)
 {
     const auto found = _transfer.atDestination(_job.archiveName);
     const auto refuse = [this](const QString &reason) {
-        fail(CannotWrite, reason);
+        fail(CannotWrite, { reason });
         return false;
     };
     if (found.failure)
@@ -181,7 +175,7 @@ bool Packing::place(Standing standing)
         if (end.what == TransferEnd::Done)
             return true;
         if (end.what == TransferEnd::Failed) {
-            fail(CannotWrite, end.reason);
+            fail(CannotWrite, { end.reason });
             return false;
         }
         if (task.isCancelled()
@@ -191,10 +185,9 @@ bool Packing::place(Standing standing)
     }
 }
 
-void Packing::fail(int code, const QString &reason)
+void Packing::fail(int code, const QStringList &reasons)
 {
-    alerts.ask(remark(filled(localized("Archiving failed! Result code: %i"), code),
-                      reason.split(u'\n', Qt::SkipEmptyParts)));
+    alerts.ask(remark(filled(localized("Archiving failed! Result code: %i"), code), reasons));
 }
 
 QString Packing::commandLine(const QString &folder, const QString &archive,
@@ -269,12 +262,4 @@ void Packing::keepLine(const QByteArray &line)
     if (text.startsWith(Warning) && _complaints.size() < MostComplaints
         && !text.endsWith("Not all files were readable") && !text.endsWith("zip file empty"))
         _complaints += FileName::shown(FileName::fromBytes(text.mid(Warning.size())));
-}
-
-QString Packing::reasons() const
-{
-    QStringList lines = _complaints;
-    for (const QString &line : _errorText.split(u'\n', Qt::SkipEmptyParts))
-        lines += FileName::shown(line);
-    return lines.join(u'\n');
 }

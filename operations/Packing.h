@@ -36,7 +36,10 @@ public:
 
 private:
     bool settleName(const QString &details = {});
-    void fail(int code, const QString &reason);
+    // What the archive lacks, and what else is not as one might think. `result`: zip's.
+    void tell(int result, const QStringList &lacking, const QStringList &circles,
+              const QStringList &staying);
+    void fail(int code, const QStringList &reasons);
     bool place(Standing standing);
     // Answers zip's end as wait(2) has it.
     int runZip(const QString &archive, const QStringList &names, const QStringList &circular,
@@ -44,7 +47,6 @@ private:
     int runWithoutShell(const QString &archive, const QStringList &options,
                         const QStringList &names);
     void keepLine(const QByteArray &line);
-    QString reasons() const;
 
     const PackingJob &_job;
     Alerts &alerts;

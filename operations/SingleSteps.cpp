@@ -5,7 +5,7 @@
 #include "files/FileSystem.h"
 #include "files/PathText.h"
 #include "operations/CopyMove.h"
-#include "operations/ShortenedLines.h"
+#include "operations/SmallPrint.h"
 #include "platform/Alerts.h"
 #include "platform/Programs.h"
 #include "platform/Workspace.h"
@@ -106,11 +106,8 @@ QStringList SingleSteps::moveAllToTrash(const OperationRequest &request) // work
 void SingleSteps::deleteItems(const OperationRequest &request) // worker thread
 {
     const QStringList failed = moveAllToTrash(request);
-    if (failed.isEmpty())
-        return;
-    Alert alert = Alert::error(localized("Delete failed!"));
-    alert.details = shortened(failed);
-    alerts.ask(alert);
+    if (!failed.isEmpty())
+        alerts.ask(Alert::failure(localized("Delete failed!"), shortened(failed)));
 }
 
 void SingleSteps::createAlias(const OperationRequest &request) // worker thread

@@ -1,0 +1,28 @@
+#include "operations/SmallPrint.h"
+
+#include "files/FileName.h"
+#include "platform/Alerts.h"
+
+QString shortened(const QStringList &lines)
+{
+    constexpr qsizetype MostLines = 12;
+    QString text = lines.mid(0, MostLines).join(u'\n');
+    if (lines.size() > MostLines)
+        text += u'\n' + filled(localized("and %i more"), int(lines.size() - MostLines));
+    return text;
+}
+
+Alert remark(const QString &text, const QStringList &lines)
+{
+    Alert alert = Alert::failure(text, shortened(lines));
+    alert.style = Alert::Style::Informational;
+    return alert;
+}
+
+QStringList shownLines(const QString &text)
+{
+    QStringList lines = text.split(u'\n', Qt::SkipEmptyParts);
+    for (QString &line : lines)
+        line = FileName::shown(line);
+    return lines;
+}
