@@ -24,6 +24,26 @@ QString reasonText(const std::error_code &failure)
     return QString::fromStdString(failure.message());
 }
 
+// What stands at the target goes to the Trash, if that is allowed.
+TransferEnd putOver(Transfer &transfer, Operation operation, const QString &source,
+                    const QString &target)
+{
+    const QString name = PathText::lastComponent(source);
+    const QString as = PathText::lastComponent(target);
+    const auto standing = transfer.atDestination(as);
+    if (standing.failure)
+        return { TransferEnd::Failed, reasonText(standing.failure) };
+    const QString refused =
+        refusalOf(source, transfer.atSource(name).status, target, standing.status, operation);
+    if (!refused.isNull())
+        return { TransferEnd::Failed, refused };
+    TransferEnd end =
+        transfer.putAs(name, as, standing.status ? Standing::ToTrash : Standing::Refuse);
+    if (end.what == TransferEnd::NotAsShown) // it came this moment
+        return { TransferEnd::Failed, reasonText(std::make_error_code(std::errc::file_exists)) };
+    return end;
+}
+
 } // namespace
 
 CopyMove::CopyMove(Alerts &alertsToAsk, Programs &programsToRun, Workspace &workspaceInUse,
@@ -172,61 +192,37 @@ bool CopyMove::movesToFree(Run &run, const QString &name) // worker thread
 TransferEnd CopyMove::putInto(Run &run, const QString &name,
                               const FileIdentity &folder) // worker thread
 {
+    const QString target = run.target(name);
     Transfer inner(
-        run.operation, run.request.source, run.target(name), programs, workspace, _journal,
+        run.operation, run.request.source, target, programs, workspace, _journal,
         [this](const QString &line) { showLine(line); }, folder);
-    const auto standing = inner.atDestination(name);
-    if (standing.failure)
-        return { TransferEnd::Failed, reasonText(standing.failure) };
-    const QString refused =
-        refusalOf(run.source(name), inner.atSource(name).status,
-                  PathText::joined(run.target(name), name), standing.status, run.operation);
-    if (!refused.isNull())
-        return { TransferEnd::Failed, refused };
-    const TransferEnd end = inner.put(name, standing.status ? Standing::ToTrash : Standing::Refuse);
+    TransferEnd end =
+        putOver(inner, run.operation, run.source(name), PathText::joined(target, name));
     run.staying += inner.finish();
-    return end.what == TransferEnd::NotAsShown
-        ? TransferEnd { TransferEnd::Failed,
-                        reasonText(std::make_error_code(std::errc::file_exists)) }
-        : end;
+    return end;
 }
 
-bool CopyMove::duplicate(const QString &source, const QString &destination, QString &reason)
+std::optional<QString> CopyMove::duplicate(const QString &source, const QString &destination)
 {
-    const QString name = PathText::lastComponent(source);
-    QString folder = PathText::parent(destination);
-    QString as = PathText::lastComponent(destination);
-    const auto fails = [&](const QString &why) {
-        reason = why;
-        return false;
-    };
+    const QString as = PathText::lastComponent(destination);
     if (!PathText::isItemName(as))
-        return fails(FileName::shown(as));
+        return FileName::shown(as);
     const auto existing = fileStatus(destination, Links::NoFollow);
-    const auto given = fileStatus(source, Links::NoFollow);
-    QString refused = refusalOf(source, given, destination, existing, Operation::Copy);
     // Kept: an existing folder is copied into, not replaced.
-    const bool into = refused.isNull() && isFolder(existing);
-    if (into) {
-        folder = destination;
-        as = name;
-    }
-    Transfer transfer(Operation::Copy, PathText::parent(source), folder, programs, workspace,
-                      _journal, {}, into ? std::optional(existing->identity) : std::nullopt);
-    const auto standing = transfer.atDestination(as);
-    if (standing.failure)
-        return fails(reasonText(standing.failure));
-    if (into)
-        refused = refusalOf(source, given, PathText::joined(folder, as), standing.status,
-                            Operation::Copy);
-    if (!refused.isNull())
-        return fails(refused);
-    const TransferEnd end =
-        transfer.putAs(name, as, standing.status ? Standing::ToTrash : Standing::Refuse);
+    const bool into = isFolder(existing)
+        && refusalOf(source, fileStatus(source, Links::NoFollow), destination, existing,
+                     Operation::Copy)
+               .isNull();
+    const QString target =
+        into ? PathText::joined(destination, PathText::lastComponent(source)) : destination;
+    Transfer transfer(Operation::Copy, PathText::parent(source), PathText::parent(target), programs,
+                      workspace, _journal, {},
+                      into ? std::optional(existing->identity) : std::nullopt);
+    const TransferEnd end = putOver(transfer, Operation::Copy, source, target);
     reportStaying(transfer.finish());
-    if (const auto unwritten = syncIfRemovable(folder))
+    if (const auto unwritten = syncIfRemovable(PathText::parent(target)))
         alerts.ask(*unwritten);
-    return end.what == TransferEnd::Done || fails(end.reason);
+    return end.what == TransferEnd::Done ? std::nullopt : std::optional(end.reason);
 }
 
 void CopyMove::tell(Run &run, const QString &name) // worker thread
@@ -275,7 +271,7 @@ QString CopyMove::overwriteDetails(const Run &run, const QString &name, const Fi
                                    bool isLast) const
 {
     QString text;
-    const auto given = fileStatus(run.source(name), Links::NoFollow);
+    const auto given = run.transfer.atSource(name).status;
     onMainThread([&] {
         const auto described = [&](const FileStatus &status) {
             const QString size = status.kind == FileKind::Directory

@@ -30,8 +30,8 @@ public:
                                  RunQueue::Ticket ticket);
 
     // One item to a full path. What stands there goes to the Trash when the copy is in place; an
-    // existing folder is copied into. Answers whether it was done, else why not. Any worker thread.
-    bool duplicate(const QString &source, const QString &destination, QString &reason);
+    // existing folder is copied into. Answers why it was not done, or nothing. Any worker thread.
+    std::optional<QString> duplicate(const QString &source, const QString &destination);
 
     const Journal &journal() const { return _journal; }
 
@@ -40,7 +40,7 @@ private:
     enum class Next { GoOn, EndRun, EndThread };
 
     Next performItem(Run &run, qsizetype &index);
-    // What follows from the answer to the question about the item at the index.
+    // What is to become of an item, by the answer about it if a question is needed.
     struct Decision {
         std::optional<Next> leaves; // the item is not for this run
         std::optional<Standing> standing; // nothing: it cannot be done

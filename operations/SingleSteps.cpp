@@ -131,10 +131,6 @@ void SingleSteps::createAlias(const OperationRequest &request) // worker thread
 
 void SingleSteps::duplicateItem(const QString &source, const QString &destination) // worker thread
 {
-    QString reason;
-    if (copyMove.duplicate(source, destination, reason))
-        return;
-    Alert alert = Alert::error(localized("Duplicate failed!"));
-    alert.details = reason;
-    alerts.ask(alert);
+    if (const auto reason = copyMove.duplicate(source, destination))
+        alerts.ask(Alert::failure(localized("Duplicate failed!"), *reason));
 }
