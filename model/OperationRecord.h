@@ -17,6 +17,6 @@ struct OperationRecord {
     QString item {};
     // Where something from another program was dropped.
     std::optional<Side> droppedOn {};
-    // A rename that failed, which the person was told.
+    // A new folder or a rename that failed, as was told.
     std::optional<OperationRequest> refused {};
 };

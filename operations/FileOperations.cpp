@@ -166,6 +166,7 @@ void FileOperations::deleteItems(const OperationRequest &request)
 
 void FileOperations::newFolder(const OperationRequest &request)
 {
+    _endsNow = false;
     const QString name = request.items.value(0);
     // "." and ".." exist in every folder; as names they are refused by the worker.
     if (PathText::isItemName(name)) {

@@ -80,7 +80,7 @@ private:
     const FileQueries &queries;
     PaneWindow *windowController = nullptr; // the application's
     std::function<void(const OperationRequest &)> nameRefused;
-    bool _endsNow = false; // until something is asked for again
+    bool _endsNow = false; // until a name is given again: an end may be called off
     CopyMove _copyMove;
     QStringList _settled; // lines about it, to be told
     SingleSteps _singleSteps;

@@ -77,9 +77,13 @@ private Q_SLOTS:
                 desk.source, desk.destination, { u"a"_s }, side, UpdateBoth::No
             };
         };
+        int askedAgain = 0;
+        desk.operations.setNameRefused([&](const OperationRequest &) { ++askedAgain; });
+        desk.operations.stopAll(); // for an end that is called off
         desk.alerts.answer({ Alert::Ok, Alert::No });
         desk.operations.newFolder(request(Side::Left));
         QCOMPARE(desk.alerts.last().text, u"Folder already exists!"_s);
+        QTRY_COMPARE(askedAgain, 1);
         desk.operations.duplicateItem(desk.source + u"/a"_s, desk.source + u"/b"_s);
         for (const auto verb : { &FileOperations::deleteItems, &FileOperations::copyItems,
                                  &FileOperations::createAlias }) {
