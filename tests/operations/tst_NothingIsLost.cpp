@@ -9,21 +9,12 @@
 #include <QRandomGenerator>
 #include <QTest>
 
-#include <linux/capability.h>
 #include <sys/prctl.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <thread>
 
 namespace {
-
-// Root is refused what anybody is, and so are the programs that it starts. For good.
-void giveUpRights()
-{
-    static WithoutRights never;
-    for (const int right : { CAP_DAC_OVERRIDE, CAP_DAC_READ_SEARCH })
-        prctl(PR_CAPBSET_DROP, right, 0, 0, 0);
-}
 
 // Random trees, operations, answers and faults; other programs at work; and at times the process is
 // killed. After each operation, and again after the next start, every byte string that was there or

@@ -195,18 +195,6 @@ private Q_SLOTS:
         QVERIFY(world.alerts.shown().first().details.contains(u"goes to the Trash"_s));
     }
 
-    void theTrashKnowsWhereTheOldItemStood()
-    {
-        for (const auto operation : { Operation::Copy, Operation::Move }) {
-            World world(u"from/a=new, from/b=new, to/a=old, to/b=old"_s);
-            world.alerts.answer({ Alert::No });
-            world.run(operation, { u"a"_s, u"b"_s });
-            QCOMPARE(treeOf(world.folder, { u"trash"_s }), u"trash/b=old"_s);
-            QCOMPARE(world.workspace.origins,
-                     QStringList { PathText::joined(world.destination, u"b"_s) });
-        }
-    }
-
     void anOldFolderThatStaysInPartIsNamed()
     {
         World world(u"from/a/x=new, to/a/stuck=old, to/a/y=old"_s);

@@ -41,10 +41,7 @@ inline void enterOwnMounts()
         write(QStringLiteral("gid_map"), group + ' ' + group + " 1");
     }
     require(mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0, "mount");
-
-    for (const int right : { CAP_DAC_OVERRIDE, CAP_DAC_READ_SEARCH })
-        require(prctl(PR_CAPBSET_DROP, right, 0, 0, 0) == 0, "prctl"); // nor for what is started
-    static const WithoutRights never;
+    require(giveUpRights(), "prctl"); // before anything is started
 }
 
 // A mount that goes at the end of its scope. What cannot be mounted fails the test.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <linux/capability.h>
+#include <sys/prctl.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
@@ -23,3 +24,12 @@ private:
     __user_cap_header_struct _header { _LINUX_CAPABILITY_VERSION_3, 0 };
     __user_cap_data_struct _rights[2] {};
 };
+
+// The same for good. Answers whether the programs that are started have lost them, too; who is not
+// root has none to lose.
+inline bool giveUpRights()
+{
+    static const WithoutRights never;
+    return prctl(PR_CAPBSET_DROP, CAP_DAC_OVERRIDE, 0, 0, 0) == 0
+        && prctl(PR_CAPBSET_DROP, CAP_DAC_READ_SEARCH, 0, 0, 0) == 0;
+}
