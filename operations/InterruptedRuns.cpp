@@ -12,6 +12,8 @@
 #include "operations/KeptBeside.h"
 #include "platform/Workspace.h"
 
+#include <QHash>
+
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -33,6 +35,7 @@ struct Record {
         quint64 atTarget; // the inode of what it was exchanged with, or of its copy
     };
     QList<Elsewhere> elsewhere {};
+    QHash<QString, QString> names {}; // the whole ones of entries that have them cut
 };
 
 // A note cut short was not acted on from there.
@@ -46,6 +49,9 @@ std::optional<Record> recordOf(const QStringList &fields)
         if (kind == u"home"_s && at + 1 < fields.size()) {
             record.home = fields[at + 1].toULongLong();
             at += 2;
+        } else if (kind == u"name"_s && at + 2 < fields.size()) {
+            record.names.insert(fields[at + 1], fields[at + 2]);
+            at += 3;
         } else if (at + 4 < fields.size()) {
             record.elsewhere.append({ kind == u"moved"_s, fields[at + 1], fields[at + 2],
                                       fields[at + 3].toULongLong(), fields[at + 4].toULongLong() });
@@ -127,10 +133,13 @@ private:
 
     void settleEntry(const QByteArray &entry)
     {
-        const auto staged = StagedName::fromText(entry);
+        auto staged = StagedName::fromText(entry);
         const auto status = statxStatus(_staging.number(), entry, Links::NoFollow);
         if (!staged || !status)
             return;
+        if (const auto whole = _record.names.constFind(FileName::fromBytes(entry));
+            whole != _record.names.cend())
+            staged->name = FileName::toBytes(*whole);
         switch (staged->role) {
         case StagedName::Making:
             return removeCopy(entry, *status, staged->name);

@@ -220,8 +220,7 @@ TransferEnd Transfer::copyByProgram(const Item &item)
 {
     if (const auto reason = _staging.open())
         return failed(reason, item.to);
-    const QByteArray entry =
-        StagedName { StagedName::Making, _staging.nextNumber(), item.to }.text();
+    const QByteArray entry = _staging.entry({ StagedName::Making, _staging.nextNumber(), item.to });
     const QString source = PathText::joined(_sourcePath, FileName::fromBytes(item.from));
     const QString target = u"./"_s + FileName::fromBytes(entry);
     const QString made = PathText::joined(_staging.heldPath(), FileName::fromBytes(entry));

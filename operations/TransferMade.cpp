@@ -24,7 +24,7 @@ std::error_code Transfer::make(const QString &name,
         return reason;
     // A folder for it alone: the program may write other files beside it.
     const QByteArray bytes = FileName::toBytes(name);
-    const QByteArray entry = StagedName { StagedName::Making, _staging.nextNumber(), bytes }.text();
+    const QByteArray entry = _staging.entry({ StagedName::Making, _staging.nextNumber(), bytes });
     if (SystemCalls::mkdirat(_staging.descriptor(), entry, 0700) != 0)
         return errorOf(-1);
     _product = { bytes, entry,

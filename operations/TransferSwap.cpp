@@ -35,7 +35,7 @@ TransferEnd Transfer::place(const Item &item, const Arrival &arrival)
     }
     if (const auto reason = _staging.open())
         return failed(reason, item.to);
-    const QByteArray entry = StagedName { StagedName::Ready, _arrived.inode, item.to }.text();
+    const QByteArray entry = _staging.entry({ StagedName::Ready, _arrived.inode, item.to });
     if (const auto reason = arrival.take(_staging.descriptor(), entry))
         return failed(reason, item.to);
     TransferEnd end = swapIn(item, entry);
@@ -103,7 +103,7 @@ TransferEnd Transfer::setAside(const Item &item, const std::function<std::error_
 {
     if (const auto reason = _staging.open())
         return failed(reason, item.to);
-    const QByteArray old = StagedName { StagedName::Old, _staging.nextNumber(), item.to }.text();
+    const QByteArray old = _staging.entry({ StagedName::Old, _staging.nextNumber(), item.to });
     const auto away = Rename::noReplace(_destination.number(), item.to, _staging.descriptor(), old);
     if (away == std::errc::no_such_file_or_directory)
         return { TransferEnd::NotAsShown };
@@ -220,7 +220,7 @@ TransferEnd Transfer::takeExchanged(const Item &item, const FileStatus &before,
         end = failed(errorOf(-1), item.from, true);
     if (old && isWanted(*old, item)) {
         const QByteArray entry =
-            StagedName { StagedName::Old, _staging.nextNumber(), item.to }.text();
+            _staging.entry({ StagedName::Old, _staging.nextNumber(), item.to });
         const auto back = [&](const std::error_code &why) {
             const auto stays =
                 Rename::noReplace(_staging.descriptor(), entry, _source.number(), item.from);

@@ -110,7 +110,7 @@ bool Merge::replace(const Item &item)
     // As an entry of the staging folder the next start knows it, and what it replaced, if we are
     // killed.
     const QByteArray entry =
-        StagedName { StagedName::Ready, status->identity.inode, item.name }.text();
+        staging.entry({ StagedName::Ready, status->identity.inode, item.name });
     if (const auto failed = Rename::noReplace(item.from, item.name, staging.descriptor(), entry))
         return complain(item, failed.message());
     QByteArray old;
@@ -156,7 +156,7 @@ void Merge::takeBack(const Item &item, const QByteArray &entry, const FileStatus
         Rename::noReplace(staging.descriptor(), entry, item.from, item.name);
         return;
     }
-    const QByteArray kept = StagedName { StagedName::Old, staging.nextNumber(), item.name }.text();
+    const QByteArray kept = staging.entry({ StagedName::Old, staging.nextNumber(), item.name });
     Rename::noReplace(staging.descriptor(), entry, staging.descriptor(), kept);
     complainOfStaying(item);
 }
@@ -174,7 +174,7 @@ std::error_code Merge::takeName(const Item &item, const QByteArray &entry, QByte
         old = entry;
         return failed;
     }
-    old = StagedName { StagedName::Old, staging.nextNumber(), item.name }.text();
+    old = staging.entry({ StagedName::Old, staging.nextNumber(), item.name });
     if (const auto stays = Rename::noReplace(item.to, item.name, staging.descriptor(), old))
         return stays;
     const auto taken = take();

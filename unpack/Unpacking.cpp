@@ -81,8 +81,7 @@ bool unpack(const UnpackingJob &job, const Journal &journal, const Merge::ToTras
         return complain(job.destination, failed.message());
     const QByteArray name =
         FileName::toBytes(PathText::lastComponent(FileName::fromBytes(job.archive)));
-    const QByteArray entry =
-        StagedName { StagedName::Unpacking, staging.nextNumber(), name }.text();
+    const QByteArray entry = staging.entry({ StagedName::Unpacking, staging.nextNumber(), name });
     Descriptor made;
     if (SystemCalls::mkdirat(staging.descriptor(), entry, 0700) == 0)
         made = Descriptor(
