@@ -32,6 +32,8 @@ void CopyProgress::run()
     using Clock = std::chrono::steady_clock;
     const auto start = Clock::now();
     const qint64 total = _total();
+    if (!_show)
+        return;
     Clock::duration pause = 500ms;
     std::unique_lock lock(_mutex);
     while (!_ended.wait_for(lock, pause, [this] { return _copyEnded; })) {
@@ -40,7 +42,7 @@ void CopyProgress::run()
         const qint64 done = _done();
         const auto now = Clock::now();
         const std::chrono::duration<double> seconds = now - start;
-        if (_show && seconds > 2s)
+        if (seconds > 2s)
             _show(line(done, total, seconds.count()));
         // Looking at a large tree must not slow its copying down.
         pause = std::max<Clock::duration>(500ms, 10 * (now - asked));

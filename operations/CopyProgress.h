@@ -12,7 +12,7 @@
 class CopyProgress final {
 public:
     // All three are called on a thread of their own: `total` once, `done` and `show` until this
-    // ends, both in bytes.
+    // ends, if there is a `show`. In bytes.
     CopyProgress(std::function<qint64()> total, std::function<qint64()> done,
                  std::function<void(const QString &)> show);
     ~CopyProgress(); // waits for the thread
