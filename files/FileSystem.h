@@ -15,9 +15,8 @@ std::error_code makeFolder(const QString &path);
 // missing. Whether that worked shows when something is put there.
 void makePrivateFolders(const QString &path);
 
-// Renames within one file system and fails with file_exists rather than replace anything. Uses
-// RENAME_NOREPLACE; where the file system lacks it, a check and a plain rename (for a regular file
-// a hard link and an unlink, which cannot replace either).
+// Renames within one file system and fails with file_exists rather than replace anything, as
+// Rename::noReplace does.
 std::error_code renameNoReplace(const QString &from, const QString &to);
 
 // Like renameNoReplace, and lets a name change its case on a folder that folds case. "" or "." or

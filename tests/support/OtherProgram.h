@@ -2,6 +2,7 @@
 
 #include "files/FileName.h"
 #include "files/PathText.h"
+#include "tests/support/FoundContents.h"
 #include "tests/support/Ledger.h"
 
 #include <QRandomGenerator>
@@ -106,13 +107,10 @@ public:
     }
 
 private:
+    // Of what is no folder.
     static QByteArray bytesOf(const fs::path &path)
     {
-        std::error_code failed;
-        if (fs::is_symlink(path, failed))
-            return "-> " + QByteArray(fs::read_symlink(path, failed).c_str());
-        std::ifstream file(path, std::ios::binary);
-        return QByteArray::fromStdString({ std::istreambuf_iterator<char>(file), {} });
+        return FoundContents::contentsAt(FileName::fromBytes(path.c_str())).values().value(0);
     }
     void told(const char *what, const QString &path) const
     {
