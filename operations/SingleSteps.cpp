@@ -61,23 +61,28 @@ void SingleSteps::newFolder(const OperationRequest &request,
 void SingleSteps::renameItem(const OperationRequest &request,
                              OperationRecord &record) // worker thread
 {
-    record.item = request.destination;
+    record.item = request.source; // stays selected when the name is refused
     // A new name that holds "/" would move the item.
     const bool sameFolder =
         PathText::parent(request.source) == PathText::parent(request.destination);
-    const QString name = PathText::lastComponent(request.source);
     const QString newName = PathText::lastComponent(request.destination);
+    QString about = PathText::lastComponent(request.source);
     QString reason;
     if (!sameFolder)
         reason = badName();
     else if (FileFlags::isLocked(request.source))
         reason = localized("The item is locked.");
-    else if (const auto error = FileSystem::renameItem(request.source, request.destination))
+    else if (const auto error = FileSystem::renameItem(request.source, request.destination)) {
         reason = reasonOf(error, newName);
-    if (reason.isEmpty())
+        if (error == std::errc::file_exists)
+            about = newName;
+    }
+    if (reason.isEmpty()) {
+        record.item = request.destination;
         return;
+    }
     record.refused = request;
-    alerts.ask(Alert::failure(localized("Rename failed!"), line(name, reason)));
+    alerts.ask(Alert::failure(localized("Rename failed!"), line(about, reason)));
 }
 
 QStringList SingleSteps::moveAllToTrash(const OperationRequest &request) // worker thread

@@ -34,9 +34,10 @@ private Q_SLOTS:
             QCOMPARE(world.alerts.last().text, left.isEmpty() ? failed : QString());
             QCOMPARE(world.record.refused.has_value(), verb == Verb::Rename && left.isEmpty());
             if (newName == u"taken")
-                QCOMPARE(world.alerts.last().details, u"a: File exists"_s);
+                QCOMPARE(world.alerts.last().details, u"taken: File exists"_s);
             if (verb == Verb::Rename)
-                QCOMPARE(world.record.item, PathText::joined(world.source, newName));
+                QCOMPARE(world.record.item,
+                         PathText::joined(world.source, left.isEmpty() ? u"a"_s : newName));
         }
     }
 
