@@ -10,8 +10,10 @@
 #include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
+#include <linux/magic.h>
 #include <memory>
 #include <sys/stat.h>
+#include <sys/vfs.h>
 #include <sys/xattr.h>
 #include <unistd.h>
 
@@ -159,6 +161,8 @@ std::error_code copyAttributes(int source, int target, bool removesList, std::er
         names.resize(65536);
         length = ::flistxattr(source, names.data(), size_t(names.size()));
     }
+    if (const auto failed = errorOf(length); !isUnsupported(failed))
+        lost = failed;
     for (ssize_t at = 0; at < length;) {
         const QByteArrayView name(names.constData() + at);
         at += name.size() + 1;
@@ -213,7 +217,11 @@ std::error_code FileCopy::copyProperties(int source, const struct stat &status, 
         failed && !isUnsupported(failed))
         return failed;
     const timespec times[2] = { status.st_atim, status.st_mtim };
-    return errorOf(SystemCalls::futimens(target, times));
+    const auto failed = errorOf(SystemCalls::futimens(target, times));
+    if (!isUnsupported(failed))
+        return failed;
+    lost = failed;
+    return {};
 }
 
 std::error_code FileCopy::copyUserAttributes(const QString &source, const QString &target)
@@ -230,6 +238,18 @@ std::error_code FileCopy::copyUserAttributes(const QString &source, const QStrin
     std::error_code lost;
     const auto failed = copyAttributes(from.number(), to.number(), false, lost);
     return failed ? failed : lost;
+}
+
+std::error_code FileCopy::finish(int target, bool toDevice)
+{
+    const auto failed = errorOf(SystemCalls::flush(target));
+    return !failed && toDevice ? errorOf(SystemCalls::fsync(target)) : failed;
+}
+
+bool FileCopy::isFlushedByFile(int folder)
+{
+    struct statfs status { };
+    return ::fstatfs(folder, &status) == 0 && status.f_type == FUSE_SUPER_MAGIC;
 }
 
 bool FileCopy::handsOnAccessList(int folder)

@@ -72,7 +72,10 @@ bool Journal::Note::append(const QStringList &fields)
     QByteArray bytes;
     for (const QString &field : fields)
         bytes += FileName::toBytes(field) + '\0';
-    return ::write(_opened.number(), bytes.constData(), size_t(bytes.size())) == bytes.size();
+    const ssize_t written = ::write(_opened.number(), bytes.constData(), size_t(bytes.size()));
+    if (written >= 0 && written < bytes.size())
+        errno = ENOSPC;
+    return written == bytes.size();
 }
 
 bool Journal::Note::appendForGood(const QStringList &fields)
@@ -95,7 +98,9 @@ std::unique_ptr<Journal::Note> Journal::write(const QStringList &fields) const
         return nullptr;
     std::unique_ptr<Note> note(new Note(file, std::move(opened), fields));
     if (::flock(note->_opened.number(), LOCK_EX | LOCK_NB) != 0 || !note->appendForGood(fields)) {
+        const int reason = errno;
         note->remove();
+        errno = reason;
         return nullptr;
     }
     return note;

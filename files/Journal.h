@@ -22,7 +22,8 @@ public:
     public:
         // Its end unlocks the file, which stays unless removed.
         const QStringList &fields() const { return _fields; }
-        bool append(const QStringList &fields); // outlives the program, not the machine
+        // Outlives the program, not the machine; errno says why not.
+        bool append(const QStringList &fields);
         bool appendForGood(const QStringList &fields); // the machine, too
         void remove(); // the work is settled
 
@@ -34,7 +35,7 @@ public:
         QStringList _fields;
     };
 
-    // Nothing when the note cannot be written; the work must then not begin.
+    // Nothing, and why in errno, when the note cannot be written; the work must then not begin.
     std::unique_ptr<Note> write(const QStringList &fields) const;
     // The notes whose writers are gone.
     QList<std::shared_ptr<Note>> abandoned() const;

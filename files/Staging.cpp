@@ -96,10 +96,12 @@ std::error_code Staging::open()
         return {};
     // A note that knows no file system would never be settled.
     const QString mark = folderMark(_folder);
-    if (!mark.isEmpty())
-        _note = journal.write({ _folderPath, mark, FileName::fromBytes(_name) });
-    if (!_note)
-        return std::make_error_code(std::errc::io_error);
+    if (mark.isEmpty())
+        return errorOf(-1);
+    _note = journal.write({ _folderPath, mark, FileName::fromBytes(_name) });
+    _noNote = errorOf(_note ? 0 : -1);
+    if (_noNote)
+        return _noNote;
     auto failed = errorOf(SystemCalls::mkdirat(_folder, _name, 0700));
     if (!failed) {
         _opened = Descriptor(
@@ -146,9 +148,12 @@ QByteArray Staging::entry(const StagedName &staged)
     return text;
 }
 
-bool Staging::note(const QStringList &fields)
+std::error_code Staging::note(const QStringList &fields)
 {
-    return !open() && _note->append(fields);
+    if (const auto closed = open())
+        return closed;
+    _noNote = errorOf(_note->append(fields) ? 0 : -1);
+    return _noNote;
 }
 
 StagedFile::StagedFile(int folder, Staging &stagingInUse)

@@ -62,7 +62,9 @@ public:
     // The text of an entry's name. Where that cuts the item's name, the note has the whole one.
     QByteArray entry(const StagedName &staged);
     // Adds to the note what the next start must know of an item that stands elsewhere.
-    bool note(const QStringList &fields);
+    std::error_code note(const QStringList &fields);
+    // Why no note can be written, where open() or note() failed for that.
+    const std::error_code &noNote() const { return _noNote; }
 
 private:
     bool removeFolder() const;
@@ -73,6 +75,7 @@ private:
     QByteArray _name;
     Descriptor _opened;
     std::unique_ptr<Journal::Note> _note;
+    std::error_code _noNote;
     quint64 _last = 0;
 };
 

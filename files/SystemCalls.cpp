@@ -91,6 +91,11 @@ int SystemCalls::syncfs(int file)
     return lets(Call::SyncAll) ? ::syncfs(file) : -1;
 }
 
+int SystemCalls::flush(int file)
+{
+    return lets(Call::Flush) ? ::close(::fcntl(file, F_DUPFD_CLOEXEC, 0)) : -1;
+}
+
 int SystemCalls::fsetxattr(int file, const char *name, const void *value, size_t size)
 {
     return lets(Call::SetAttribute, name) ? ::fsetxattr(file, name, value, size, 0) : -1;

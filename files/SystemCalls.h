@@ -23,6 +23,7 @@ enum class Call {
     Write,
     SyncFile,
     SyncAll,
+    Flush,
     SetAttribute,
     SetOwner,
     SetMode,
@@ -46,6 +47,7 @@ ssize_t copy_file_range(int source, off_t *from, int target, off_t *to, size_t s
 ssize_t pwrite(int target, const void *bytes, size_t size, off_t at);
 int fsync(int file);
 int syncfs(int file);
+int flush(int file); // close(2) of a second descriptor: what a server tells only then
 int fsetxattr(int file, const char *name, const void *value, size_t size);
 int fchown(int file, uid_t owner, gid_t group);
 int fchmod(int file, mode_t mode);

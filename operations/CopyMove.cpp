@@ -245,9 +245,12 @@ void CopyMove::tell(Run &run, const QString &name) // worker thread
 
 bool CopyMove::isLong(Run &run) const // worker thread
 {
-    if (!run.firstIsLong)
-        run.firstIsLong =
-            queries.isDirectory(run.first) || queries.isItemFolderOrOversized(run.first);
+    if (!run.firstIsLong) {
+        // What a link leads to is not copied, and may be on a server that never answers.
+        const auto first = fileStatus(run.first, Links::NoFollow);
+        run.firstIsLong = first && first->kind != FileKind::Symlink
+            && (queries.isDirectory(run.first) || queries.isItemFolderOrOversized(run.first));
+    }
     return *run.firstIsLong || run.since.elapsed() > SheetDelay;
 }
 

@@ -1,8 +1,10 @@
 #include "operations/Packing.h"
 
+#include "files/Descriptor.h"
 #include "files/FileFlags.h"
 #include "files/FileName.h"
 #include "files/PathText.h"
+#include "files/SystemCalls.h"
 #include "operations/ArchiveTask.h"
 #include "operations/PackedItems.h"
 #include "operations/SmallPrint.h"
@@ -11,6 +13,8 @@
 #include "platform/Programs.h"
 
 #include <algorithm>
+#include <fcntl.h>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -41,6 +45,18 @@ QStringList each(const QString &line, const QStringList &paths)
     for (const QString &path : paths)
         lines += filled(line, FileName::shown(path));
     return lines;
+}
+
+// Whether the bytes that zip writes last have arrived: a server may have refused some after all.
+bool isWholeArchive(const QString &path)
+{
+    const Descriptor archive(
+        SystemCalls::openat(AT_FDCWD, FileName::toBytes(path), O_RDONLY | O_NOFOLLOW | O_CLOEXEC));
+    const off_t end = archive.isOpen() ? ::lseek(archive.number(), 0, SEEK_END) : 0;
+    char last[EmptyArchive];
+    return end > EmptyArchive
+        && ::pread(archive.number(), last, sizeof last, end - EmptyArchive) == EmptyArchive
+        && QByteArrayView(last, sizeof last).startsWith("PK\5\6");
 }
 
 } // namespace
@@ -102,6 +118,8 @@ void Packing::run() // worker thread
         isEmpty = !made || made->size <= EmptyArchive;
         if (made && result == NothingToDo)
             result = 0; // others were packed by another run
+        if (result == 0 && !isEmpty && !isWholeArchive(archive))
+            result = CannotWrite;
     });
     if (task.isCancelled())
         return;

@@ -5,6 +5,15 @@
 #include "files/PathText.h"
 #include "files/SameFile.h"
 
+namespace {
+
+bool isLink(const FileStatus &status)
+{
+    return status.kind == FileKind::Symlink;
+}
+
+} // namespace
+
 QString refusalOf(const QString &source, const std::optional<FileStatus> &given,
                   const QString &target, const std::optional<FileStatus> &standing,
                   Operation operation)
@@ -15,7 +24,10 @@ QString refusalOf(const QString &source, const std::optional<FileStatus> &given,
         return localized("A folder cannot be put into itself.");
     if (!standing)
         return {};
-    if (SameFile::isSame(source, given, target, standing))
+    // A link replaces another one that leads to the same place.
+    const bool links = given && isLink(*given) && isLink(*standing);
+    if (links ? given->identity == standing->identity
+              : SameFile::isSame(source, given, target, standing))
         return localized("Both are the same item.");
     if (FileFlags::isLocked(target, *standing))
         return localized("The existing item is locked.");

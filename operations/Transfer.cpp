@@ -61,6 +61,7 @@ Transfer::Transfer(Operation operation, const QString &source, const QString &de
     , _destination(openFolder(destination, O_RDONLY))
     , _noDestination(errorOf(_destination.number()))
     , _removesList(FileCopy::handsOnAccessList(_destination.number()))
+    , _isFlushedByFile(FileCopy::isFlushedByFile(_destination.number()))
     , _staging(_destination.number(), destination, journal)
     , _pending(_source.number(), _destination.number(), destination, _staging, workspace)
     , _keepsInodes(keepsInodes(_destination.number()))
@@ -102,6 +103,16 @@ TransferEnd Transfer::failed(const std::error_code &reason, const QByteArray &na
         PathText::joined(atSource ? _sourcePath : _destinationPath, FileName::fromBytes(name));
     return { TransferEnd::Failed,
              FileName::shown(path) + u": "_s + QString::fromStdString(reason.message()) };
+}
+
+// Nothing is wrong with the folders where only the note about them cannot be written.
+TransferEnd Transfer::notStaged(const std::error_code &reason, const Item &item) const
+{
+    TransferEnd end = failed(reason, item.to);
+    if (_staging.noNote())
+        end.reason = FileName::shown(Journal::runsFolder()) + u": "_s
+            + QString::fromStdString(reason.message());
+    return end;
 }
 
 TransferEnd Transfer::put(const QString &name, Standing standing,
@@ -203,6 +214,9 @@ TransferEnd Transfer::copyFile(const Item &item)
                                           _removesList, lost);
     if (!reason && lost && _operation == Operation::Move)
         reason = lost;
+    const bool removes = _operation == Operation::Move || item.standing != Standing::Refuse;
+    if (!reason)
+        reason = FileCopy::finish(staged.descriptor(), removes && _isFlushedByFile);
     if (reason)
         return failed(reason, item.to);
     const auto made = statusOf(staged.descriptor());
@@ -219,7 +233,7 @@ TransferEnd Transfer::copyFile(const Item &item)
 TransferEnd Transfer::copyByProgram(const Item &item)
 {
     if (const auto reason = _staging.open())
-        return failed(reason, item.to);
+        return notStaged(reason, item);
     const QByteArray entry = _staging.entry({ StagedName::Making, _staging.nextNumber(), item.to });
     const QString source = PathText::joined(_sourcePath, FileName::fromBytes(item.from));
     const QString target = u"./"_s + FileName::fromBytes(entry);

@@ -111,6 +111,7 @@ private:
     TransferEnd setAside(const Item &item, const std::function<std::error_code()> &take);
     TransferEnd failed(const std::error_code &reason, const QByteArray &name,
                        bool atSource = false) const;
+    TransferEnd notStaged(const std::error_code &reason, const Item &item) const;
     bool isWanted(const FileStatus &found, const Item &item) const;
     void noteMade(const QString &name, const FileIdentity &identity);
 
@@ -123,7 +124,8 @@ private:
     std::error_code _noSource; // why it is not open
     Descriptor _destination;
     std::error_code _noDestination;
-    bool _removesList = false;
+    bool _removesList = false; // as FileCopy has it, and the next
+    bool _isFlushedByFile = false;
     Staging _staging;
     PendingRemovals _pending;
     Product _product;

@@ -34,7 +34,7 @@ TransferEnd Transfer::place(const Item &item, const Arrival &arrival)
         return reason ? failed(reason, item.to) : TransferEnd { TransferEnd::Done };
     }
     if (const auto reason = _staging.open())
-        return failed(reason, item.to);
+        return notStaged(reason, item);
     const QByteArray entry = _staging.entry({ StagedName::Ready, _arrived.inode, item.to });
     if (const auto reason = arrival.take(_staging.descriptor(), entry))
         return failed(reason, item.to);
@@ -102,7 +102,7 @@ TransferEnd Transfer::swapIn(const Item &item, const QByteArray &entry)
 TransferEnd Transfer::setAside(const Item &item, const std::function<std::error_code()> &take)
 {
     if (const auto reason = _staging.open())
-        return failed(reason, item.to);
+        return notStaged(reason, item);
     const QByteArray old = _staging.entry({ StagedName::Old, _staging.nextNumber(), item.to });
     const auto away = Rename::noReplace(_destination.number(), item.to, _staging.descriptor(), old);
     if (away == std::errc::no_such_file_or_directory)
@@ -186,16 +186,17 @@ TransferEnd Transfer::moveOver(const Item &item)
         return Rename::exchange(_source.number(), item.from, _destination.number(), item.to);
     };
     if (const auto closed = _staging.open())
-        return failed(closed, item.to);
+        return notStaged(closed, item);
     const Found standing = atDestination(FileName::fromBytes(item.to));
     if (standing.failure)
         return failed(standing.failure, item.to);
     if (!standing.status)
         return { TransferEnd::NotAsShown };
-    if (!_staging.note({ u"moved"_s, _sourcePath, FileName::fromBytes(item.from),
-                         QString::number(item.status.identity.inode),
-                         QString::number(standing.status->identity.inode) }))
-        return failed(std::make_error_code(std::errc::io_error), item.to);
+    if (const auto unknown =
+            _staging.note({ u"moved"_s, _sourcePath, FileName::fromBytes(item.from),
+                            QString::number(item.status.identity.inode),
+                            QString::number(standing.status->identity.inode) }))
+        return notStaged(unknown, item);
     const auto reason = exchange();
     if (reason == std::errc::cross_device_link)
         return { .crossesDevices = true };

@@ -77,11 +77,13 @@ private Q_SLOTS:
             { Copy, files, Call::CopyRange, ENOSPC },
             { Copy, files, Call::SetMode, ENOSPC }, // at the attributes' place
             { Copy, files, Call::CopyRange, EIO },
+            { Copy, files, Call::Flush, ENOSPC }, // told by a server at the end
             { Copy, files, Call::Rename, EACCES }, // no exchange
             { Copy, folders, Call::Rename, EACCES },
             { Move, files, Call::Rename, EACCES },
             { Copy, folders, Call::Clone, 0 }, // the copy command fails
             { Move, files, Call::CopyRange, ENOSPC }, // across
+            { Move, files, Call::Flush, EDQUOT },
             { Move, folders, Call::MakeFolder, EDQUOT },
         };
         for (const auto &[operation, given, call, error] : rows) {
