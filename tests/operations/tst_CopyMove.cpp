@@ -143,6 +143,14 @@ private Q_SLOTS:
         }
     }
 
+    void aLinkReplacesAnotherThatLeadsToTheSamePlace()
+    {
+        World world(u"at=kept, from/a->~/at, to/a->../at"_s);
+        world.alerts.answer(Alert::Yes);
+        world.run(Operation::Copy, { u"a"_s });
+        QCOMPARE(world.tree(), u"at=kept, from/a->~/at, to/a->~/at"_s);
+    }
+
     void allAndALateCancelDoNotReachTheNextRun()
     {
         World world(u"from/a=new, from/b=new, from/c=new, to/a=old, to/b=old, to/c=old"_s);
