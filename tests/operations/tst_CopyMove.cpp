@@ -170,14 +170,18 @@ private Q_SLOTS:
 
     void whatWaitsIsCancelledAloneOrAll()
     {
-        const std::pair<QList<int>, QString> rows[] = {
-            // By place in the queue; -1: all that wait, -2: all.
-            { { 0, 0 }, u"a c d e"_s }, // the sheet's button, twice
-            { { 2 }, u"a b c e"_s },
-            { { -1 }, u"a b"_s },
-            { { -2 }, u"a"_s },
+        const auto twice = [](RunQueue &queue) { // the sheet's button
+            queue.cancel();
+            queue.cancel();
         };
-        for (const auto &[cancels, copied] : rows) {
+        const auto third = [](RunQueue &queue) { queue.cancel(queue.runs()[2].ticket); };
+        const std::pair<std::function<void(RunQueue &)>, QString> rows[] = {
+            { twice, u"a c d e"_s },
+            { third, u"a b c e"_s },
+            { &RunQueue::cancelWaiting, u"a b"_s },
+            { &RunQueue::cancelAll, u"a"_s },
+        };
+        for (const auto &[cancel, copied] : rows) {
             World world(u"from/a=x, from/b=x, from/c=x, from/d=x, from/e=x"_s);
             RunQueue &queue = world.engine.queue();
             QStringList shown;
@@ -189,21 +193,11 @@ private Q_SLOTS:
                 });
             });
             bool once = false;
-            world.sheet.onText = [&, cancels = cancels](const QString &) {
+            world.sheet.onText = [&, cancel = cancel](const QString &) {
                 if (std::exchange(once, true))
                     return;
                 QCOMPARE(shown, QStringList({ u"a, b"_s, u"c"_s, u"d"_s, u"e"_s }));
-                const QList<ShownRun> runs = queue.runs();
-                for (const int place : cancels) {
-                    if (place == -2)
-                        queue.cancelAll();
-                    else if (place == -1)
-                        queue.cancelWaiting();
-                    else if (place == 0)
-                        queue.cancel();
-                    else
-                        queue.cancel(runs[place].ticket);
-                }
+                cancel(queue);
             };
             queue.cancel(); // nothing runs: it must not reach what comes
             world.start(Operation::Copy, { u"a"_s, u"b"_s });
