@@ -33,6 +33,7 @@ struct Record {
         QString name;
         quint64 inode;
         quint64 atTarget; // the inode of what it was exchanged with, or of its copy
+        qint64 modified; // of what it was exchanged with, nanoseconds since 1970
     };
     QList<Elsewhere> elsewhere {};
     QHash<QString, QString> names {}; // the whole ones of entries that have them cut
@@ -54,7 +55,9 @@ std::optional<Record> recordOf(const QStringList &fields)
             at += 3;
         } else if (at + 4 < fields.size()) {
             record.elsewhere.append({ kind == u"moved"_s, fields[at + 1], fields[at + 2],
-                                      fields[at + 3].toULongLong(), fields[at + 4].toULongLong() });
+                                      fields[at + 3].toULongLong(),
+                                      fields[at + 4].section(u' ', 0, 0).toULongLong(),
+                                      fields[at + 4].section(u' ', 1).toLongLong() });
             at += 5;
         } else {
             break;
@@ -215,12 +218,17 @@ private:
             return;
         }
         // The names were exchanged: what stands at the source is what the move has replaced.
-        if (given.device == arrived.device && given.inode == item.atTarget
-            && arrived.inode == item.inode)
-            tell(workspace.moveToTrash(source, nullptr, PathText::joined(_record.folder, item.name))
-                     ? localized("'%@' was replaced; the old item is in the Trash.")
-                     : localized("'%@' is the old item of a replacement."),
-                 source);
+        if (given.device != arrived.device || given.inode != item.atTarget
+            || arrived.inode != item.inode)
+            return;
+        // Once that was gone, its number may have become that of a new item.
+        const bool isOld = atSource->modified == item.modified;
+        tell(isOld
+                     && workspace.moveToTrash(source, nullptr,
+                                              PathText::joined(_record.folder, item.name))
+                 ? localized("'%@' was replaced; the old item is in the Trash.")
+                 : localized("'%@' is the old item of a replacement."),
+             source);
     }
 
     const Record &_record;

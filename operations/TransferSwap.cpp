@@ -192,10 +192,10 @@ TransferEnd Transfer::moveOver(const Item &item)
         return failed(standing.failure, item.to);
     if (!standing.status)
         return { TransferEnd::NotAsShown };
-    if (const auto unknown =
-            _staging.note({ u"moved"_s, _sourcePath, FileName::fromBytes(item.from),
-                            QString::number(item.status.identity.inode),
-                            QString::number(standing.status->identity.inode) }))
+    if (const auto unknown = _staging.note(
+            { u"moved"_s, _sourcePath, FileName::fromBytes(item.from),
+              QString::number(item.status.identity.inode),
+              u"%1 %2"_s.arg(standing.status->identity.inode).arg(standing.status->modified) }))
         return notStaged(unknown, item);
     const auto reason = exchange();
     if (reason == std::errc::cross_device_link)
