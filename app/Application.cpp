@@ -14,6 +14,16 @@
 #include <QCoreApplication>
 #include <QMenuBar>
 #include <QScopedValueRollback>
+#include <QTimer>
+
+#include <chrono>
+
+namespace {
+
+// At the servers that work stands at while the program ends.
+constexpr std::chrono::seconds BetweenLooks { 1 };
+
+} // namespace
 
 Application::Application(const Services &services, const CommandLine &line)
     : _services(services)
@@ -96,10 +106,8 @@ void Application::quit()
         && _services.alerts.ask(Alert::question(
                localized("The work has not come to an end yet. Quit without waiting for it?"),
                localized("What is unfinished is settled at the next start.")))
-            == Alert::Yes) {
-        _leavesWork = true;
-        _twinleaf.abandon();
-    }
+            == Alert::Yes)
+        leaveWork();
     if (_quitting)
         return;
     _quitting = true;
@@ -113,9 +121,9 @@ void Application::quit()
         return;
     }
     _mainWindow.setEnabled(false);
-    save(); // a worker that stands at a server that is gone does not end
+    save(); // the end of the work may be long in coming
     _stoppingWork = true;
-    stopWork();
+    stopAnsweredWork();
     save();
     QCoreApplication::exit(0);
 }
@@ -146,7 +154,7 @@ void Application::powerOff()
     // A worker behind a question ends when the question's own event loop has, and one that waits
     // for its turn when the wait is over; see ~Application.
     if (!_services.openDialogs.anyOpen() && !_waiting.isWaiting())
-        _twinleaf.drain();
+        stopAnsweredWork();
 }
 
 ExpandSelection Application::askForPattern(const QString &title)
@@ -180,4 +188,25 @@ void Application::stopWork()
 {
     _twinleaf.stopAll();
     _twinleaf.drain();
+}
+
+void Application::stopAnsweredWork()
+{
+    QTimer looks;
+    looks.setSingleShot(true);
+    looks.setInterval(BetweenLooks);
+    looks.callOnTimeout(this, [this, &looks] {
+        if (_services.openDialogs.anyOpen() || _twinleaf.isWorkAnswered(_waiting))
+            looks.start();
+        else
+            leaveWork();
+    });
+    looks.start();
+    stopWork();
+}
+
+void Application::leaveWork()
+{
+    _leavesWork = true;
+    _twinleaf.abandon();
 }

@@ -42,7 +42,8 @@ public:
     void start();
 
     // Asks when work is under way; then stops it between two items, saves and ends the event loop.
-    // Asked again while the work does not come to an end, it may leave that to the next start.
+    // Work that does not come to an end is left to the next start: where nobody answers, and when
+    // quit is asked for again and the person wants it so.
     void quit();
 
     // After the event loop: stops the work and writes the settings. False when threads are left
@@ -71,7 +72,9 @@ private:
     void showAbout();
     void powerOff();
     void save();
-    void stopWork();
+    void stopWork(); // however long it takes
+    void stopAnsweredWork(); // as long as somebody answers; only in the event loop
+    void leaveWork();
 
     const Services _services;
     const CommandLine _line;

@@ -3,8 +3,8 @@
 #include "files/FileStatus.h"
 #include "model/OperationRequest.h"
 
-// What the pane model and the commands ask of the file operations. Main thread; each call but
-// duplicateItem returns at once.
+// What the pane model and the commands ask of the file operations. Main thread; each call returns
+// when the work has begun.
 class OperationDesk {
 public:
     virtual ~OperationDesk() = default;
@@ -15,7 +15,6 @@ public:
     virtual void newFolder(const OperationRequest &request) = 0;
     virtual void renameItem(const OperationRequest &request) = 0;
     virtual void createAlias(const OperationRequest &request) = 0;
-    // Blocks until the copy has ended; the window goes on painting.
     virtual void duplicateItem(const QString &source, const QString &destination) = 0;
     // Packs the items, all of one folder, into a zip archive in the destination folder. `replaced`:
     // what stands there already, as it was when the person agreed to lose it; anything else is

@@ -13,7 +13,7 @@ QString operationWord(Operation operation);
 struct OperationRecord {
     Operation operation = Operation::Copy;
     // The item to select afterwards: the new folder's, the renamed or the inspected item's full
-    // path. Of packing and unpacking: the folder to list again.
+    // path. Of a duplicate, of packing and unpacking: the folder to list again.
     QString item {};
     // Where something from another program was dropped.
     std::optional<Side> droppedOn {};

@@ -70,7 +70,7 @@ void Archives::archiveItems(const QStringList &paths, const QString &destination
     for (const QString &path : paths)
         job.names.append(PathText::lastComponent(path));
     workers.detach(
-        Operation::Archive,
+        Operation::Archive, { job.folder, destination },
         [this, job, number, running = newTask()](OperationRecord &record) { // worker thread
             record.item = job.destination;
             Packing(job, alerts, programs, workspace, journal, *running).run();
@@ -86,7 +86,7 @@ void Archives::unpackArchive(const QString &archive, const QString &destination)
     arguments << archive << destination;
     const int number = showSheet(
         filled(localized("Unpacking '%@'..."), FileName::shown(PathText::lastComponent(archive))));
-    workers.detach(Operation::Archive,
+    workers.detach(Operation::Archive, { PathText::parent(archive), destination },
                    [this, arguments, number, running = newTask()](OperationRecord &record) mutable {
                        record.item = arguments.last();
                        const ProgramEnd end = programs.run(

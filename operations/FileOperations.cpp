@@ -32,6 +32,14 @@ QString describedRun(const OperationRequest &request, Operation operation)
         folder);
 }
 
+// False when the person, or the silence of a mount, ended the wait.
+bool isAnswering(const QStringList &folders, Waiting &waiting)
+{
+    return std::ranges::all_of(folders, [&](const QString &folder) {
+        return waiting.forAnswer(folder, [folder] { return exists(folder); }).has_value();
+    });
+}
+
 } // namespace
 
 FileOperations::FileOperations(MessageBus &bus, Alerts &alertsToAsk, Programs &programs,
@@ -99,9 +107,15 @@ void FileOperations::stopAll()
     _archives.cancelAll();
 }
 
+bool FileOperations::isWorkAnswered(Waiting &waiting) const
+{
+    return isAnswering(_workers.places(), waiting);
+}
+
 bool FileOperations::spins(Operation operation)
 {
-    return operation == Operation::Copy || operation == Operation::Move;
+    return operation == Operation::Copy || operation == Operation::Move
+        || operation == Operation::Duplicate;
 }
 
 void FileOperations::threadBegins(Operation operation)
@@ -138,7 +152,7 @@ void FileOperations::startCopyMove(const OperationRequest &request, Operation op
     if (!isPerformFileOperationDictionaryValid(request))
         return;
     _workers.detach(
-        operation,
+        operation, { request.source, request.destination },
         [this, request, ticket = _copyMove.queue().enqueue(describedRun(request, operation))](
             OperationRecord &record) { // worker thread
             if (request.updateBoth.value() == UpdateBoth::DragDropFinder)
@@ -160,7 +174,7 @@ void FileOperations::moveItems(const OperationRequest &request)
 void FileOperations::deleteItems(const OperationRequest &request)
 {
     if (isPerformFileOperationDictionaryValid(request))
-        _workers.detach(Operation::Delete,
+        _workers.detach(Operation::Delete, { request.source },
                         [this, request](OperationRecord &) { _singleSteps.deleteItems(request); });
 }
 
@@ -181,24 +195,24 @@ void FileOperations::newFolder(const OperationRequest &request)
         }
     }
     if (isPerformFileOperationDictionaryValid(request))
-        _workers.detach(Operation::NewFolder, [this, request](OperationRecord &record) {
-            _singleSteps.newFolder(request, record);
-        });
+        _workers.detach(
+            Operation::NewFolder, { request.source },
+            [this, request](OperationRecord &record) { _singleSteps.newFolder(request, record); });
 }
 
 void FileOperations::renameItem(const OperationRequest &request)
 {
     _endsNow = false;
     if (isPerformFileOperationDictionaryValid(request))
-        _workers.detach(Operation::Rename, [this, request](OperationRecord &record) {
-            _singleSteps.renameItem(request, record);
-        });
+        _workers.detach(
+            Operation::Rename, { PathText::parent(request.source) },
+            [this, request](OperationRecord &record) { _singleSteps.renameItem(request, record); });
 }
 
 void FileOperations::createAlias(const OperationRequest &request)
 {
     if (isPerformFileOperationDictionaryValid(request))
-        _workers.detach(Operation::Copy,
+        _workers.detach(Operation::Copy, { request.source, request.destination },
                         [this, request](OperationRecord &) { _singleSteps.createAlias(request); });
 }
 
@@ -214,10 +228,11 @@ void FileOperations::duplicateItem(const QString &source, const QString &destina
             != Alert::Yes)
             return;
     }
-    windowController->setProgressIndicator(true);
-    _workers.runAndWait([&] { _singleSteps.duplicateItem(source, destination); });
-    windowController->setProgressIndicator(false);
-    _refresh.updateFileLists({ Operation::Duplicate });
+    _workers.detach(Operation::Duplicate, { PathText::parent(source) },
+                    [this, source, destination](OperationRecord &record) {
+                        record.item = PathText::parent(destination);
+                        _singleSteps.duplicateItem(source, destination);
+                    });
 }
 
 void FileOperations::archiveItems(const QStringList &paths, const QString &destination,
@@ -241,22 +256,41 @@ void FileOperations::settleInterruptedWork(Waiting &waiting)
     for (const auto &note : *notes) {
         // One after the other, and nothing is begun on a server that is gone.
         const QStringList folders = foldersOfRun(*note);
-        const bool answered = std::ranges::all_of(folders, [&](const QString &folder) {
-            return waiting.forAnswer(folder, [folder] { return exists(folder); }).has_value();
-        });
-        if (answered)
-            // By pointer: the desktop outlives every question.
-            _settled += waiting
-                            .forAnswer(folders.value(0),
-                                       [note, desktop = &workspace] {
-                                           return settleInterruptedRun(*note, *desktop);
-                                       })
-                            .value_or(QStringList());
+        if (isAnswering(folders, waiting))
+            // By pointer: all of it outlives every question.
+            waiting.forAnswer(folders.value(0), [this, note] {
+                settle(*note);
+                return true;
+            });
     }
+}
+
+void FileOperations::settle(Journal::Note &note) // worker thread
+{
+    settleInterruptedRun(note, workspace, [this](const QString &line) {
+        const std::lock_guard lock(_settledLock);
+        _settled.append(line);
+    });
+    // Who gave up to wait for it hears of it later.
+    QMetaObject::invokeMethod(
+        &_workers,
+        [this] {
+            Arrivals::deliver(&_workers, [this] {
+                if (_hasToldSettled)
+                    tellInterruptedWork();
+            });
+        },
+        Qt::QueuedConnection);
 }
 
 void FileOperations::tellInterruptedWork()
 {
-    if (!_settled.isEmpty())
-        alerts.ask(remark(localized("Interrupted work was settled."), std::exchange(_settled, {})));
+    _hasToldSettled = true;
+    QStringList lines;
+    {
+        const std::lock_guard lock(_settledLock);
+        lines = std::exchange(_settled, {});
+    }
+    if (!lines.isEmpty())
+        alerts.ask(remark(localized("Interrupted work was settled."), lines));
 }

@@ -9,6 +9,7 @@
 #include "operations/Workers.h"
 
 #include <functional>
+#include <mutex>
 
 class OpenDialogs;
 class Waiting;
@@ -50,15 +51,16 @@ public:
 
     // Settles what earlier runs of the program, ended by force, have left; before anything is
     // listed. What nobody answers for is left for a later start. What was done is told later, by
-    // one alert.
+    // one alert; what is done after nobody waited for it any more, when it is done.
     void settleInterruptedWork(Waiting &waiting);
     void tellInterruptedWork();
 
     RunQueue &runQueue() { return _copyMove.queue(); }
 
-    // For quitting: whether work is under way; stopping it between two items; and waiting for its
-    // end.
+    // For quitting: whether work is under way, and anybody answers in its folders (the person may
+    // give up to wait for that); stopping it between two items; and waiting for its end.
     bool anyRunning() const { return _workers.anyRunning(); }
+    bool isWorkAnswered(Waiting &waiting) const;
     QString describedRuns(); // the copy and move runs, a line each
     void stopAll();
     void drain() { _workers.drain(); }
@@ -68,12 +70,14 @@ private:
     void cancelThread(const NoPayload &);
     void cancelArchiving(const NoPayload &);
     void startCopyMove(const OperationRequest &request, Operation operation);
-    // The spinner goes on where the worker of a copy or move begins and off where its record comes
-    // back; the others never turn it on, and must not turn off what a copy still needs.
+    // The spinner goes on where the worker of a copy, move or duplicate begins and off where its
+    // record comes back; the others never turn it on, and must not turn off what a copy still
+    // needs.
     void threadBegins(Operation operation);
     void threadWillExit(const OperationRecord &record);
     static bool spins(Operation operation);
     void askAgain(const OperationRequest &refused); // for the name
+    void settle(Journal::Note &note);
 
     Alerts &alerts;
     Workspace &workspace;
@@ -82,7 +86,9 @@ private:
     std::function<void(const OperationRequest &)> nameRefused;
     bool _endsNow = false; // until a name is given again: an end may be called off
     CopyMove _copyMove;
+    std::mutex _settledLock; // for the next
     QStringList _settled; // lines about it, to be told
+    bool _hasToldSettled = false;
     SingleSteps _singleSteps;
     PaneRefresh _refresh;
     Archives _archives;

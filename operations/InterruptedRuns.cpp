@@ -73,9 +73,11 @@ Descriptor openFolderAt(int folder, const QByteArray &name)
 
 class Settlement {
 public:
-    Settlement(const Record &record, Workspace &workspaceInUse)
+    Settlement(const Record &record, Workspace &workspaceInUse,
+               const std::function<void(const QString &)> &teller)
         : _record(record)
         , workspace(workspaceInUse)
+        , _tell(teller)
         , _folder(::open(FileName::toBytes(record.folder).constData(),
                          O_RDONLY | O_DIRECTORY | O_CLOEXEC))
         , _keepsInodes(keepsInodes(_folder.number()))
@@ -115,8 +117,6 @@ public:
         return ::unlinkat(_folder.number(), name, AT_REMOVEDIR) == 0;
     }
 
-    const QStringList &told() const { return _told; }
-
 private:
     static QList<QByteArray> names(int folder)
     {
@@ -131,7 +131,7 @@ private:
     }
     void tell(const QString &line, const QString &path)
     {
-        _told += filled(line, FileName::shown(path));
+        _tell(filled(line, FileName::shown(path)));
     }
 
     void settleEntry(const QByteArray &entry)
@@ -233,10 +233,10 @@ private:
 
     const Record &_record;
     Workspace &workspace;
+    const std::function<void(const QString &)> &_tell;
     Descriptor _folder;
     bool _keepsInodes;
     Descriptor _staging;
-    QStringList _told;
 };
 
 } // namespace
@@ -253,14 +253,15 @@ QStringList foldersOfRun(const Journal::Note &note)
     return folders;
 }
 
-QStringList settleInterruptedRun(Journal::Note &note, Workspace &workspace)
+void settleInterruptedRun(Journal::Note &note, Workspace &workspace,
+                          const std::function<void(const QString &)> &tell)
 {
     const auto record = recordOf(note.fields());
     if (!record) {
         note.remove();
-        return {};
+        return;
     }
-    Settlement settlement(*record, workspace);
+    Settlement settlement(*record, workspace, tell);
     if (settlement.folderIsThere()) {
         if (settlement.run())
             note.remove();
@@ -268,5 +269,4 @@ QStringList settleInterruptedRun(Journal::Note &note, Workspace &workspace)
                && fileSystemMark(record->folder) == record->mark.section(u'.', 0, 0)) {
         note.remove(); // not away with its volume, but gone
     }
-    return settlement.told();
 }

@@ -40,9 +40,10 @@ void PaneRefresh::updateFileLists(const OperationRecord &record)
     const Side focus = responder ? responder->side() : Side::Left;
     PaneTable &active = windowController->getTableView(focus);
     PaneTable &other = windowController->getTableView(otherSide(focus));
-    // A copy and a move do not hang on it: for them nobody is asked.
+    // The others do not hang on it: for them nobody is asked.
     const bool sameFolder = record.operation != Operation::Copy
-        && record.operation != Operation::Move && mainModel->panesShowSameFolder().value_or(false);
+        && record.operation != Operation::Move && record.operation != Operation::Duplicate
+        && mainModel->panesShowSameFolder().value_or(false);
     const int activeRow = firstRow(active.selectedRows());
     const int otherRow = firstRow(other.selectedRows());
 
@@ -56,12 +57,13 @@ void PaneRefresh::updateFileLists(const OperationRecord &record)
     };
     switch (record.operation) {
     case Operation::Duplicate:
-        postDirectoryChangedNotification(focus);
-        selectRowIndex(activeRow, active);
-        if (sameFolder) {
-            postDirectoryChangedNotification(otherSide(focus));
-            selectRowIndex(otherRow, other);
-        }
+        // The keyboard may have gone to the other pane meanwhile, or the pane to another folder.
+        for (const Side side : { focus, otherSide(focus) })
+            if (mainModel->shows(side, record.item).value_or(false)) {
+                postDirectoryChangedNotification(side);
+                selectRowIndex(side == focus ? activeRow : otherRow,
+                               windowController->getTableView(side));
+            }
         break;
     case Operation::Copy:
         // Kept: only the pane opposite the focus, even when both show the target folder.

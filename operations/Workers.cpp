@@ -9,7 +9,6 @@
 #include <QLoggingCategory>
 #include <QThread>
 
-#include <memory>
 #include <utility>
 
 namespace {
@@ -18,14 +17,14 @@ Q_LOGGING_CATEGORY(log, "twinleaf.operations")
 
 // Not a QEventLoop: QCoreApplication::exit ends those at once, also one that begins after it, and
 // the workers must be served until they have ended.
-void serveUntil(const std::function<bool()> &reached, QEventLoop::ProcessEventsFlags events)
+void serveUntil(const std::function<bool()> &reached)
 {
     QAbstractEventDispatcher *dispatcher = QAbstractEventDispatcher::instance();
     // Called from an event: a worker's call may wait behind that event already, and a dispatcher
     // looks only when something new comes.
     dispatcher->wakeUp();
     while (!reached())
-        dispatcher->processEvents(events | QEventLoop::WaitForMoreEvents);
+        dispatcher->processEvents(QEventLoop::WaitForMoreEvents);
 }
 
 } // namespace
@@ -52,17 +51,19 @@ void Workers::setHandlers(Handlers handlers)
     _handlers = std::move(handlers);
 }
 
-void Workers::detach(Operation operation, std::function<void(OperationRecord &)> body)
+void Workers::detach(Operation operation, const QStringList &places,
+                     std::function<void(OperationRecord &)> body)
 {
-    ++_running;
+    const quint64 worker = ++_lastWorker;
+    _running.insert(worker, places);
     if (_handlers.threadBegins)
         _handlers.threadBegins(operation);
-    QThread *thread = QThread::create([this, operation, body = std::move(body)] {
+    QThread *thread = QThread::create([this, operation, worker, body = std::move(body)] {
         OperationRecord record { operation };
         body(record);
-        onMainThread([this, &record] {
+        onMainThread([this, worker, &record] {
             qCDebug(log) << operationWord(record.operation) << record.item;
-            _ended.append(record);
+            _ended.append({ worker, record });
             settleEnded();
         });
     });
@@ -71,34 +72,28 @@ void Workers::detach(Operation operation, std::function<void(OperationRecord &)>
     thread->start();
 }
 
-void Workers::runAndWait(const std::function<void()> &body)
+QStringList Workers::places() const
 {
-    bool ended = false;
-    const std::unique_ptr<QThread> thread(QThread::create(body));
-    // Counted down by the event: a drain may be what handles it.
-    connect(thread.get(), &QThread::finished, this, [this, &ended] {
-        ended = true;
-        --_running;
-    });
-    ++_running;
-    thread->start();
-    serveUntil([&ended] { return ended; }, QEventLoop::ExcludeUserInputEvents);
-    thread->wait();
+    QStringList all;
+    for (const QStringList &places : _running)
+        all.append(places);
+    all.removeDuplicates();
+    return all;
 }
 
 void Workers::drain()
 {
     _abandoned = false;
-    serveUntil([this] { return _abandoned || !anyRunning(); }, QEventLoop::AllEvents);
+    serveUntil([this] { return _abandoned || !anyRunning(); });
 }
 
 void Workers::settleEnded()
 {
     // Nothing is listed again under an open question: the rows it is about stay on the screen.
     while (!_ended.isEmpty() && !openDialogs.anyOpen()) {
-        const OperationRecord record = _ended.takeFirst();
+        const Ended ended = _ended.takeFirst();
         if (_handlers.threadWillExit)
-            _handlers.threadWillExit(record);
-        --_running;
+            _handlers.threadWillExit(ended.record);
+        _running.remove(ended.worker);
     }
 }

@@ -2,8 +2,10 @@
 
 #include "model/OperationRecord.h"
 
+#include <QHash>
 #include <QList>
 #include <QObject>
+#include <QStringList>
 
 #include <functional>
 
@@ -26,13 +28,12 @@ public:
     };
     void setHandlers(Handlers handlers);
 
-    // Runs the body on a thread of its own.
-    void detach(Operation operation, std::function<void(OperationRecord &)> body);
-    // Runs the body on a thread of its own and returns when it has ended. The window goes on
-    // painting but takes no input meanwhile.
-    void runAndWait(const std::function<void()> &body);
+    // Runs the body on a thread of its own. `places`: the folders in which it works.
+    void detach(Operation operation, const QStringList &places,
+                std::function<void(OperationRecord &)> body);
 
-    bool anyRunning() const { return _running > 0; }
+    bool anyRunning() const { return !_running.isEmpty(); }
+    QStringList places() const; // of those that run, each once
     // Waits until every worker has ended and goes on serving them.
     void drain();
     void abandon() { _abandoned = true; } // ends the drain under way
@@ -42,7 +43,12 @@ private:
 
     OpenDialogs &openDialogs;
     Handlers _handlers;
-    QList<OperationRecord> _ended; // waiting for the open question to be answered
-    int _running = 0;
+    struct Ended {
+        quint64 worker;
+        OperationRecord record;
+    };
+    QList<Ended> _ended; // waiting for the open question to be answered
+    QHash<quint64, QStringList> _running; // the places of each, by its number
+    quint64 _lastWorker = 0;
     bool _abandoned = false;
 };

@@ -327,6 +327,41 @@ private Q_SLOTS:
         notes.first()->remove();
     }
 
+    // What was done by then, and what is done when the disk answers after all.
+    void interruptedWorkThatIsNotWaitedForIsTold()
+    {
+        World world(u"left/a=a, left/slow/b=b, right/a=a, right/b=b, right/staging/"_s);
+        QStringList note { world.folder.path(u"right"_s), u"1.1"_s, u"staging"_s };
+        for (const QString &copied : { u"left/a"_s, u"left/slow/b"_s }) {
+            const QString path = world.folder.path(copied);
+            const QString name = PathText::lastComponent(path);
+            const auto inode = [](const QString &item) {
+                return QString::number(fileStatus(item, Links::NoFollow)->identity.inode);
+            };
+            note << u"copied"_s << PathText::parent(path) << name << inode(path)
+                 << inode(PathText::joined(note[0], name));
+        }
+        QVERIFY(Journal(Journal::runsFolder()).write(note));
+        Disk disk;
+        disk.stopAt(world.folder.path(u"left/slow/b"_s));
+        whileWaiting(world, [&] {
+            QTRY_VERIFY(world.application.waiting().isShown());
+            press(world, { Qt::Key_Escape });
+        });
+        QStringList told;
+        world.alerts.decide = [&told](const Alert &alert) {
+            told.append(alert.details);
+            return Alert::Ok;
+        };
+        world.start();
+        QCOMPARE(told.size(), 1);
+        QVERIFY(told[0].contains(u"left/a'"));
+        disk.answer();
+        QTRY_COMPARE(told.size(), 2);
+        QVERIFY(told[1].contains(u"left/slow/b'"));
+        QVERIFY(Journal(Journal::runsFolder()).abandoned().isEmpty());
+    }
+
     void anEndBeforeTheFirstListingKeepsWhatIsStored()
     {
         World world(QString::fromLatin1(Tree));
@@ -347,8 +382,15 @@ private Q_SLOTS:
         QCOMPARE(world.shown(), world.folder.path(u"left"_s));
     }
 
+    void quitDoesNotWaitForEverForAWorker_data()
+    {
+        QTest::addColumn<bool>("asksAgain");
+        QTest::newRow("quit once more") << true;
+        QTest::newRow("Escape, when the program looks who does not answer") << false;
+    }
     void quitDoesNotWaitForEverForAWorker()
     {
+        QFETCH(const bool, asksAgain);
         World world(u"left/a=a"_s);
         world.defaults.setValue(Settings::ConfirmationForFileOperations, false);
         world.start();
@@ -356,22 +398,33 @@ private Q_SLOTS:
         world.select(u"a"_s);
         disk.stopAt(world.folder.path(u"left/a"_s));
         world.commands.action(Command::Copy)->trigger();
+        if (!asksAgain)
+            disk.stopAt(world.folder.path(u"left"_s));
         world.show(Side::Left, u"right"_s);
-        for (int question = 0; question < 2; ++question)
+        world.alerts.answer(Alert::Yes);
+        if (asksAgain)
             world.alerts.answer(Alert::Yes);
         QTimer::singleShot(0, &world.window, [&] {
             world.window.close();
-            // Once more, while the worker is waited for; all is saved by then.
+            // While the worker is waited for; all is saved by then.
             QTimer::singleShot(0, &world.window, [&] {
-                world.window.close();
                 QCOMPARE(world.defaults.string(Settings::LeftFileListLastPath),
                          world.folder.path(u"right"_s));
+                if (asksAgain)
+                    world.window.close();
             });
         });
+        QTimer person;
+        person.callOnTimeout(&world.window, [&] {
+            if (world.application.waiting().isShown())
+                QTest::keyClick(world.window.windowHandle(), Qt::Key_Escape);
+        });
+        person.start(1);
         QCoreApplication::exec();
         QVERIFY(!world.application.end());
         disk.answer();
         world.twinleaf.drain();
+        QTRY_VERIFY(!Waiting::anyLost());
         QVERIFY(world.application.end());
     }
 

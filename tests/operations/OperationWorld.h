@@ -58,7 +58,7 @@ struct World {
     {
         const AcceptedRequest run = request(items);
         const auto ticket = engine.queue().enqueue(items.join(u", "_s));
-        workers.detach(operation, [this, run, operation, ticket](OperationRecord &) {
+        workers.detach(operation, {}, [this, run, operation, ticket](OperationRecord &) {
             engine.performCopyMoveProgress(run, operation, ticket);
         });
     }

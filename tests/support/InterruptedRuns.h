@@ -7,6 +7,6 @@ inline QStringList settleInterruptedRuns(const Journal &journal, Workspace &work
 {
     QStringList told;
     for (const auto &note : journal.abandoned())
-        told += settleInterruptedRun(*note, workspace);
+        settleInterruptedRun(*note, workspace, [&told](const QString &line) { told += line; });
     return told;
 }
