@@ -9,10 +9,8 @@
 #include "platform/desktop/VolumeEjection.h"
 #include "widgets/FileKinds.h"
 
-#include <QDesktopServices>
 #include <QEventLoop>
 #include <QThread>
-#include <QUrl>
 
 #include <memory>
 
@@ -125,7 +123,7 @@ QIcon DesktopWorkspace::iconOfApplication(const QString &path) const
 
 bool DesktopWorkspace::openAddress(const QString &address)
 {
-    return QDesktopServices::openUrl(QUrl(address));
+    return InstalledApplications::openAddress(address);
 }
 
 std::unique_ptr<Workspace::TrashRun> DesktopWorkspace::trashRun(const QString &folder)

@@ -67,6 +67,13 @@ Owned<GAppLaunchContext> launchContext()
     return context;
 }
 
+bool launchUris(GDesktopAppInfo *info, GList *uris)
+{
+    return g_desktop_app_info_launch_uris_as_manager(info, uris, launchContext().get(), launchFlags,
+                                                     ownSession, nullptr, nullptr, nullptr,
+                                                     nullptr);
+}
+
 bool launchEntry(const QString &entry, const QStringList &files)
 {
     const Owned<GDesktopAppInfo> info(
@@ -77,9 +84,7 @@ bool launchEntry(const QString &entry, const QStringList &files)
     for (const QString &file : files)
         uris = g_list_append(
             uris, g_filename_to_uri(FileName::toBytes(file).constData(), nullptr, nullptr));
-    const bool launched = g_desktop_app_info_launch_uris_as_manager(
-        info.get(), uris, launchContext().get(), launchFlags, ownSession, nullptr, nullptr, nullptr,
-        nullptr);
+    const bool launched = launchUris(info.get(), uris);
     g_list_free_full(uris, g_free);
     return launched;
 }
@@ -253,4 +258,15 @@ bool InstalledApplications::launch(const QString &application, const QStringList
     }
     return !application.endsWith(entrySuffix) && isExecutableFile(application)
         && launchExecutable(application, files);
+}
+
+bool InstalledApplications::openAddress(const QString &address)
+{
+    QByteArray uri = address.toUtf8();
+    const OwnedText scheme(g_uri_parse_scheme(uri.constData()));
+    const Owned<GAppInfo> info(scheme ? g_app_info_get_default_for_uri_scheme(scheme.get())
+                                      : nullptr);
+    GList only { uri.data(), nullptr, nullptr };
+    return info && G_IS_DESKTOP_APP_INFO(info.get())
+        && launchUris(G_DESKTOP_APP_INFO(info.get()), &only);
 }

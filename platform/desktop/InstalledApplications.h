@@ -37,5 +37,7 @@ QString defaultFor(const QString &path);
 
 // Starts an application (an installed entry, an AppDir, an executable file) with these files.
 bool launch(const QString &application, const QStringList &files);
+// Opens a web or mail address with the default application for its scheme.
+bool openAddress(const QString &address);
 
 } // namespace InstalledApplications

@@ -10,7 +10,8 @@
 void leaveSilentBusesAlone();
 
 // The variables of the environment that say so to this process, and what they are for everybody
-// else: a bus that was slow once may serve the programs that are started later.
+// else: a bus that was slow once may serve the applications that a person starts later. Programs
+// that work for this one (cp, zip, the unpacker) do without as it does.
 struct SilentBus {
     const char *variable;
     QByteArray address; // null: not set

@@ -1,5 +1,6 @@
 #include "platform/desktop/SilentBus.h"
 
+#include "platform/desktop/InstalledApplications.h"
 #include "tests/support/TestFolder.h"
 
 #include <QLocalServer>
@@ -42,10 +43,22 @@ private Q_SLOTS:
             bus.join();
             QCOMPARE(qgetenv("DBUS_SESSION_BUS_ADDRESS") == address, !listens || answers);
             QVERIFY(qgetenv("DBUS_SYSTEM_BUS_ADDRESS").endsWith("/none"));
-            // The programs that are started may find it awake.
             QCOMPARE(silentBuses().size(), listens && !answers ? 1 : 0);
-            for (const SilentBus &silent : silentBuses())
-                QCOMPARE(silent.address, address);
+            if (!listens || answers)
+                continue;
+            // The applications that are started may find it awake.
+            folder.write(u"opener"_s,
+                         "#!/bin/sh\necho -n \"$DBUS_SESSION_BUS_ADDRESS $1\" > \"$0.saw\"\n");
+            folder.shell(
+                u"chmod +x opener; applications=~/.local/share/applications; "
+                "mkdir -p $applications ~/.config; "
+                "printf '[Desktop Entry]\\nType=Application\\nName=x\\nExec=%s %%u\\n' $PWD/opener "
+                "> $applications/opener.desktop; "
+                "printf '[Default Applications]\\nx-scheme-handler/test=opener.desktop\\n' "
+                "> ~/.config/mimeapps.list"_s);
+            QVERIFY(InstalledApplications::openAddress(u"test:page"_s));
+            QTRY_COMPARE(folder.read(u"opener.saw"_s), address + " test:page");
+            QVERIFY(!InstalledApplications::openAddress(u"unknown:page"_s));
         }
     }
 };
