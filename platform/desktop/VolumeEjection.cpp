@@ -11,9 +11,6 @@
 #include <QDBusVariant>
 #include <QVariantMap>
 
-#include <algorithm>
-#include <optional>
-
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -71,21 +68,11 @@ private:
     QDBusConnection _bus;
 };
 
-std::optional<Mount> mountAt(const QString &point)
-{
-    const MountTable table = MountTable::current();
-    const QList<Mount> &mounts = table.mounts();
-    // The last one: where several lie over each other, that is the one a person sees.
-    const auto found = std::find_if(mounts.rbegin(), mounts.rend(),
-                                    [&](const Mount &mount) { return mount.point == point; });
-    return found == mounts.rend() ? std::nullopt : std::optional(*found);
-}
-
 bool unmountFuse(const QString &point, QString &reason)
 {
     const ProgramEnd end =
         DesktopPrograms().run({ u"/usr/bin/fusermount3"_s, u"-u"_s, u"--"_s, point });
-    reason = end.errorText.trimmed();
+    reason = end.errorText;
     return end.succeeded();
 }
 
@@ -118,8 +105,9 @@ bool unmountDisk(const QString &device, QString &reason)
 
 bool ejectVolume(const QString &point, QString *reason)
 {
-    const auto mount = mountAt(point);
-    if (!mount || point == u"/")
+    const MountTable table = MountTable::current();
+    const Mount *mount = table.mountOf(point);
+    if (!mount || mount->point != point || point == u"/")
         return false;
     QString why;
     const bool unmounted = mount->type == u"fuse" || mount->type.startsWith("fuse."_L1)
