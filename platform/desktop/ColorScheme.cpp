@@ -23,15 +23,16 @@ const auto colorScheme = u"color-scheme"_s;
 constexpr uint prefersDark = 1;
 
 struct Colours {
-    QRgb window, base, alternate, text, button, dim, highlight, highlightedText, link, mid, toolTip;
+    QRgb window, base, alternate, text, button, dim, highlight, highlightedText, link, mid, toolTip,
+        checkBox;
 };
 
 constexpr Colours darkColours { 0xff2b2d31, 0xff1f2124, 0xff26282c, 0xffe3e5e8,
                                 0xff383b40, 0xff7e838b, 0xff3a78d0, 0xffffffff,
-                                0xff7db0f5, 0xff45484e, 0xff3c3f45 };
+                                0xff7db0f5, 0xff45484e, 0xff3c3f45, 0xff7e838b };
 constexpr Colours lightColours { 0xfff1f2f4, 0xffffffff, 0xfff6f7f9, 0xff1c1e21,
                                  0xfffafbfc, 0xff8d939b, 0xff2f6fde, 0xffffffff,
-                                 0xff1f5fc4, 0xffc5c9cf, 0xfffdfdf5 };
+                                 0xff1f5fc4, 0xffc5c9cf, 0xfffdfdf5, 0xffffffff };
 
 QPalette paletteOf(const Colours &colours)
 {
@@ -55,7 +56,12 @@ QPalette paletteOf(const Colours &colours)
 
 void apply(const Colours &colours)
 {
-    QApplication::setPalette(paletteOf(colours));
+    QPalette palette = paletteOf(colours);
+    QApplication::setPalette(palette);
+    // The style draws their edge for light windows alone: in a dark one they stand out by their
+    // ground.
+    palette.setColor(QPalette::Base, colours.checkBox);
+    QApplication::setPalette(palette, "QCheckBox");
 }
 
 // Whether the colours on the screen are the style's own: a platform theme has given none, so that
