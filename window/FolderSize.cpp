@@ -17,9 +17,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr double Kilobyte = 1024; // bytes
-constexpr double Megabyte = 1024 * Kilobyte;
-constexpr double Gigabyte = 1024 * Megabyte;
 constexpr double Block = 4096; // bytes
 constexpr unsigned long Patience = 1000; // milliseconds, at the program's end
 
@@ -77,7 +74,7 @@ void FolderSize::showFolderSize(Side side, const RowsOfPane &asked)
         thread->deleteLater();
         Arrivals::deliver(this, [this, side, path, total] {
             _counting[side].remove(path);
-            infoBars.setFileSize(side, text(*total));
+            infoBars.setFileSize(side, SizeText::getCalcFileSize(qint64(*total)));
         });
     });
     thread->start();
@@ -90,15 +87,4 @@ double FolderSize::totalOf(const QString &folder, const std::atomic<bool> &stop)
     walkFiles(folder, stop,
               [&total](qint64 size) { total += (double(size) + Block - 1) * (1 / Block) * Block; });
     return total;
-}
-
-QString FolderSize::text(double total)
-{
-    if (total >= Gigabyte)
-        return SizeText::fixed(total / Gigabyte, 2) + u" GB"_s;
-    if (total >= Megabyte)
-        return SizeText::fixed(total / Megabyte, 2) + u" MB"_s;
-    if (total >= Kilobyte)
-        return SizeText::fixed(total / Kilobyte, 0) + u" KB"_s;
-    return SizeText::fixed(total, 0) + u" Bytes"_s;
 }

@@ -30,7 +30,6 @@ public:
     // Adds up everything below a folder, links not followed; what cannot be read is left out. Ends
     // early when `stop` becomes true. Any thread.
     static double totalOf(const QString &folder, const std::atomic<bool> &stop);
-    static QString text(double total);
 
 private:
     MessageBus &bus;

@@ -42,7 +42,7 @@ private Q_SLOTS:
         folder.makeFolder(u"a/b/c"_s);
         QCOMPARE(FolderSize::totalOf(folder.path(), never), 0.0); // folders count nothing
         folder.write(u"a/b/c/one"_s, "x");
-        QCOMPARE(FolderSize::text(FolderSize::totalOf(folder.path(), never)), u"4 KB"_s);
+        QCOMPARE(FolderSize::totalOf(folder.path(), never), 4096.0);
         folder.write(QString(u"a/"_s) + QChar(0xDCFF), QByteArray(10, 'x'));
         folder.link(folder.path(), u"a/loop"_s); // counts as itself, is not entered
         QCOMPARE(FolderSize::totalOf(folder.path(), never),
@@ -50,12 +50,6 @@ private Q_SLOTS:
         const std::atomic<bool> stop { true };
         QVERIFY(FolderSize::totalOf(folder.path(), stop) < 3 * 4095);
         QCOMPARE(FolderSize::totalOf(folder.path(u"gone"_s), never), 0.0);
-        const std::pair<double, QString> texts[] = {
-            { 1023, u"1023 Bytes"_s }, { 1024, u"1 KB"_s },       { 1048575, u"1024 KB"_s },
-            { 4608, u"4 KB"_s },       { 1048576, u"1.00 MB"_s }, { 1610612736, u"1.50 GB"_s },
-        };
-        for (const auto &[total, text] : texts)
-            QCOMPARE(FolderSize::text(total), text);
     }
 
     void aFolderIsCountedOnceAtATimeWhateverIsSelectedMeanwhile()
