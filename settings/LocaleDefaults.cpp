@@ -1,5 +1,7 @@
 #include "settings/LocaleDefaults.h"
 
+#include "settings/SettingsKeys.h"
+
 #include <QVariantList>
 
 #include <algorithm>
@@ -99,17 +101,16 @@ QVariantMap localeDefaults(const QLocale &locale)
         return names(7, [&](int i) { return locale.dayName(i == 0 ? 7 : i, type); });
     };
     return {
-        { u"NSShortTimeDateFormatString"_s,
+        { Settings::ShortTimeDateFormat,
           date(QLocale::ShortFormat) + u' ' + withoutSeconds(time(QLocale::ShortFormat)) },
-        { u"NSDateFormatString"_s, date(QLocale::LongFormat) },
-        { u"NSTimeFormatString"_s, time(QLocale::LongFormat) },
-        { u"NSTimeDateFormatString"_s,
-          date(QLocale::LongFormat) + u' ' + time(QLocale::LongFormat) },
-        { u"NSAMPMDesignation"_s,
+        { Settings::DateFormat, date(QLocale::LongFormat) },
+        { Settings::TimeFormat, time(QLocale::LongFormat) },
+        { Settings::TimeDateFormat, date(QLocale::LongFormat) + u' ' + time(QLocale::LongFormat) },
+        { Settings::AmPmDesignation,
           QVariantList { plainBlanks(locale.amText()), plainBlanks(locale.pmText()) } },
-        { u"NSMonthNameArray"_s, month(QLocale::LongFormat) },
-        { u"NSShortMonthNameArray"_s, month(QLocale::ShortFormat) },
-        { u"NSWeekDayNameArray"_s, weekDay(QLocale::LongFormat) },
-        { u"NSShortWeekDayNameArray"_s, weekDay(QLocale::ShortFormat) },
+        { Settings::MonthNames, month(QLocale::LongFormat) },
+        { Settings::ShortMonthNames, month(QLocale::ShortFormat) },
+        { Settings::WeekDayNames, weekDay(QLocale::LongFormat) },
+        { Settings::ShortWeekDayNames, weekDay(QLocale::ShortFormat) },
     };
 }

@@ -34,7 +34,7 @@ inline constexpr Key PathNavigatorsSize { "TWPathNavigatorsSize" };
 inline constexpr Key PathNavigatorsFontSize { "TWPathNavigatorsFontSize" };
 // string, absent: bold 10 whatever the size says. The localized "Normal" or "Bold".
 inline constexpr Key PathNavigatorsFontStyle { "TWPathNavigatorsFontStyle" };
-// colour dictionary, absent: grey 120/255. Frame of the info bars.
+// colour dictionary, absent: no frame. Frame of the info bars.
 inline constexpr Key InfoBarFrameColor { "TWInfoBarFrameColor" };
 // colour dictionary, absent: black. Text of the info bars.
 inline constexpr Key InfoBarFontColor { "TWInfoBarFontColor" };
@@ -66,7 +66,7 @@ inline constexpr Key Bookmarks { "TWBookmarks" };
 // array of application records, absent: empty.
 inline constexpr Key OpenWithFavoriteApplications { "TWOpenWithFavoriteApplications" };
 
-// Keys of the global domain (platform/LocaleDefaults).
+// Keys of the global domain (settings/LocaleDefaults).
 inline constexpr Key ShortTimeDateFormat { "NSShortTimeDateFormatString" };
 inline constexpr Key DateFormat { "NSDateFormatString" };
 inline constexpr Key TimeFormat { "NSTimeFormatString" };

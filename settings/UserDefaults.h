@@ -12,7 +12,7 @@
 // The user's settings: an XML property list, one per user, under a global domain of locale values
 // that is read but never written. Values are strings, booleans, integers (qlonglong), doubles,
 // QByteArray, QDateTime, QVariantList and QVariantMap. Strings and dictionary keys may hold any
-// path of platform/FileName. Main thread.
+// path of files/FileName. Main thread.
 class UserDefaults final : public QObject {
     Q_OBJECT
 
