@@ -66,15 +66,12 @@ QVariant PaneTableModel::data(const QModelIndex &index, int role) const
         return {};
     const auto column = static_cast<Column>(index.column());
     switch (role) {
-    case Qt::DisplayRole:
+    case Qt::DisplayRole: // and what readers tell: of a row nothing but its texts
         return column == Column::Icon ? QVariant() : text(rows()[index.row()], column);
     case Qt::DecorationRole:
         return column == Column::Icon ? QVariant(rows()[index.row()].icon()) : QVariant();
     case Qt::TextAlignmentRole:
         return QVariant(alignment(column));
-    case Qt::AccessibleTextRole:
-        // Nothing of the icon: a row is read from its name on, and ends with the kind it shows.
-        return column == Column::Icon ? QVariant() : text(rows()[index.row()], column);
     default:
         return {};
     }
