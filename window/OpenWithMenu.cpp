@@ -1,5 +1,6 @@
 #include "window/OpenWithMenu.h"
 
+#include "base/Arrivals.h"
 #include "base/Localized.h"
 #include "commands/PaneCommands.h"
 #include "model/FileQueries.h"
@@ -29,13 +30,14 @@ void OpenWithMenu::setOpenWithFavoriteApplications()
             ? workspace.iconOfApplication(favorite.realPath)
             : QIcon();
         QAction *item = menuOpenWithFavorite.addAction(icon, menuText(favorite.name));
-        connect(item, &QAction::triggered, this,
-                [this, name = favorite.name] { clickedOpenWithFavoriteApplications(name); });
+        connect(item, &QAction::triggered, this, [this, name = favorite.name] {
+            Arrivals::afterWait(this, [this, name] { clickedOpenWithFavoriteApplications(name); });
+        });
     }
     if (!favorites.isEmpty())
         menuOpenWithFavorite.addSeparator();
     connect(menuOpenWithFavorite.addAction(localized("Other...")), &QAction::triggered, this,
-            [this] { commands.openWithClicked(); });
+            [this] { Arrivals::afterWait(this, [this] { commands.openWithClicked(); }); });
 }
 
 void OpenWithMenu::clickedOpenWithFavoriteApplications(const QString &name)
