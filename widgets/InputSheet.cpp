@@ -2,7 +2,6 @@
 
 #include "base/Localized.h"
 
-#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -12,8 +11,7 @@ InputSheet::InputSheet(const QString &prompt, const QString &text, QWidget *main
     , inputText(new QLineEdit(text, this))
 {
     setAccessibleName(prompt);
-    addText(prompt, TextStyle::Headline)->setBuddy(inputText);
-    inputText->setAccessibleName(prompt);
+    addHeadlineOf(*inputText, prompt);
     rows().addWidget(inputText);
     connect(addButton(localized("OK")), &QPushButton::clicked, this, &QDialog::accept);
     connect(addButton(localized("Cancel")), &QPushButton::clicked, this, &QDialog::reject);

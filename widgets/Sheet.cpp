@@ -40,6 +40,12 @@ QString breakable(const QString &text)
     return result;
 }
 
+// With its "&" no mark of a letter.
+QString escaped(const QString &text)
+{
+    return QString(text).replace(u'&', "&&"_L1);
+}
+
 } // namespace
 
 Sheet::Sheet(QWidget *below)
@@ -133,6 +139,14 @@ QLabel *Sheet::addText(const QString &text, TextStyle style)
     return label;
 }
 
+void Sheet::addHeadlineOf(QWidget &field, const QString &text)
+{
+    QLabel *label = addText(text, TextStyle::Headline);
+    label->setText(breakable(marked(escaped(text))));
+    label->setBuddy(&field);
+    field.setAccessibleName(text);
+}
+
 void Sheet::setPicture(const QIcon &icon, int side)
 {
     auto *picture = new QLabel(this);
@@ -143,7 +157,7 @@ void Sheet::setPicture(const QIcon &icon, int side)
 
 QPushButton *Sheet::addButton(const QString &text)
 {
-    auto *button = new QPushButton(_mnemonics.marked(QString(text).replace(u'&', "&&"_L1)), this);
+    auto *button = new QPushButton(marked(escaped(text)), this);
     button->setAccessibleName(text);
     button->setDefault(_buttons->count() == 1);
     _buttons->addWidget(button);

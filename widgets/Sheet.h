@@ -32,6 +32,8 @@ protected:
     // What stands above the buttons, and beside them all a picture, `side` logical pixels wide.
     QVBoxLayout &rows() const { return *_rows; }
     QLabel *addText(const QString &text, TextStyle style = TextStyle::Body);
+    // The headline names the field, and leads there by a letter of its own.
+    void addHeadlineOf(QWidget &field, const QString &text);
     void setPicture(const QIcon &icon, int side);
     // The buttons stand from left to right in the order they are added, the default one first.
     QPushButton *addButton(const QString &text);

@@ -87,6 +87,7 @@ private Q_SLOTS:
         for (const auto &[given, key, kept] : rows) {
             InputSheet sheet(u"Name:"_s, given, nullptr);
             auto *field = sheet.findChild<QLineEdit *>();
+            QVERIFY(shows(sheet, u"&Name:"_s)); // a way to the field by key
             QCOMPARE(field->selectedText() + kept, given);
             whenAsked([&, key = key](QWidget &) {
                 QTest::keyClicks(field, u"typed"_s);
