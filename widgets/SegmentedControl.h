@@ -17,7 +17,6 @@ public:
     explicit SegmentedControl(QWidget *parent = nullptr);
 
     void setControlSize(ControlSize size);
-    ControlSize controlSize() const { return _controlSize; }
 
     int segmentCount() const { return int(_segments.size()); }
     void setSegmentCount(int count);
