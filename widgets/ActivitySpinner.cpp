@@ -23,7 +23,7 @@ ActivitySpinner::ActivitySpinner(QWidget *parent)
 
 QSize ActivitySpinner::sizeHint() const
 {
-    return { Side + 2 * Margin, Side + Margin };
+    return { Side + 2 * Margin, Side };
 }
 
 void ActivitySpinner::start()

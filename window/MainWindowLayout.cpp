@@ -14,6 +14,7 @@
 #include <QGuiApplication>
 #include <QMenuBar>
 #include <QSplitter>
+#include <QStyleOptionMenuItem>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
@@ -25,6 +26,14 @@ constexpr int ButtonRowHeight = 45;
 constexpr QSize InitialSize { 1120, 700 };
 constexpr Command ButtonRow[] = { Command::Copy, Command::Move, Command::NewFolder, Command::Delete,
                                   Command::Rename };
+
+// Anything higher in the bar, and its titles would hang above its middle.
+int heightOfTitles(const QMenuBar &bar)
+{
+    const QSize text(0, bar.fontMetrics().height());
+    const QStyleOptionMenuItem title;
+    return bar.style()->sizeFromContents(QStyle::CT_MenuBarItem, &title, text, &bar).height();
+}
 
 } // namespace
 
@@ -125,6 +134,8 @@ QWidget *MainWindowLayout::buttonRow()
 QWidget *MainWindowLayout::corner()
 {
     auto *widget = new QWidget(this);
+    widget->setFixedHeight(heightOfTitles(*menuBar()));
+    runsButton->setMaximumHeight(widget->height());
     auto *columns = new QHBoxLayout(widget);
     columns->setContentsMargins(0, 0, 0, 0);
     columns->setSpacing(0);
