@@ -1,5 +1,6 @@
-// Every second row into the selection, painted, and read back. The ratio is the time per row
-// against that in a folder of half the size: 1 is linear.
+// Every second row and ".." into the selection, which the pane then takes ".." out of again;
+// painted, and read back. The ratio is the time per row against that in a folder of half the size:
+// 1 is linear.
 
 #include "bench/LargeFolder.h"
 #include "bench/Measure.h"
@@ -18,8 +19,8 @@ double selectHalf(Panes &panes, const QString &folder)
 {
     panes.open(folder);
     panes.paint();
-    RowSet wanted;
-    for (int row = 1; row < panes.model.rowsLeft().size(); row += 2)
+    RowSet wanted { ParentRow };
+    for (int row = FirstItemRow; row < panes.model.rowsLeft().size(); row += 2)
         wanted.append(row);
     RowSet read;
     const double time = Measure::milliseconds([&] {
@@ -27,7 +28,7 @@ double selectHalf(Panes &panes, const QString &folder)
         panes.paint();
         read = panes.left.selectedRows();
     });
-    if (read != wanted)
+    if (read != wanted.mid(1))
         std::exit(1);
     return time;
 }
