@@ -265,6 +265,26 @@ private Q_SLOTS:
         QTRY_COMPARE(state(), left);
     }
 
+    void theFrameStaysBehindAMaximizedWindow()
+    {
+        World settings;
+        const QVariantMap frame { { u"X"_s, 40LL },
+                                  { u"Y"_s, 60LL },
+                                  { u"Width"_s, 700LL },
+                                  { u"Height"_s, 500LL },
+                                  { u"Maximized"_s, true } };
+        settings.defaults.setValue(Settings::MainWindowFrame, frame);
+        for (int session = 0; session < 2; ++session) {
+            World world;
+            restoreFrame(world.window, settings.defaults);
+            world.window.show();
+            QVERIFY(QTest::qWaitForWindowExposed(&world.window));
+            QVERIFY(world.window.isMaximized() && world.window.width() > 700);
+            saveFrame(world.window, settings.defaults);
+            QCOMPARE(settings.defaults.dictionary(Settings::MainWindowFrame), frame);
+        }
+    }
+
     void whatAPersonMovedDuringTheStartStays()
     {
         World world;
