@@ -4,7 +4,7 @@
 
 namespace {
 
-Q_LOGGING_CATEGORY(log, "twinleaf.operations")
+Q_LOGGING_CATEGORY(log, "twinleaf.operations", QtInfoMsg)
 
 // A sixth entry, and items that are no list of names, do not compile.
 const char *firstFault(const OperationRequest &request)

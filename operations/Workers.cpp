@@ -13,7 +13,7 @@
 
 namespace {
 
-Q_LOGGING_CATEGORY(log, "twinleaf.operations")
+Q_LOGGING_CATEGORY(log, "twinleaf.operations", QtInfoMsg)
 
 // Not a QEventLoop: QCoreApplication::exit ends those at once, also one that begins after it, and
 // the workers must be served until they have ended.
