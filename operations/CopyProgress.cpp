@@ -42,8 +42,9 @@ void CopyProgress::run()
         const qint64 done = _done();
         const auto now = Clock::now();
         const std::chrono::duration<double> seconds = now - start;
+        // Of empty files there is nothing to say, nor is what was said of the item before still true.
         if (seconds > 2s)
-            _show(line(done, total, seconds.count()));
+            _show(total > 0 ? line(done, total, seconds.count()) : QString());
         // Looking at a large tree must not slow its copying down.
         pause = std::max<Clock::duration>(500ms, 10 * (now - asked));
         lock.lock();
