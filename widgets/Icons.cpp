@@ -39,9 +39,11 @@ public:
 
     QPixmap pixmap(const QSize &size, QIcon::Mode mode, QIcon::State) override
     {
+        // Active: of the menu item under the pointer, which stands on the colour of a selection. No
+        // button of ours has an icon.
+        const bool onSelection = mode == QIcon::Selected || mode == QIcon::Active;
         const QColor ink = QGuiApplication::palette().color(
-            QPalette::Active,
-            mode == QIcon::Selected ? QPalette::HighlightedText : QPalette::WindowText);
+            QPalette::Active, onSelection ? QPalette::HighlightedText : QPalette::WindowText);
         const QString key = u"%1 %2x%3 %4 %5"_s.arg(_file)
                                 .arg(size.width())
                                 .arg(size.height())
