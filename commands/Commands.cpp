@@ -38,7 +38,10 @@ QAction *Commands::newAction(const CommandEntry &entry, const ClassicKeys &keys,
         action->setIcon(themedIcon(QString::fromLatin1(entry.icon)));
     if (entry.shortcut)
         action->setShortcut(QKeySequence(QString::fromLatin1(entry.shortcut)));
-    action->setCheckable(entry.chosenRule);
+    if (entry.chosenRule) {
+        action->setCheckable(true);
+        _choice.addAction(action);
+    }
     action->setVisible(!std::holds_alternative<ByApplication>(entry.run)
                        && !std::holds_alternative<Tool>(entry.run));
     connect(action, &QAction::triggered, this, [this, id = entry.id, menu] { run(id, menu); });

@@ -3,6 +3,7 @@
 #include "commands/Command.h"
 #include "commands/CommandTable.h"
 
+#include <QActionGroup>
 #include <QIcon>
 #include <QMap>
 #include <QObject>
@@ -56,5 +57,6 @@ private:
     PaneWindow &window;
     const FileQueries &queries;
     QMap<Command, PerSide<QAction *>> _actions; // the same on both sides where there is but one
+    QActionGroup _choice { this }; // one of them is chosen
     QMap<Command, std::function<void()>> _runners;
 };
