@@ -1,6 +1,7 @@
 #include "commands/SelectionCommands.h"
 
 #include "base/Localized.h"
+#include "files/FileName.h"
 #include "files/PathText.h"
 #include "files/Waiting.h"
 #include "model/FileQueries.h"
@@ -148,12 +149,15 @@ void SelectionCommands::search()
     if (_globalSearchString.isEmpty() || !list)
         return;
     const Listing rows = mainModel.rows(list->side());
-    show(*list,
-         waiting.forRows(
-             rows.size(), localized("Searching..."),
-             [rows, term = _globalSearchString, from = list->selectedRow(), dates = dateText()] {
-                 return RowMatching::nextFoundItem(term, rows, from, dates);
-             }));
+    const int found = waiting.forRows(
+        rows.size(), localized("Searching..."),
+        [rows, term = _globalSearchString, from = list->selectedRow(), dates = dateText()] {
+            return RowMatching::nextFoundItem(term, rows, from, dates);
+        });
+    if (found < 0)
+        window.showNotice(
+            filled(localized("'%@' was not found"), FileName::shown(_globalSearchString)));
+    show(*list, found);
 }
 
 void SelectionCommands::spotlightSearchClicked()

@@ -738,6 +738,10 @@ Stelle der zuletzt gezeigten Ordner; eine Datei öffnet ihren Ordner und ist aus
         <translation>Nicht alle Attribute von '%@' kamen mit: %@</translation>
     </message>
     <message>
+        <source>'%@' was not found</source>
+        <translation>„%@“ wurde nicht gefunden</translation>
+    </message>
+    <message>
         <source>'%@' and '%@' have changed places.</source>
         <translation>'%@' und '%@' haben die Plätze getauscht.</translation>
     </message>

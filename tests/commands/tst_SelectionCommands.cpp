@@ -2,6 +2,7 @@
 
 #include "model/RowMatching.h"
 #include "tests/support/World.h"
+#include "window/NoticeLabel.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -198,6 +199,9 @@ private Q_SLOTS:
         QCOMPARE(world.after(Command::FindNext), u"c"_s);
         QCOMPARE(world.afterSearch(u"A"_s), u"a"_s);
         QCOMPARE(world.afterSearch(u".."_s), u".."_s);
+        QCOMPARE(world.afterSearch(u"x"_s), u".."_s); // as it was
+        QVERIFY(world.window.notice->isVisible());
+        QCOMPARE(world.window.notice->text(), u"'x' was not found"_s);
     }
 
     void findAsksOnlyWhenItMust()
