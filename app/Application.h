@@ -66,6 +66,7 @@ private:
     void takeFolders(); // of the command line
     void connectAll(); // Wiring.cpp
     void connectPane(Side side); // Wiring.cpp
+    void validateButtons(); // Wiring.cpp
     void giveRunners(); // Wiring.cpp
     void awakeAll(); // Wiring.cpp
     ExpandSelection askForPattern(const QString &title);

@@ -5,6 +5,7 @@
 #include "window/ClassicButton.h"
 #include "window/ToolsMenu.h"
 
+#include <QApplication>
 #include <QMenu>
 #include <QTimer>
 
@@ -31,9 +32,13 @@ void Application::connectAll()
     connectPane(Side::Left);
     connectPane(Side::Right);
     for (PaneDataSource *source : { static_cast<PaneDataSource *>(&_leftSource),
-                                    static_cast<PaneDataSource *>(&_rightSource) })
+                                    static_cast<PaneDataSource *>(&_rightSource) }) {
         connect(source, &PaneDataSource::selectionDidChange, &_mainWindow,
                 [this](Side side) { _infoBars.setFileInfoBar(fileList(side)); });
+        connect(source, &PaneDataSource::selectionDidChange, &_commands,
+                [this] { validateButtons(); });
+    }
+    connect(qApp, &QApplication::focusChanged, &_commands, [this] { validateButtons(); });
     for (auto button = _mainWindow.buttons.cbegin(); button != _mainWindow.buttons.cend(); ++button)
         connect(button.value(), &ClassicButton::clicked, &_commands,
                 [this, command = button.key()] { _commands.run(command); });
@@ -68,6 +73,13 @@ void Application::connectPane(Side side)
     connect(&navigator, &SegmentedControl::escaped, &list, [&list] { list.setFocus(); });
     connect(&navigator, &SegmentedControl::contextMenuAsked, &_menus.pathMenu(side),
             [this, side](const QPoint &position) { _menus.pathMenu(side).popup(position); });
+}
+
+// The button row follows the rules of the menus: what would do nothing does not look as if it did.
+void Application::validateButtons()
+{
+    for (auto button = _mainWindow.buttons.cbegin(); button != _mainWindow.buttons.cend(); ++button)
+        button.value()->setEnabled(_commands.isAllowed(button.key()));
 }
 
 // What answers the commands that the table leaves to the application; one line for each sheet.

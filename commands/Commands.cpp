@@ -83,7 +83,7 @@ void Commands::runNow(Command command, std::optional<Side> menu)
     }
 }
 
-void Commands::validate() const
+MenuState Commands::state() const
 {
     MenuState state { .queries = queries };
     if (const PaneTable *list = window.getFirstResponderTableView()) {
@@ -91,6 +91,17 @@ void Commands::validate() const
         state.path = _subjects.panes.selectedPath();
         state.sortedBy = list->highlightedColumn();
     }
+    return state;
+}
+
+bool Commands::isAllowed(Command command) const
+{
+    return entryOf(command).menuRule(state());
+}
+
+void Commands::validate() const
+{
+    const MenuState state = this->state();
     for (const CommandEntry &entry : commandTable()) {
         const bool enabled = entry.menuRule(state);
         for (const Side side : { Side::Left, Side::Right })

@@ -68,9 +68,17 @@ private Q_SLOTS:
 
         world.list(Side::Right).selectRow(0);
         using enum Command;
-        for (const Command command : { Copy, Move, Delete, Rename })
+        for (const Command command : { Copy, Move, Delete, Rename }) {
+            QVERIFY(!world.window.buttons[command]->isEnabled());
             world.click(command); // ".." is nobody's to touch: nothing is asked
+        }
         QVERIFY(!world.twinleaf.anyRunning());
+        QVERIFY(world.window.buttons[NewFolder]->isEnabled());
+        world.select(u"b.txt"_s, Side::Right);
+        QVERIFY(world.window.buttons[Copy]->isEnabled());
+        world.window.activateWindow(); // after the sheets
+        world.focus(Side::Left); // where ".." is selected
+        QTRY_VERIFY(!world.window.buttons[Copy]->isEnabled());
     }
 
     void aRefusedNameComesBackAsItWasTyped()
