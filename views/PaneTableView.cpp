@@ -12,6 +12,9 @@ namespace {
 
 constexpr int IconColumnWidth = 20; // pixels
 constexpr int LeastNameWidth = 120; // pixels
+constexpr int NameLetters = 22; // that are read at a glance
+constexpr int TypeLetters = 19;
+constexpr int LeastTypeLetters = 11;
 constexpr int CellMargin = 8; // on either side of a date
 
 // The keys of letters and digits, and those that carry umlauts on some layouts.
@@ -86,7 +89,7 @@ void PaneTableView::setUpColumns()
     const int digits = fontMetrics().horizontalAdvance(u'0');
     makeColumn(Column::Size, 11 * digits);
     makeColumn(Column::Date, 17 * digits);
-    makeColumn(Column::Type, 19 * digits);
+    makeColumn(Column::Type, TypeLetters * digits);
     connect(header, &QHeaderView::sectionClicked, this, &PaneTableView::sectionClicked);
 }
 
@@ -340,10 +343,23 @@ void PaneTableView::resizeEvent(QResizeEvent *event)
 void PaneTableView::giveRoomToNames()
 {
     // The names take what the other columns leave.
-    QHeaderView *header = horizontalHeader();
-    const int others = header->length() - header->sectionSize(int(Column::Name));
-    header->resizeSection(int(Column::Name),
-                          std::max(LeastNameWidth, viewport()->width() - others));
+    const auto width = [this](Column column) { return columnWidth(int(column)); };
+    const int room = viewport()->width() - width(Column::Icon);
+    const int sizeAndDate = width(Column::Size) + width(Column::Date);
+    int others = sizeAndDate + width(Column::Type);
+    if (chosenWidths() == QList<int>(ColumnCount)) {
+        // As long as nobody chose a width: of a kind its first word tells the most, and what has no
+        // room beside the names stands whole beyond the edge, so that no text is cut there.
+        const int letter = fontMetrics().horizontalAdvance(u'0');
+        makeColumn(Column::Type,
+                   std::clamp(room - sizeAndDate - NameLetters * letter, LeastTypeLetters * letter,
+                              TypeLetters * letter));
+        others = sizeAndDate + width(Column::Type);
+        for (const auto column : { Column::Type, Column::Date, Column::Size })
+            if (room - others < LeastNameWidth)
+                others -= width(column);
+    }
+    horizontalHeader()->resizeSection(int(Column::Name), std::max(LeastNameWidth, room - others));
 }
 
 void PaneTableView::makeColumn(Column column, int width)

@@ -307,6 +307,29 @@ private Q_SLOTS:
         for (const int x : { 2, picture.width() - 3 })
             QCOMPARE(picture.pixelColor(x, panes.cell(3).y()), label);
     }
+
+    void noColumnIsCutAtTheEdge()
+    {
+        FivePanes panes;
+        const auto width = [&](Column column) { return panes.left.columnWidth(int(column)); };
+        const int whole = width(Column::Size) + width(Column::Date);
+        int names = 0;
+        for (const int room : { 240, 330, 420, 540, 900 }) {
+            panes.left.resize(room, 200);
+            QList<int> edges;
+            for (const auto column : { Column::Name, Column::Size, Column::Date, Column::Type })
+                edges.append(panes.left.columnViewportPosition(int(column)) + width(column));
+            QVERIFY2(edges.contains(panes.left.viewport()->width()), qPrintable(u"%1"_s.arg(room)));
+            QCOMPARE(width(Column::Size) + width(Column::Date), whole);
+            QVERIFY(width(Column::Name) >= 120);
+            names = width(Column::Name);
+        }
+        QVERIFY(names > 300); // the names have what is left
+        panes.left.setColumnWidths({ 0, 0, 61, 0, 0 });
+        panes.left.resize(240, 200);
+        QCOMPARE(width(Column::Size), 61); // as a person chose
+        QCOMPARE(panes.left.chosenWidths(), QList<int>({ 0, 0, 61, 0, 0 }));
+    }
 };
 
 QTEST_MAIN(tst_PaneTableView)
