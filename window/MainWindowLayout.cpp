@@ -13,6 +13,7 @@
 
 #include <QGuiApplication>
 #include <QMenuBar>
+#include <QScreen>
 #include <QSplitter>
 #include <QStyleOptionMenuItem>
 #include <QVBoxLayout>
@@ -67,6 +68,8 @@ MainWindowLayout::MainWindowLayout(MessageBus &bus, MainModel &mainModel, UserDe
     rows->addWidget(classicButtons);
     setCentralWidget(content);
     menuBar()->setCornerWidget(corner());
+    // The buttons are never cut, unless the screen itself is smaller.
+    setMinSize(minimumSizeHint().boundedTo(screen()->availableSize()));
     resize(InitialSize);
 }
 
