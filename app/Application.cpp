@@ -87,6 +87,8 @@ void Application::start()
     awakeAll();
     _hasStarted = true;
     _twinleaf.tellInterruptedWork();
+    if (const QString notice = _services.defaults.notice(); !notice.isEmpty())
+        _windowController.showNotice(notice);
 }
 
 void Application::takeFolders()

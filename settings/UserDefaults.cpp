@@ -1,5 +1,6 @@
 #include "settings/UserDefaults.h"
 
+#include "base/Localized.h"
 #include "files/FileName.h"
 #include "files/FileStatus.h"
 #include "files/FileSystem.h"
@@ -63,7 +64,8 @@ std::error_code readWhole(const QString &path, QByteArray &bytes)
                                           : std::make_error_code(std::errc::io_error);
 }
 
-bool setAsideDamaged(const QString &file)
+// The new name; "" when it cannot be renamed.
+QString setAsideDamaged(const QString &file)
 {
     for (int number = 1;; ++number) {
         const QString name =
@@ -71,10 +73,10 @@ bool setAsideDamaged(const QString &file)
         const auto failed = FileSystem::renameNoReplace(file, name);
         if (!failed) {
             qCWarning(log) << "Damaged settings are now" << FileName::shown(name);
-            return true;
+            return name;
         }
         if (failed != std::errc::file_exists)
-            return false;
+            return {};
     }
 }
 
@@ -144,6 +146,10 @@ void UserDefaults::load()
         _stored = *content.values;
     else
         warn(content.problem);
+    if (!content.setAside.isEmpty())
+        _notice =
+            filled(localized("The settings were damaged and begin anew; the old file is '%@'."),
+                   FileName::shown(PathText::lastComponent(content.setAside)));
 }
 
 // With what is `stored` here where there is no file.
@@ -157,8 +163,8 @@ UserDefaults::Content UserDefaults::readLocked(const QString &file, const QVaria
         return { {}, QString::fromLocal8Bit(failed.message().c_str()) };
     if (auto values = PropertyList::read(bytes))
         return { values };
-    if (setAsideDamaged(resolved(file)))
-        return { stored };
+    if (const QString name = setAsideDamaged(resolved(file)); !name.isEmpty())
+        return { stored, {}, name };
     return { {}, u"damaged, and cannot be renamed"_s };
 }
 
@@ -245,6 +251,7 @@ void UserDefaults::warn(const QString &reason)
     if (!_warned)
         qCWarning(log).noquote() << "Settings stay in memory:" << FileName::shown(_file) << reason;
     _warned = true;
+    _notice = localized("The settings cannot be stored and last until the program ends.");
 }
 
 bool UserDefaults::contains(QLatin1StringView key) const

@@ -48,6 +48,9 @@ public:
     bool synchronize(); // writes now, on this thread; false when it cannot
 
     QString filePath() const { return _file; }
+    // What a person should know of the start: damaged settings were set aside, or none can be
+    // kept. Localized; "" when all is well.
+    QString notice() const { return _notice; }
 
 private:
     using Edits = QHash<QString, QList<Edit>>; // done to the file as another process left it
@@ -55,6 +58,7 @@ private:
     struct Content {
         std::optional<QVariantMap> values;
         QString problem {};
+        QString setAside {}; // the new name of a damaged file
     };
     static Content readLocked(const QString &file, const QVariantMap &stored);
     static Content write(const QString &file, const QVariantMap &stored, const Edits &edits);
@@ -75,4 +79,5 @@ private:
     std::thread _writer;
     Content _written; // by the writer, read when it has ended
     bool _warned = false; // until a write succeeds
+    QString _notice;
 };

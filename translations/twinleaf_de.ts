@@ -84,6 +84,14 @@
         <translation>Der Vorgang wird abgebrochen …</translation>
     </message>
     <message>
+        <source>The settings were damaged and begin anew; the old file is '%@'.</source>
+        <translation>Die Einstellungen waren beschädigt und beginnen neu; die alte Datei heißt „%@“.</translation>
+    </message>
+    <message>
+        <source>The settings cannot be stored and last until the program ends.</source>
+        <translation>Die Einstellungen können nicht gespeichert werden und gelten bis zum Ende des Programms.</translation>
+    </message>
+    <message>
         <source>Cannot create folder!</source>
         <translation>Der Ordner kann nicht angelegt werden!</translation>
     </message>

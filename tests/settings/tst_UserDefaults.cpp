@@ -190,6 +190,7 @@ private Q_SLOTS:
             folder->write(u"settings.plist.damaged"_s, "older");
             QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"settings.plist.damaged2"_s));
             UserDefaults defaults(file());
+            QVERIFY(defaults.notice().contains(u"'settings.plist.damaged2'"_s));
             QVERIFY(!defaults.contains(Key));
             defaults.setValue(Other, 1);
             QVERIFY(defaults.synchronize());
