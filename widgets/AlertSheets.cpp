@@ -6,13 +6,19 @@
 #include "widgets/Sheet.h"
 
 #include <QApplication>
+#include <QElapsedTimer>
+#include <QKeyEvent>
 #include <QPushButton>
 #include <QStyle>
 #include <QVBoxLayout>
 
+#include <chrono>
+
 using namespace Qt::StringLiterals;
 
 namespace {
+
+constexpr std::chrono::milliseconds Pause { 500 }; // longer than between the letters of a word
 
 class AlertSheet final : public Sheet {
 public:
@@ -41,8 +47,31 @@ public:
 
     Alert::Answer answer() const { return _answer; }
 
+protected:
+    void showEvent(QShowEvent *event) override
+    {
+        _sinceLastKey.start();
+        Sheet::showEvent(event);
+    }
+
+    // The letter of a button alone presses it: there is no field here that it could be meant for.
+    // But a question may come up unasked, while somebody types on for what was there before.
+    void keyPressEvent(QKeyEvent *event) override
+    {
+        const bool isMeant = _sinceLastKey.hasExpired(Pause.count()) && !event->isAutoRepeat();
+        _sinceLastKey.start();
+        if (event->modifiers() & ~Qt::KeyboardModifiers(Qt::ShiftModifier)
+            || !QChar::isLetterOrNumber(char32_t(event->key())))
+            return Sheet::keyPressEvent(event);
+        const auto buttons = findChildren<QPushButton *>();
+        for (QPushButton *button : buttons)
+            if (isMeant && button->shortcut() == QKeySequence(Qt::ALT | Qt::Key(event->key())))
+                return button->click();
+    }
+
 private:
     Alert::Answer _answer;
+    QElapsedTimer _sinceLastKey;
 };
 
 } // namespace

@@ -279,6 +279,15 @@ private Q_SLOTS:
         }
         whenAsked([](QWidget &sheet) { sheet.findChildren<QPushButton *>()[2]->click(); });
         QCOMPARE(alerts.ask(overwrite), Alert::All);
+
+        whenAsked([](QWidget &sheet) {
+            QTest::keyClicks(&sheet, u"any letter of what is typed on"_s);
+            QVERIFY(sheet.isVisible());
+            auto *afterPause = new QTimer(&sheet);
+            afterPause->callOnTimeout([&sheet] { QTest::keyClick(&sheet, Qt::Key_Y); });
+            afterPause->start(600);
+        });
+        QCOMPARE(alerts.ask(overwrite), Alert::Yes);
     }
 
     void aTextIsNeverMoreThanText()
