@@ -7,6 +7,7 @@
 
 #include <QApplication>
 #include <QMenu>
+#include <QShortcut>
 #include <QTimer>
 
 // Who is connected to whom, and in which order the objects wake up.
@@ -57,6 +58,16 @@ void Application::connectAll()
             &VolumeReload::volumeDidUnmount);
     connect(&workspace, &Workspace::willPowerOff, this, &Application::powerOff);
     giveRunners();
+    // Such a sheet keeps the keyboard from the window, but it does not stand in the way out.
+    for (Sheet *sheet :
+         { static_cast<Sheet *>(&_workingSheet), static_cast<Sheet *>(&_archiveSheet) }) {
+        sheet->addAction(_commands.action(Command::Quit));
+        const QKeySequence key(
+            shownKey(entryOf(Command::Quit), _mainWindow.leftFileList->classicKeys()),
+            QKeySequence::NativeText);
+        connect(new QShortcut(key, sheet), &QShortcut::activated, &_commands,
+                [this] { _commands.run(Command::Quit); });
+    }
 }
 
 void Application::connectPane(Side side)

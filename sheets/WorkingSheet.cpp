@@ -43,8 +43,8 @@ WorkingSheet::WorkingSheet(MessageBus &messages, QWidget *mainWindow)
     rows().addWidget(_details); // keeps its line while empty, so that nothing moves
     addBesideButtons(*_waiting);
     setWaitingCount(0);
-    connect(addQuietButton(localized("Cancel"), *workingProgressIndicator), &QPushButton::clicked,
-            this, &WorkingSheet::cancelWorkingSheet);
+    _cancel = addQuietButton(localized("Cancel"), *workingProgressIndicator);
+    connect(_cancel, &QPushButton::clicked, this, &WorkingSheet::reject);
     _paintPause.setSingleShot(true);
     _paintPause.setInterval(PaintPause);
     // At once: an update that was asked for before the pause is forgotten in it, and the toolkit
@@ -58,6 +58,7 @@ WorkingSheet::WorkingSheet(MessageBus &messages, QWidget *mainWindow)
 void WorkingSheet::showWorkingSheet()
 {
     setWorkingSheetProgressValue(0);
+    _cancel->setEnabled(true);
     setWorkingSheetDetailText({}); // of the last item of an earlier run
     if (!isUp())
         standOverWindow();
@@ -93,7 +94,15 @@ void WorkingSheet::closeWorkingSheet()
 void WorkingSheet::cancelWorkingSheet()
 {
     setWorkingSheetInfoText(localized("Canceling progress..."));
+    setWorkingSheetDetailText(localized("The item under way is finished first."));
+    _cancel->setEnabled(false);
     bus.post(CancelThread);
+}
+
+void WorkingSheet::reject()
+{
+    if (_cancel->isEnabled()) // once is enough
+        cancelWorkingSheet();
 }
 
 void WorkingSheet::paintSoon()
@@ -111,6 +120,8 @@ void WorkingSheet::setWorkingSheetInfoText(const QString &text)
 
 void WorkingSheet::setWorkingSheetDetailText(const QString &text)
 {
+    if (!_cancel->isEnabled())
+        return; // what it says of the cancelling stays
     paintSoon();
     _details->setText(text);
 }

@@ -34,7 +34,7 @@ public:
     void setWaitingCount(int count);
 
 protected:
-    void reject() override { cancelWorkingSheet(); } // Escape and the close box
+    void reject() override; // Escape and the close box
     void accept() override { }
 
 private:
@@ -50,6 +50,7 @@ private:
     QLabel *_counter;
     QProgressBar *workingProgressIndicator;
     ElidedLabel *_details;
+    QPushButton *_cancel; // disabled once the run is asked to stop
     MenuTextButton *_waiting;
     QTimer _paintPause;
 };

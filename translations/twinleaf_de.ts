@@ -84,6 +84,10 @@
         <translation>Der Vorgang wird abgebrochen …</translation>
     </message>
     <message>
+        <source>The item under way is finished first.</source>
+        <translation>Das begonnene Objekt wird noch fertiggestellt.</translation>
+    </message>
+    <message>
         <source>The settings were damaged and begin anew; the old file is '%@'.</source>
         <translation>Die Einstellungen waren beschädigt und beginnen neu; die alte Datei heißt „%@“.</translation>
     </message>
