@@ -42,7 +42,8 @@ void CopyProgress::run()
         const qint64 done = _done();
         const auto now = Clock::now();
         const std::chrono::duration<double> seconds = now - start;
-        // Of empty files there is nothing to say, nor is what was said of the item before still true.
+        // Of empty files there is nothing to say, nor is what was said of the item before still
+        // true.
         if (seconds > 2s)
             _show(total > 0 ? line(done, total, seconds.count()) : QString());
         // Looking at a large tree must not slow its copying down.
