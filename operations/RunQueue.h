@@ -15,7 +15,7 @@ public:
     // Called after each change of the runs, on the thread of the change. Set before the first run.
     void setChangeHandler(std::function<void()> handler) { _changeHandler = std::move(handler); }
 
-    Ticket enqueue(const QString &text = {}); // how it is shown
+    Ticket enqueue(const QString &text); // how it is shown
     // Blocks until it is the ticket's turn; false when it was cancelled while it waited.
     bool wait(Ticket ticket);
     // Ends the turn, and with it the cancel that was meant for it.

@@ -70,7 +70,7 @@ struct World {
     // Without a thread.
     void runHere(Operation operation, const QStringList &items)
     {
-        engine.performCopyMoveProgress(request(items), operation, engine.queue().enqueue());
+        engine.performCopyMoveProgress(request(items), operation, engine.queue().enqueue({}));
     }
     // An item of the source, and another name beside it where one is taken.
     void perform(Verb verb, const QString &name, const QString &newName = {})
