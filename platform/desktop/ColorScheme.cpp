@@ -24,15 +24,15 @@ constexpr uint prefersDark = 1;
 
 struct Colours {
     QRgb window, base, alternate, text, button, dim, highlight, highlightedText, link, mid, toolTip,
-        checkBox;
+        checkBox, menu, menuLines;
 };
 
-constexpr Colours darkColours { 0xff2b2d31, 0xff1f2124, 0xff26282c, 0xffe3e5e8,
-                                0xff383b40, 0xff7e838b, 0xff3a78d0, 0xffffffff,
-                                0xff7db0f5, 0xff45484e, 0xff3c3f45, 0xff7e838b };
-constexpr Colours lightColours { 0xfff1f2f4, 0xffffffff, 0xfff6f7f9, 0xff1c1e21,
-                                 0xfffafbfc, 0xff8d939b, 0xff2f6fde, 0xffffffff,
-                                 0xff1f5fc4, 0xffc5c9cf, 0xfffdfdf5, 0xffffffff };
+constexpr Colours darkColours { 0xff2b2d31, 0xff1f2124, 0xff26282c, 0xffe3e5e8, 0xff383b40,
+                                0xff7e838b, 0xff3a78d0, 0xffffffff, 0xff7db0f5, 0xff45484e,
+                                0xff3c3f45, 0xff7e838b, 0xff33363b, 0xff767b85 };
+constexpr Colours lightColours { 0xfff1f2f4, 0xffffffff, 0xfff6f7f9, 0xff1c1e21, 0xfffafbfc,
+                                 0xff8d939b, 0xff2f6fde, 0xffffffff, 0xff1f5fc4, 0xffc5c9cf,
+                                 0xfffdfdf5, 0xffffffff, 0xffffffff, 0xfff1f2f4 };
 
 QPalette paletteOf(const Colours &colours)
 {
@@ -62,6 +62,11 @@ void apply(const Colours &colours)
     // ground.
     palette.setColor(QPalette::Base, colours.checkBox);
     QApplication::setPalette(palette, "QCheckBox");
+    // So does a menu over a dark list. The style makes its ground a little lighter than this, and
+    // its edge and lines darker.
+    palette.setColor(QPalette::Base, colours.menu);
+    palette.setColor(QPalette::Window, colours.menuLines);
+    QApplication::setPalette(palette, "QMenu");
 }
 
 // Whether the colours on the screen are the style's own: a platform theme has given none, so that
