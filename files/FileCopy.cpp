@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
+#include <limits>
 #include <linux/magic.h>
 #include <memory>
 #include <sys/stat.h>

@@ -163,7 +163,7 @@ bool Transfer::moveToFree(const QString &name, const FileStatus &given)
 
 void Transfer::noteMade(const QString &name, const FileIdentity &identity)
 {
-    _made.insert(key(identity));
+    _made.insert(identity);
     const auto status = _keepsInodes ? std::nullopt : atDestination(name).status;
     if (status)
         _madeByName.insert(name.toCaseFolded(), *status);
@@ -172,7 +172,7 @@ void Transfer::noteMade(const QString &name, const FileIdentity &identity)
 // Where numbers are made up, one item may have another by another case of its name.
 bool Transfer::madeHere(const QString &name, const FileStatus &status) const
 {
-    if (_made.contains(key(status.identity)))
+    if (_made.contains(status.identity))
         return true;
     const auto made = _madeByName.constFind(name.toCaseFolded());
     return made != _madeByName.cend() && made->kind == status.kind && made->size == status.size

@@ -71,7 +71,6 @@ public:
     QStringList finish();
 
 private:
-    using Key = std::pair<quint64, quint64>;
     // A whole new item that waits for its name.
     struct Arrival {
         FileStatus made;
@@ -92,7 +91,6 @@ private:
         Standing standing;
         std::optional<FileStatus> shown;
     };
-    static Key key(const FileIdentity &identity) { return { identity.device, identity.inode }; }
 
     TransferEnd attempt(const Item &item);
     TransferEnd move(const Item &item);
@@ -133,7 +131,7 @@ private:
     QStringList _lost; // lines about attributes
     FileIdentity _arrived; // by the last attempt
     mutable bool _noSpace = false; // what the last attempt failed for
-    QSet<Key> _made;
+    QSet<FileIdentity> _made;
     bool _keepsInodes = true; // the destination's file system
     QHash<QString, FileStatus> _madeByName; // where it does not, by the name with its case folded
 };

@@ -25,6 +25,9 @@ const auto service = u"org.freedesktop.login1"_s;
 const auto object = u"/org/freedesktop/login1"_s;
 const auto interface = u"org.freedesktop.login1.Manager"_s;
 
+// The session, its terminal, Ctrl+C in it.
+constexpr int Endings[] = { SIGTERM, SIGHUP, SIGINT };
+
 // What the signal handler may touch: nothing but a number to write to.
 volatile std::sig_atomic_t signalPipe = -1;
 
@@ -55,8 +58,8 @@ SessionEnd::~SessionEnd()
     letShutdownGoOn();
     if (_signals < 0)
         return;
-    std::signal(SIGTERM, SIG_DFL);
-    std::signal(SIGHUP, SIG_DFL);
+    for (const int signal : Endings)
+        std::signal(signal, SIG_DFL);
     signalPipe = -1;
     delete findChild<QSocketNotifier *>();
     close(_signals);
@@ -73,8 +76,8 @@ void SessionEnd::watchSignals()
     struct sigaction action { };
     action.sa_handler = signalCame;
     action.sa_flags = SA_RESTART;
-    sigaction(SIGTERM, &action, nullptr);
-    sigaction(SIGHUP, &action, nullptr);
+    for (const int signal : Endings)
+        sigaction(signal, &action, nullptr);
 }
 
 void SessionEnd::readSignal()

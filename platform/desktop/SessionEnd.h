@@ -7,8 +7,8 @@
 class QDBusPendingCallWatcher;
 
 // Notices that the machine, the session or this program is about to end, by whichever way it is
-// told first: the login service, the session manager, SIGTERM or SIGHUP. The machine waits until
-// the receivers of the signal are done.
+// told first: the login service, the session manager, SIGTERM, SIGHUP or SIGINT. The machine waits
+// until the receivers of the signal are done.
 class SessionEnd final : public QObject {
     Q_OBJECT
 

@@ -124,7 +124,7 @@ private Q_SLOTS:
         connect(&end, &SessionEnd::willEnd, this, [&told] { ++told; });
         QVERIFY(QMetaObject::invokeMethod(&end, "prepareForShutdown", Q_ARG(bool, true)));
         QCOMPARE(told, 1);
-        for (const int signal : { SIGTERM, SIGHUP }) {
+        for (const int signal : { SIGTERM, SIGHUP, SIGINT }) {
             const int before = told;
             std::raise(signal);
             QTRY_COMPARE(told, before + 1);
