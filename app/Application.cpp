@@ -123,6 +123,11 @@ void Application::quit()
         return;
     }
     _mainWindow.setEnabled(false);
+    // Its sheet tells what is waited for; and as it keeps the close box from the window, there must
+    // be a way to ask again from there.
+    _workingSheet.setEnabled(true);
+    if (_workingSheet.isWorkingSheetVisible())
+        _workingSheet.cancelWorkingSheet();
     save(); // the end of the work may be long in coming
     _stoppingWork = true;
     stopAnsweredWork();
