@@ -51,9 +51,10 @@ private Q_SLOTS:
                          "#!/bin/sh\necho -n \"$DBUS_SESSION_BUS_ADDRESS $1\" > \"$0.saw\"\n");
             folder.shell(
                 u"chmod +x opener; applications=~/.local/share/applications; "
-                "mkdir -p $applications ~/.config; "
-                "printf '[Desktop Entry]\\nType=Application\\nName=x\\nExec=%s %%u\\n' $PWD/opener "
-                "> $applications/opener.desktop; "
+                "mkdir -p \"$applications\" ~/.config; printf "
+                "'[Desktop Entry]\\nType=Application\\nName=x\\nExec=\"%s\" %%u\\n' "
+                "\"$PWD/opener\" "
+                "> \"$applications/opener.desktop\"; "
                 "printf '[Default Applications]\\nx-scheme-handler/test=opener.desktop\\n' "
                 "> ~/.config/mimeapps.list"_s);
             QVERIFY(InstalledApplications::openAddress(u"test:page"_s));
