@@ -68,8 +68,7 @@ std::error_code readWhole(const QString &path, QByteArray &bytes)
 QString setAsideDamaged(const QString &file)
 {
     for (int number = 1;; ++number) {
-        QString name =
-            file + u".damaged"_s + (number == 1 ? QString() : QString::number(number));
+        QString name = file + u".damaged"_s + (number == 1 ? QString() : QString::number(number));
         const auto failed = FileSystem::renameNoReplace(file, name);
         if (!failed) {
             qCWarning(log) << "Damaged settings are now" << FileName::shown(name);
