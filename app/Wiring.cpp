@@ -89,8 +89,9 @@ void Application::connectPane(Side side)
 // The button row follows the rules of the menus: what would do nothing does not look as if it did.
 void Application::validateButtons()
 {
+    const MenuState state = _commands.state();
     for (auto button = _mainWindow.buttons.cbegin(); button != _mainWindow.buttons.cend(); ++button)
-        button.value()->setEnabled(_commands.isAllowed(button.key()));
+        button.value()->setEnabled(entryOf(button.key()).menuRule(state));
 }
 
 // What answers the commands that the table leaves to the application; one line for each sheet.

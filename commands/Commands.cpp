@@ -94,11 +94,6 @@ MenuState Commands::state() const
     return state;
 }
 
-bool Commands::isAllowed(Command command) const
-{
-    return entryOf(command).menuRule(state());
-}
-
 void Commands::validate() const
 {
     const MenuState state = this->state();

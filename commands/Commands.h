@@ -44,13 +44,13 @@ public:
         return _actions[command][menu];
     }
 
-    bool isAllowed(Command command) const; // by the menus' rule, now
+    // What the menus' rules go by, now.
+    MenuState state() const;
     // Enables what the menus' rules allow now; and everything, once no menu is open.
     void validate() const;
     void enableAll() const;
 
 private:
-    MenuState state() const;
     void runNow(Command command, std::optional<Side> menu);
     QAction *newAction(const CommandEntry &entry, const ClassicKeys &keys,
                        std::optional<Side> menu);
