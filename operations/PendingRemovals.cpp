@@ -70,7 +70,7 @@ void PendingRemovals::settleDue()
     if (!_next.isFull())
         return;
     removeWritten();
-    _written = std::exchange(_next, {});
+    _leaving = std::exchange(_next, {});
     _writing = std::async(
         [destination = _destination] { return errorOf(SystemCalls::syncfs(destination)); });
 }
@@ -84,7 +84,7 @@ void PendingRemovals::settle()
 
 void PendingRemovals::removeWritten()
 {
-    if (const Lot lot = std::exchange(_written, {}); !lot.isEmpty())
+    if (const Lot lot = std::exchange(_leaving, {}); !lot.isEmpty())
         remove(lot, _writing.get());
 }
 

@@ -22,7 +22,7 @@ public:
     void addReplaced(const QByteArray &entry, const QByteArray &name, const FileStatus &status);
     void addMoved(const TreeList &list);
 
-    bool isEmpty() const { return _next.isEmpty() && _written.isEmpty(); }
+    bool isEmpty() const { return _next.isEmpty() && _leaving.isEmpty(); }
     // So that neither space nor time runs out: of a full lot the writing begins.
     void settleDue();
     // Nothing is left to do afterwards.
@@ -62,7 +62,7 @@ private:
     Staging &staging;
     Workspace &workspace;
     Lot _next;
-    Lot _written; // when `_writing` is done
+    Lot _leaving; // once `_writing` is done
     std::future<std::error_code> _writing;
     // The first failure: it may be told with one lot and be about the next.
     std::error_code _unwritten;
