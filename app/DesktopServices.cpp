@@ -10,7 +10,8 @@ DesktopServices::DesktopServices()
 
 Services DesktopServices::services()
 {
-    return { _defaults, _openDialogs, _alerts, _openPanel, _programs, _workspace, _versionServer };
+    return { _defaults, _openDialogs, _alerts,        _openPanel,
+             _programs, _workspace,   _versionServer, _authorization };
 }
 
 void DesktopServices::setMainWindow(QWidget *window)

@@ -6,6 +6,7 @@
 #include "platform/desktop/DesktopPrograms.h"
 #include "platform/desktop/DesktopWorkspace.h"
 #include "platform/desktop/HttpVersionServer.h"
+#include "platform/desktop/PolkitAuthorization.h"
 #include "platform/OpenDialogs.h"
 #include "settings/UserDefaults.h"
 #include "widgets/AlertSheets.h"
@@ -27,4 +28,5 @@ private:
     DesktopPrograms _programs;
     DesktopWorkspace _workspace;
     HttpVersionServer _versionServer;
+    PolkitAuthorization _authorization;
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 class Alerts;
+class AuthorizationServices;
 class OpenDialogs;
 class OpenPanel;
 class Programs;
@@ -18,4 +19,5 @@ struct Services {
     Programs &programs;
     Workspace &workspace;
     VersionServer &versionServer;
+    AuthorizationServices &authorization;
 };

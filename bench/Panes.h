@@ -5,6 +5,7 @@
 #include "platform/Alerts.h"
 #include "platform/desktop/DesktopPrograms.h"
 #include "platform/desktop/DesktopWorkspace.h"
+#include "platform/desktop/PolkitAuthorization.h"
 #include "platform/OpenDialogs.h"
 #include "platform/OpenPanel.h"
 #include "platform/VersionServer.h"
@@ -67,8 +68,9 @@ public:
     DesktopPrograms programs;
     DesktopWorkspace workspace;
     NoVersionServer versionServer;
+    PolkitAuthorization authorization;
     Application application { { defaults, openDialogs, alerts, openPanel, programs, workspace,
-                                versionServer } };
+                                versionServer, authorization } };
     MessageBus &bus = application.bus();
     Twinleaf &twinleaf = application.twinleaf();
     MainModel &model = application.mainModel();

@@ -1,12 +1,18 @@
-# One static library per folder, named twinleaf_<folder>. Files are found by the folder they lie in.
+# One static library per folder, named twinleaf_<folder>. Files are found by the folder they lie
+# in; NESTED: and by the folders inside it.
 function(twinleaf_layer name)
-  cmake_parse_arguments(layer "" "FOLDER" "USES" ${ARGN})
+  cmake_parse_arguments(layer "NESTED" "FOLDER" "USES" ${ARGN})
   if(NOT layer_FOLDER)
     set(layer_FOLDER ${name})
   endif()
   file(GLOB sources CONFIGURE_DEPENDS
        "${CMAKE_SOURCE_DIR}/${layer_FOLDER}/*.cpp" "${CMAKE_SOURCE_DIR}/${layer_FOLDER}/*.h"
        "${CMAKE_SOURCE_DIR}/${layer_FOLDER}/*.qrc")
+  if(layer_NESTED)
+    file(GLOB nested CONFIGURE_DEPENDS
+         "${CMAKE_SOURCE_DIR}/${layer_FOLDER}/*/*.cpp" "${CMAKE_SOURCE_DIR}/${layer_FOLDER}/*/*.h")
+    list(APPEND sources ${nested})
+  endif()
   list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
   list(FILTER sources INCLUDE REGEX "\\.")
   if(NOT sources) # a folder without sources is a layer all the same

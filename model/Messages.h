@@ -6,6 +6,8 @@
 
 #include <optional>
 
+class Authentication;
+
 // The catalogue of the program's messages: name, payload, who posts, who receives.
 
 // Requests to the pane model
@@ -133,6 +135,13 @@ inline constexpr Message<NoPayload> CancelThread { "TWCancelThreadNotification" 
 // Kept: the name is spelt like this. Stop unpacking. Posted by the archive sheet's Cancel.
 // Received by FileOperations::cancelArchiving.
 inline constexpr Message<NoPayload> CancelArchiving { "TWCancelArchvingNotification" };
+
+// The administrator's rights were gained, or given up. Posted by Authentication.
+struct RightsChange {
+    const Authentication *authentication;
+};
+inline constexpr Message<RightsChange> Authenticated { "AUAuthenticatedNotification" };
+inline constexpr Message<RightsChange> Deauthenticated { "AUDeauthenticatedNotification" };
 
 // Messages about the platform
 

@@ -989,5 +989,33 @@ Stelle der zuletzt gezeigten Ordner; eine Datei öffnet ihren Ordner und ist aus
         <source>A name is neither empty nor &apos;.&apos; nor &apos;..&apos;, and holds no &apos;/&apos;.</source>
         <translation>Ein Name ist weder leer noch „.“ oder „..“ und enthält kein „/“.</translation>
     </message>
+    <message>
+        <source>Information</source>
+        <translation>Informationen</translation>
+    </message>
+    <message>
+        <source>Preferences...</source>
+        <translation>Einstellungen...</translation>
+    </message>
+    <message>
+        <source>Hide toolbar</source>
+        <translation>Symbolleiste ausblenden</translation>
+    </message>
+    <message>
+        <source>Customize Toolbar...</source>
+        <translation>Symbolleiste anpassen...</translation>
+    </message>
+    <message>
+        <source>Bookmark manager</source>
+        <translation>Lesezeichen verwalten</translation>
+    </message>
+    <message>
+        <source>Image browser</source>
+        <translation>Bildbetrachter</translation>
+    </message>
+    <message>
+        <source>Internal terminal</source>
+        <translation>Internes Terminal</translation>
+    </message>
 </context>
 </TS>

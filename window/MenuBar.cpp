@@ -21,6 +21,7 @@ constexpr Line fileMenu[] = {
     Command::NewFolder,
     Command::Duplicate,
     Command::Rename,
+    Command::Information,
     Separator,
     Command::Copy,
     Command::Move,
@@ -31,9 +32,11 @@ constexpr Line fileMenu[] = {
     Separator,
     Command::Eject,
     Separator,
+    Command::Preferences,
+    Separator,
     Command::Quit,
 };
-constexpr std::size_t LinesAboutItems = 16; // of the file menu: those of a row's context menu
+constexpr std::size_t LinesAboutItems = 17; // of the file menu: those of a row's context menu
 constexpr Line selectMenu[] = {
     Command::SelectAll,      Command::SelectSame, Command::GroupSelect, Command::GroupDeselect,
     Command::CompareFolders, Separator,           Command::Find,        Command::FindNext,
@@ -43,6 +46,9 @@ constexpr Line viewMenu[] = {
     Separator,
     Command::ShowHiddenFiles,
     Command::ShowClassicButtons,
+    Separator,
+    Command::ShowToolbar,
+    Command::CustomizeToolbar,
 };
 constexpr Line sortMenuLines[] = { Command::SortByName, Command::SortBySize, Command::SortByDate,
                                    Command::SortByType };
@@ -57,10 +63,12 @@ constexpr Line folderMenuLines[] = {
     Command::ShowHiddenFiles, Separator,         Command::FolderOfOtherPane,
     Command::OtherFolder,     Command::CopyPath, Command::CopyLocalizedPath,
 };
-constexpr Line bookmarksMenuLines[] = { Command::AddBookmark, Separator };
+constexpr Line bookmarksMenuLines[] = { Command::AddBookmark, Command::BookmarkManager, Separator };
 constexpr Line toolsMenuLines[] = {
-    Command::Terminal, Command::Console,        Command::ActivityMonitor, Command::DiskUtility,
-    Command::Keychain, Command::NetworkUtility, Command::NetInfoManager,  Command::SystemProfiler,
+    Command::ImageBrowser,   Command::InternalTerminal, Separator,
+    Command::Terminal,       Command::Console,          Command::ActivityMonitor,
+    Command::DiskUtility,    Command::Keychain,         Command::NetworkUtility,
+    Command::NetInfoManager, Command::SystemProfiler,
 };
 constexpr Line helpMenu[] = { Command::CheckForNewerVersion, Command::About };
 

@@ -2,6 +2,7 @@
 
 #include "files/FileSystem.h"
 #include "files/PathText.h"
+#include "platform/AuthorizationServices.h"
 #include "platform/OpenPanel.h"
 #include "platform/VersionServer.h"
 #include "platform/Workspace.h"
@@ -131,4 +132,33 @@ struct ScriptedVersionServer final : VersionServer {
     }
     bool connects = true;
     std::optional<QByteArray> answer;
+};
+
+// Holds the rights when the test says so, and runs nothing.
+class RecordedAuthorization final : public AuthorizationServices {
+public:
+    bool holdsRights(const QStringList &commands) override
+    {
+        asked.append(commands);
+        return holds;
+    }
+    bool askForRights(const QStringList &commands) override
+    {
+        asked.append(commands);
+        holds = holds || personAgrees;
+        return holds;
+    }
+    void giveUpRights() override { holds = false; }
+    int execute(const QString &command, const QStringList &arguments,
+                const std::optional<FileIdentity> &) override
+    {
+        executed.append(QStringList { command } + arguments);
+        return status;
+    }
+
+    bool holds = false;
+    bool personAgrees = true;
+    int status = 0;
+    QList<QStringList> asked; // the commands of each question, silent ones too
+    QList<QStringList> executed;
 };

@@ -33,8 +33,9 @@ struct World {
     RecordedPrograms programs;
     RecordedWorkspace workspace;
     ScriptedVersionServer versionServer;
+    RecordedAuthorization authorization;
     Application application { { defaults, openDialogs, alerts, openPanel, programs, workspace,
-                                versionServer } };
+                                versionServer, authorization } };
     MessageBus &bus = application.bus();
     Twinleaf &twinleaf = application.twinleaf();
     MainModel &model = application.mainModel();
