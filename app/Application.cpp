@@ -28,8 +28,9 @@ constexpr std::chrono::seconds BetweenLooks { 1 };
 Application::Application(const Services &services, const CommandLine &line)
     : _services(services)
     , _line(line)
+    , _authentication(services.authorization, services.programs, services.alerts, _bus)
     , _twinleaf(_bus, services.defaults, services.alerts, services.programs, services.workspace,
-                _kinds, services.openDialogs, _waiting)
+                _kinds, services.openDialogs, _waiting, _authentication)
     , _mainModel(_bus, services.defaults, services.alerts, _twinleaf, _twinleaf, _kinds, _waiting)
     , _mainWindow(_bus, _mainModel, services.defaults)
     , _waitingWindow(_mainWindow, _waiting)

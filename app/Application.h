@@ -9,6 +9,7 @@
 #include "commands/UpdateCheck.h"
 #include "model/MainModel.h"
 #include "model/MessageBus.h"
+#include "operations/Authentication.h"
 #include "operations/Twinleaf.h"
 #include "settings/BookmarkStore.h"
 #include "sheets/ArchiveSheet.h"
@@ -53,6 +54,7 @@ public:
     MessageBus &bus() { return _bus; }
     const FileKinds &kinds() const { return _kinds; }
     Waiting &waiting() { return _waiting; }
+    Authentication &authentication() { return _authentication; }
     Twinleaf &twinleaf() { return _twinleaf; }
     MainModel &mainModel() { return _mainModel; }
     MainWindowLayout &mainWindow() { return _mainWindow; }
@@ -82,6 +84,7 @@ private:
     MessageBus _bus;
     FileKinds _kinds;
     Waiting _waiting;
+    Authentication _authentication;
     Twinleaf _twinleaf;
     MainModel _mainModel;
     MainWindowLayout _mainWindow;

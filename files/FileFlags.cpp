@@ -3,6 +3,7 @@
 #include "base/Localized.h"
 #include "files/FileName.h"
 #include "files/FileStatus.h"
+#include "files/ItemMarks.h"
 #include "files/SystemCalls.h"
 
 #include <QSet>
@@ -148,6 +149,6 @@ bool FileFlags::isLocked(const QString &path, const FileStatus &status)
         return true;
     char value = 0;
     const ssize_t size =
-        ::lgetxattr(FileName::toBytes(path).constData(), "user.twinleaf.locked", &value, 1);
-    return size > 0 ? value != '0' : size < 0 && errno == ERANGE;
+        ::lgetxattr(FileName::toBytes(path).constData(), ItemMarks::LockName, &value, 1);
+    return ItemMarks::meansLocked(size, value);
 }

@@ -1,9 +1,8 @@
 #include "files/LinkFile.h"
 
+#include "files/DesktopEntry.h"
 #include "files/FileUrls.h"
 #include "files/SmallFile.h"
-
-#include <QList>
 
 namespace {
 
@@ -23,25 +22,7 @@ std::optional<QString> LinkFile::target(const QString &path)
 
 std::optional<QString> LinkFile::targetIn(const QByteArray &content)
 {
-    bool entry = false;
-    bool link = false;
-    QByteArray url;
-    const auto lines = content.split('\n');
-    for (const QByteArray &raw : lines) {
-        const QByteArray line = raw.trimmed();
-        if (line.startsWith('[')) {
-            entry = line == "[Desktop Entry]";
-            continue;
-        }
-        const qsizetype equals = line.indexOf('=');
-        if (!entry || equals < 0)
-            continue;
-        const QByteArray key = line.first(equals).trimmed();
-        const QByteArray value = line.sliced(equals + 1).trimmed();
-        if (key == "Type")
-            link = value == "Link";
-        else if (key == "URL")
-            url = value;
-    }
-    return link ? FileUrls::pathOf(url) : std::nullopt;
+    const auto type = DesktopEntry::value(content, "Type");
+    const auto url = DesktopEntry::value(content, "URL");
+    return type == "Link" && url ? FileUrls::pathOf(*url) : std::nullopt;
 }

@@ -28,6 +28,54 @@
         <translation>Programm kann nicht gestartet werden!</translation>
     </message>
     <message>
+        <source>Are you sure that you want to end the process '%@'?</source>
+        <translation>Soll der Prozess „%@“ wirklich beendet werden?</translation>
+    </message>
+    <message>
+        <source>Process %i:</source>
+        <translation>Prozess %i:</translation>
+    </message>
+    <message>
+        <source>Cannot read bundle OS type of launch application!</source>
+        <translation>Der Dokumenttyp des Startprogramms kann nicht gelesen werden!</translation>
+    </message>
+    <message>
+        <source>Cannot read bundle signature of launch application!</source>
+        <translation>Die Signatur des Startprogramms kann nicht gelesen werden!</translation>
+    </message>
+    <message>
+        <source>No Access</source>
+        <translation>Kein Zugriff</translation>
+    </message>
+    <message>
+        <source>Execute only</source>
+        <translation>Nur Ausführen</translation>
+    </message>
+    <message>
+        <source>Write only</source>
+        <translation>Nur Schreiben</translation>
+    </message>
+    <message>
+        <source>Write &amp; Execute</source>
+        <translation>Schreiben &amp; Ausführen</translation>
+    </message>
+    <message>
+        <source>Read only</source>
+        <translation>Nur Lesen</translation>
+    </message>
+    <message>
+        <source>Read &amp; Execute</source>
+        <translation>Lesen &amp; Ausführen</translation>
+    </message>
+    <message>
+        <source>Read &amp; Write</source>
+        <translation>Lesen &amp; Schreiben</translation>
+    </message>
+    <message>
+        <source>Read &amp; Write &amp; Execute</source>
+        <translation>Lesen, Schreiben &amp; Ausführen</translation>
+    </message>
+    <message>
         <source>Cannot launch installer or package!</source>
         <translation>Installationsprogramm oder Paket kann nicht gestartet werden!</translation>
     </message>

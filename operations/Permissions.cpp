@@ -1,0 +1,221 @@
+#include "operations/Permissions.h"
+
+#include "base/Localized.h"
+#include "files/Descriptor.h"
+#include "files/FileName.h"
+#include "files/FileStatus.h"
+#include "files/ItemMarks.h"
+#include "files/SystemCalls.h"
+#include "files/Waiting.h"
+#include "operations/ApplicationCodes.h"
+#include "operations/Authentication.h"
+#include "platform/Alerts.h"
+
+#include <QVarLengthArray>
+
+#include <cerrno>
+#include <fcntl.h>
+#include <grp.h>
+#include <memory>
+#include <pwd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr const char *Words[] = {
+    QT_TRANSLATE_NOOP("Twinleaf", "No Access"),
+    QT_TRANSLATE_NOOP("Twinleaf", "Execute only"),
+    QT_TRANSLATE_NOOP("Twinleaf", "Write only"),
+    QT_TRANSLATE_NOOP("Twinleaf", "Write & Execute"),
+    QT_TRANSLATE_NOOP("Twinleaf", "Read only"),
+    QT_TRANSLATE_NOOP("Twinleaf", "Read & Execute"),
+    QT_TRANSLATE_NOOP("Twinleaf", "Read & Write"),
+    QT_TRANSLATE_NOOP("Twinleaf", "Read & Write & Execute"),
+};
+
+constexpr mode_t SpecialBits = 07000; // set-id and sticky
+
+// One item, whatever comes to its path.
+class Held {
+public:
+    explicit Held(const QString &path)
+        : _item(SystemCalls::openat(AT_FDCWD, FileName::toBytes(path), O_PATH | O_CLOEXEC))
+    {
+    }
+    bool isThere() const { return _item.isOpen(); }
+    int number() const { return _item.number(); }
+    std::optional<FileStatus> status() const { return statusOf(number()); }
+    // By which the calls that refuse such a descriptor reach the item.
+    QString path() const { return u"/proc/self/fd/%1"_s.arg(number()); }
+    QString realPath() const { return linkTarget(path()).value_or(QString()); }
+
+private:
+    Descriptor _item;
+};
+
+// A name of the user database, or a number, which is shown where there is none.
+template <typename Entry>
+std::optional<unsigned> numberOf(const QString &name,
+                                 int (*byName)(const char *, Entry *, char *, size_t, Entry **),
+                                 unsigned Entry::*number)
+{
+    QVarLengthArray<char, 4096> memory(4096);
+    const QByteArray bytes = name.toUtf8();
+    Entry entry;
+    Entry *found = nullptr;
+    while (byName(bytes.constData(), &entry, memory.data(), size_t(memory.size()), &found)
+           == ERANGE)
+        memory.resize(memory.size() * 2);
+    if (found)
+        return found->*number;
+    bool isNumber = false;
+    const unsigned value = name.toUInt(&isNumber);
+    return isNumber && value != unsigned(-1) ? std::optional(value) : std::nullopt;
+}
+
+// Of "'APPL'" APPL; nothing of any other text.
+QByteArray codeIn(const QString &quoted)
+{
+    constexpr qsizetype Length = 6;
+    const bool isCode =
+        quoted.size() == Length && quoted.startsWith(u'\'') && quoted.endsWith(u'\'');
+    return isCode ? quoted.sliced(1, Length - 2).toUtf8() : QByteArray();
+}
+
+} // namespace
+
+Permissions::Permissions(Alerts &alertsToAsk, Authentication &rights, Waiting &waitingToUse)
+    : alerts(alertsToAsk)
+    , authentication(rights)
+    , waiting(waitingToUse)
+{
+}
+
+std::optional<QString> Permissions::permissionToString(QChar digit)
+{
+    if (digit < u'0' || digit > u'7')
+        return std::nullopt;
+    return localized(Words[digit.unicode() - u'0']);
+}
+
+QChar Permissions::stringToPermission(const QString &words)
+{
+    for (char16_t digit = u'0'; digit <= u'7'; ++digit)
+        if (words == permissionToString(digit))
+            return digit;
+    return u' ';
+}
+
+int Permissions::octalToDecimal(const QString &digits)
+{
+    quint32 value = 0;
+    for (const QChar digit : digits)
+        value = value * 8 + quint16(digit.unicode() - u'0');
+    return int(value);
+}
+
+bool Permissions::setPosixPermissions(mode_t permissions, const QString &path)
+{
+    const Held item(path);
+    const auto status = item.status();
+    if (!status)
+        return false;
+    const mode_t mode = (permissions & ~mode_t(S_IFMT)) | (status->mode & SpecialBits);
+    return mode == status->mode || ::chmod(FileName::toBytes(item.path()), mode) == 0;
+}
+
+bool Permissions::setOwnerAndGroup(const QString &path, const QString &owner, const QString &group)
+{
+    const Held item(path);
+    const auto status = item.status();
+    const auto newOwner = numberOf(owner, &::getpwnam_r, &passwd::pw_uid);
+    const auto newGroup = numberOf(group, &::getgrnam_r, &::group::gr_gid);
+    if (!status || !newOwner || !newGroup)
+        return false;
+    if (newOwner == status->owner && newGroup == status->group)
+        return true;
+    constexpr uid_t Same = -1;
+    if (::fchownat(item.number(), "", newOwner == status->owner ? Same : *newOwner,
+                   newGroup == status->group ? Same : *newGroup, AT_EMPTY_PATH)
+        != 0)
+        return false;
+    // The kernel takes the set-id bits of a program.
+    return item.status()->mode == status->mode
+        || ::chmod(FileName::toBytes(item.path()), status->mode) == 0;
+}
+
+bool Permissions::setLockState(const QString &path, bool locked) const
+{
+    static const auto program = u"/usr/bin/chattr"_s;
+    const auto ask = [this](const QString &place, auto job) {
+        return waiting.forAnswer(place, std::move(job));
+    };
+    const auto item =
+        ask(path, [path] { return std::make_shared<const Held>(path); }).value_or(nullptr);
+    if (!item || !item->isThere())
+        return false;
+    const QString real = item->realPath();
+    const auto lock = ask(real, [item] { return ItemMarks::lockOf(item->number()); });
+    const auto status = ask(real, [item] { return item->status(); }).value_or(std::nullopt);
+    if (!lock || !status)
+        return false;
+    const auto setMarked = [&] {
+        const auto error =
+            ask(real, [item, locked] { return ItemMarks::setMarked(item->number(), locked); });
+        return error && !*error;
+    };
+    if (!locked) {
+        // First of all: nothing can be written to an item that has the file system's own.
+        if (lock->immutable
+            && !authentication.executeCommand(program, { u"-i"_s, real }, status->identity))
+            return false;
+        return !lock->marked || setMarked();
+    }
+    if (lock->immutable || lock->marked)
+        return true;
+    if (lock->canBeImmutable && authentication.isAuthenticated({ program }))
+        return authentication.executeCommand(program, { u"+i"_s, real }, status->identity);
+    return setMarked();
+}
+
+bool Permissions::setCreatorAndTypeCode(const QString &path, const QString &application) const
+{
+    if (!application.startsWith(u'/'))
+        return true;
+    const auto item =
+        waiting.forAnswer(path, [path] { return std::make_shared<const Held>(path); });
+    if (!item || !(*item)->isThere())
+        return false;
+    const ItemMarks::Codes codes { codeIn(getBundleOSType(application)),
+                                   codeIn(getBundleSignature(application)) };
+    const auto error = waiting.forAnswer((*item)->realPath(), [item = *item, codes] {
+        return ItemMarks::setCodes(item->number(), codes);
+    });
+    return error && !*error;
+}
+
+QString Permissions::getBundleOSType(const QString &bundle) const
+{
+    const auto type =
+        waiting.forAnswer(bundle, [bundle] { return ApplicationCodes::documentType(bundle); });
+    return told(type.value_or(std::nullopt),
+                QT_TRANSLATE_NOOP("Twinleaf", "Cannot read bundle OS type of launch application!"));
+}
+
+QString Permissions::getBundleSignature(const QString &bundle) const
+{
+    const auto signature =
+        waiting.forAnswer(bundle, [bundle] { return ApplicationCodes::signature(bundle); });
+    return told(
+        signature.value_or(std::nullopt),
+        QT_TRANSLATE_NOOP("Twinleaf", "Cannot read bundle signature of launch application!"));
+}
+
+QString Permissions::told(const std::optional<QString> &code, const char *complaint) const
+{
+    if (!code)
+        alerts.ask(Alert::error(localized(complaint)));
+    // Kept: what is missing reads like this, and is no code for anybody.
+    return u'\'' + code.value_or(u"(null)"_s) + u'\'';
+}
