@@ -150,9 +150,10 @@ public:
     }
     void giveUpRights() override { holds = false; }
     int execute(const QString &command, const QStringList &arguments,
-                const std::optional<FileIdentity> &) override
+                const std::optional<FileIdentity> &item) override
     {
         executed.append(QStringList { command } + arguments);
+        items.append(item);
         return status;
     }
 
@@ -161,4 +162,5 @@ public:
     int status = 0;
     QList<QStringList> asked; // the commands of each question, silent ones too
     QList<QStringList> executed;
+    QList<std::optional<FileIdentity>> items; // of each of those
 };
