@@ -54,3 +54,21 @@ function(twinleaf_unpack)
   endif()
   install(TARGETS twinleaf-ditto RUNTIME DESTINATION bin)
 endfunction()
+
+# The program that has root's rights for what a person may ask of the main one. pkexec goes by the path in
+# the policy, so the place where it will be installed is settled here; the main program knows it, too.
+function(twinleaf_rights)
+  add_executable(twinleaf-rights "${CMAKE_SOURCE_DIR}/rights/main.cpp")
+  # Nothing of the layers' libraries runs as root.
+  target_link_options(twinleaf-rights PRIVATE LINKER:--as-needed)
+  target_link_libraries(twinleaf-rights PRIVATE twinleaf_rights)
+  set_target_properties(twinleaf-rights PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}")
+  set(TWINLEAF_RIGHTS_PROGRAM "${CMAKE_INSTALL_FULL_LIBEXECDIR}/twinleaf-rights")
+  set_source_files_properties("${CMAKE_SOURCE_DIR}/platform/desktop/PolkitAuthorization.cpp" PROPERTIES
+    COMPILE_DEFINITIONS "TWINLEAF_RIGHTS_PROGRAM=\"${TWINLEAF_RIGHTS_PROGRAM}\"")
+  configure_file("${CMAKE_SOURCE_DIR}/cmake/org.twinleaf.Twinleaf.policy.in"
+                 "${CMAKE_BINARY_DIR}/org.twinleaf.Twinleaf.policy" @ONLY)
+  install(TARGETS twinleaf-rights RUNTIME DESTINATION "${CMAKE_INSTALL_FULL_LIBEXECDIR}")
+  install(FILES "${CMAKE_BINARY_DIR}/org.twinleaf.Twinleaf.policy"
+          DESTINATION share/polkit-1/actions)
+endfunction()

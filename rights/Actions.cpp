@@ -1,0 +1,100 @@
+#include "rights/Actions.h"
+
+#include "rights/HeldItem.h"
+
+#include <csignal>
+#include <fcntl.h>
+#include <linux/fs.h>
+#include <sys/ioctl.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr mode_t SetIdBits = S_ISUID | S_ISGID;
+constexpr mode_t AllBits = 07777; // that a mode can be given
+
+bool setOwner(const HeldItem &held, uid_t owner, gid_t group)
+{
+    return fchownat(held.item.number(), "", owner, group, AT_EMPTY_PATH) == 0;
+}
+
+// A program that runs as its owner keeps doing so under the new one. Whoever wrote it would be root
+// with the next call of it, and the person was not told: root's it must not become in this way.
+bool makesProgramOfRoot(const ChangeOwner &change, const struct stat &status)
+{
+    if (!S_ISREG(status.st_mode))
+        return false;
+    return ((status.st_mode & S_ISUID) && change.owner == 0 && status.st_uid != 0)
+        || ((status.st_mode & S_ISGID) && change.group == 0 && status.st_gid != 0);
+}
+
+// The kernel takes them with the owner. They come back only on what is as it was seen but for them:
+// what somebody gave the item meanwhile is not given to it again by root.
+bool onlySetIdTaken(const struct stat &before, const struct stat &after)
+{
+    const mode_t changed = before.st_mode ^ after.st_mode;
+    return (changed & ~SetIdBits) == 0 && (changed & after.st_mode) == 0;
+}
+
+Outcome act(const ChangeOwner &change)
+{
+    auto found = holdItem(change.item);
+    if (auto *outcome = std::get_if<Outcome>(&found))
+        return *outcome;
+    const HeldItem &held = std::get<HeldItem>(found);
+    const struct stat &before = held.status;
+    if (makesProgramOfRoot(change, before))
+        return { Status::Refused, "a set-id program would become root's" };
+    if (!setOwner(held, change.owner, change.group))
+        return failure("the owner stays");
+
+    struct stat after;
+    if (fstat(held.item.number(), &after) != 0)
+        return failure("the item is gone");
+    if (after.st_mode == before.st_mode
+        || (onlySetIdTaken(before, after)
+            && chmod(pathOf(held).c_str(), before.st_mode & AllBits) == 0))
+        return {};
+    return { Status::Failed,
+             setOwner(held, before.st_uid, before.st_gid)
+                 ? "the set-id bits could not stay: the owner is as before"
+                 : "the set-id bits could not stay" };
+}
+
+Outcome act(const SetImmutable &change)
+{
+    auto found = holdItem(change.item);
+    if (auto *outcome = std::get_if<Outcome>(&found))
+        return *outcome;
+    const HeldItem &held = std::get<HeldItem>(found);
+    // Opening anything else may set something going.
+    if (!S_ISREG(held.status.st_mode) && !S_ISDIR(held.status.st_mode))
+        return { Status::Refused, "neither file nor folder" };
+    const Descriptor opened(
+        open(pathOf(held).c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+    int flags = 0;
+    if (!opened.isOpen() || ioctl(opened.number(), FS_IOC_GETFLAGS, &flags) != 0)
+        return failure("no flags");
+    const int wanted = change.immutable ? flags | FS_IMMUTABLE_FL : flags & ~FS_IMMUTABLE_FL;
+    if (wanted != flags && ioctl(opened.number(), FS_IOC_SETFLAGS, &wanted) != 0)
+        return failure("the flag stays");
+    return {};
+}
+
+Outcome act(const EndProcess &end)
+{
+    // By number: the C library's header for these calls is not made for C++.
+    const Descriptor process(int(syscall(SYS_pidfd_open, end.process, 0)));
+    if (!process.isOpen()
+        || syscall(SYS_pidfd_send_signal, process.number(), SIGTERM, nullptr, 0) != 0)
+        return failure("the process stays");
+    return {};
+}
+
+} // namespace
+
+Outcome perform(const Request &request)
+{
+    return std::visit([](const auto &what) { return act(what); }, request);
+}

@@ -1,0 +1,7 @@
+#pragma once
+
+#include "rights/Request.h"
+
+// Carries the request out, by descriptor throughout. Nothing half done: what fails leaves the item
+// as it was.
+Outcome perform(const Request &request);

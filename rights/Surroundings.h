@@ -1,0 +1,6 @@
+#pragma once
+
+// Makes this process independent of whoever has started it: environment, descriptors, signals,
+// limits; and leaves it of root's rights only those that the three commands take. Before anything
+// else is done.
+void leaveSurroundings();
