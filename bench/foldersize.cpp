@@ -1,9 +1,9 @@
 // The size of a tree of 200,000 files, against a bare walk that looks at each of them.
 
-#include "window/FolderSize.h"
 #include "bench/LargeFolder.h"
 #include "bench/Measure.h"
 #include "bench/OwnHome.h"
+#include "files/FolderWalk.h"
 
 #include <QCoreApplication>
 
@@ -43,7 +43,7 @@ int main(int argc, char **argv)
                    [](int number) { return std::string(size_t(number % 100), 'x'); });
     const std::atomic<bool> never { false };
     Measure::report("folder-size", Runs,
-                    { .work = [&] { FolderSize::totalOf(tree, never); },
+                    { .work = [&] { folderTotal(tree, never); },
                       .floor = [&] { bareWalk(tree.toUtf8()); } });
     return 0;
 }

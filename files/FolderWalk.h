@@ -10,3 +10,7 @@
 // becomes true. Any thread.
 void walkFiles(const QString &folder, const std::atomic<bool> &stop,
                const std::function<void(qint64 size)> &visit);
+
+// Adds up everything below a folder, in bytes; `soFar` follows the sum. Any thread.
+double folderTotal(const QString &folder, const std::atomic<bool> &stop,
+                   std::atomic<qint64> *soFar = nullptr);

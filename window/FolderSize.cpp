@@ -17,7 +17,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr double Block = 4096; // bytes
 constexpr unsigned long Patience = 1000; // milliseconds, at the program's end
 
 } // namespace
@@ -67,7 +66,7 @@ void FolderSize::showFolderSize(Side side, const RowsOfPane &asked)
     _counting[side].insert(path);
     const auto total = std::make_shared<double>(0);
     QThread *thread =
-        QThread::create([stop = _stop, path, total] { *total = totalOf(path, *stop); });
+        QThread::create([stop = _stop, path, total] { *total = folderTotal(path, *stop); });
     thread->setParent(this);
     // Kept: of several that run at once the last to end has its say, whatever is selected by then.
     connect(thread, &QThread::finished, this, [this, side, path, total, thread] {
@@ -78,13 +77,4 @@ void FolderSize::showFolderSize(Side side, const RowsOfPane &asked)
         });
     });
     thread->start();
-}
-
-double FolderSize::totalOf(const QString &folder, const std::atomic<bool> &stop) // worker thread
-{
-    double total = 0;
-    // Kept: nothing is rounded to blocks; each file counts 4095 bytes more than it holds.
-    walkFiles(folder, stop,
-              [&total](qint64 size) { total += (double(size) + Block - 1) * (1 / Block) * Block; });
-    return total;
 }

@@ -27,10 +27,6 @@ public:
 
     void showFolderSize(Side side, const RowsOfPane &rows);
 
-    // Adds up everything below a folder, links not followed; what cannot be read is left out. Ends
-    // early when `stop` becomes true. Any thread.
-    static double totalOf(const QString &folder, const std::atomic<bool> &stop);
-
 private:
     MessageBus &bus;
     const MainModel &mainModel;

@@ -1,5 +1,6 @@
 #include "window/InfoBars.h"
 
+#include "files/FolderWalk.h"
 #include "tests/support/World.h"
 #include "window/FolderSize.h"
 #include "window/InfoBarTextField.h"
@@ -38,18 +39,18 @@ private Q_SLOTS:
     {
         const TestFolder folder;
         const std::atomic<bool> never { false };
-        QCOMPARE(FolderSize::totalOf(folder.path(), never), 0.0);
+        QCOMPARE(folderTotal(folder.path(), never), 0.0);
         folder.makeFolder(u"a/b/c"_s);
-        QCOMPARE(FolderSize::totalOf(folder.path(), never), 0.0); // folders count nothing
+        QCOMPARE(folderTotal(folder.path(), never), 0.0); // folders count nothing
         folder.write(u"a/b/c/one"_s, "x");
-        QCOMPARE(FolderSize::totalOf(folder.path(), never), 4096.0);
+        QCOMPARE(folderTotal(folder.path(), never), 4096.0);
         folder.write(QString(u"a/"_s) + QChar(0xDCFF), QByteArray(10, 'x'));
         folder.link(folder.path(), u"a/loop"_s); // counts as itself, is not entered
-        QCOMPARE(FolderSize::totalOf(folder.path(), never),
+        QCOMPARE(folderTotal(folder.path(), never),
                  1.0 + 10 + double(folder.path().size()) + 3 * 4095);
         const std::atomic<bool> stop { true };
-        QVERIFY(FolderSize::totalOf(folder.path(), stop) < 3 * 4095);
-        QCOMPARE(FolderSize::totalOf(folder.path(u"gone"_s), never), 0.0);
+        QVERIFY(folderTotal(folder.path(), stop) < 3 * 4095);
+        QCOMPARE(folderTotal(folder.path(u"gone"_s), never), 0.0);
     }
 
     void aFolderIsCountedOnceAtATimeWhateverIsSelectedMeanwhile()
