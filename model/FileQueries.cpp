@@ -7,6 +7,7 @@
 #include "files/LinkFile.h"
 #include "files/PathText.h"
 #include "files/SameFile.h"
+#include "files/SmallFile.h"
 #include "files/VolumeLabel.h"
 #include "files/Waiting.h"
 #include "platform/Workspace.h"
@@ -19,6 +20,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr qint32 Oversized = 52428800; // bytes: 50 MiB
+constexpr qint64 TypeBytes = 16384; // all that the rules of types look at
 
 // On a worker: what each question asks of the disk.
 
@@ -250,12 +252,22 @@ QColor FileQueries::finderLabelColor(int label)
 
 QString FileQueries::getFileType(const QString &path) const
 {
-    const auto item =
-        waiting.forAnswer(path, [path, links = linksAsSet()] { return lookAt(path, links); })
-            .value_or(Looked());
-    return item.status
-        ? kinds.kindText(PathText::lastComponent(path), item.status->kind, item.isDangling)
-        : u"--"_s;
+    // By pointer: the kinds outlive every question.
+    return waiting
+        .forAnswer(path,
+                   [path, links = linksAsSet(), kindsInUse = &kinds] {
+                       const QString name = PathText::lastComponent(path);
+                       const Looked item = lookAt(path, links);
+                       if (!item.status)
+                           return u"--"_s;
+                       const bool isFile = item.status->kind == FileKind::Regular;
+                       const QByteArray start = isFile ? startOfFile(path, TypeBytes) : "";
+                       // Without a start a file is empty, or closed to us.
+                       if (isFile && start.isEmpty() == (item.status->size == 0))
+                           return FileKinds::kindTextByContent(name, start);
+                       return kindsInUse->kindText(name, item.status->kind, item.isDangling);
+                   })
+        .value_or(u"--"_s);
 }
 
 QString FileQueries::getApplicationForFile(const QString &path) const

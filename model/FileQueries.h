@@ -67,8 +67,8 @@ public:
     int finderLabelColorOfPath(const QString &path) const;
     static int labelOfBits(int bits); // the 3-bit label field of the Finder flags
     static QColor finderLabelColor(int label);
-    QString getFileType(const QString &path) const; // main thread
-    QString getApplicationForFile(const QString &path) const; // main thread
+    QString getFileType(const QString &path) const; // by the content of the file, too
+    QString getApplicationForFile(const QString &path) const;
     QIcon
     getIconForFile(const QString &path) const; // main thread; any size, so no width and height
     QString getLocalizedPath(const QString &path) const;

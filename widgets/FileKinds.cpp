@@ -149,6 +149,11 @@ QString FileKinds::kindText(const QString &name, FileKind kind, bool dangling) c
     return known(key(name, kind, dangling)).text;
 }
 
+QString FileKinds::kindTextByContent(const QString &name, const QByteArray &start)
+{
+    return textOf({}, QMimeDatabase().mimeTypeForFileNameAndData(name, start));
+}
+
 QIcon FileKinds::icon(const QString &name, FileKind kind, bool dangling) const
 {
     return iconOfKey(key(name, kind, dangling));

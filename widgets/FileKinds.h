@@ -25,6 +25,8 @@ public:
 
     // "Folder" (localized) exactly for folders that are no package; "--" when nothing is known.
     QString kindText(const QString &name, FileKind kind, bool dangling = false) const;
+    // The same of a regular file by its content, too, which begins like this. Kept nowhere.
+    static QString kindTextByContent(const QString &name, const QByteArray &start);
     // The theme's icon, or the program's own drawing of it where the theme has none.
     QIcon icon(const QString &name, FileKind kind, bool dangling = false) const;
     QIcon genericFolderIcon() const;
