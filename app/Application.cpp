@@ -44,6 +44,8 @@ Application::Application(const Services &services, const CommandLine &line)
     , _archiveSheet(_bus, &_mainWindow)
     , _windowController(_mainWindow, _bus, _navigators, _mainModel, services.defaults,
                         services.openDialogs)
+    , _infoSheetController(_twinleaf, _authentication, services.workspace, _kinds, services.alerts,
+                           services.openPanel, services.openDialogs, _waiting, _mainWindow)
     , _volumeReload(_mainModel, _navigators, services.workspace, services.openDialogs)
     , _leftDrops(*_mainWindow.leftFileList, _mainModel, _twinleaf, _twinleaf, services.alerts)
     , _rightDrops(*_mainWindow.rightFileList, _mainModel, _twinleaf, _twinleaf, services.alerts)
@@ -143,7 +145,8 @@ bool Application::end()
         stopWork();
     _services.defaults.synchronize();
     const bool countingEnded = _folderSize.end();
-    return countingEnded && !_twinleaf.anyRunning() && !Waiting::anyLost();
+    const bool readingEnded = _infoSheetController.end();
+    return countingEnded && readingEnded && !_twinleaf.anyRunning() && !Waiting::anyLost();
 }
 
 void Application::powerOff()

@@ -13,6 +13,7 @@
 #include "operations/Twinleaf.h"
 #include "settings/BookmarkStore.h"
 #include "sheets/ArchiveSheet.h"
+#include "sheets/information/InfoSheetController.h"
 #include "sheets/WorkingSheet.h"
 #include "views/PaneDragAndDrop.h"
 #include "views/TableViewDataSources.h"
@@ -62,6 +63,7 @@ public:
     WindowController &windowController() { return _windowController; }
     Commands &commands() { return _commands; }
     MenuBar &menus() { return _menus; }
+    InfoSheetController &infoSheetController() { return _infoSheetController; }
     BookmarkStore &bookmarkStore() { return _bookmarkStore; }
 
 private:
@@ -97,6 +99,7 @@ private:
     WorkingSheet _workingSheet;
     ArchiveSheet _archiveSheet;
     WindowController _windowController;
+    InfoSheetController _infoSheetController;
     VolumeReload _volumeReload;
     PaneDragAndDrop _leftDrops;
     PaneDragAndDrop _rightDrops;

@@ -22,6 +22,7 @@ void Application::connectAll()
 {
     _mainModel.setWindowController(&_windowController);
     _mainModel.setTwinleaf(&_twinleaf);
+    _mainModel.setInfoSheetController(&_infoSheetController);
     _twinleaf.setMainModel(&_mainModel);
     _twinleaf.setWindowController(&_windowController, &_workingSheet);
     _twinleaf.setArchiveSheet(&_archiveSheet);
@@ -126,6 +127,7 @@ void Application::awakeAll()
     _leftSource.awakeFromNib();
     _rightSource.awakeFromNib();
     _windowController.awakeFromNib();
+    _infoSheetController.awakeFromNib();
     _navigators.setupPathNavigators();
     _infoBars.setInfoBarsColors();
     // The window does not wait for it.

@@ -26,7 +26,7 @@ public:
     void newFolderButtonClicked();
     void deleteButtonClicked();
     void renameButtonClicked();
-    void infoClicked(); // asks for the information sheet; no menu offers it before that is built
+    void infoClicked();
     void openClicked();
     void reloadClicked();
     void showHiddenFilesClicked(); // or hides them, in both panes

@@ -268,6 +268,102 @@
         <translation>„%@“ wird bewegt</translation>
     </message>
     <message>
+        <source>Kind</source>
+        <translation>Art</translation>
+    </message>
+    <message>
+        <source>Where</source>
+        <translation>Ort</translation>
+    </message>
+    <message>
+        <source>Target</source>
+        <translation>Ziel</translation>
+    </message>
+    <message>
+        <source>Created</source>
+        <translation>Erstellt</translation>
+    </message>
+    <message>
+        <source>Modified</source>
+        <translation>Geändert</translation>
+    </message>
+    <message>
+        <source>Owner</source>
+        <translation>Eigentümer</translation>
+    </message>
+    <message>
+        <source>Group</source>
+        <translation>Gruppe</translation>
+    </message>
+    <message>
+        <source>Others</source>
+        <translation>Andere</translation>
+    </message>
+    <message>
+        <source>Locked</source>
+        <translation>Geschützt</translation>
+    </message>
+    <message>
+        <source>Permissions: %@</source>
+        <translation>Zugriffsrechte: %@</translation>
+    </message>
+    <message>
+        <source>Give up rights</source>
+        <translation>Rechte abgeben</translation>
+    </message>
+    <message>
+        <source>Administrator...</source>
+        <translation>Administrator ...</translation>
+    </message>
+    <message>
+        <source>Give up the administrator's rights</source>
+        <translation>Die Rechte des Administrators abgeben</translation>
+    </message>
+    <message>
+        <source>Gain the administrator's rights</source>
+        <translation>Die Rechte des Administrators erhalten</translation>
+    </message>
+    <message>
+        <source>The item could not be reached.</source>
+        <translation>Das Objekt war nicht zu erreichen.</translation>
+    </message>
+    <message>
+        <source>Cannot change launch application!</source>
+        <translation>Das Programm zum Öffnen kann nicht geändert werden!</translation>
+    </message>
+    <message>
+        <source>Cannot set owner and group!</source>
+        <translation>Eigentümer und Gruppe können nicht gesetzt werden!</translation>
+    </message>
+    <message>
+        <source>The administrator's rights were not granted.</source>
+        <translation>Die Rechte des Administrators wurden nicht gewährt.</translation>
+    </message>
+    <message>
+        <source>While the item is locked its permissions stay as they are.</source>
+        <translation>Solange das Objekt geschützt ist, bleiben seine Zugriffsrechte, wie sie sind.</translation>
+    </message>
+    <message>
+        <source>Cannot set permissions!</source>
+        <translation>Die Zugriffsrechte können nicht gesetzt werden!</translation>
+    </message>
+    <message>
+        <source>Cannot set lock state!</source>
+        <translation>Der Schutz kann nicht gesetzt werden!</translation>
+    </message>
+    <message>
+        <source>The item is no longer there.</source>
+        <translation>Das Objekt ist nicht mehr da.</translation>
+    </message>
+    <message>
+        <source>The item cannot be read: %@</source>
+        <translation>Das Objekt kann nicht gelesen werden: %@</translation>
+    </message>
+    <message>
+        <source>Another item has taken its place. Nothing was changed.</source>
+        <translation>Ein anderes Objekt ist an seine Stelle getreten. Nichts wurde geändert.</translation>
+    </message>
+    <message>
         <source>Name</source>
         <translation>Name</translation>
     </message>

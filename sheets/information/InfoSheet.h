@@ -1,0 +1,81 @@
+#pragma once
+
+#include "widgets/Sheet.h"
+
+#include <QPointer>
+
+#include <array>
+
+class AccountBox;
+class QCheckBox;
+class QComboBox;
+class QGridLayout;
+class QLineEdit;
+
+// The sheet with everything about an item: its controls, and how they stand. Their names are their
+// roles. Main thread.
+class InfoSheet final : public Sheet {
+    Q_OBJECT
+
+public:
+    explicit InfoSheet(QWidget *mainWindow);
+
+    QLabel *Icon;
+    QLineEdit *Name;
+    QLineEdit *Type;
+    QLineEdit *FileSize;
+    QLineEdit *Path;
+    QLineEdit *Target;
+    QLineEdit *Created;
+    QLineEdit *Modified;
+    QComboBox *OpenWith;
+    AccountBox *Owner;
+    QComboBox *OwnerPermissions;
+    AccountBox *Group;
+    QComboBox *GroupPermissions;
+    QComboBox *Other;
+    QPushButton *LockButton;
+    QCheckBox *LockState;
+
+    // Of the owner, the group and others, in this order.
+    std::array<QComboBox *, 3> permissions() const
+    {
+        return { OwnerPermissions, GroupPermissions, Other };
+    }
+
+    // A text of the item; what does not fit can be scrolled, and copied.
+    static void show(QLineEdit &field, const QString &text);
+    void showIcon(const QIcon &icon);
+    void showNameColor(const QColor &color); // invalid: as other texts
+    void showRights(bool held); // the padlock
+    void showNote(const QString &text); // what a person should know, in place of the last note
+
+    // While it is busy it neither takes input nor goes.
+    void setBusy(bool busy);
+    bool isBusy() const { return _busy; }
+
+    void reject() override;
+
+Q_SIGNALS:
+    void okClicked();
+
+protected:
+    void changeEvent(QEvent *event) override;
+
+private:
+    QLineEdit *newField(const QString &name);
+    QComboBox *newPermissions(const QString &name);
+    void addRow(const QString &name, QWidget *control, QWidget *beside = nullptr);
+    void addLine();
+    void addHeader();
+    void tintName();
+
+    QGridLayout *_grid;
+    QWidget *_content;
+    QLabel *_note;
+    QPushButton *_ok;
+    QPushButton *_cancel;
+    QPointer<QWidget> _focusBefore; // while it is busy
+    QColor _nameColor;
+    bool _busy = false;
+};

@@ -1,0 +1,61 @@
+#include "base/Localized.h"
+#include "files/FileName.h"
+#include "files/PathText.h"
+#include "model/FileQueries.h"
+#include "platform/OpenPanel.h"
+#include "platform/Workspace.h"
+#include "sheets/information/InfoSheet.h"
+#include "sheets/information/InfoSheetController.h"
+
+#include <QComboBox>
+
+// The pop-up of the applications that may open the item.
+
+void InfoSheetController::OpenWithChanged()
+{
+    InfoSheet &shown = sheet();
+    if (shown.OpenWith->currentText() != localized("Other..."))
+        return;
+    const auto application = openPanel.chooseApplication();
+    if (!application)
+        return shown.OpenWith->setCurrentIndex(0);
+    addItemForLaunchApp(*application);
+    shown.OpenWith->setCurrentText(titleOf(*application));
+}
+
+QString InfoSheetController::titleOf(const QString &application)
+{
+    return FileName::shown(PathText::withoutExtension(PathText::lastComponent(application)));
+}
+
+void InfoSheetController::addItemForLaunchApp(const QString &application)
+{
+    launchApplications.append(application);
+    setLaunchAppItems();
+}
+
+void InfoSheetController::setLaunchAppItems()
+{
+    QComboBox &openWith = *sheet().OpenWith;
+    for (const QString &application : std::as_const(launchApplications)) {
+        const bool isPath = application.startsWith(u'/');
+        const QString title = isPath ? titleOf(application) : application;
+        // One item to a title: the later one takes the place of the earlier.
+        if (const int earlier =
+                openWith.findText(title, Qt::MatchFixedString | Qt::MatchCaseSensitive);
+            earlier >= 0)
+            openWith.removeItem(earlier);
+        openWith.addItem(isPath ? workspace.iconOfApplication(application) : QIcon(), title);
+    }
+}
+
+QString InfoSheetController::getCurrentLaunchApp()
+{
+    // Kept: the first path that holds the title anywhere, so that an application whose name is part
+    // of an earlier one's path is taken for that.
+    const QString title = sheet().OpenWith->currentText();
+    for (const QString &application : std::as_const(launchApplications))
+        if (FileQueries::isStringInSubstring(application, title))
+            return application;
+    return {};
+}

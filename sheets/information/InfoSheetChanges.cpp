@@ -1,0 +1,159 @@
+#include "base/Localized.h"
+#include "files/FileName.h"
+#include "files/Waiting.h"
+#include "operations/Authentication.h"
+#include "operations/Twinleaf.h"
+#include "platform/Alerts.h"
+#include "sheets/information/AccountBox.h"
+#include "sheets/information/InfoSheet.h"
+#include "sheets/information/InfoSheetController.h"
+
+#include <algorithm>
+#include <cerrno>
+
+// What OK does. A control that the person did not touch writes nothing, and its step counts as one
+// that succeeded.
+
+using namespace Qt::StringLiterals;
+
+void InfoSheetController::endInfoSheet()
+{
+    InfoSheet &shown = sheet();
+    if (shown.isBusy())
+        return;
+    _itemReading.drop(); // nothing else is shown while this is written
+    shown.setBusy(true);
+    const bool done = changeAll();
+    shown.setBusy(false);
+    if (done)
+        return shown.accept();
+    setFileInformations(currentFullPath);
+}
+
+bool InfoSheetController::changeAll()
+{
+    if (!_facts)
+        return true; // nothing was known that could have been changed
+    const Choices now = choices();
+    if (now != _shown) {
+        const auto why =
+            waiting.forAnswer(currentFullPath, [path = currentFullPath, facts = *_facts] {
+                return whyNotThatItem(path, facts);
+            });
+        sheet().showNote(why.value_or(localized("The item could not be reached.")));
+        if (!why || !why->isEmpty())
+            return false;
+    }
+    // Each is tried, whatever became of the one before.
+    const bool application = changeLaunchApplication(now);
+    const bool owner = changeOwnerAndGroup(now);
+    const bool permissions = changePermissions(now);
+    const bool lock = changeLockState(now);
+    return application && owner && permissions && lock;
+}
+
+bool InfoSheetController::isOwnerMe()
+{
+    return sheet().Owner->title() == _facts->currentUser;
+}
+
+bool InfoSheetController::complain(const QString &failure, const QString &why)
+{
+    alerts.ask(Alert::failure(failure, FileName::shown(why)));
+    return false;
+}
+
+bool InfoSheetController::changeLaunchApplication(const Choices &now)
+{
+    if (!lockButtonStatus && !isOwnerMe())
+        return true;
+    const QString application = getCurrentLaunchApp();
+    if (now.application != _shown.application
+        && (!twinleaf.isThere(application)
+            || !twinleaf.setCreatorAndTypeCode(_facts->held->ownPath(), application)))
+        return complain(localized("Cannot change launch application!"), application);
+    _changed = true;
+    return true;
+}
+
+bool InfoSheetController::changeOwnerAndGroup(const Choices &now)
+{
+    static const auto program = u"/usr/sbin/chown"_s;
+    if (!lockButtonStatus)
+        return true;
+    if (now.owner != _shown.owner || now.group != _shown.group) {
+        struct Present {
+            QString path;
+            QString owner;
+            QString group;
+        };
+        const auto present = waiting.forAnswer(currentFullPath, [held = _facts->held] {
+            const FileStatus status = held->statusNow().value_or(held->status());
+            return Present { held->presentPath(), userName(status.owner), groupName(status.group) };
+        });
+        const auto failed = [this](const QString &why) {
+            return complain(localized("Cannot set owner and group!"), why);
+        };
+        if (!present || present->path.isEmpty())
+            return failed(localized("The item could not be reached."));
+        if (!authentication.authenticate({ program }))
+            return failed(localized("The administrator's rights were not granted."));
+        // The half that was not touched is what the item has by now.
+        const QString account = (now.owner != _shown.owner ? now.owner : present->owner) + u':'
+            + (now.group != _shown.group ? now.group : present->group);
+        if (!authentication.executeCommand(program, { account, present->path },
+                                           _facts->status().identity))
+            return failed(present->path);
+    }
+    _changed = true;
+    return true;
+}
+
+bool InfoSheetController::changePermissions(const Choices &now)
+{
+    if (!lockButtonStatus && !isOwnerMe())
+        return true;
+    if (!lockButtonStatus && currentFileLocked) {
+        if (now.permissions == _shown.permissions)
+            return true;
+        sheet().showNote(localized("While the item is locked its permissions stay as they are."));
+        return false;
+    }
+    if (now.permissions != _shown.permissions) {
+        const auto error = waiting.forAnswer(
+            currentFullPath, [=, shown = _shown.permissions, held = _facts->held] {
+                const auto status = held->statusNow();
+                if (!status)
+                    return errno;
+                // Kept: a class that was changed gets the bits that its control names, although of
+                // a set-id or sticky item the control had shown those of the class before. The bits
+                // of the others stay, and so do set-id and sticky.
+                QString digits = QString::number(status->mode & 0777, 8).rightJustified(3, u'0');
+                for (size_t place = 0; place < shown.size(); ++place)
+                    if (now.permissions[place] != shown[place])
+                        digits[qsizetype(place)] =
+                            Permissions::stringToPermission(now.permissions[place]);
+                errno = 0;
+                return Permissions::setPosixPermissions(mode_t(Permissions::octalToDecimal(digits)),
+                                                        held->ownPath())
+                    ? 0
+                    : std::max(errno, EPERM);
+            });
+        if (!error || *error != 0)
+            return complain(localized("Cannot set permissions!"),
+                            error ? QString::fromStdString(
+                                std::error_code(*error, std::generic_category()).message())
+                                  : localized("The item could not be reached."));
+    }
+    _changed = true;
+    return true;
+}
+
+bool InfoSheetController::changeLockState(const Choices &now)
+{
+    if ((!lockButtonStatus && !isOwnerMe()) || now.locked == _shown.locked)
+        return true;
+    if (!twinleaf.setLockState(_facts->held->ownPath(), now.locked))
+        return complain(localized("Cannot set lock state!"), currentFullPath);
+    return true;
+}

@@ -1,0 +1,62 @@
+#include "sheets/information/Readings.h"
+
+#include "base/Arrivals.h"
+
+#include <QThread>
+
+namespace {
+
+constexpr unsigned long Patience = 1000; // milliseconds, at the program's end
+
+} // namespace
+
+Readings::~Readings()
+{
+    end();
+}
+
+void Readings::run(std::function<void()> read, std::function<void()> take)
+{
+    QThread *thread = QThread::create(std::move(read));
+    thread->setParent(this);
+    ++_underWay;
+    connect(thread, &QThread::finished, this,
+            [this, thread, take = std::move(take), wanted = _wanted] {
+                thread->deleteLater();
+                if (!*wanted)
+                    return;
+                Arrivals::deliver(this, [this, take, wanted] {
+                    if (!*wanted)
+                        return;
+                    --_underWay;
+                    take();
+                });
+            });
+    thread->start();
+}
+
+void Readings::drop()
+{
+    *_wanted = false;
+    _wanted = std::make_shared<bool>(true);
+    _underWay = 0;
+}
+
+bool Readings::anyWanted() const
+{
+    return _underWay > 0;
+}
+
+bool Readings::end()
+{
+    drop();
+    bool ended = true;
+    const auto threads = findChildren<QThread *>();
+    for (QThread *thread : threads) {
+        if (thread->wait(Patience))
+            continue;
+        thread->setParent(nullptr); // left behind
+        ended = false;
+    }
+    return ended;
+}

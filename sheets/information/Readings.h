@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QObject>
+
+#include <functional>
+#include <memory>
+
+// Readings that nobody waits for, each on a thread of its own. Main thread.
+class Readings final : public QObject {
+    Q_OBJECT
+
+public:
+    ~Readings() override;
+
+    // `read` runs beside the window and holds by value what it needs; `take` gets what it answers,
+    // on the main thread and in the order of what arrives there, unless drop() came first.
+    template <typename Read, typename Take>
+    void start(Read read, Take take)
+    {
+        using Result = std::invoke_result_t<Read &>;
+        const auto result = std::make_shared<Result>();
+        run([result, read = std::move(read)]() mutable { *result = read(); },
+            [result, take = std::move(take)] { take(std::move(*result)); });
+    }
+    // Nobody wants the answers of those under way any more.
+    void drop();
+    bool anyWanted() const;
+
+    // False when a thread does not come back from a server that is gone.
+    bool end();
+
+private:
+    void run(std::function<void()> read, std::function<void()> take);
+
+    std::shared_ptr<bool> _wanted = std::make_shared<bool>(true); // those started since drop()
+    int _underWay = 0; // of these
+};
