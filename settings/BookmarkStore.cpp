@@ -38,6 +38,29 @@ UserDefaults::Edit deleting(const QString &text, const QString &key)
     };
 }
 
+// All records with the text together, before the first with the other text.
+UserDefaults::Edit moving(const QString &text, const std::optional<QString> &before,
+                          const QString &key)
+{
+    return [text, before, key](const QVariant &stored) {
+        const QVariantList records = stored.toList();
+        const auto has = [&](const QVariant &each, const QString &wanted) {
+            const QVariantMap record = each.toMap();
+            return record.contains(key) && record[key].toString() == wanted;
+        };
+        QVariantList moved;
+        QVariantList others;
+        for (const QVariant &each : records)
+            (has(each, text) ? moved : others).append(each);
+        auto place = others.cend();
+        if (before)
+            place = std::find_if(others.cbegin(), others.cend(),
+                                 [&](const QVariant &each) { return has(each, *before); });
+        return others.first(place - others.cbegin()) + moved
+            + others.sliced(place - others.cbegin());
+    };
+}
+
 } // namespace
 
 QList<Bookmark> BookmarkStore::getBookmarksFromUserDefaults() const
@@ -62,6 +85,15 @@ void BookmarkStore::addBookmarkEntry(const QString &localizedPath, const QString
 void BookmarkStore::deleteBookmarkEntry(const Bookmark &bookmark)
 {
     defaults.change(Settings::Bookmarks, deleting(bookmark.localizedPath, LocalizedPath));
+}
+
+void BookmarkStore::moveBookmarkEntry(const Bookmark &bookmark,
+                                      const std::optional<Bookmark> &before)
+{
+    defaults.change(Settings::Bookmarks,
+                    moving(bookmark.localizedPath,
+                           before ? std::optional(before->localizedPath) : std::nullopt,
+                           LocalizedPath));
 }
 
 QList<FavoriteApplication> BookmarkStore::getFavoriteApplicationsFromUserDefaults() const
@@ -90,4 +122,10 @@ void BookmarkStore::addFavoriteApplicationsEntry(const QString &path, const QStr
 void BookmarkStore::deleteFavoriteApplicationsEntry(const QString &realPath)
 {
     defaults.change(Settings::OpenWithFavoriteApplications, deleting(realPath, RealPath));
+}
+
+void BookmarkStore::moveFavoriteApplicationsEntry(const QString &realPath,
+                                                  const std::optional<QString> &before)
+{
+    defaults.change(Settings::OpenWithFavoriteApplications, moving(realPath, before, RealPath));
 }

@@ -3,6 +3,8 @@
 #include <QList>
 #include <QString>
 
+#include <optional>
+
 class UserDefaults;
 
 // A folder of the Bookmarks menu. Two with one shown path are the same bookmark.
@@ -31,10 +33,14 @@ public:
     QList<Bookmark> getBookmarksFromUserDefaults() const;
     void addBookmarkEntry(const QString &localizedPath, const QString &realPath);
     void deleteBookmarkEntry(const Bookmark &bookmark);
+    // Before the other one, or to the end; where another program took that out, to the end.
+    void moveBookmarkEntry(const Bookmark &bookmark, const std::optional<Bookmark> &before);
 
     QList<FavoriteApplication> getFavoriteApplicationsFromUserDefaults() const;
     void addFavoriteApplicationsEntry(const QString &path, const QString &localizedPath);
     void deleteFavoriteApplicationsEntry(const QString &realPath);
+    void moveFavoriteApplicationsEntry(const QString &realPath,
+                                       const std::optional<QString> &before);
 
 private:
     UserDefaults &defaults;

@@ -34,7 +34,8 @@ inline constexpr Key PathNavigatorsSize { "TWPathNavigatorsSize" };
 inline constexpr Key PathNavigatorsFontSize { "TWPathNavigatorsFontSize" };
 // string, absent: bold 10 whatever the size says. The localized "Normal" or "Bold".
 inline constexpr Key PathNavigatorsFontStyle { "TWPathNavigatorsFontStyle" };
-// colour dictionary, absent: no frame. Frame of the info bars.
+// colour dictionary. Frame of the info bars; absent: none is drawn, and the preferences offer the
+// grey 120/255.
 inline constexpr Key InfoBarFrameColor { "TWInfoBarFrameColor" };
 // colour dictionary, absent: black. Text of the info bars.
 inline constexpr Key InfoBarFontColor { "TWInfoBarFontColor" };

@@ -67,8 +67,17 @@ bool isDark(const QPalette &palette)
 QColor colorOfDictionary(const QVariantMap &dictionary)
 {
     const auto share = [&](const QString &key) {
-        return float(std::clamp(dictionary.value(key).toDouble(), 0.0, 1.0));
+        const double value = dictionary.value(key).toDouble();
+        return value > 0 ? float(std::min(value, 1.0)) : 0; // of "not a number" nothing is true
     };
     return QColor::fromRgbF(share(u"Red"_s), share(u"Green"_s), share(u"Blue"_s),
                             share(u"Alpha"_s));
+}
+
+QVariantMap dictionaryOfColor(const QColor &color)
+{
+    return { { u"Red"_s, double(color.redF()) },
+             { u"Green"_s, double(color.greenF()) },
+             { u"Blue"_s, double(color.blueF()) },
+             { u"Alpha"_s, double(color.alphaF()) } };
 }

@@ -27,5 +27,6 @@ QColor standingOut(const QColor &ground, const QColor &towards, double leastCont
 bool isDark(const QPalette &palette);
 
 // A colour as the settings hold it: "Red", "Green", "Blue", "Alpha", floats from 0 to 1; what is
-// missing or no number counts as 0.
+// missing or no number counts as 0, above 1 as 1.
 QColor colorOfDictionary(const QVariantMap &dictionary);
+QVariantMap dictionaryOfColor(const QColor &color);

@@ -19,7 +19,8 @@ void InfoBarTextField::readColors(const UserDefaults &defaults)
 
 QColor InfoBarTextField::textColor() const
 {
-    if (_text)
+    // The preferences store the black that they come up with, too: it stands for no choice.
+    if (_text && *_text != QColor(Qt::black))
         return *_text;
     // Looked at anew each time: the desktop can turn dark while the window is open.
     return isDark(palette()) ? ElidedLabel::textColor() : QColor(Qt::black);

@@ -7,7 +7,7 @@
 class UserDefaults;
 
 // A field of an info bar, with text and frame in the person's colours. Without stored ones the text
-// is black, in a dark window as light as other texts, and the frame transparent.
+// is black and the frame transparent. Black text is in a dark window as light as other texts.
 class InfoBarTextField final : public ElidedLabel {
     Q_OBJECT
 

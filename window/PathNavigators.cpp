@@ -1,11 +1,9 @@
 #include "window/PathNavigators.h"
 
-#include "base/Localized.h"
 #include "files/PathText.h"
 #include "model/FileQueries.h"
 #include "model/MainModel.h"
-#include "settings/SettingsKeys.h"
-#include "settings/UserDefaults.h"
+#include "settings/PathNavigatorStyle.h"
 
 #include <QFontDatabase>
 
@@ -37,22 +35,13 @@ PathNavigators::~PathNavigators()
 void PathNavigators::setupPathNavigators()
 {
     using ControlSize = SegmentedControl::ControlSize;
-    const bool mini =
-        defaults.string(Settings::PathNavigatorsSize).value_or(QString()) == localized("Mini");
-
+    const auto style = PathNavigatorStyle::fromDefaults(defaults);
     QFont font = QFontDatabase::systemFont(QFontDatabase::GeneralFont);
-    font.setPointSize(10);
-    font.setBold(true);
-    const int size = defaults.integer(Settings::PathNavigatorsFontSize).value_or(10);
-    // Kept: without a stored style the size is ignored, and the font stays bold 10.
-    const QString style = defaults.string(Settings::PathNavigatorsFontStyle).value_or(QString());
-    if (size > 0 && (style == localized("Normal") || style == localized("Bold"))) {
-        font.setPointSize(size);
-        font.setBold(style == localized("Bold"));
-    }
+    font.setPointSize(style.fontSize);
+    font.setBold(style.bold);
     for (const Side side : { Side::Left, Side::Right }) {
         control(side).setFont(font);
-        control(side).setControlSize(mini ? ControlSize::Mini : ControlSize::Small);
+        control(side).setControlSize(style.mini ? ControlSize::Mini : ControlSize::Small);
     }
 }
 
