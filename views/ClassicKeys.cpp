@@ -13,6 +13,18 @@ namespace {
 // The words of an action in the settings: "CopyKeys" holds "CopyKey" and "CopyModifierFlag".
 constexpr std::array StoredNames { "Copy", "Move", "NewFolder", "Delete", "Rename", "Exit" };
 
+struct Words {
+    QString group;
+    QString key;
+    QString modifier;
+};
+
+Words words(int action)
+{
+    const QString name = QString::fromLatin1(StoredNames[action]);
+    return { name + u"Keys"_s, name + u"Key"_s, name + u"ModifierFlag"_s };
+}
+
 std::optional<int> storedInteger(const QVariantMap &entries, const QString &key)
 {
     bool isNumber = false;
@@ -48,22 +60,48 @@ ClassicKeys::ClassicKeys()
 {
 }
 
+ClassicKeys::ClassicKeys(const Choices &choices)
+    : ClassicKeys()
+{
+    for (int i = 0; i < ActionCount; ++i) {
+        if (const auto key = choices[i].key)
+            _bindings[i].key = *key;
+        if (const auto modifier = choices[i].modifier)
+            if (const auto mask = maskOfChoice(*modifier))
+                _bindings[i].modifierFlag = *mask;
+    }
+}
+
+ClassicKeys::Choices ClassicKeys::storedChoices(const UserDefaults &defaults)
+{
+    Choices choices;
+    const auto stored = defaults.dictionary(Settings::ClassicKeys).value_or(QVariantMap());
+    for (int i = 0; i < ActionCount; ++i) {
+        const auto [group, key, modifier] = words(i);
+        const QVariantMap entries = stored.value(group).toMap();
+        choices[i] = { storedInteger(entries, key), storedInteger(entries, modifier) };
+    }
+    return choices;
+}
+
+void ClassicKeys::store(const Choices &choices, UserDefaults &defaults)
+{
+    auto stored = defaults.dictionary(Settings::ClassicKeys).value_or(QVariantMap());
+    for (int i = 0; i < ActionCount; ++i) {
+        const auto [group, key, modifier] = words(i);
+        QVariantMap entries = stored.value(group).toMap();
+        if (choices[i].key)
+            entries[key] = *choices[i].key;
+        if (choices[i].modifier)
+            entries[modifier] = *choices[i].modifier;
+        stored[group] = entries;
+    }
+    defaults.setValue(Settings::ClassicKeys, stored);
+}
+
 ClassicKeys ClassicKeys::fromDefaults(const UserDefaults &defaults)
 {
-    ClassicKeys keys;
-    const auto stored = defaults.dictionary(Settings::ClassicKeys);
-    if (!stored)
-        return keys;
-    for (int i = 0; i < ActionCount; ++i) {
-        const QString name = QString::fromLatin1(StoredNames[i]);
-        const QVariantMap entries = stored->value(name + u"Keys"_s).toMap();
-        if (const auto key = storedInteger(entries, name + u"Key"_s))
-            keys._bindings[i].key = *key;
-        if (const auto choice = storedInteger(entries, name + u"ModifierFlag"_s))
-            if (const auto mask = maskOfChoice(*choice))
-                keys._bindings[i].modifierFlag = *mask;
-    }
-    return keys;
+    return ClassicKeys(storedChoices(defaults));
 }
 
 std::optional<ClassicAction> ClassicKeys::match(int keyCode, qint32 modifierFlags) const
@@ -80,6 +118,17 @@ bool ClassicKeys::isOfAnother(int keyCode, ClassicAction action) const
         if (keyCode == _bindings[i].key && static_cast<ClassicAction>(i) != action)
             return true;
     return false;
+}
+
+std::optional<ClassicAction> ClassicKeys::hiding(ClassicAction action) const
+{
+    const Binding &binding = _bindings[static_cast<int>(action)];
+    for (int i = 0; i < static_cast<int>(action); ++i)
+        if (_bindings[i].key == binding.key
+            && (_bindings[i].modifierFlag == VirtualKeys::AnyModifier
+                || _bindings[i].modifierFlag == binding.modifierFlag))
+            return static_cast<ClassicAction>(i);
+    return std::nullopt;
 }
 
 QString ClassicKeys::menuText(ClassicAction action) const

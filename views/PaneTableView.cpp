@@ -17,26 +17,6 @@ constexpr int TypeLetters = 19;
 constexpr int LeastTypeLetters = 11;
 constexpr int CellMargin = 8; // on either side of a date
 
-// The keys of letters and digits, and those that carry umlauts on some layouts.
-bool isTypeAheadKey(int code)
-{
-    if (code < 0 || code > 46)
-        return false;
-    switch (code) {
-    case 10:
-    case 24:
-    case 27:
-    case 30:
-    case 36:
-    case 42:
-    case 43:
-    case 44:
-        return false;
-    default:
-        return true;
-    }
-}
-
 // These belong to the desktop. It asks for the menu by itself where the keyboard has the first one.
 bool isMenuKey(const QKeyEvent &event)
 {
@@ -195,7 +175,7 @@ void PaneTableView::keyDown(QKeyEvent *event)
     }
     const int code = VirtualKeys::code(*event);
     // Kept: letters come first, so that a command bound to a letter never runs.
-    if (isTypeAheadKey(code)) {
+    if (VirtualKeys::isTypeAheadKey(code)) {
         bus.post(LetterPressed, { .characters = event->text() });
         return;
     }
@@ -280,7 +260,7 @@ bool PaneTableView::event(QEvent *event)
         const int code = VirtualKeys::code(*key);
         if (isMenuKey(*key)
             || (!(key->modifiers() & (Qt::ControlModifier | Qt::AltModifier))
-                && !isTypeAheadKey(code)
+                && !VirtualKeys::isTypeAheadKey(code)
                 && _classicKeys.match(code, VirtualKeys::modifierFlags(*key)))) {
             event->accept();
             return true;

@@ -12,18 +12,18 @@ struct Named {
 };
 
 constexpr Named namedKeys[] = {
-    { Qt::Key_F1, 122, "F1" },
+    { Qt::Key_F1, VirtualKeys::F1, "F1" },
     { Qt::Key_F2, VirtualKeys::F2, "F2" },
-    { Qt::Key_F3, 99, "F3" },
-    { Qt::Key_F4, 118, "F4" },
+    { Qt::Key_F3, VirtualKeys::F3, "F3" },
+    { Qt::Key_F4, VirtualKeys::F4, "F4" },
     { Qt::Key_F5, VirtualKeys::F5, "F5" },
     { Qt::Key_F6, VirtualKeys::F6, "F6" },
     { Qt::Key_F7, VirtualKeys::F7, "F7" },
     { Qt::Key_F8, VirtualKeys::F8, "F8" },
     { Qt::Key_F9, VirtualKeys::F9, "F9" },
     { Qt::Key_F10, VirtualKeys::F10, "F10" },
-    { Qt::Key_F11, 103, "F11" },
-    { Qt::Key_F12, 111, "F12" },
+    { Qt::Key_F11, VirtualKeys::F11, "F11" },
+    { Qt::Key_F12, VirtualKeys::F12, "F12" },
     { Qt::Key_F13, 105, "F13" },
     { Qt::Key_F14, 107, "F14" },
     { Qt::Key_F15, 113, "F15" },
@@ -149,4 +149,23 @@ QString VirtualKeys::name(int code)
         }
     }
     return {};
+}
+
+bool VirtualKeys::isTypeAheadKey(int code)
+{
+    if (code < 0 || code > 46)
+        return false;
+    switch (code) {
+    case 10:
+    case 24:
+    case 27:
+    case 30:
+    case 36:
+    case 42:
+    case 43:
+    case 44:
+        return false;
+    default:
+        return true;
+    }
 }
