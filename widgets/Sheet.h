@@ -39,6 +39,8 @@ protected:
     QPushButton *addButton(const QString &text);
     // The text with a letter of its own in this sheet, for another control with a text.
     QString marked(const QString &text) { return _mnemonics.marked(text); }
+    // The letters given so far, for pages of which only one is seen.
+    const Mnemonics &mnemonics() const { return _mnemonics; }
     // For a sheet that comes up unasked: a Return or a space meant for what was there before must
     // not press its button. So that is no default one, and another widget can have the focus.
     QPushButton *addQuietButton(const QString &text, QWidget &focused);

@@ -1,0 +1,100 @@
+#include "widgets/PathField.h"
+
+#include "files/DirectoryReader.h"
+#include "files/DiskQuestions.h"
+#include "files/FileName.h"
+#include "files/PathText.h"
+
+#include <QCompleter>
+#include <QPointer>
+#include <QStringListModel>
+
+#include <dirent.h>
+
+#include <algorithm>
+
+namespace {
+
+constexpr qsizetype MostNames = 10'000; // nobody looks through more
+constexpr int ShownNames = 12;
+
+bool isFolderItem(const DirectoryReader &folder, const DirectoryItem &item)
+{
+    if (item.type != DT_LNK && item.type != DT_UNKNOWN)
+        return item.type == DT_DIR;
+    return isFolder(folder.status(item.name.toByteArray().constData(), Links::Follow));
+}
+
+// A field is one line of text; a name with another character in it cannot be typed.
+bool canBeTyped(const QString &name)
+{
+    return std::ranges::none_of(name,
+                                [](QChar each) { return each.category() == QChar::Other_Control; });
+}
+
+QStringList foldersIn(const QString &path) // worker thread
+{
+    QStringList names;
+    DirectoryReader folder;
+    if (folder.open(path))
+        return names;
+    folder.read([&](const DirectoryItem &item) {
+        if (const QString name = FileName::fromBytes(item.name.toByteArray());
+            canBeTyped(name) && isFolderItem(folder, item))
+            names.append(name);
+        return names.size() < MostNames;
+    });
+    std::ranges::sort(names, [](const QString &a, const QString &b) {
+        return a.compare(b, Qt::CaseInsensitive) < 0;
+    });
+    return names;
+}
+
+} // namespace
+
+PathField::PathField(DiskQuestions &diskQuestions, QWidget *parent)
+    : QLineEdit(parent)
+    , questions(diskQuestions)
+    , _offered(new QStringListModel(this))
+{
+    auto *completer = new QCompleter(_offered, this);
+    completer->setCaseSensitivity(Qt::CaseInsensitive);
+    completer->setMaxVisibleItems(ShownNames);
+    setCompleter(completer);
+    connect(this, &QLineEdit::textEdited, this, &PathField::complete);
+}
+
+QString PathField::path() const
+{
+    return PathText::fromTyped(text().trimmed());
+}
+
+void PathField::complete(const QString &typed)
+{
+    const QString typedFolder = typed.left(typed.lastIndexOf(u'/') + 1);
+    if (typedFolder == _typedFolder)
+        return;
+    _typedFolder = typedFolder;
+    _offered->setStringList({});
+    const QString folder = PathText::fromTyped(typedFolder);
+    if (folder.isEmpty())
+        return;
+    questions.ask(
+        folder, [folder] { return foldersIn(folder); },
+        [field = QPointer(this), typedFolder](const QStringList &names) {
+            if (field && field->_typedFolder == typedFolder)
+                field->offer(typedFolder, names);
+        });
+}
+
+void PathField::offer(const QString &typedFolder, const QStringList &names)
+{
+    QStringList texts;
+    for (const QString &name : names)
+        texts.append(typedFolder + name);
+    _offered->setStringList(texts);
+    if (hasFocus() && !text().isEmpty()) {
+        completer()->setCompletionPrefix(text());
+        completer()->complete();
+    }
+}
