@@ -5,6 +5,7 @@
 #include "platform/Alerts.h"
 #include "platform/OpenDialogs.h"
 #include "settings/BundleInfo.h"
+#include "settings/StoredWords.h"
 #include "settings/UserDefaults.h"
 #include "sheets/About.h"
 #include "sheets/ExpandSelectionSheet.h"
@@ -64,6 +65,16 @@ Application::Application(const Services &services, const CommandLine &line)
                      _mainModel, _twinleaf, services.alerts)
     , _openWithMenu(_menus.openWithMenu(), _bookmarkStore, _paneCommands, services.workspace,
                     _twinleaf)
+    , _bookmarkController(_bookmarkStore, _twinleaf, _kinds, _diskQuestions,
+                          { services.alerts, services.openPanel, services.openDialogs },
+                          &_mainWindow)
+    , _favoriteApplicationsController(_bookmarkStore, _twinleaf, services.workspace, _diskQuestions,
+                                      services.openPanel)
+    , _preferencesController(services.defaults,
+                             { _mainModel, _twinleaf, _windowController,
+                               _favoriteApplicationsController, services.openPanel,
+                               services.openDialogs },
+                             &_mainWindow)
     , _updateCheck(services.versionServer, _twinleaf, services.alerts,
                    { BundleInfo::versionFileAddress(), BundleInfo::downloadAddress() },
                    BundleInfo::version())
@@ -80,6 +91,7 @@ Application::~Application()
 
 void Application::start()
 {
+    adoptStoredWords(_services.defaults);
     // Shown first: a disk that takes its time is waited for in a window that says so.
     restoreFrame(_mainWindow, _services.defaults);
     _mainWindow.leftFileList->setFocus();
@@ -146,7 +158,8 @@ bool Application::end()
     _services.defaults.synchronize();
     const bool countingEnded = _folderSize.end();
     const bool readingEnded = _infoSheetController.end();
-    return countingEnded && readingEnded && !_twinleaf.anyRunning() && !Waiting::anyLost();
+    return countingEnded && readingEnded && !_twinleaf.anyRunning() && !Waiting::anyLost()
+        && !DiskQuestions::anyUnderWay();
 }
 
 void Application::powerOff()

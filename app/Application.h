@@ -7,13 +7,17 @@
 #include "commands/PaneCommands.h"
 #include "commands/SelectionCommands.h"
 #include "commands/UpdateCheck.h"
+#include "files/DiskQuestions.h"
 #include "model/MainModel.h"
 #include "model/MessageBus.h"
 #include "operations/Authentication.h"
 #include "operations/Twinleaf.h"
 #include "settings/BookmarkStore.h"
 #include "sheets/ArchiveSheet.h"
+#include "sheets/bookmarks/BookmarkController.h"
 #include "sheets/information/InfoSheetController.h"
+#include "sheets/preferences/FavoriteApplicationsController.h"
+#include "sheets/preferences/PreferencesController.h"
 #include "sheets/WorkingSheet.h"
 #include "views/PaneDragAndDrop.h"
 #include "views/TableViewDataSources.h"
@@ -65,12 +69,14 @@ public:
     MenuBar &menus() { return _menus; }
     InfoSheetController &infoSheetController() { return _infoSheetController; }
     BookmarkStore &bookmarkStore() { return _bookmarkStore; }
+    PreferencesController &preferencesController() { return _preferencesController; }
 
 private:
     void takeFolders(); // of the command line
     void connectAll(); // Wiring.cpp
     void connectPane(Side side); // Wiring.cpp
     void validateButtons(); // Wiring.cpp
+    void connectPreferences(); // Wiring.cpp
     void giveRunners(); // Wiring.cpp
     void awakeAll(); // Wiring.cpp
     ExpandSelection askForPattern(const QString &title);
@@ -112,6 +118,10 @@ private:
     BookmarkStore _bookmarkStore;
     BookmarksMenu _bookmarksMenu;
     OpenWithMenu _openWithMenu;
+    DiskQuestions _diskQuestions;
+    BookmarkController _bookmarkController;
+    FavoriteApplicationsController _favoriteApplicationsController;
+    PreferencesController _preferencesController;
     UpdateCheck _updateCheck;
     ExpandSelection _expandSelection; // as the sheet was left
     bool _hasStarted = false;

@@ -58,6 +58,7 @@ void Application::connectAll()
     connect(&workspace, &Workspace::volumeDidUnmount, &_volumeReload,
             &VolumeReload::volumeDidUnmount);
     connect(&workspace, &Workspace::willPowerOff, this, &Application::powerOff);
+    connectPreferences();
     giveRunners();
     // Such a sheet keeps the keyboard from the window, but it does not stand in the way out.
     for (Sheet *sheet :
@@ -95,6 +96,24 @@ void Application::validateButtons()
         button.value()->setEnabled(entryOf(button.key()).menuRule(state));
 }
 
+// What the sheets changed is seen at once.
+void Application::connectPreferences()
+{
+    using Preferences = PreferencesController;
+    connect(&_preferencesController, &Preferences::dateFormattersToSet, &_windowController,
+            &WindowController::setDateFormatters);
+    connect(&_preferencesController, &Preferences::pathNavigatorsToSetUp, &_navigators,
+            &PathNavigators::setupPathNavigators);
+    connect(&_preferencesController, &Preferences::infoBarColorsToSet, &_mainWindow,
+            [this] { _infoBars.setInfoBarsColors(); });
+    connect(&_preferencesController, &Preferences::openWithFavoriteApplicationsToSet,
+            &_openWithMenu, &OpenWithMenu::setOpenWithFavoriteApplications);
+    connect(&_preferencesController, &Preferences::windowLookToSet, &_mainWindow,
+            &UnifiedWindow::readLook);
+    connect(&_bookmarkController, &BookmarkController::bookmarksMenuToSet, &_bookmarksMenu,
+            &BookmarksMenu::setBookmarksMenu);
+}
+
 // What answers the commands that the table leaves to the application; one line for each sheet.
 void Application::giveRunners()
 {
@@ -115,6 +134,10 @@ void Application::giveRunners()
             _navigators.control(list->side()).setFocus(Qt::ShortcutFocusReason);
     });
     _commands.setRunner(Command::AddBookmark, [this] { _bookmarksMenu.addBookmark(); });
+    _commands.setRunner(Command::BookmarkManager,
+                        [this] { _bookmarkController.showBookmarkSheet(); });
+    _commands.setRunner(Command::Preferences,
+                        [this] { _preferencesController.showPreferencesSheet(); });
     if (_updateCheck.isOffered())
         _commands.setRunner(Command::CheckForNewerVersion,
                             [this] { _updateCheck.checkForNewerVersion(); });

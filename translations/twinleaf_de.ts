@@ -1142,6 +1142,218 @@ Stelle der zuletzt gezeigten Ordner; eine Datei öffnet ihren Ordner und ist aus
         <translation>Einstellungen...</translation>
     </message>
     <message>
+        <source>Path</source>
+        <translation>Pfad</translation>
+    </message>
+    <message>
+        <source>Real path</source>
+        <translation>Wirklicher Pfad</translation>
+    </message>
+    <message>
+        <source>Folder:</source>
+        <translation>Ordner:</translation>
+    </message>
+    <message>
+        <source>Choose...</source>
+        <translation>Auswählen...</translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation>Hinzufügen</translation>
+    </message>
+    <message>
+        <source>Bookmarks</source>
+        <translation>Lesezeichen</translation>
+    </message>
+    <message>
+        <source>Done</source>
+        <translation>Fertig</translation>
+    </message>
+    <message>
+        <source>Favorite applications</source>
+        <translation>Bevorzugte Programme</translation>
+    </message>
+    <message>
+        <source>Offered to open files with:</source>
+        <translation>Zum Öffnen von Dateien werden angeboten:</translation>
+    </message>
+    <message>
+        <source>Add...</source>
+        <translation>Hinzufügen...</translation>
+    </message>
+    <message>
+        <source>Questions:</source>
+        <translation>Fragen:</translation>
+    </message>
+    <message>
+        <source>Ask before file operations</source>
+        <translation>Vor Dateioperationen fragen</translation>
+    </message>
+    <message>
+        <source>Window:</source>
+        <translation>Fenster:</translation>
+    </message>
+    <message>
+        <source>Flat look</source>
+        <translation>Flaches Aussehen</translation>
+    </message>
+    <message>
+        <source>Path navigators:</source>
+        <translation>Pfadleisten:</translation>
+    </message>
+    <message>
+        <source>Font of the paths:</source>
+        <translation>Schrift der Pfade:</translation>
+    </message>
+    <message>
+        <source> points</source>
+        <translation> Punkt</translation>
+    </message>
+    <message>
+        <source>Font size of the paths:</source>
+        <translation>Schriftgröße der Pfade:</translation>
+    </message>
+    <message>
+        <source>Frame color:</source>
+        <translation>Rahmenfarbe:</translation>
+    </message>
+    <message>
+        <source>Text color:</source>
+        <translation>Textfarbe:</translation>
+    </message>
+    <message>
+        <source>This key finds names.</source>
+        <translation>Diese Taste sucht Namen.</translation>
+    </message>
+    <message>
+        <source>This key opens the context menu.</source>
+        <translation>Diese Taste öffnet das Kontextmenü.</translation>
+    </message>
+    <message>
+        <source>Same key as &apos;%@&apos;.</source>
+        <translation>Wie „%@“.</translation>
+    </message>
+    <message>
+        <source>Key %i</source>
+        <translation>Taste %i</translation>
+    </message>
+    <message>
+        <source>Restore Defaults</source>
+        <translation>Standard wiederherstellen</translation>
+    </message>
+    <message>
+        <source>Key of &apos;%@&apos;</source>
+        <translation>Taste für „%@“</translation>
+    </message>
+    <message>
+        <source>Modifier of &apos;%@&apos;</source>
+        <translation>Zusatztaste für „%@“</translation>
+    </message>
+    <message>
+        <source>Any modifier</source>
+        <translation>Beliebige Zusatztaste</translation>
+    </message>
+    <message>
+        <source>Shift</source>
+        <translation>Umschalt</translation>
+    </message>
+    <message>
+        <source>Alt</source>
+        <translation>Alt</translation>
+    </message>
+    <message>
+        <source>Ctrl</source>
+        <translation>Strg</translation>
+    </message>
+    <message>
+        <source>Items:</source>
+        <translation>Objekte:</translation>
+    </message>
+    <message>
+        <source>Show each item&apos;s own icon</source>
+        <translation>Eigenes Symbol jedes Objekts zeigen</translation>
+    </message>
+    <message>
+        <source>Show tool tips</source>
+        <translation>Kurzinfos zeigen</translation>
+    </message>
+    <message>
+        <source>Links:</source>
+        <translation>Verknüpfungen:</translation>
+    </message>
+    <message>
+        <source>Follow symbolic links</source>
+        <translation>Symbolischen Verknüpfungen folgen</translation>
+    </message>
+    <message>
+        <source>Dates:</source>
+        <translation>Datum:</translation>
+    </message>
+    <message>
+        <source>Long format</source>
+        <translation>Langes Format</translation>
+    </message>
+    <message>
+        <source>Align on the right</source>
+        <translation>Rechtsbündig</translation>
+    </message>
+    <message>
+        <source>Preferences</source>
+        <translation>Einstellungen</translation>
+    </message>
+    <message>
+        <source>General</source>
+        <translation>Allgemein</translation>
+    </message>
+    <message>
+        <source>Lists</source>
+        <translation>Listen</translation>
+    </message>
+    <message>
+        <source>Keys</source>
+        <translation>Tasten</translation>
+    </message>
+    <message>
+        <source>Info bars</source>
+        <translation>Infoleisten</translation>
+    </message>
+    <message>
+        <source>Start folders</source>
+        <translation>Startordner</translation>
+    </message>
+    <message>
+        <source>At the start:</source>
+        <translation>Beim Start:</translation>
+    </message>
+    <message>
+        <source>Show the folders that were open last</source>
+        <translation>Die zuletzt offenen Ordner zeigen</translation>
+    </message>
+    <message>
+        <source>Search...</source>
+        <translation>Suchen...</translation>
+    </message>
+    <message>
+        <source>Search left folder</source>
+        <translation>Linken Ordner suchen</translation>
+    </message>
+    <message>
+        <source>Search right folder</source>
+        <translation>Rechten Ordner suchen</translation>
+    </message>
+    <message>
+        <source>Left folder:</source>
+        <translation>Linker Ordner:</translation>
+    </message>
+    <message>
+        <source>Right folder:</source>
+        <translation>Rechter Ordner:</translation>
+    </message>
+    <message>
+        <source>&apos;%@&apos; is not there.</source>
+        <translation>„%@“ ist nicht da.</translation>
+    </message>
+    <message>
         <source>Hide toolbar</source>
         <translation>Symbolleiste ausblenden</translation>
     </message>

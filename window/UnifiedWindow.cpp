@@ -15,11 +15,17 @@ constexpr int LeastSide = 150;
 
 } // namespace
 
-UnifiedWindow::UnifiedWindow(const UserDefaults &defaults, QWidget *parent)
+UnifiedWindow::UnifiedWindow(const UserDefaults &settings, QWidget *parent)
     : QMainWindow(parent)
+    , defaults(settings)
+{
+    readLook();
+    setMinSize({});
+}
+
+void UnifiedWindow::readLook()
 {
     setFlat(defaults.boolean(Settings::UseFlatUnifiedLook).value_or(false));
-    setMinSize({});
 }
 
 void UnifiedWindow::setFlat(bool flat)

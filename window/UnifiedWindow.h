@@ -15,6 +15,7 @@ public:
     // Kept: the pieces whose names begin with "flat_" belong to false, the plain ones to true.
     void setFlat(bool flat);
     bool flat() const { return _flat; }
+    void readLook(); // of the settings
 
     void setMinSize(const QSize &size); // at least 150 by 150
 
@@ -26,5 +27,6 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
+    const UserDefaults &defaults;
     bool _flat = true;
 };

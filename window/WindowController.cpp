@@ -52,9 +52,6 @@ WindowController::~WindowController()
 
 void WindowController::awakeFromNib()
 {
-    const Qt::Alignment dates = mainModel.dateRightAlignment() ? Qt::AlignRight : Qt::AlignLeft;
-    for (const Side side : { Side::Left, Side::Right })
-        mainWindow.fileList(side).tableModel().setDateAlignment(dates);
     if (!defaults.boolean(Settings::ShowClassicButtons).value_or(true))
         showClassicButtonsClicked();
     setDateFormatters();
@@ -76,8 +73,11 @@ void WindowController::showTitle(Side side, const FolderChange &)
 
 void WindowController::setDateFormatters()
 {
-    for (const Side side : { Side::Left, Side::Right })
+    const Qt::Alignment dates = mainModel.dateRightAlignment() ? Qt::AlignRight : Qt::AlignLeft;
+    for (const Side side : { Side::Left, Side::Right }) {
+        mainWindow.fileList(side).tableModel().setDateAlignment(dates);
         mainWindow.fileList(side).setDateFormat(mainModel.dateFormat());
+    }
 }
 
 void WindowController::showClassicButtonsClicked()

@@ -1,0 +1,52 @@
+#include "sheets/bookmarks/BookmarkSheet.h"
+
+#include "base/Localized.h"
+#include "widgets/PathField.h"
+#include "widgets/RecordTable.h"
+
+#include <QPushButton>
+#include <QVBoxLayout>
+
+BookmarkSheet::BookmarkSheet(RecordTableModel &bookmarks, DiskQuestions &questions,
+                             QWidget *mainWindow)
+    : Sheet(mainWindow)
+    , pathField(new PathField(questions, this))
+    , table(new RecordTable(bookmarks, this))
+{
+    setAccessibleName(localized("Bookmark manager"));
+    addHeadlineOf(*pathField, localized("Folder:"));
+    auto *adding = new QHBoxLayout;
+    rows().addLayout(adding);
+    const auto newButton = [this](const QString &text) {
+        auto *button = new QPushButton(marked(text), this);
+        button->setAccessibleName(text);
+        return button;
+    };
+    QPushButton *choose = newButton(localized("Choose..."));
+    QPushButton *add = newButton(localized("Add"));
+    adding->addWidget(pathField, 1);
+    adding->addWidget(choose);
+    adding->addWidget(add);
+    table->setAccessibleName(localized("Bookmarks"));
+    rows().addWidget(table);
+    QPushButton *remove = newButton(localized("Delete"));
+    addBesideButtons(*remove);
+    QPushButton *done = addButton(localized("Done"));
+    setTabOrder(table, remove);
+    setTabOrder(remove, done);
+    add->setDefault(true); // Return in the field adds what is typed there
+    add->setEnabled(false);
+    remove->setEnabled(false);
+
+    connect(pathField, &QLineEdit::textChanged, add,
+            [add](const QString &text) { add->setEnabled(!text.trimmed().isEmpty()); });
+    connect(table, &RecordTable::selectedRowChanged, remove,
+            [this, remove] { remove->setEnabled(table->selectedRow() >= 0); });
+    connect(add, &QPushButton::clicked, this, &BookmarkSheet::addAsked);
+    connect(choose, &QPushButton::clicked, this, &BookmarkSheet::chooseAsked);
+    connect(remove, &QPushButton::clicked, this, &BookmarkSheet::deleteAsked);
+    connect(table, &RecordTable::deleteAsked, this, &BookmarkSheet::deleteAsked);
+    connect(table, &RecordTable::moveAsked, this, &BookmarkSheet::moveAsked);
+    connect(done, &QPushButton::clicked, this, &QDialog::accept);
+    pathField->setFocus();
+}
