@@ -13,7 +13,7 @@ namespace {
 constexpr int IconSide = 24;
 constexpr int Padding = 4; // over and under an icon
 constexpr int IconWidth = IconSide + 16;
-constexpr int ShownRows = 9;
+constexpr int ShownRows = 7;
 constexpr int Width = 460;
 
 } // namespace

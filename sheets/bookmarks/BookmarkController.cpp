@@ -41,6 +41,7 @@ void BookmarkController::showBookmarkSheet()
     connect(&sheet, &BookmarkSheet::deleteAsked, this, &BookmarkController::deleteEntry);
     connect(&sheet, &BookmarkSheet::moveAsked, this, &BookmarkController::moveEntry);
     reload();
+    sheet.table->selectRow(0);
     sheet.run(); // by whatever it is closed: each change is stored already
     bookmarkSheet.clear();
     Q_EMIT bookmarksMenuToSet();

@@ -7,13 +7,20 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+namespace {
+
+constexpr int Letters = 90; // of a row
+
+} // namespace
+
 BookmarkSheet::BookmarkSheet(RecordTableModel &bookmarks, DiskQuestions &questions,
                              QWidget *mainWindow)
     : Sheet(mainWindow)
     , pathField(new PathField(questions, this))
     , table(new RecordTable(bookmarks, this))
 {
-    setAccessibleName(localized("Bookmark manager"));
+    setWindowTitle(localized("Bookmark manager"));
+    setAccessibleName(windowTitle());
     addHeadlineOf(*pathField, localized("Folder:"));
     auto *adding = new QHBoxLayout;
     rows().addLayout(adding);
@@ -28,6 +35,8 @@ BookmarkSheet::BookmarkSheet(RecordTableModel &bookmarks, DiskQuestions &questio
     adding->addWidget(choose);
     adding->addWidget(add);
     table->setAccessibleName(localized("Bookmarks"));
+    table->setMinimumWidth(Letters
+                           * fontMetrics().averageCharWidth()); // two paths beside each other
     rows().addWidget(table);
     QPushButton *remove = newButton(localized("Delete"));
     addBesideButtons(*remove);

@@ -65,6 +65,8 @@ KeysPage::Row KeysPage::addKeyRow(ClassicAction action)
     row.modifier = newChoice(
         filled(localized("Modifier of '%@'"), name),
         { localized("Any modifier"), localized("Shift"), localized("Alt"), localized("Ctrl") });
+    for (QComboBox *choice : { row.key, row.modifier }) // all as wide as the widest
+        choice->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     addLabel(name + u':', row.key);
     addInColumns({ row.key, row.modifier, conflictOf(row) });
     for (QComboBox *choice : { row.key, row.modifier })

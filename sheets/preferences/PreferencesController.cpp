@@ -94,6 +94,7 @@ void PreferencesController::setRealPath(Side side, const QString &path)
     QLineEdit &field = *preferencesSheet->startFolders->lastPath[side];
     field.setText(FileName::shown(_outlets.twinleaf.getLocalizedPath(path)));
     field.setCursorPosition(0);
+    field.setToolTip(field.text());
 }
 
 void PreferencesController::restoreDefaults()

@@ -77,8 +77,7 @@ private Q_SLOTS:
             const QAction *item = world.commands.action(entry.id);
             // This build has no address to ask for a newer version.
             const Command unseen[] = { Command::CheckForNewerVersion, Command::ImageBrowser,
-                                       Command::InternalTerminal,     Command::Preferences,
-                                       Command::BookmarkManager,      Command::ShowToolbar,
+                                       Command::InternalTerminal,     Command::ShowToolbar,
                                        Command::CustomizeToolbar };
             QCOMPARE(item->isVisible(), std::ranges::find(unseen, entry.id) == std::end(unseen));
             QVERIFY2(!item->associatedObjects().isEmpty(), entry.text); // stands in some menu

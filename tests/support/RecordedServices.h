@@ -33,7 +33,11 @@ public:
     }
     QString applicationForFile(const QString &) const override { return application; }
     QString applicationForTool(Tool) const override { return application; }
-    QIcon iconOfApplication(const QString &) const override { return {}; }
+    QIcon iconOfApplication(const QString &path) const override
+    {
+        iconLoads.append(path);
+        return {};
+    }
     bool openAddress(const QString &address) override { return record({ u"address"_s, address }); }
 
     std::unique_ptr<TrashRun> trashRun(const QString &folder) override
@@ -91,6 +95,7 @@ public:
     bool succeeds = true;
     QStringList installed; // applications
     QHash<QString, QString> foreign; // programs, by what would start them
+    mutable QStringList iconLoads; // of applications
     QString application;
     QString trashFolder;
     QStringList origins; // of what went there
