@@ -42,7 +42,9 @@ UserDefaults::Edit deleting(const QString &text, const QString &key)
 UserDefaults::Edit moving(const QString &text, const std::optional<QString> &before,
                           const QString &key)
 {
-    return [text, before, key](const QVariant &stored) {
+    return [text, before, key](const QVariant &stored) -> QVariant {
+        if (before == text)
+            return stored;
         const QVariantList records = stored.toList();
         const auto has = [&](const QVariant &each, const QString &wanted) {
             const QVariantMap record = each.toMap();
