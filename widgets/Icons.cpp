@@ -22,12 +22,15 @@ Q_LOGGING_CATEGORY(iconLog, "twinleaf.icons")
 
 constexpr double DisabledOpacity = 0.4;
 
+enum class IconPlace { Menu, Button };
+
 // The drawing in resources, read when it is first painted. The toolkit's own engine for such files
 // would paint their strokes in black whatever the palette.
 class DrawnIconEngine final : public QIconEngine {
 public:
-    explicit DrawnIconEngine(const QString &file)
+    DrawnIconEngine(const QString &file, IconPlace place)
         : _file(file)
+        , _place(place)
     {
     }
 
@@ -39,9 +42,10 @@ public:
 
     QPixmap pixmap(const QSize &size, QIcon::Mode mode, QIcon::State) override
     {
-        // Active: of the menu item under the pointer, which stands on the colour of a selection. No
-        // button of ours has an icon.
-        const bool onSelection = mode == QIcon::Selected || mode == QIcon::Active;
+        // Active: of what is under the pointer; a menu item then stands on the colour of a
+        // selection.
+        const bool onSelection =
+            mode == QIcon::Selected || (mode == QIcon::Active && _place == IconPlace::Menu);
         const QColor ink = QGuiApplication::palette().color(
             QPalette::Active, onSelection ? QPalette::HighlightedText : QPalette::WindowText);
         const QString key = u"%1 %2x%3 %4 %5"_s.arg(_file)
@@ -83,6 +87,7 @@ private:
     }
 
     QString _file;
+    IconPlace _place;
 };
 
 // By the desktop's rule for names: "text-x-csrc", else "text-x", else "text". Null where nothing is
@@ -91,7 +96,7 @@ QIcon drawnIcon(QString name)
 {
     while (!name.isEmpty()) {
         if (const QString file = u":/icons/%1.svg"_s.arg(name); QFile::exists(file))
-            return QIcon(new DrawnIconEngine(file));
+            return QIcon(new DrawnIconEngine(file, IconPlace::Menu));
         name.truncate(std::max<qsizetype>(0, name.lastIndexOf(u'-')));
     }
     return {};
@@ -99,13 +104,24 @@ QIcon drawnIcon(QString name)
 
 } // namespace
 
-QIcon themedIcon(const QString &name, const QString &fallback)
+// A static library's resources are registered by who uses them.
+static void registerDrawings()
 {
-    // A static library's resources are registered by who uses them.
     [[maybe_unused]] static const bool registered = [] {
         Q_INIT_RESOURCE(icons);
         return true;
     }();
+}
+
+QIcon toolbarIcon(const QString &image)
+{
+    registerDrawings();
+    return QIcon(new DrawnIconEngine(u":/icons/toolbar/%1.svg"_s.arg(image), IconPlace::Button));
+}
+
+QIcon themedIcon(const QString &name, const QString &fallback)
+{
+    registerDrawings();
     for (const QString &candidate : { name, fallback }) {
         if (!candidate.isEmpty() && QIcon::hasThemeIcon(candidate))
             return QIcon::fromTheme(candidate);
