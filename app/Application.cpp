@@ -10,6 +10,7 @@
 #include "sheets/About.h"
 #include "sheets/ExpandSelectionSheet.h"
 #include "views/TableViews.h"
+#include "window/ToolbarCustomization.h"
 #include "window/WindowFrame.h"
 
 #include <QCoreApplication>
@@ -75,6 +76,8 @@ Application::Application(const Services &services, const CommandLine &line)
                                _favoriteApplicationsController, services.openPanel,
                                services.openDialogs },
                              &_mainWindow)
+    , _toolbar(_commands, _bookmarkStore, _twinleaf, services.workspace, _twinleaf,
+               services.defaults)
     , _updateCheck(services.versionServer, _twinleaf, services.alerts,
                    { BundleInfo::versionFileAddress(), BundleInfo::downloadAddress() },
                    BundleInfo::version())
@@ -93,6 +96,7 @@ void Application::start()
 {
     adoptStoredWords(_services.defaults);
     // Shown first: a disk that takes its time is waited for in a window that says so.
+    _toolbar.setupToolbarForWindow(_mainWindow);
     restoreFrame(_mainWindow, _services.defaults);
     _mainWindow.leftFileList->setFocus();
     _mainWindow.show();
@@ -199,6 +203,12 @@ void Application::showAbout()
                   .mailAddress = BundleInfo::mailAddress() },
                 _twinleaf, &_mainWindow);
     about.run();
+}
+
+void Application::customizeToolbar()
+{
+    const OpenDialogs::Guard guard(_services.openDialogs);
+    ToolbarCustomization(_toolbar, &_mainWindow).run();
 }
 
 void Application::save()

@@ -30,6 +30,7 @@
 #include "window/OpenWithMenu.h"
 #include "window/PathNavigators.h"
 #include "window/RunsIndicator.h"
+#include "window/Toolbar.h"
 #include "window/VolumeReload.h"
 #include "window/WaitingWindow.h"
 #include "window/WindowController.h"
@@ -68,6 +69,7 @@ public:
     Commands &commands() { return _commands; }
     MenuBar &menus() { return _menus; }
     InfoSheetController &infoSheetController() { return _infoSheetController; }
+    Toolbar &toolbar() { return _toolbar; }
     BookmarkStore &bookmarkStore() { return _bookmarkStore; }
     PreferencesController &preferencesController() { return _preferencesController; }
 
@@ -81,6 +83,7 @@ private:
     void awakeAll(); // Wiring.cpp
     ExpandSelection askForPattern(const QString &title);
     void showAbout();
+    void customizeToolbar();
     void powerOff();
     void save();
     void stopWork(); // however long it takes
@@ -122,6 +125,7 @@ private:
     BookmarkController _bookmarkController;
     FavoriteApplicationsController _favoriteApplicationsController;
     PreferencesController _preferencesController;
+    Toolbar _toolbar;
     UpdateCheck _updateCheck;
     ExpandSelection _expandSelection; // as the sheet was left
     bool _hasStarted = false;

@@ -88,12 +88,14 @@ void Application::connectPane(Side side)
             [this, side](const QPoint &position) { _menus.pathMenu(side).popup(position); });
 }
 
-// The button row follows the rules of the menus: what would do nothing does not look as if it did.
+// The button row and the toolbar follow the rules of the menus: what would do nothing does not look
+// as if it did.
 void Application::validateButtons()
 {
     const MenuState state = _commands.state();
     for (auto button = _mainWindow.buttons.cbegin(); button != _mainWindow.buttons.cend(); ++button)
         button.value()->setEnabled(entryOf(button.key()).menuRule(state));
+    _toolbar.validate(state);
 }
 
 // What the sheets changed is seen at once.
@@ -133,6 +135,9 @@ void Application::giveRunners()
         if (const PaneTable *list = _windowController.getFirstResponderTableView())
             _navigators.control(list->side()).setFocus(Qt::ShortcutFocusReason);
     });
+    _commands.setRunner(Command::ShowToolbar, [this] { _toolbar.showToolbarClicked(); });
+    _commands.setRunner(Command::CustomizeToolbar, [this] { customizeToolbar(); });
+    _commands.setRunner(Command::ChooseInToolbar, [this] { _toolbar.takeKeyboard(); });
     _commands.setRunner(Command::AddBookmark, [this] { _bookmarksMenu.addBookmark(); });
     _commands.setRunner(Command::BookmarkManager,
                         [this] { _bookmarkController.showBookmarkSheet(); });

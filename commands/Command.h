@@ -34,6 +34,7 @@ enum class Command {
     ShowToolbar,
     CustomizeToolbar,
     ChooseInPath,
+    ChooseInToolbar,
     HomeFolder,
     Volumes,
     OtherFolder,

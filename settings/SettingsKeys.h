@@ -66,6 +66,10 @@ inline constexpr Key RightFileListColumnWidths { "TWRightFileListColumnWidths" }
 inline constexpr Key Bookmarks { "TWBookmarks" };
 // array of application records, absent: empty.
 inline constexpr Key OpenWithFavoriteApplications { "TWOpenWithFavoriteApplications" };
+// dictionary: "TB Item Identifiers" (array of strings), absent: the default items;
+// "TB Display Mode" (integer, 1: icon and label, 2: icon only), absent: 1;
+// "TB Is Shown" (boolean), absent: true. Where the platform keeps a toolbar of this name.
+inline constexpr Key Toolbar { "NSToolbar Configuration Twinleaf Toolbar Identifier" };
 
 // Keys of the global domain (settings/LocaleDefaults).
 inline constexpr Key ShortTimeDateFormat { "NSShortTimeDateFormatString" };

@@ -1359,7 +1359,171 @@ Stelle der zuletzt gezeigten Ordner; eine Datei öffnet ihren Ordner und ist aus
     </message>
     <message>
         <source>Customize Toolbar...</source>
-        <translation>Symbolleiste anpassen...</translation>
+        <translation>Symbolleiste anpassen ...</translation>
+    </message>
+    <message>
+        <source>Show toolbar</source>
+        <translation>Symbolleiste einblenden</translation>
+    </message>
+    <message>
+        <source>Choose in toolbar</source>
+        <translation>In der Symbolleiste wählen</translation>
+    </message>
+    <message>
+        <source>Toolbar</source>
+        <translation>Symbolleiste</translation>
+    </message>
+    <message>
+        <source>More items</source>
+        <translation>Weitere Symbole</translation>
+    </message>
+    <message>
+        <source>Copy items</source>
+        <translation>Objekte kopieren</translation>
+    </message>
+    <message>
+        <source>Move items</source>
+        <translation>Objekte verschieben</translation>
+    </message>
+    <message>
+        <source>Create new folder</source>
+        <translation>Neuen Ordner anlegen</translation>
+    </message>
+    <message>
+        <source>Delete items</source>
+        <translation>Objekte löschen</translation>
+    </message>
+    <message>
+        <source>Rename item</source>
+        <translation>Objekt umbenennen</translation>
+    </message>
+    <message>
+        <source>Twinleaf image browser</source>
+        <translation>Bildbetrachter von Twinleaf</translation>
+    </message>
+    <message>
+        <source>Twinleaf internal terminal</source>
+        <translation>Internes Terminal von Twinleaf</translation>
+    </message>
+    <message>
+        <source>You access the UNIX operating system (Darwin) by entering commands</source>
+        <translation>Sie bedienen das UNIX-Betriebssystem (Darwin), indem Sie Befehle eingeben</translation>
+    </message>
+    <message>
+        <source>You can examine the messages logged by your system and software</source>
+        <translation>Sie können die Meldungen ansehen, die Ihr System und Ihre Programme aufgezeichnet haben</translation>
+    </message>
+    <message>
+        <source>Activity Monitor</source>
+        <translation>Systemüberwachung</translation>
+    </message>
+    <message>
+        <source>See what's happening within your computer's processor, hard disk, memory, and network</source>
+        <translation>Sehen Sie, was in Prozessor, Festplatte, Speicher und Netzwerk Ihres Computers vorgeht</translation>
+    </message>
+    <message>
+        <source>Disk Utility</source>
+        <translation>Laufwerke</translation>
+    </message>
+    <message>
+        <source>Configure and manage disks</source>
+        <translation>Datenträger einrichten und verwalten</translation>
+    </message>
+    <message>
+        <source>Keychain accesss</source>
+        <translation>Schlüsselbund</translation>
+    </message>
+    <message>
+        <source>Manage your passwords and securely store notes, account numbers, and other confidential information</source>
+        <translation>Verwalten Sie Ihre Passwörter, und bewahren Sie Notizen, Kontonummern und andere vertrauliche Angaben sicher auf</translation>
+    </message>
+    <message>
+        <source>Network Utility</source>
+        <translation>Netzwerk</translation>
+    </message>
+    <message>
+        <source>Information and troubleshooting tools to help you with your network</source>
+        <translation>Auskunft und Hilfsmittel, wenn es im Netzwerk hakt</translation>
+    </message>
+    <message>
+        <source>NetInfo Manager</source>
+        <translation>Benutzer</translation>
+    </message>
+    <message>
+        <source>Easy editing of unix releated system files</source>
+        <translation>UNIX-Systemdateien einfach bearbeiten</translation>
+    </message>
+    <message>
+        <source>System Profiler</source>
+        <translation>Systeminformationen</translation>
+    </message>
+    <message>
+        <source>Get detailed information about your computer hardware, software, and network</source>
+        <translation>Genaue Angaben über Hardware, Software und Netzwerk Ihres Computers</translation>
+    </message>
+    <message>
+        <source>Separator</source>
+        <translation>Trennlinie</translation>
+    </message>
+    <message>
+        <source>Space</source>
+        <translation>Abstand</translation>
+    </message>
+    <message>
+        <source>Flexible space</source>
+        <translation>Flexibler Abstand</translation>
+    </message>
+    <message>
+        <source>Customize Toolbar</source>
+        <translation>Symbolleiste anpassen</translation>
+    </message>
+    <message>
+        <source>Drag items into the toolbar, out of it, or to another place in it.</source>
+        <translation>Ziehen Sie Symbole in die Symbolleiste, aus ihr heraus oder an eine andere Stelle in ihr.</translation>
+    </message>
+    <message>
+        <source>Available items</source>
+        <translation>Verfügbare Symbole</translation>
+    </message>
+    <message>
+        <source>In the toolbar</source>
+        <translation>In der Symbolleiste</translation>
+    </message>
+    <message>
+        <source>Done</source>
+        <translation>Fertig</translation>
+    </message>
+    <message>
+        <source>Restore defaults</source>
+        <translation>Standard wiederherstellen</translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation>Hinzufügen</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Entfernen</translation>
+    </message>
+    <message>
+        <source>Move up</source>
+        <translation>Nach oben</translation>
+    </message>
+    <message>
+        <source>Move down</source>
+        <translation>Nach unten</translation>
+    </message>
+    <message>
+        <source>Icon and label</source>
+        <translation>Symbol und Text</translation>
+    </message>
+    <message>
+        <source>Icon only</source>
+        <translation>Nur Symbol</translation>
+    </message>
+    <message>
+        <source>Show</source>
+        <translation>Anzeigen</translation>
     </message>
     <message>
         <source>Bookmark manager</source>

@@ -16,6 +16,7 @@
 #include <QScreen>
 #include <QSplitter>
 #include <QStyleOptionMenuItem>
+#include <QToolBar>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
@@ -68,9 +69,26 @@ MainWindowLayout::MainWindowLayout(MessageBus &bus, MainModel &mainModel, UserDe
     rows->addWidget(classicButtons);
     setCentralWidget(content);
     menuBar()->setCornerWidget(corner());
-    // The buttons are never cut, unless the screen itself is smaller.
-    setMinSize(minimumSizeHint().boundedTo(screen()->availableSize()));
+    _leastSize = minimumSizeHint();
+    attachToolBar(nullptr);
     resize(InitialSize);
+}
+
+void MainWindowLayout::attachToolBar(QToolBar *bar)
+{
+    if (_toolBar) {
+        _toolBar->hide();
+        _toolBar->deleteLater(); // one of its own items may have asked for this
+    }
+    _toolBar = bar;
+    QSize least = _leastSize;
+    if (bar) {
+        // Its own button has what finds no room, so it takes none from side to side.
+        least.rheight() += bar->sizeHint().height();
+        qobject_cast<QVBoxLayout *>(centralWidget()->layout())->insertWidget(0, bar);
+    }
+    // The buttons of the row are never cut, unless the screen itself is smaller.
+    setMinSize(least.boundedTo(screen()->availableSize()));
 }
 
 PaneTableView &MainWindowLayout::fileList(Side side) const

@@ -14,6 +14,7 @@ class MessageBus;
 class NoticeLabel;
 class PaneTableView;
 class QSplitter;
+class QToolBar;
 class SegmentedControl;
 class TableViewLeft;
 class TableViewRight;
@@ -28,6 +29,8 @@ public:
     MainWindowLayout(MessageBus &bus, MainModel &mainModel, UserDefaults &defaults);
 
     PaneTableView &fileList(Side side) const;
+    // A bar over the panes, in the place of the one before; null for none.
+    void attachToolBar(QToolBar *bar);
 
     TableViewLeft *leftFileList;
     TableViewRight *rightFileList;
@@ -46,4 +49,7 @@ private:
     QWidget *infoBar(Side side);
     QWidget *buttonRow();
     QWidget *corner();
+
+    QToolBar *_toolBar = nullptr;
+    QSize _leastSize; // without a bar
 };

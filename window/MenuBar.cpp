@@ -52,7 +52,7 @@ constexpr Line viewMenu[] = {
 };
 constexpr Line sortMenuLines[] = { Command::SortByName, Command::SortBySize, Command::SortByDate,
                                    Command::SortByType };
-constexpr Line goMenu[] = { Command::ChooseInPath, Separator };
+constexpr Line goMenu[] = { Command::ChooseInPath, Command::ChooseInToolbar, Separator };
 constexpr Line pathMenuLines[] = {
     Command::HomeFolder, Command::Volumes,  Command::OtherFolder,       Command::FolderOfOtherPane,
     Separator,           Command::CopyPath, Command::CopyLocalizedPath,

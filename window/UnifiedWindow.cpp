@@ -25,6 +25,7 @@ UnifiedWindow::UnifiedWindow(const UserDefaults &settings, QWidget *parent)
 
 void UnifiedWindow::readLook()
 {
+    setContextMenuPolicy(Qt::NoContextMenu); // each part has its own
     setFlat(defaults.boolean(Settings::UseFlatUnifiedLook).value_or(false));
 }
 

@@ -19,6 +19,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QMenuBar>
+#include <QToolBar>
 
 using namespace Qt::StringLiterals;
 
@@ -35,8 +36,8 @@ WindowController::WindowController(MainWindowLayout &layout, MessageBus &message
     bus.subscribe(ApplicationWillTerminate, this, &WindowController::applicationWillTerminate);
     bus.subscribe(DirectoryChanged, this, &WindowController::showTitle);
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget *before, const QWidget *now) {
-        if (now == mainWindow.menuBar())
-            _focusBeforeMenuBar = before;
+        if (isBar(now) && !isBar(before))
+            _focusBeforeBars = before;
         const auto active = activeSide();
         for (const Side side : { Side::Left, Side::Right })
             mainWindow.fileList(side).setActivePane(side == active);
@@ -112,13 +113,19 @@ void WindowController::applicationWillTerminate(const NoPayload &)
     }
 }
 
+bool WindowController::isBar(const QWidget *focus) const
+{
+    return focus
+        && (focus == mainWindow.menuBar() || qobject_cast<const QToolBar *>(focus->parentWidget()));
+}
+
 std::optional<Side> WindowController::activeSide() const
 {
     // The window's own focus, which stays while a menu or a sheet has the keyboard; the menu bar
-    // alone takes it for itself.
+    // and the toolbar alone take it for themselves.
     const QWidget *focus = mainWindow.focusWidget();
-    if (focus == mainWindow.menuBar())
-        focus = _focusBeforeMenuBar;
+    if (isBar(focus))
+        focus = _focusBeforeBars;
     for (const Side side : { Side::Left, Side::Right })
         if (focus == &mainWindow.fileList(side))
             return side;

@@ -51,6 +51,7 @@ private:
     void applicationWillTerminate(const NoPayload &);
     void showTitle(Side side, const FolderChange &);
     std::optional<Side> activeSide() const;
+    bool isBar(const QWidget *focus) const; // of the menus, or a button in the toolbar
 
     MainWindowLayout &mainWindow;
     MessageBus &bus;
@@ -59,7 +60,7 @@ private:
     UserDefaults &defaults;
     OpenDialogs &openDialogs;
     Commands *_commands = nullptr; // not owned
-    QPointer<QWidget> _focusBeforeMenuBar;
+    QPointer<QWidget> _focusBeforeBars;
     // Kept: despite its name, true while the button row is hidden.
     bool TWClassicButtonsVisible = false;
 };

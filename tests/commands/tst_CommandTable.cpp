@@ -77,8 +77,7 @@ private Q_SLOTS:
             const QAction *item = world.commands.action(entry.id);
             // This build has no address to ask for a newer version.
             const Command unseen[] = { Command::CheckForNewerVersion, Command::ImageBrowser,
-                                       Command::InternalTerminal,     Command::ShowToolbar,
-                                       Command::CustomizeToolbar };
+                                       Command::InternalTerminal };
             QCOMPARE(item->isVisible(), std::ranges::find(unseen, entry.id) == std::end(unseen));
             QVERIFY2(!item->associatedObjects().isEmpty(), entry.text); // stands in some menu
         }

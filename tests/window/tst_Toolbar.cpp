@@ -1,0 +1,432 @@
+#include "window/Toolbar.h"
+
+#include "tests/support/World.h"
+#include "widgets/Icons.h"
+#include "window/ToolbarCustomization.h"
+#include "window/ToolbarItems.h"
+#include "window/UnifiedToolBar.h"
+
+#include <QComboBox>
+#include <QListView>
+#include <QMimeData>
+#include <QPushButton>
+#include <QSet>
+#include <QToolButton>
+
+#include <memory>
+
+namespace {
+
+QVariantMap favorite(const QString &name, const QString &path)
+{
+    return { { u"Name"_s, name }, { u"RealPath"_s, path }, { u"LocalizedPath"_s, path } };
+}
+
+QVariantMap items(const QStringList &identifiers)
+{
+    return { { u"TB Item Identifiers"_s, QVariantList(identifiers.begin(), identifiers.end()) } };
+}
+
+const QString Separator = QString::fromLatin1(ToolbarSeparator.identifier);
+const QString Default = u"Copy Move New_folder Delete Rename"_s;
+
+struct ToolbarWorld : World {
+    using World::World;
+
+    UnifiedToolBar *bar() { return window.findChild<UnifiedToolBar *>(); }
+    QAction *item(const QString &text)
+    {
+        const auto all = bar()->actions();
+        for (QAction *each : all)
+            if (each->text() == text)
+                return each;
+        return nullptr;
+    }
+    QToolButton *button(const QString &text)
+    {
+        return qobject_cast<QToolButton *>(bar()->widgetForAction(item(text)));
+    }
+    // What can be seen, with "|" for separators and "-" for spaces.
+    QString shown()
+    {
+        QStringList texts;
+        const auto all = bar()->actions();
+        for (const QAction *each : all)
+            if (each->isVisible())
+                texts.append(each->isSeparator() ? u"|"_s
+                                 : each->text().isEmpty()
+                                 ? u"-"_s
+                                 : QString(each->text()).replace(u' ', u'_'));
+        return texts.join(u' ');
+    }
+    QVariant stored() const { return defaults.value(Settings::Toolbar); }
+    QStringList storedItems() const
+    {
+        QStringList identifiers;
+        const QVariantList list = stored().toMap().value(u"TB Item Identifiers"_s).toList();
+        for (const QVariant &each : list)
+            identifiers.append(each.toString());
+        return identifiers;
+    }
+};
+
+} // namespace
+
+class tst_Toolbar : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void everyItemHasItsOwnIdentifierAndDrawing()
+    {
+        QSet<QString> seen;
+        const auto check = [&](const char *identifier, const char *image) {
+            QVERIFY2(!seen.contains(QString::fromLatin1(identifier)), identifier);
+            seen.insert(QString::fromLatin1(identifier));
+            const QImage drawn = toolbarIcon(QString::fromLatin1(image)).pixmap(24).toImage();
+            bool anyInk = false;
+            for (int i = 0; i < drawn.width() * drawn.height(); ++i)
+                anyInk |= drawn.pixelColor(i % drawn.width(), i / drawn.width()).alpha() > 200;
+            QVERIFY2(anyInk, image);
+        };
+        for (const ToolbarItem &item : toolbarItems())
+            check(item.identifier, item.image);
+        for (const ToolbarGap *gap : toolbarGaps())
+            check(gap->identifier, gap->image);
+        const QStringList defaults = toolbarDefaultItemIdentifiers();
+        for (const QString &identifier : defaults)
+            QVERIFY(seen.contains(identifier));
+    }
+
+    void theBarIsAsStored_data()
+    {
+        QTest::addColumn<QVariant>("stored");
+        QTest::addColumn<QString>("shown");
+        QTest::addColumn<bool>("iconOnly");
+        const auto row = [](const char *name, const QVariant &stored, const QString &shown,
+                            bool iconOnly = false) {
+            QTest::newRow(name) << stored << shown << iconOnly;
+        };
+        const auto mode = [](const QVariant &stored) {
+            return QVariantMap { { u"TB Display Mode"_s, stored } };
+        };
+        row("nothing", {}, Default);
+        row("no dictionary", u"Copy Identifier"_s, Default);
+        row("no list", QVariantMap { { u"TB Item Identifiers"_s, 7LL } }, Default);
+        row("an empty list", items({}), {});
+        row("no texts in the list",
+            QVariantMap {
+                { u"TB Item Identifiers"_s, QVariantList { 7LL, u"Move Identifier"_s, true } } },
+            u"Move"_s);
+        row("unknown ones", items({ u"From the future"_s, u"Move Identifier"_s }), u"Move"_s);
+        row("twice", items({ u"Move Identifier"_s, u"Copy Identifier"_s, u"Move Identifier"_s }),
+            u"Move Copy"_s);
+        row("favourites, one gone", items({ u"b & c"_s, u"gone"_s, u"Copy Identifier"_s, u"a"_s }),
+            u"b_&&_c Copy a"_s);
+        row("separators with nothing to separate",
+            items({ Separator, u"Copy Identifier"_s, Separator, u"gone"_s, Separator,
+                    u"Move Identifier"_s, Separator }),
+            u"Copy | Move"_s);
+        row("spaces",
+            items({ u"NSToolbarFlexibleSpaceItem"_s, u"Copy Identifier"_s, u"NSToolbarSpaceItem"_s,
+                    u"NSToolbarSpaceItem"_s, u"Move Identifier"_s }),
+            u"- Copy - - Move"_s);
+        row("icons only", mode(2LL), Default, true);
+        row("another mode", mode(77LL), Default);
+        row("no number as mode", mode(u"2"_s), Default);
+        row("shown by no truth", QVariantMap { { u"TB Is Shown"_s, u"NO"_s } }, Default);
+    }
+    void theBarIsAsStored()
+    {
+        QFETCH(QVariant, stored);
+        QFETCH(bool, iconOnly);
+        ToolbarWorld world;
+        world.defaults.setValue(
+            Settings::OpenWithFavoriteApplications,
+            QVariantList { favorite(u"a"_s, u"/a"_s), favorite(u"b & c"_s, u"/b"_s) });
+        if (stored.isValid())
+            world.defaults.setValue(Settings::Toolbar, stored);
+        world.start();
+        QTEST(world.shown(), "shown");
+        QCOMPARE(world.bar()->toolButtonStyle(),
+                 iconOnly ? Qt::ToolButtonIconOnly : Qt::ToolButtonTextUnderIcon);
+        QCOMPARE(world.stored(), stored); // nothing is written over it
+        world.application.toolbar().setDisplay(ToolbarDisplay::IconOnly);
+        QCOMPARE(world.stored().toMap().value(u"TB Item Identifiers"_s),
+                 stored.toMap().value(u"TB Item Identifiers"_s));
+    }
+
+    void clicksDoWhatTheCommandsDo()
+    {
+        ToolbarWorld world(u"right/a.txt=a"_s);
+        world.defaults.setValue(Settings::ConfirmationForFileOperations, false);
+        world.start();
+        world.focus(Side::Right);
+        for (const auto &[text, enabled] :
+             { std::pair(u"Copy"_s, false), { u"Rename"_s, false }, { u"New folder"_s, true } })
+            QCOMPARE(world.item(text)->isEnabled(), enabled); // on ".."
+        world.select(u"a.txt"_s, Side::Right);
+        QVERIFY(world.item(u"Copy"_s)->isEnabled());
+
+        QTest::mouseClick(world.button(u"Copy"_s), Qt::LeftButton);
+        world.twinleaf.drain();
+        QCOMPARE(world.folder.read(u"left/a.txt"_s), "a");
+        QVERIFY(world.list(Side::Right).hasFocus());
+
+        // By keyboard: the pane stays the active one, and has the keyboard again when a button
+        // acts.
+        world.run(Command::ChooseInToolbar);
+        QVERIFY(world.button(u"Copy"_s)->hasFocus());
+        QVERIFY(world.item(u"Copy"_s)->isEnabled());
+        const auto key = [](Qt::Key pressed) {
+            QTest::keyClick(QApplication::focusWidget(), pressed);
+        };
+        key(Qt::Key_Left); // there is none
+        key(Qt::Key_Right);
+        QVERIFY(world.button(u"Move"_s)->hasFocus());
+        key(Qt::Key_Escape);
+        QVERIFY(world.list(Side::Right).hasFocus());
+        world.run(Command::ChooseInToolbar);
+        key(Qt::Key_End);
+        world.answerSheet(u"b.txt"_s);
+        key(Qt::Key_Return);
+        world.twinleaf.drain();
+        QCOMPARE(world.folder.names(u"right"_s), QStringList(u"b.txt"_s));
+        QCOMPARE(world.window.focusWidget(), &world.list(Side::Right));
+    }
+
+    void itemsComeWithWhatIsBehindThem()
+    {
+        ToolbarWorld world;
+        world.defaults.setValue(Settings::Toolbar,
+                                items({ u"Copy Identifier"_s, Separator,
+                                        u"Image browser Identifier"_s, u"Console Identifier"_s }));
+        world.start();
+        QCOMPARE(world.shown(), u"Copy"_s);
+        int shows = 0;
+        world.commands.setRunner(Command::ImageBrowser, [&] { ++shows; });
+        QCOMPARE(world.shown(), u"Copy | Image_browser"_s);
+        QTest::mouseClick(world.button(u"Image browser"_s), Qt::LeftButton);
+        QCOMPARE(shows, 1);
+        world.commands.offerTool(Command::Console, {});
+        QCOMPARE(world.shown(), u"Copy | Image_browser Console"_s);
+    }
+
+    void favouritesOfOneNameAreOneItem()
+    {
+        ToolbarWorld world(u"one/edit=, two/edit=, play="_s);
+        const QVariantList both { favorite(u"edit"_s, world.folder.path(u"one/edit"_s)),
+                                  favorite(u"play"_s, world.folder.path(u"play"_s)),
+                                  favorite(u"edit"_s, world.folder.path(u"two/edit"_s)) };
+        world.defaults.setValue(Settings::OpenWithFavoriteApplications, both);
+        world.defaults.setValue(Settings::Toolbar, items({ u"edit"_s, u"play"_s }));
+        world.start();
+        Toolbar &toolbar = world.application.toolbar();
+        QCOMPARE(toolbar.toolbarAllowedItemIdentifiers().mid(toolbarItems().size() + 3),
+                 QStringList({ u"edit"_s, u"play"_s }));
+        QTest::mouseClick(world.button(u"edit"_s), Qt::LeftButton);
+        QCOMPARE(world.workspace.calls,
+                 QList<QStringList>({ { u"launch"_s, world.folder.path(u"one/edit"_s) },
+                                      { u"launch"_s, world.folder.path(u"two/edit"_s) } }));
+
+        world.defaults.setValue(Settings::OpenWithFavoriteApplications, both.mid(0, 1));
+        QCOMPARE(world.shown(), u"edit play"_s);
+        toolbar.setupToolbarForWindow(world.window);
+        QTRY_COMPARE(world.window.findChildren<UnifiedToolBar *>().size(), 1);
+        QCOMPARE(world.shown(), u"edit"_s);
+        QCOMPARE(world.storedItems(), QStringList({ u"edit"_s, u"play"_s })); // it may come back
+    }
+
+    void iconsAreMadeForWhatIsShown()
+    {
+        ToolbarWorld world;
+        QVariantList favorites;
+        for (int i = 0; i < 5000; ++i)
+            favorites.append(
+                favorite(u"tool %1"_s.arg(i), world.folder.path(u"left"_s) + u"/%1"_s.arg(i)));
+        makeTree(world.folder, u"left/7=, left/1="_s);
+        world.start(); // the menu of the favourites is not what this is about
+        world.defaults.setValue(Settings::OpenWithFavoriteApplications, favorites);
+        world.defaults.setValue(Settings::Toolbar, items({ u"tool 7"_s, u"tool 8"_s }));
+        world.workspace.iconLoads.clear();
+        world.application.toolbar().setupToolbarForWindow(world.window);
+        QVERIFY(world.workspace.iconLoads.isEmpty()); // nobody waits for them
+        // The other one is not there.
+        QTRY_COMPARE(world.workspace.iconLoads, QStringList(world.folder.path(u"left/7"_s)));
+
+        ToolbarCustomization sheet(world.application.toolbar(), &world.window);
+        auto *palette = sheet.findChild<QListView *>();
+        QCOMPARE(palette->model()->rowCount(), 5 + 3 + 4998);
+        sheet.show();
+        QTRY_VERIFY(world.workspace.iconLoads.contains(world.folder.path(u"left/1"_s)));
+    }
+
+    void aHiddenBarIsNotThere()
+    {
+        for (const bool shown : { false, true }) {
+            ToolbarWorld world(u"left/app="_s);
+            world.defaults.setValue(
+                Settings::Toolbar,
+                QVariantMap { { u"TB Is Shown"_s, shown }, { u"Other"_s, 5LL } });
+            world.start();
+            for (const bool now : { shown, !shown, shown }) {
+                QTRY_COMPARE(world.window.findChildren<UnifiedToolBar *>().size(), now ? 1 : 0);
+                QCOMPARE(world.commands.action(Command::ChooseInToolbar)->isVisible(), now);
+                QCOMPARE(world.commands.action(Command::ShowToolbar)->text(),
+                         now ? u"Hide toolbar"_s : u"Show toolbar"_s);
+                const QVariantMap stored = world.stored().toMap();
+                QCOMPARE(stored.value(u"TB Is Shown"_s), QVariant(now));
+                QCOMPARE(stored.value(u"Other"_s), QVariant(5LL));
+                world.run(Command::ShowToolbar);
+            }
+        }
+    }
+
+    void whatFindsNoRoomIsBehindAButton()
+    {
+        ToolbarWorld world;
+        QStringList all;
+        for (const ToolbarItem &item : toolbarItems())
+            all.append(QString::fromLatin1(item.identifier));
+        for (const ToolbarItem &item : toolbarItems())
+            world.commands.setRunner(item.command, [] {});
+        world.start();
+        const int least = world.window.minimumWidth();
+        world.application.toolbar().setIdentifiers(all);
+        QCOMPARE(world.window.minimumWidth(), least);
+        world.window.resize(world.window.minimumSize());
+        QTRY_COMPARE(world.window.width(), least);
+        auto *more = world.bar()->findChild<QToolButton *>(u"qt_toolbar_ext_button"_s);
+        QTRY_VERIFY(more->isVisible());
+        QCOMPARE(more->accessibleName(), u"More items"_s);
+        world.run(Command::ChooseInToolbar);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_End);
+        QVERIFY(more->hasFocus());
+        const auto inMenu = more->menu()->actions();
+        QVERIFY(inMenu.contains(world.item(u"System Profiler"_s)));
+        QVERIFY(!inMenu.contains(world.item(u"Copy"_s)));
+    }
+
+    // Letters stand for items; the small ones are unknown, or not offered now.
+    void whatCannotBeSeenKeepsItsPlace_data()
+    {
+        QTest::addColumn<int>("from");
+        QTest::addColumn<int>("before"); // -1: it is taken out
+        QTest::addColumn<QString>("after");
+        QTest::newRow("to the front") << 2 << 0 << u"DCxiMyR"_s;
+        QTest::newRow("before the next but one") << 0 << 2 << u"xiMCDyR"_s;
+        QTest::newRow("to the end") << 0 << 4 << u"xiMDyRC"_s;
+        QTest::newRow("back by one") << 1 << 0 << u"MCxiDyR"_s;
+        QTest::newRow("onto itself") << 1 << 1 << u"CxiMDyR"_s;
+        QTest::newRow("behind itself") << 1 << 2 << u"CxiMDyR"_s;
+        QTest::newRow("out") << 1 << -1 << u"CxiDyR"_s;
+        QTest::newRow("no such row") << 9 << 0 << u"CxiMDyR"_s;
+    }
+    void whatCannotBeSeenKeepsItsPlace()
+    {
+        QFETCH(int, from);
+        QFETCH(int, before);
+        const std::pair<QChar, QString> names[] = {
+            { u'C', u"Copy Identifier"_s },
+            { u'M', u"Move Identifier"_s },
+            { u'D', u"Delete Identifier"_s },
+            { u'R', u"Rename Identifier"_s },
+            { u'i', u"Intern terminal Identifier"_s },
+            { u'x', u"x"_s },
+            { u'y', u"y"_s },
+        };
+        QStringList identifiers;
+        for (const QChar letter : u"CxiMDyR"_s)
+            for (const auto &[name, identifier] : names)
+                if (name == letter)
+                    identifiers.append(identifier);
+        ToolbarWorld world;
+        world.defaults.setValue(Settings::Toolbar, items(identifiers));
+        world.start();
+        ToolbarBarModel bar(world.application.toolbar());
+        QCOMPARE(bar.rowCount(), 4);
+        if (before < 0)
+            bar.remove(from);
+        else
+            bar.move(from, before);
+        QString after;
+        const QStringList stored = world.storedItems();
+        for (const QString &each : stored)
+            for (const auto &[name, identifier] : names)
+                if (identifier == each)
+                    after += name;
+        QTEST(after, "after");
+    }
+
+    void aPersonArrangesTheBar()
+    {
+        StartedToolbarWorld world;
+        ToolbarCustomization sheet(world.application.toolbar(), &world.window);
+        sheet.show();
+        QVERIFY(QTest::qWaitForWindowActive(&sheet));
+        const auto lists = sheet.findChildren<QListView *>();
+        QListView *palette = lists[0], *bar = lists[1];
+        const auto current = [](QListView *list) { return list->currentIndex().data().toString(); };
+        QCOMPARE(sheet.focusWidget(), palette);
+        QCOMPARE(current(palette), u"Separator"_s);
+
+        // By keyboard.
+        QTest::keyClick(bar, Qt::Key_Delete);
+        QCOMPARE(world.shown(), u"Move New_folder Delete Rename"_s);
+        QTest::keyClick(bar, Qt::Key_End);
+        QTest::keyClick(bar, Qt::Key_Up); // past the separator
+        QCOMPARE(current(bar), u"Rename"_s);
+        QTest::keyClick(bar, Qt::Key_Up, Qt::AltModifier);
+        QTest::keyClick(bar, Qt::Key_Left, Qt::AltModifier);
+        QCOMPARE(current(bar), u"Rename"_s);
+        QCOMPARE(world.shown(), u"Move Rename New_folder Delete"_s);
+        QTest::keyClick(palette, Qt::Key_Return); // the separator stands behind what was chosen
+        QVERIFY(sheet.isVisible());
+        QCOMPARE(world.shown(), u"Move Rename | New_folder Delete"_s);
+        QTest::keyClick(palette, Qt::Key_Home);
+        QCOMPARE(current(palette), u"Copy"_s);
+        QTest::keyClick(palette, Qt::Key_Enter);
+        QCOMPARE(world.shown(), u"Move Rename | Copy New_folder Delete"_s);
+
+        // By drag: in, along, out.
+        const auto drag = [](QListView *from, int row, QListView *to, int before) {
+            const std::unique_ptr<QMimeData> data(
+                from->model()->mimeData({ from->model()->index(row, 0) }));
+            return to->model()->dropMimeData(data.get(), Qt::MoveAction, before, 0, {});
+        };
+        QVERIFY(drag(bar, 5, bar, 0));
+        QCOMPARE(world.shown(), u"Delete Move Rename | Copy New_folder"_s);
+        QCOMPARE(current(bar), u"Delete"_s);
+        QVERIFY(drag(bar, 4, palette, 0));
+        QCOMPARE(world.shown(), u"Delete Move Rename | New_folder"_s);
+        QVERIFY(drag(palette, 0, bar, 1));
+        QCOMPARE(world.shown(), u"Delete Copy Move Rename | New_folder"_s);
+        QVERIFY(!drag(palette, 0, palette, 0));
+        QMimeData foreign;
+        foreign.setText(u"Copy Identifier"_s);
+        QVERIFY(!bar->model()->dropMimeData(&foreign, Qt::MoveAction, 0, 0, {}));
+        QCOMPARE(world.storedItems().size(), 9); // with what cannot be seen
+
+        auto *display = sheet.findChild<QComboBox *>();
+        QTest::keyClick(display, Qt::Key_Down);
+        QCOMPARE(world.bar()->toolButtonStyle(), Qt::ToolButtonIconOnly);
+        QCOMPARE(world.stored().toMap().value(u"TB Display Mode"_s), QVariant(2LL));
+
+        const auto buttons = sheet.findChildren<QPushButton *>();
+        for (QPushButton *button : buttons)
+            if (button->accessibleName() == u"Restore defaults"_s)
+                button->click();
+        QCOMPARE(world.shown(), Default);
+        QCOMPARE(world.bar()->toolButtonStyle(), Qt::ToolButtonTextUnderIcon);
+        QCOMPARE(display->currentIndex(), 0);
+        QTest::keyClick(&sheet, Qt::Key_Return);
+        QVERIFY(!sheet.isVisible());
+    }
+
+private:
+    struct StartedToolbarWorld : ToolbarWorld {
+        StartedToolbarWorld() { start(); }
+    };
+};
+
+QTEST_MAIN(tst_Toolbar)
+#include "tst_Toolbar.moc"
