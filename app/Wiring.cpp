@@ -110,6 +110,8 @@ void Application::connectPreferences()
             [this] { _infoBars.setInfoBarsColors(); });
     connect(&_preferencesController, &Preferences::openWithFavoriteApplicationsToSet,
             &_openWithMenu, &OpenWithMenu::setOpenWithFavoriteApplications);
+    connect(&_preferencesController, &Preferences::toolbarToSetUp, &_mainWindow,
+            [this] { _toolbar.setupToolbarForWindow(_mainWindow); });
     connect(&_preferencesController, &Preferences::windowLookToSet, &_mainWindow,
             &UnifiedWindow::readLook);
     connect(&_bookmarkController, &BookmarkController::bookmarksMenuToSet, &_bookmarksMenu,
