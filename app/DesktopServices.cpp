@@ -18,4 +18,5 @@ void DesktopServices::setMainWindow(QWidget *window)
 {
     _alerts.setParent(window);
     _openPanel.setParent(window);
+    _authorization.setParent(window);
 }

@@ -28,5 +28,5 @@ private:
     DesktopPrograms _programs;
     DesktopWorkspace _workspace;
     HttpVersionServer _versionServer;
-    PolkitAuthorization _authorization;
+    PolkitAuthorization _authorization { _openDialogs };
 };

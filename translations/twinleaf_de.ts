@@ -32,6 +32,10 @@
         <translation>Soll der Prozess „%@“ wirklich beendet werden?</translation>
     </message>
     <message>
+        <source>Waiting for the administrator's password...</source>
+        <translation>Warten auf das Passwort der Systemverwaltung …</translation>
+    </message>
+    <message>
         <source>Process %i:</source>
         <translation>Prozess %i:</translation>
     </message>
