@@ -34,7 +34,7 @@ const auto connectionName = u"twinleaf-rights"_s;
 
 QDBusConnection bus()
 {
-    const QDBusConnection present(connectionName);
+    QDBusConnection present(connectionName);
     if (present.isConnected())
         return present;
     QDBusConnection::disconnectFromBus(connectionName);
