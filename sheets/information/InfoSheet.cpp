@@ -1,9 +1,9 @@
 #include "sheets/information/InfoSheet.h"
 
 #include "base/Localized.h"
-#include "files/FileName.h"
 #include "operations/Permissions.h"
 #include "sheets/information/AccountBox.h"
+#include "sheets/information/TextField.h"
 #include "widgets/Colors.h"
 #include "widgets/Icons.h"
 
@@ -13,7 +13,6 @@
 #include <QEvent>
 #include <QGridLayout>
 #include <QLabel>
-#include <QLineEdit>
 #include <QPushButton>
 
 using namespace Qt::StringLiterals;
@@ -61,12 +60,12 @@ InfoSheet::InfoSheet(QWidget *mainWindow)
     _grid->setColumnStretch(2, 1);
 
     addLine();
-    addRow(localized("Kind"), Type = newField(localized("Kind")));
-    addRow(localized("Size"), FileSize = newField(localized("Size")));
-    addRow(localized("Where"), Path = newField(localized("Where")));
-    addRow(localized("Target"), Target = newField(localized("Target")));
-    addRow(localized("Created"), Created = newField(localized("Created")));
-    addRow(localized("Modified"), Modified = newField(localized("Modified")));
+    Type = addField(localized("Kind"));
+    FileSize = addField(localized("Size"));
+    Path = addField(localized("Where"));
+    Target = addField(localized("Target"));
+    Created = addField(localized("Created"));
+    Modified = addField(localized("Modified"));
     addLine();
     OpenWith = new QComboBox(_content);
     OpenWith->setIconSize(QSize(SmallIconSide, SmallIconSide));
@@ -102,7 +101,7 @@ void InfoSheet::addHeader()
     header->addWidget(Icon);
     auto *texts = new QVBoxLayout;
     texts->addStretch();
-    Name = newField(localized("Name"));
+    Name = new TextField(localized("Name"), _content);
     QFont large = Name->font();
     large.setPointSizeF(large.pointSizeF() * NameScale);
     large.setWeight(QFont::DemiBold);
@@ -120,15 +119,10 @@ void InfoSheet::addHeader()
     static_cast<QVBoxLayout *>(_content->layout())->addLayout(header);
 }
 
-QLineEdit *InfoSheet::newField(const QString &name)
+TextField *InfoSheet::addField(const QString &name)
 {
-    auto *field = new QLineEdit(_content);
-    field->setReadOnly(true);
-    field->setFrame(false);
-    QPalette clear;
-    clear.setBrush(QPalette::Base, Qt::transparent);
-    field->setPalette(clear);
-    field->setAccessibleName(name);
+    auto *field = new TextField(name, _content);
+    addRow(name, field);
     return field;
 }
 
@@ -169,15 +163,6 @@ void InfoSheet::addLine()
     _grid->setRowMinimumHeight(row, GroupSpacing);
 }
 
-void InfoSheet::show(QLineEdit &field, const QString &text)
-{
-    const QString shown = FileName::shown(text);
-    if (field.text() == shown)
-        return;
-    field.setText(shown);
-    field.setCursorPosition(0);
-}
-
 void InfoSheet::showIcon(const QIcon &icon)
 {
     Icon->setPixmap(icon.pixmap(QSize(IconSide, IconSide), devicePixelRatioF()));
@@ -191,13 +176,16 @@ void InfoSheet::showNameColor(const QColor &color)
 
 void InfoSheet::tintName()
 {
-    QPalette palette;
-    palette.setBrush(QPalette::Base, Qt::transparent);
-    if (_nameColor.isValid())
-        palette.setColor(QPalette::Text,
-                         readable(_nameColor, this->palette().color(QPalette::Window),
-                                  this->palette().color(QPalette::WindowText)));
-    Name->setPalette(palette);
+    Name->setTextColor(_nameColor.isValid()
+                           ? readable(_nameColor, palette().color(QPalette::Window),
+                                      palette().color(QPalette::WindowText))
+                           : QColor());
+}
+
+void InfoSheet::showEvent(QShowEvent *event)
+{
+    _ok->setFocus(); // wherever it was left
+    Sheet::showEvent(event);
 }
 
 void InfoSheet::changeEvent(QEvent *event)

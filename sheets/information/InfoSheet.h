@@ -10,7 +10,7 @@ class AccountBox;
 class QCheckBox;
 class QComboBox;
 class QGridLayout;
-class QLineEdit;
+class TextField;
 
 // The sheet with everything about an item: its controls, and how they stand. Their names are their
 // roles. Main thread.
@@ -21,13 +21,13 @@ public:
     explicit InfoSheet(QWidget *mainWindow);
 
     QLabel *Icon;
-    QLineEdit *Name;
-    QLineEdit *Type;
-    QLineEdit *FileSize;
-    QLineEdit *Path;
-    QLineEdit *Target;
-    QLineEdit *Created;
-    QLineEdit *Modified;
+    TextField *Name;
+    TextField *Type;
+    TextField *FileSize;
+    TextField *Path;
+    TextField *Target;
+    TextField *Created;
+    TextField *Modified;
     QComboBox *OpenWith;
     AccountBox *Owner;
     QComboBox *OwnerPermissions;
@@ -43,8 +43,6 @@ public:
         return { OwnerPermissions, GroupPermissions, Other };
     }
 
-    // A text of the item; what does not fit can be scrolled, and copied.
-    static void show(QLineEdit &field, const QString &text);
     void showIcon(const QIcon &icon);
     void showNameColor(const QColor &color); // invalid: as other texts
     void showRights(bool held); // the padlock
@@ -60,10 +58,11 @@ Q_SIGNALS:
     void okClicked();
 
 protected:
+    void showEvent(QShowEvent *event) override;
     void changeEvent(QEvent *event) override;
 
 private:
-    QLineEdit *newField(const QString &name);
+    TextField *addField(const QString &name);
     QComboBox *newPermissions(const QString &name);
     void addRow(const QString &name, QWidget *control, QWidget *beside = nullptr);
     void addLine();

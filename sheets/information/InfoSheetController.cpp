@@ -56,6 +56,12 @@ bool InfoSheetController::end()
     return std::ranges::all_of(ended, std::identity());
 }
 
+void InfoSheetController::setAccountSource(std::function<AccountNames()> source)
+{
+    _accountReading.drop();
+    _readAccounts = std::move(source);
+}
+
 void InfoSheetController::awakeFromNib()
 {
     if (_accountReading.anyWanted())

@@ -34,7 +34,7 @@ public:
     ~InfoSheetController() override;
 
     // Where the names of users and groups come from, on worker threads: the user database.
-    void setAccountSource(std::function<AccountNames()> source) { _readAccounts = source; }
+    void setAccountSource(std::function<AccountNames()> source);
     void awakeFromNib(); // reads them
 
     // Returns when the sheet has closed. While it stands there it shows the other item instead.

@@ -4,10 +4,10 @@
 #include "sheets/information/AccountBox.h"
 #include "sheets/information/InfoSheet.h"
 #include "sheets/information/InfoSheetController.h"
+#include "sheets/information/TextField.h"
 #include "widgets/FileKinds.h"
 
 #include <QCheckBox>
-#include <QLineEdit>
 #include <QLocale>
 
 // What the controls show of an item.
@@ -36,11 +36,11 @@ void InfoSheetController::showKnown()
 {
     _facts.reset();
     InfoSheet &shown = sheet();
-    InfoSheet::show(*shown.Name, PathText::lastComponent(currentFullPath));
-    InfoSheet::show(*shown.Path, PathText::parent(twinleaf.getLocalizedPath(currentFullPath)));
-    for (QLineEdit *field :
+    shown.Name->show(PathText::lastComponent(currentFullPath));
+    shown.Path->show(PathText::parent(twinleaf.getLocalizedPath(currentFullPath)));
+    for (TextField *field :
          { shown.Type, shown.FileSize, shown.Target, shown.Created, shown.Modified })
-        InfoSheet::show(*field, {});
+        field->show({});
     shown.showIcon({});
     shown.showNameColor({});
     shown.showNote({});
@@ -93,14 +93,13 @@ void InfoSheetController::showFacts(const ItemFacts &facts)
     const FileStatus &status = facts.status();
     const QString name = PathText::lastComponent(currentFullPath);
     shown.showIcon(kinds.icon(name, status.kind, facts.isDangling));
-    InfoSheet::show(*shown.Name, facts.isApplication ? PathText::withoutExtension(name) : name);
+    shown.Name->show(facts.isApplication ? PathText::withoutExtension(name) : name);
     shown.showNameColor(facts.label == 0 ? QColor() : FileQueries::finderLabelColor(facts.label));
-    InfoSheet::show(*shown.Target, facts.target);
-    InfoSheet::show(*shown.Type, facts.type);
-    InfoSheet::show(*shown.Created,
-                    status.created ? twinleaf.getLocalizedDateAndTime(timeOf(*status.created))
-                                   : u"--"_s);
-    InfoSheet::show(*shown.Modified, twinleaf.getLocalizedDateAndTime(timeOf(status.modified)));
+    shown.Target->show(facts.target);
+    shown.Type->show(facts.type);
+    shown.Created->show(status.created ? twinleaf.getLocalizedDateAndTime(timeOf(*status.created))
+                                       : u"--"_s);
+    shown.Modified->show(twinleaf.getLocalizedDateAndTime(timeOf(status.modified)));
 }
 
 void InfoSheetController::showChoices(const ItemFacts &facts)
@@ -127,14 +126,14 @@ void InfoSheetController::showSizeOf(const ItemFacts &facts)
     _folderCount.stop();
     if (facts.status().kind != FileKind::Directory)
         return showSize(facts.status().size, Size::Whole);
-    InfoSheet::show(*sheet().FileSize, localized("Calculating..."));
+    sheet().FileSize->show(localized("Calculating..."));
     _folderCount.start(facts.held);
 }
 
 void InfoSheetController::showSize(qint64 bytes, Size size)
 {
     const QString goesOn = size == Size::SoFar ? u" \u2026"_s : QString();
-    InfoSheet::show(*sheet().FileSize, sizeText(bytes) + goesOn);
+    sheet().FileSize->show(sizeText(bytes) + goesOn);
 }
 
 InfoSheetController::Choices InfoSheetController::choices()
