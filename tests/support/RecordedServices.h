@@ -150,6 +150,8 @@ public:
     bool askForRights(const QStringList &commands) override
     {
         asked.append(commands);
+        if (whileAsking)
+            whileAsking();
         holds = holds || personAgrees;
         return holds;
     }
@@ -164,6 +166,7 @@ public:
 
     bool holds = false;
     bool personAgrees = true;
+    std::function<void()> whileAsking;
     int status = 0;
     QList<QStringList> asked; // the commands of each question, silent ones too
     QList<QStringList> executed;
