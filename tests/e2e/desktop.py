@@ -145,6 +145,7 @@ class Program:
 
     def wait_for_main_window(self):
         self._wait(lambda: self._window() == self.window, "the main window to be active again")
+        self._question = None  # a sheet that comes up again may be the same window
 
     def wait_for(self, condition, what):
         return self._wait(condition, what)

@@ -200,10 +200,30 @@ def ends_when_the_session_ends(scene):
     expect(app.settings.is_file(), "the settings were saved")
 
 
+def changes_permissions_by_keys_alone(scene):
+    source = scene.file(scene.left, "report.txt")
+    source.chmod(0o644)
+    app = scene.start(left=source)
+
+    def others_have_no_access():
+        # The item is read beside the sheet; what comes before that is for nobody.
+        app.key("ctrl+i")
+        app.wait_for_question("the information sheet")
+        app.key("alt+h", "N", "Return")
+        app.wait_for_main_window()
+        return source.stat().st_mode & 0o777 == 0o640
+    app.wait_for(others_have_no_access, "the permissions of others")
+    app.key("ctrl+i")
+    app.wait_for_question("the information sheet")
+    app.key("Escape")
+    scene.quit()
+    expect(source.stat().st_mode & 0o777 == 0o640, "cancelling changes nothing")
+
+
 SCENES = [copies_renames_and_deletes_any_name, asks_before_overwriting, makes_a_folder_with_f7,
           moves_from_the_right_after_tab, drags_onto_a_file_by_held_keys,
-          remembers_where_it_went_along_the_path, falls_back_from_a_missing_folder,
-          ends_when_the_session_ends]
+          changes_permissions_by_keys_alone, remembers_where_it_went_along_the_path,
+          falls_back_from_a_missing_folder, ends_when_the_session_ends]
 
 
 def play_all(scenes):
