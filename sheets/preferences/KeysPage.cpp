@@ -9,6 +9,7 @@
 #include <QAccessible>
 #include <QComboBox>
 #include <QHBoxLayout>
+#include <QKeySequence>
 #include <QPushButton>
 
 using namespace Qt::StringLiterals;
@@ -27,7 +28,8 @@ void keepPlace(QWidget &widget)
 QString nameOfKey(int code)
 {
     const QString name = VirtualKeys::name(code);
-    return name.isEmpty() ? filled(localized("Key %i"), code) : name;
+    return name.isEmpty() ? filled(localized("Key %i"), code)
+                          : QKeySequence(name).toString(QKeySequence::NativeText);
 }
 
 // Of the longest line about a conflict: a row that gets one does not move the others.
