@@ -63,9 +63,9 @@ Application::Application(const Services &services, const CommandLine &line)
     , _runsIndicator(_mainWindow, _workingSheet)
     , _bookmarkStore(services.defaults)
     , _bookmarksMenu(_menus.bookmarksMenu(), _bookmarkStore, _paneCommands, _windowController,
-                     _mainModel, _twinleaf, services.alerts)
+                     _mainModel, _twinleaf, services.alerts, _kinds, _diskQuestions)
     , _openWithMenu(_menus.openWithMenu(), _bookmarkStore, _paneCommands, services.workspace,
-                    _twinleaf)
+                    _diskQuestions)
     , _bookmarkController(_bookmarkStore, _twinleaf, _kinds, _diskQuestions,
                           { services.alerts, services.openPanel, services.openDialogs },
                           &_mainWindow)

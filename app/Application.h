@@ -119,9 +119,9 @@ private:
     MenuBar _menus;
     RunsIndicator _runsIndicator;
     BookmarkStore _bookmarkStore;
+    DiskQuestions _diskQuestions;
     BookmarksMenu _bookmarksMenu;
     OpenWithMenu _openWithMenu;
-    DiskQuestions _diskQuestions;
     BookmarkController _bookmarkController;
     FavoriteApplicationsController _favoriteApplicationsController;
     PreferencesController _preferencesController;

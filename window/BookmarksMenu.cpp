@@ -8,6 +8,7 @@
 #include "model/MainModel.h"
 #include "model/PaneWindow.h"
 #include "platform/Alerts.h"
+#include "widgets/FileKinds.h"
 #include "widgets/Icons.h"
 #include "widgets/MenuText.h"
 
@@ -18,7 +19,7 @@ using namespace Qt::StringLiterals;
 BookmarksMenu::BookmarksMenu(QMenu &menu, BookmarkStore &bookmarks,
                              const PaneCommands &paneCommands, PaneWindow &paneWindow,
                              const MainModel &model, const FileQueries &fileQueries,
-                             Alerts &alertsToAsk)
+                             Alerts &alertsToAsk, const FileKinds &kinds, DiskQuestions &questions)
     : bookmarksMenu(menu)
     , _firstBookmark(menu.actions().size())
     , store(bookmarks)
@@ -27,6 +28,9 @@ BookmarksMenu::BookmarksMenu(QMenu &menu, BookmarkStore &bookmarks,
     , mainModel(model)
     , queries(fileQueries)
     , alerts(alertsToAsk)
+    , _icons(menu, questions, [&kinds](const QString &path, const FileStatus &status) {
+        return kinds.icon(PathText::lastComponent(path), status.kind);
+    })
 {
 }
 
@@ -42,9 +46,9 @@ void BookmarksMenu::setBookmarksMenu()
     qDeleteAll(shown);
     const auto bookmarks = store.getBookmarksFromUserDefaults();
     for (const Bookmark &bookmark : bookmarks) {
-        // Not the folder's own: a bookmark on a server that is gone must not hold up the start.
         QAction *item =
             bookmarksMenu.addAction(themedIcon(u"folder"_s), menuText(bookmark.localizedPath));
+        item->setData(bookmark.realPath);
         connect(item, &QAction::triggered, this, [this, title = bookmark.localizedPath] {
             Arrivals::afterWait(this, [this, title] { clickedBookmark(title); });
         });

@@ -1,12 +1,15 @@
 #pragma once
 
 #include "settings/BookmarkStore.h"
+#include "widgets/MenuIcons.h"
 
 #include <QObject>
 
 #include <optional>
 
 class Alerts;
+class DiskQuestions;
+class FileKinds;
 class FileQueries;
 class MainModel;
 class PaneCommands;
@@ -21,7 +24,7 @@ public:
     // Below the lines that the menu has already.
     BookmarksMenu(QMenu &menu, BookmarkStore &store, const PaneCommands &commands,
                   PaneWindow &window, const MainModel &mainModel, const FileQueries &queries,
-                  Alerts &alerts);
+                  Alerts &alerts, const FileKinds &kinds, DiskQuestions &questions);
 
     void setBookmarksMenu(); // builds it anew
     void addBookmark();
@@ -38,4 +41,5 @@ private:
     const MainModel &mainModel;
     const FileQueries &queries;
     Alerts &alerts;
+    const MenuIcons _icons;
 };

@@ -3,33 +3,34 @@
 #include "base/Arrivals.h"
 #include "base/Localized.h"
 #include "commands/PaneCommands.h"
-#include "model/FileQueries.h"
 #include "platform/Workspace.h"
 #include "settings/BookmarkStore.h"
+#include "widgets/Icons.h"
 #include "widgets/MenuText.h"
 
 #include <QMenu>
 
+using namespace Qt::StringLiterals;
+
 OpenWithMenu::OpenWithMenu(QMenu &menu, const BookmarkStore &favorites, PaneCommands &paneCommands,
-                           const Workspace &desktop, const FileQueries &fileQueries)
+                           const Workspace &workspace, DiskQuestions &questions)
     : menuOpenWithFavorite(menu)
     , store(favorites)
     , commands(paneCommands)
-    , workspace(desktop)
-    , queries(fileQueries)
+    , _icons(menu, questions, [&workspace](const QString &path, const FileStatus &) {
+        return workspace.iconOfApplication(path);
+    })
 {
 }
 
 void OpenWithMenu::setOpenWithFavoriteApplications()
 {
     menuOpenWithFavorite.clear();
+    const QIcon generic = themedIcon(u"application-x-executable"_s);
     const auto favorites = store.getFavoriteApplicationsFromUserDefaults();
     for (const FavoriteApplication &favorite : favorites) {
-        // Not from a server that is gone.
-        const QIcon icon = queries.isThere(favorite.realPath)
-            ? workspace.iconOfApplication(favorite.realPath)
-            : QIcon();
-        QAction *item = menuOpenWithFavorite.addAction(icon, menuText(favorite.name));
+        QAction *item = menuOpenWithFavorite.addAction(generic, menuText(favorite.name));
+        item->setData(favorite.realPath);
         connect(item, &QAction::triggered, this, [this, name = favorite.name] {
             Arrivals::afterWait(this, [this, name] { clickedOpenWithFavoriteApplications(name); });
         });

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "widgets/MenuIcons.h"
+
 #include <QObject>
 
 class BookmarkStore;
-class FileQueries;
+class DiskQuestions;
 class PaneCommands;
 class QMenu;
 class Workspace;
@@ -14,7 +16,7 @@ class OpenWithMenu final : public QObject {
 
 public:
     OpenWithMenu(QMenu &menu, const BookmarkStore &store, PaneCommands &commands,
-                 const Workspace &workspace, const FileQueries &queries);
+                 const Workspace &workspace, DiskQuestions &questions);
 
     void setOpenWithFavoriteApplications(); // builds it anew
     void clickedOpenWithFavoriteApplications(const QString &name);
@@ -23,6 +25,5 @@ private:
     QMenu &menuOpenWithFavorite;
     const BookmarkStore &store;
     PaneCommands &commands;
-    const Workspace &workspace;
-    const FileQueries &queries;
+    const MenuIcons _icons;
 };
