@@ -1,11 +1,13 @@
 #include "window/UnifiedToolBar.h"
 
 #include "base/Localized.h"
+#include "widgets/Icons.h"
 
 #include <QActionEvent>
 #include <QApplication>
 #include <QKeyEvent>
 #include <QLayout>
+#include <QPainter>
 #include <QToolButton>
 
 #include <algorithm>
@@ -16,6 +18,8 @@ namespace {
 
 constexpr int IconSide = 24; // that the drawings are made for
 constexpr int TopMargin = 4;
+constexpr double FocusWidth = 2;
+constexpr double FocusRadius = 3;
 constexpr int SpaceWidth = 32;
 
 } // namespace
@@ -31,12 +35,15 @@ UnifiedToolBar::UnifiedToolBar(QWidget *parent)
     if (auto *more = findChild<QToolButton *>(u"qt_toolbar_ext_button"_s)) {
         more->setAccessibleName(localized("More items"));
         more->setToolTip(more->accessibleName());
+        more->setIcon(toolbarIcon(u"more"_s)); // the style's may be dark on dark
         more->setFocusPolicy(Qt::TabFocus);
         more->installEventFilter(this);
     }
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget *before, QWidget *now) {
         if (isAncestorOf(now) && !isAncestorOf(before))
             _before = before;
+        if (isAncestorOf(now) || isAncestorOf(before))
+            update();
     });
 }
 
@@ -98,7 +105,18 @@ void UnifiedToolBar::giveKeyboardBack()
 
 void UnifiedToolBar::paintEvent(QPaintEvent *)
 {
-    // The window's background goes on under the bar.
+    // The window's background goes on under the bar. Under its buttons, which are transparent, it
+    // shows where the keyboard is: the style's own mark is faint, and hardly there for a narrow
+    // one.
+    const QWidget *focus = window()->focusWidget();
+    if (!isActiveWindow() || !isAncestorOf(focus))
+        return;
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen({ palette().color(QPalette::Highlight), FocusWidth });
+    constexpr double Inset = FocusWidth / 2;
+    painter.drawRoundedRect(QRectF(focus->geometry()).adjusted(Inset, Inset, -Inset, -Inset),
+                            FocusRadius, FocusRadius);
 }
 
 void UnifiedToolBar::actionEvent(QActionEvent *event)
