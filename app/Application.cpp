@@ -66,6 +66,7 @@ Application::Application(const Services &services, const CommandLine &line)
                      _mainModel, _twinleaf, services.alerts, _kinds, _diskQuestions)
     , _openWithMenu(_menus.openWithMenu(), _bookmarkStore, _paneCommands, services.workspace,
                     _diskQuestions)
+    , _favoriteIcons(services.workspace, _diskQuestions)
     , _bookmarkController(_bookmarkStore, _twinleaf, _kinds, _diskQuestions,
                           { services.alerts, services.openPanel, services.openDialogs },
                           &_mainWindow)
@@ -76,8 +77,7 @@ Application::Application(const Services &services, const CommandLine &line)
                                _favoriteApplicationsController, services.openPanel,
                                services.openDialogs },
                              &_mainWindow)
-    , _toolbar(_commands, _bookmarkStore, _twinleaf, services.workspace, _twinleaf,
-               services.defaults)
+    , _toolbar(_commands, _bookmarkStore, _twinleaf, _favoriteIcons, services.defaults)
     , _updateCheck(services.versionServer, _twinleaf, services.alerts,
                    { BundleInfo::versionFileAddress(), BundleInfo::downloadAddress() },
                    BundleInfo::version())

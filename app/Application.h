@@ -23,6 +23,7 @@
 #include "views/TableViewDataSources.h"
 #include "widgets/FileKinds.h"
 #include "window/BookmarksMenu.h"
+#include "window/FavoriteIcons.h"
 #include "window/FolderSize.h"
 #include "window/InfoBars.h"
 #include "window/MainWindowLayout.h"
@@ -122,6 +123,7 @@ private:
     DiskQuestions _diskQuestions;
     BookmarksMenu _bookmarksMenu;
     OpenWithMenu _openWithMenu;
+    FavoriteIcons _favoriteIcons;
     BookmarkController _bookmarkController;
     FavoriteApplicationsController _favoriteApplicationsController;
     PreferencesController _preferencesController;

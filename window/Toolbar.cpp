@@ -8,6 +8,7 @@
 #include "widgets/Icons.h"
 #include "widgets/MenuText.h"
 #include "widgets/Mnemonics.h"
+#include "window/FavoriteIcons.h"
 #include "window/MainWindowLayout.h"
 #include "window/ToolbarItems.h"
 #include "window/UnifiedToolBar.h"
@@ -38,26 +39,26 @@ QString shortened(const QString &label)
 } // namespace
 
 Toolbar::Toolbar(Commands &allCommands, const BookmarkStore &favorites, Launching &launcher,
-                 const Workspace &workspace, const FileQueries &queries, UserDefaults &defaults)
+                 FavoriteIcons &favoriteIcons, UserDefaults &defaults)
     : commands(allCommands)
     , store(favorites)
     , launching(launcher)
+    , icons(favoriteIcons)
     , _settings(defaults)
-    , _icons(workspace, queries)
 {
     for (const ToolbarItem &item : toolbarItems())
         connect(commands.action(item.command), &QAction::visibleChanged, this, [this] {
             showOffered();
             Q_EMIT changed();
         });
-    connect(&_icons, &FavoriteIcons::arrived, this, &Toolbar::showIcon);
+    connect(&icons, &FavoriteIcons::arrived, this, &Toolbar::showIcon);
 }
 
 void Toolbar::setupToolbarForWindow(MainWindowLayout &window)
 {
     _window = &window;
     setFavoriteApplications(store.getFavoriteApplicationsFromUserDefaults());
-    _icons.forget();
+    icons.forget();
     showOrHide();
 }
 
@@ -187,7 +188,7 @@ QIcon Toolbar::icon(const QString &identifier)
     if (const ToolbarGap *gap = toolbarGapOf(identifier))
         return toolbarIcon(QString::fromLatin1(gap->image));
     const FavoriteApplication *favorite = favoriteOf(identifier);
-    return favorite ? _icons.icon(favorite->realPath) : QIcon();
+    return favorite ? icons.icon(favorite->realPath) : QIcon();
 }
 
 void Toolbar::setIdentifiers(const QStringList &identifiers)
@@ -225,7 +226,7 @@ void Toolbar::showIcon(const QString &application)
     for (const auto &[identifier, item] : std::as_const(_items))
         if (const FavoriteApplication *favorite = favoriteOf(identifier);
             favorite && favorite->realPath == application)
-            item->setIcon(_icons.icon(application));
+            item->setIcon(icons.icon(application));
     for (const FavoriteApplication &favorite : std::as_const(_favorites))
         if (favorite.realPath == application)
             Q_EMIT iconArrived(favorite.name);

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "settings/BookmarkStore.h"
-#include "window/FavoriteIcons.h"
 #include "window/ToolbarSettings.h"
 
 #include <QHash>
@@ -10,13 +9,12 @@
 #include <QPointer>
 
 class Commands;
-class FileQueries;
+class FavoriteIcons;
 class Launching;
 class MainWindowLayout;
 struct MenuState;
 class QAction;
 class UnifiedToolBar;
-class Workspace;
 
 // The toolbar of the main window: which items it can show, how each looks, and what happens when it
 // is clicked. While it is hidden there is no bar at all. Main thread.
@@ -25,7 +23,7 @@ class Toolbar final : public QObject {
 
 public:
     Toolbar(Commands &commands, const BookmarkStore &favorites, Launching &launching,
-            const Workspace &workspace, const FileQueries &queries, UserDefaults &defaults);
+            FavoriteIcons &icons, UserDefaults &defaults);
 
     // Reads the favourites, and gives the window its bar, unless that is hidden. At the start, and
     // when the favourites may have changed.
@@ -75,8 +73,8 @@ private:
     Commands &commands;
     const BookmarkStore &store;
     Launching &launching;
+    FavoriteIcons &icons;
     ToolbarSettings _settings;
-    FavoriteIcons _icons;
     QList<FavoriteApplication> _favorites;
     QHash<QString, qsizetype> _places; // of them, by name
     MainWindowLayout *_window = nullptr;
