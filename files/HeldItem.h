@@ -20,6 +20,7 @@ public:
     std::optional<FileStatus> statusNow() const;
     bool isLocked() const; // now; see FileFlags
 
+    int number() const { return _descriptor.number(); }
     // Leads to the item under any name, in this process alone.
     QString ownPath() const;
     // Where it lies now; "" when its name there was removed.

@@ -1,11 +1,9 @@
 #include "operations/Permissions.h"
 
 #include "base/Localized.h"
-#include "files/Descriptor.h"
 #include "files/FileName.h"
-#include "files/FileStatus.h"
+#include "files/HeldItem.h"
 #include "files/ItemMarks.h"
-#include "files/SystemCalls.h"
 #include "files/Waiting.h"
 #include "operations/ApplicationCodes.h"
 #include "operations/Authentication.h"
@@ -18,6 +16,7 @@
 #include <grp.h>
 #include <memory>
 #include <pwd.h>
+#include <sys/stat.h>
 
 using namespace Qt::StringLiterals;
 
@@ -36,23 +35,17 @@ constexpr const char *Words[] = {
 
 constexpr mode_t SpecialBits = 07000; // set-id and sticky
 
-// One item, whatever comes to its path.
-class Held {
-public:
-    explicit Held(const QString &path)
-        : _item(SystemCalls::openat(AT_FDCWD, FileName::toBytes(path), O_PATH | O_CLOEXEC))
-    {
-    }
-    bool isThere() const { return _item.isOpen(); }
-    int number() const { return _item.number(); }
-    std::optional<FileStatus> status() const { return statusOf(number()); }
-    // By which the calls that refuse such a descriptor reach the item.
-    QString path() const { return u"/proc/self/fd/%1"_s.arg(number()); }
-    QString realPath() const { return linkTarget(path()).value_or(QString()); }
+std::shared_ptr<const HeldItem> held(const QString &path)
+{
+    std::error_code why;
+    return HeldItem::at(path, Links::Follow, why);
+}
 
-private:
-    Descriptor _item;
-};
+// What a wait is said to be for.
+QString placeOf(const QString &path)
+{
+    return path.startsWith(u"/proc/self/fd/") ? linkTarget(path).value_or(path) : path;
+}
 
 // A name of the user database, or a number, which is shown where there is none.
 template <typename Entry>
@@ -117,79 +110,84 @@ int Permissions::octalToDecimal(const QString &digits)
 
 bool Permissions::setPosixPermissions(mode_t permissions, const QString &path)
 {
-    const Held item(path);
-    const auto status = item.status();
-    if (!status)
+    const auto item = held(path);
+    if (!item)
         return false;
-    const mode_t mode = (permissions & ~mode_t(S_IFMT)) | (status->mode & SpecialBits);
-    return mode == status->mode || ::chmod(FileName::toBytes(item.path()), mode) == 0;
+    const mode_t now = item->status().mode;
+    const mode_t mode = permissions | (now & SpecialBits);
+    return mode == now || ::chmod(FileName::toBytes(item->ownPath()), mode) == 0;
 }
 
 bool Permissions::setOwnerAndGroup(const QString &path, const QString &owner, const QString &group)
 {
-    const Held item(path);
-    const auto status = item.status();
+    const auto item = held(path);
     const auto newOwner = numberOf(owner, &::getpwnam_r, &passwd::pw_uid);
     const auto newGroup = numberOf(group, &::getgrnam_r, &::group::gr_gid);
-    if (!status || !newOwner || !newGroup)
+    if (!item || !newOwner || !newGroup)
         return false;
-    if (newOwner == status->owner && newGroup == status->group)
+    const FileStatus &before = item->status();
+    if (newOwner == before.owner && newGroup == before.group)
         return true;
     constexpr uid_t Same = -1;
-    if (::fchownat(item.number(), "", newOwner == status->owner ? Same : *newOwner,
-                   newGroup == status->group ? Same : *newGroup, AT_EMPTY_PATH)
+    if (::fchownat(item->number(), "", newOwner == before.owner ? Same : *newOwner,
+                   newGroup == before.group ? Same : *newGroup, AT_EMPTY_PATH)
         != 0)
         return false;
     // The kernel takes the set-id bits of a program.
-    return item.status()->mode == status->mode
-        || ::chmod(FileName::toBytes(item.path()), status->mode) == 0;
+    const auto after = item->statusNow();
+    return (after && after->mode == before.mode)
+        || ::chmod(FileName::toBytes(item->ownPath()), before.mode) == 0;
 }
 
 bool Permissions::setLockState(const QString &path, bool locked) const
 {
     static const auto program = u"/usr/bin/chattr"_s;
-    const auto ask = [this](const QString &place, auto job) {
-        return waiting.forAnswer(place, std::move(job));
+    struct Found {
+        std::shared_ptr<const HeldItem> item;
+        QString place;
+        ItemMarks::Lock lock;
     };
-    const auto item =
-        ask(path, [path] { return std::make_shared<const Held>(path); }).value_or(nullptr);
-    if (!item || !item->isThere())
+    const auto found = waiting.forAnswer(placeOf(path), [path]() -> std::optional<Found> {
+        const auto item = held(path);
+        if (!item)
+            return std::nullopt;
+        return Found { item, item->presentPath(), ItemMarks::lockOf(item->number()) };
+    });
+    if (!found || !*found)
         return false;
-    const QString real = item->realPath();
-    const auto lock = ask(real, [item] { return ItemMarks::lockOf(item->number()); });
-    const auto status = ask(real, [item] { return item->status(); }).value_or(std::nullopt);
-    if (!lock || !status)
-        return false;
-    const auto setMarked = [&] {
-        const auto error =
-            ask(real, [item, locked] { return ItemMarks::setMarked(item->number(), locked); });
+    const auto &[item, place, lock] = **found;
+    const auto setMarked = [&, held = item] {
+        const auto error = waiting.forAnswer(
+            placeOf(path), [held, locked] { return ItemMarks::setMarked(held->number(), locked); });
         return error && !*error;
+    };
+    const auto setImmutable = [&, held = item, at = place](const QString &flag) {
+        return !at.isEmpty()
+            && authentication.executeCommand(program, { flag, at }, held->status().identity);
     };
     if (!locked) {
         // First of all: nothing can be written to an item that has the file system's own.
-        if (lock->immutable
-            && !authentication.executeCommand(program, { u"-i"_s, real }, status->identity))
+        if (lock.immutable && !setImmutable(u"-i"_s))
             return false;
-        return !lock->marked || setMarked();
+        return !lock.marked || setMarked();
     }
-    if (lock->immutable || lock->marked)
+    if (lock.immutable || lock.marked)
         return true;
-    if (lock->canBeImmutable && authentication.isAuthenticated({ program }))
-        return authentication.executeCommand(program, { u"+i"_s, real }, status->identity);
-    return setMarked();
+    return lock.canBeImmutable && authentication.isAuthenticated({ program })
+        ? setImmutable(u"+i"_s)
+        : setMarked();
 }
 
 bool Permissions::setCreatorAndTypeCode(const QString &path, const QString &application) const
 {
     if (!application.startsWith(u'/'))
         return true;
-    const auto item =
-        waiting.forAnswer(path, [path] { return std::make_shared<const Held>(path); });
-    if (!item || !(*item)->isThere())
+    const auto item = waiting.forAnswer(placeOf(path), [path] { return held(path); });
+    if (!item || !*item)
         return false;
     const ItemMarks::Codes codes { codeIn(getBundleOSType(application)),
                                    codeIn(getBundleSignature(application)) };
-    const auto error = waiting.forAnswer((*item)->realPath(), [item = *item, codes] {
+    const auto error = waiting.forAnswer(placeOf(path), [item = *item, codes] {
         return ItemMarks::setCodes(item->number(), codes);
     });
     return error && !*error;

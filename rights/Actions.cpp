@@ -1,6 +1,6 @@
 #include "rights/Actions.h"
 
-#include "rights/HeldItem.h"
+#include "rights/SeenItem.h"
 
 #include <csignal>
 #include <fcntl.h>
@@ -14,9 +14,9 @@ namespace {
 constexpr mode_t SetIdBits = S_ISUID | S_ISGID;
 constexpr mode_t AllBits = 07777; // that a mode can be given
 
-bool setOwner(const HeldItem &held, uid_t owner, gid_t group)
+bool setOwner(const SeenItem &seen, uid_t owner, gid_t group)
 {
-    return fchownat(held.item.number(), "", owner, group, AT_EMPTY_PATH) == 0;
+    return fchownat(seen.item.number(), "", owner, group, AT_EMPTY_PATH) == 0;
 }
 
 // A program that runs as its owner keeps doing so under the new one. Whoever wrote it would be root
@@ -39,40 +39,40 @@ bool onlySetIdTaken(const struct stat &before, const struct stat &after)
 
 Outcome act(const ChangeOwner &change)
 {
-    auto found = holdItem(change.item);
+    auto found = takeItem(change.item);
     if (auto *outcome = std::get_if<Outcome>(&found))
         return *outcome;
-    const HeldItem &held = std::get<HeldItem>(found);
-    const struct stat &before = held.status;
+    const SeenItem &seen = std::get<SeenItem>(found);
+    const struct stat &before = seen.status;
     if (makesProgramOfRoot(change, before))
         return { Status::Refused, "a set-id program would become root's" };
-    if (!setOwner(held, change.owner, change.group))
+    if (!setOwner(seen, change.owner, change.group))
         return failure("the owner stays");
 
     struct stat after;
-    if (fstat(held.item.number(), &after) != 0)
+    if (fstat(seen.item.number(), &after) != 0)
         return failure("the item is gone");
     if (after.st_mode == before.st_mode
         || (onlySetIdTaken(before, after)
-            && chmod(pathOf(held).c_str(), before.st_mode & AllBits) == 0))
+            && chmod(pathOf(seen).c_str(), before.st_mode & AllBits) == 0))
         return {};
     return { Status::Failed,
-             setOwner(held, before.st_uid, before.st_gid)
+             setOwner(seen, before.st_uid, before.st_gid)
                  ? "the set-id bits could not stay: the owner is as before"
                  : "the set-id bits could not stay" };
 }
 
 Outcome act(const SetImmutable &change)
 {
-    auto found = holdItem(change.item);
+    auto found = takeItem(change.item);
     if (auto *outcome = std::get_if<Outcome>(&found))
         return *outcome;
-    const HeldItem &held = std::get<HeldItem>(found);
+    const SeenItem &seen = std::get<SeenItem>(found);
     // Opening anything else may set something going.
-    if (!S_ISREG(held.status.st_mode) && !S_ISDIR(held.status.st_mode))
+    if (!S_ISREG(seen.status.st_mode) && !S_ISDIR(seen.status.st_mode))
         return { Status::Refused, "neither file nor folder" };
     const Descriptor opened(
-        open(pathOf(held).c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+        open(pathOf(seen).c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
     int flags = 0;
     if (!opened.isOpen() || ioctl(opened.number(), FS_IOC_GETFLAGS, &flags) != 0)
         return failure("no flags");

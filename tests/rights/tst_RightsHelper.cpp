@@ -2,7 +2,7 @@
 #include "files/ItemMarks.h"
 #include "platform/desktop/DesktopPrograms.h"
 #include "platform/desktop/HelperWords.h"
-#include "rights/HeldItem.h"
+#include "rights/SeenItem.h"
 #include "tests/support/TestTree.h"
 
 #include <QProcess>
@@ -106,7 +106,7 @@ private Q_SLOTS:
         for (const auto &[name, path, seen, refusal] : cases) {
             const auto status = fileStatus(seen, Links::NoFollow);
             QVERIFY(status);
-            const auto held = holdItem({ FileName::toBytes(path).toStdString(),
+            const auto held = takeItem({ FileName::toBytes(path).toStdString(),
                                          status->identity.device, status->identity.inode });
             const auto *outcome = std::get_if<Outcome>(&held);
             QVERIFY2(bool(outcome) == bool(refusal), name);

@@ -1,4 +1,4 @@
-#include "rights/HeldItem.h"
+#include "rights/SeenItem.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -40,24 +40,24 @@ Descriptor walk(std::string path)
 
 } // namespace
 
-std::variant<HeldItem, Outcome> holdItem(const ItemName &name)
+std::variant<SeenItem, Outcome> takeItem(const ItemName &name)
 {
-    HeldItem held { walk(name.path) };
-    if (!held.item.isOpen() || fstat(held.item.number(), &held.status) != 0)
+    SeenItem seen { walk(name.path) };
+    if (!seen.item.isOpen() || fstat(seen.item.number(), &seen.status) != 0)
         return failure("no such item");
-    if (held.status.st_dev != name.device || held.status.st_ino != name.inode)
+    if (seen.status.st_dev != name.device || seen.status.st_ino != name.inode)
         return Outcome { Status::Refused, "another item has come to the path" };
     // Who owns a disk's device owns all that is on it.
-    if (S_ISBLK(held.status.st_mode) || S_ISCHR(held.status.st_mode))
+    if (S_ISBLK(seen.status.st_mode) || S_ISCHR(seen.status.st_mode))
         return Outcome { Status::Refused, "a device" };
-    if (isOfTheKernel(held.item.number()))
+    if (isOfTheKernel(seen.item.number()))
         return Outcome { Status::Refused, "it is the kernel's" };
-    return held;
+    return seen;
 }
 
-std::string pathOf(const HeldItem &held)
+std::string pathOf(const SeenItem &seen)
 {
-    return "/proc/self/fd/" + std::to_string(held.item.number());
+    return "/proc/self/fd/" + std::to_string(seen.item.number());
 }
 
 Outcome failure(const char *what)
