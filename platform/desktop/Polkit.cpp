@@ -145,11 +145,13 @@ Polkit::Verdict Polkit::ask(PasswordWait &wait)
     return {};
 }
 
-void Polkit::revoke(const QString &temporary)
+bool Polkit::revoke(const QString &temporary)
 {
     QDBusMessage call = callOf(u"RevokeTemporaryAuthorizationById"_s);
     call << temporary;
     const QDBusMessage reply = quickAnswer(call);
-    if (reply.type() != QDBusMessage::ReplyMessage)
-        qCWarning(log, "Rights stay: %s", qUtf8Printable(reply.errorMessage()));
+    if (reply.type() == QDBusMessage::ReplyMessage)
+        return true;
+    qCWarning(log, "Rights stay: %s", qUtf8Printable(reply.errorMessage()));
+    return false;
 }

@@ -22,7 +22,8 @@ public:
     Verdict check();
     // The person may be asked, for as long as it takes or until he gives the wait up.
     Verdict ask(PasswordWait &wait);
-    void revoke(const QString &temporary);
+    // False when it stays: without a session of the desktop polkit revokes none before its time.
+    bool revoke(const QString &temporary);
 
 private:
     const QString _action;

@@ -106,9 +106,9 @@ void PolkitAuthorization::giveUpRights()
     // with is the one by which this process has the rights.
     for (int i = 0; i < MostRevoked; ++i) {
         const Polkit::Verdict verdict = _polkit.check();
-        if (!verdict.authorized || verdict.temporary.isEmpty())
+        if (!verdict.authorized || verdict.temporary.isEmpty()
+            || !_polkit.revoke(verdict.temporary))
             break;
-        _polkit.revoke(verdict.temporary);
     }
     _wereHeld = false;
     _givenUp = true;

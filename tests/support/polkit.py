@@ -13,7 +13,9 @@ ID = "polkit.temporary_authorization_id"
 
 
 def load(mock, _parameters):
-    mock.person = "agrees"  # or "refuses", "waits" (never answers), "fails" (no agent), "always" (nobody need be asked)
+    # Or "refuses", "waits" (never answers), "fails" (there is no agent), "always" (nobody need be asked),
+    # "keeps" (agrees, and nothing can be revoked: there is no session).
+    mock.person = "agrees"
     mock.held = {}  # id: process
     mock.last_id = 0
     mock.said = []
@@ -48,7 +50,7 @@ def CheckAuthorization(self, subject, action, details, flags, cancellation, answ
     if asks and self.person == "waits":
         self.waiting.append((cancellation, fail))
         return None
-    if asks and self.person == "agrees":
+    if asks and self.person in ("agrees", "keeps"):
         grant(self, process)
     return verdict()
 
@@ -64,6 +66,8 @@ def CancelCheckAuthorization(self, cancellation):
 @dbus.service.method(MAIN_IFACE, in_signature="s")
 def RevokeTemporaryAuthorizationById(self, key):
     self.said.append("revoke " + key)
+    if self.person == "keeps":
+        raise dbus.DBusException("No session", name=BUS_NAME + ".Error.Failed")
     del self.held[str(key)]
 
 
