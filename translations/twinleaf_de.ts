@@ -33,7 +33,7 @@
     </message>
     <message>
         <source>Waiting for the administrator's password...</source>
-        <translation>Warten auf das Passwort der Systemverwaltung …</translation>
+        <translation>Warten auf das Passwort des Administrators …</translation>
     </message>
     <message>
         <source>Process %i:</source>
