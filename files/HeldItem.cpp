@@ -6,6 +6,7 @@
 
 #include <cerrno>
 #include <fcntl.h>
+#include <sys/statvfs.h>
 
 std::shared_ptr<const HeldItem> HeldItem::at(const QString &path, Links links, std::error_code &why)
 {
@@ -22,6 +23,12 @@ std::shared_ptr<const HeldItem> HeldItem::at(const QString &path, Links links, s
 std::optional<FileStatus> HeldItem::statusNow() const
 {
     return statusOf(_descriptor.number());
+}
+
+bool HeldItem::isOnReadOnlyDisk() const
+{
+    struct statvfs status;
+    return ::fstatvfs(_descriptor.number(), &status) == 0 && (status.f_flag & ST_RDONLY);
 }
 
 bool HeldItem::isLocked() const

@@ -18,6 +18,7 @@ public:
 
     const FileStatus &status() const { return _status; } // when it was taken hold of
     std::optional<FileStatus> statusNow() const;
+    bool isOnReadOnlyDisk() const;
     bool isLocked() const; // now; see FileFlags
 
     int number() const { return _descriptor.number(); }

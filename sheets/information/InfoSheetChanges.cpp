@@ -63,6 +63,14 @@ bool InfoSheetController::complain(const QString &failure, const QString &why)
     return false;
 }
 
+// Of a step that does not say why itself: what is known of the item, and what else it is about.
+bool InfoSheetController::complainOf(const QString &failure, const QString &subject)
+{
+    const auto why =
+        waiting.forAnswer(currentFullPath, [held = _facts->held] { return whyNotChanged(*held); });
+    return complain(failure, why && !why->isEmpty() ? *why : subject);
+}
+
 bool InfoSheetController::changeLaunchApplication(const Choices &now)
 {
     if (!lockButtonStatus && !isOwnerMe())
@@ -71,7 +79,7 @@ bool InfoSheetController::changeLaunchApplication(const Choices &now)
     if (now.application != _shown.application
         && (!twinleaf.isThere(application)
             || !twinleaf.setCreatorAndTypeCode(_facts->held->ownPath(), application)))
-        return complain(localized("Cannot change launch application!"), application);
+        return complainOf(localized("Cannot change launch application!"), application);
     _changed = true;
     return true;
 }
@@ -103,7 +111,7 @@ bool InfoSheetController::changeOwnerAndGroup(const Choices &now)
             + (now.group != _shown.group ? now.group : present->group);
         if (!authentication.executeCommand(program, { account, present->path },
                                            _facts->status().identity))
-            return failed(present->path);
+            return complainOf(localized("Cannot set owner and group!"), present->path);
     }
     _changed = true;
     return true;
@@ -154,6 +162,6 @@ bool InfoSheetController::changeLockState(const Choices &now)
     if ((!lockButtonStatus && !isOwnerMe()) || now.locked == _shown.locked)
         return true;
     if (!twinleaf.setLockState(_facts->held->ownPath(), now.locked))
-        return complain(localized("Cannot set lock state!"), currentFullPath);
+        return complainOf(localized("Cannot set lock state!"), currentFullPath);
     return true;
 }

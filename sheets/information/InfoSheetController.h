@@ -88,7 +88,9 @@ private:
     bool changePermissions(const Choices &now);
     bool changeLockState(const Choices &now);
     bool isOwnerMe();
-    bool complain(const QString &failure, const QString &why); // answers false
+    // These answer false.
+    bool complain(const QString &failure, const QString &why);
+    bool complainOf(const QString &failure, const QString &subject);
 
     Twinleaf &twinleaf;
     Authentication &authentication;

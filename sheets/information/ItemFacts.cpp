@@ -39,7 +39,6 @@ ItemFacts readItemFacts(const QString &path, const FileQueries &queries) // work
     facts.target = targetOf(path, queries);
     facts.type = queries.getFileType(path);
     facts.application = queries.getApplicationForFile(path);
-    facts.applicationIsThere = exists(facts.application);
     return facts;
 }
 
@@ -58,4 +57,13 @@ QString whyNotThatItem(const QString &path, const ItemFacts &facts) // worker th
     return errno == ENOENT || errno == ENOTDIR
         ? gone
         : QString::fromStdString(std::error_code(errno, std::generic_category()).message());
+}
+
+QString whyNotChanged(const HeldItem &item) // worker thread
+{
+    if (item.isOnReadOnlyDisk())
+        return QString::fromStdString(
+            std::make_error_code(std::errc::read_only_file_system).message());
+    const auto status = item.statusNow();
+    return status && status->immutable ? localized("The item is locked.") : QString();
 }

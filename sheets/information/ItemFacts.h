@@ -19,7 +19,6 @@ struct ItemFacts {
     QString target; // of an alias or a link
     QString type;
     QString application; // that opens it, or words that say that there is none
-    bool applicationIsThere = false;
 
     const FileStatus &status() const { return held->status(); }
 };
@@ -30,3 +29,7 @@ ItemFacts readItemFacts(const QString &path, const FileQueries &queries);
 // What stands in the way of writing to the item that was shown, as a sentence for a person; "" when
 // its name still leads to it. Worker threads.
 QString whyNotThatItem(const QString &path, const ItemFacts &facts);
+
+// Why the item could not be changed, where that is plain to see: "" where it is not. Worker
+// threads.
+QString whyNotChanged(const HeldItem &item);
