@@ -1,17 +1,23 @@
 #include "platform/desktop/InstalledApplications.h"
 
+#include "files/Descriptor.h"
 #include "files/FileName.h"
 #include "files/FileStatus.h"
+#include "files/MountTable.h"
 #include "platform/desktop/SilentBus.h"
 #include "widgets/Icons.h"
 
 #include <gio/gdesktopappinfo.h>
 #include <gio/gio.h>
 
+#include <QFile>
+#include <QImageReader>
+#include <QPixmap>
 #include <QStandardPaths>
 
 #include <algorithm>
 #include <cstdlib>
+#include <fcntl.h>
 #include <memory>
 #include <unistd.h>
 
@@ -128,6 +134,32 @@ OwnedText contentType(const QString &path)
     return OwnedText(g_strdup(g_file_info_get_content_type(info.get())));
 }
 
+// A picture file that an entry names: anybody's, of any size. Read only from a local disk, and only
+// as large as an icon is; null for anything else.
+QIcon iconOfFile(const QString &path)
+{
+    constexpr int LargestSide = 1024; // as a file; a few milliseconds to read
+    constexpr qint64 LargestFile = 4 << 20; // bytes
+    constexpr int Side = 128; // as it is kept
+    if (MountTable::current().slowMountOnTheWay(path))
+        return {};
+    const Descriptor file(
+        ::open(FileName::toBytes(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    const auto status = statusOf(file.number());
+    QFile device;
+    if (!status || status->kind != FileKind::Regular || status->size > LargestFile
+        || !device.open(file.number(), QIODevice::ReadOnly))
+        return {};
+    QImageReader reader(&device);
+    reader.setDecideFormatFromContent(true);
+    const QSize size = reader.size();
+    if (size.isEmpty() || size.width() > LargestSide || size.height() > LargestSide)
+        return {};
+    if (size.width() > Side || size.height() > Side)
+        reader.setScaledSize(size.scaled(Side, Side, Qt::KeepAspectRatio));
+    return QIcon(QPixmap::fromImage(reader.read()));
+}
+
 QIcon iconOfEntry(GAppInfo *info)
 {
     GIcon *icon = g_app_info_get_icon(info);
@@ -137,6 +169,11 @@ QIcon iconOfEntry(GAppInfo *info)
             if (QIcon::hasThemeIcon(QString::fromUtf8(*name)))
                 return QIcon::fromTheme(QString::fromUtf8(*name));
         }
+    }
+    if (icon && G_IS_FILE_ICON(icon)) {
+        const OwnedText path(g_file_get_path(g_file_icon_get_file(G_FILE_ICON(icon))));
+        if (QIcon own = path ? iconOfFile(FileName::fromBytes(path.get())) : QIcon(); !own.isNull())
+            return own;
     }
     return themedIcon(u"application-x-executable"_s);
 }
