@@ -139,7 +139,7 @@ def moves_from_the_right_after_tab(scene):
 
 
 def drags_onto_a_file_by_held_keys(scene):
-    first_row = "128"  # from the top of the screen, in pixels
+    first_row = "178"  # from the top of the screen, in pixels
     for keys, stays in ((("ctrl", "shift"), True), ((), False)):
         source = scene.file(scene.left, "dragged" if stays else "moved")
         scene.file(scene.right, "a row under the pointer")
