@@ -86,6 +86,7 @@ void MainWindowLayout::attachToolBar(QToolBar *bar)
         // Its own button has what finds no room, so it takes none from side to side.
         least.rheight() += bar->sizeHint().height();
         qobject_cast<QVBoxLayout *>(centralWidget()->layout())->insertWidget(0, bar);
+        bar->lower(); // readers come to it before the panes
     }
     // The buttons of the row are never cut, unless the screen itself is smaller.
     setMinSize(least.boundedTo(screen()->availableSize()));

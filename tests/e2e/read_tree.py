@@ -117,8 +117,12 @@ def read(reader, app, left):
         expect(order.count(wanted) == 1, f"{wanted!r} stands once in {order}")
         return places[order.index(wanted)][0]
 
-    expect(order.index("Left path") < order.index("Left files") < order.index("Right path")
+    expect(order.index("Toolbar") < order.index("Left path") < order.index("Left files") < order.index("Right path")
            < order.index("Right files"), f"left before right: {order}")
+
+    buttons = [(reader.name(button), reader.description(button))
+               for button in reader.children(named("Toolbar"))]
+    expect(("Copy", "Copy items") in buttons, f"the toolbar: {buttons}")
 
     *segments, fold = reader.children(named("Left path"))
     expect(reader.name(fold) == "More folders", "the menu of what does not fit comes last")
@@ -136,13 +140,14 @@ def read(reader, app, left):
     row = [reader.name(reader.cell(table, 1, column)) for column in range(5)]
     expect([text for text in row if text][0] == "alpha.txt", f"a row's name comes first: {row}")
 
-    for expected in ("beta.txt", "alpha.txt"):
+    for key, expected in (("Tab", "beta.txt"), ("Tab", "alpha.txt"), ("ctrl+shift+l", "Copy"),
+                          ("Right", "Move"), ("Escape", "alpha.txt")):
         reader.told(lambda: True)
         reader.focused.clear()
-        app.key("Tab")
+        app.key(key)
         app.wait_for(lambda: reader.told(lambda: bool(reader.focused)
                                          and reader.name(reader.focused[-1]) == expected),
-                     f"Tab to tell of {expected!r}")
+                     f"{key} to tell of {expected!r}")
 
 
 def a_screen_reader_reads(scene):
