@@ -1,10 +1,16 @@
 // From exec to the first paint of the window, against the least program with an empty table. Both
-// run unchanged, with a library that ends them as soon as their first paint is on the screen.
+// run unchanged, with a library that ends them as soon as their first paint is on the screen. And
+// the start with the toolbar shown against the same with it hidden.
 // Usage: bench_start PROGRAM PEER LIBRARY
 
 #include "bench/LargeFolder.h"
 #include "bench/Measure.h"
 #include "bench/OwnHome.h"
+#include "settings/BundleInfo.h"
+#include "settings/UserDefaults.h"
+#include "window/ToolbarSettings.h"
+
+#include <QCoreApplication>
 
 #include <spawn.h>
 #include <sys/wait.h>
@@ -32,6 +38,13 @@ void run(const char *program, const char *folder)
     }
 }
 
+void showToolbar(bool shown)
+{
+    UserDefaults defaults(BundleInfo::getBundleIdentifier());
+    ToolbarSettings(defaults).setShown(shown);
+    defaults.synchronize();
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -41,11 +54,18 @@ int main(int argc, char **argv)
         return 2;
     }
     const OwnHome home;
+    const QCoreApplication application(argc, argv);
     const QByteArray folder = home.bytes(u"folder"_s);
     fillFolder(folder, Files, [](int) { return std::string("x"); });
     qputenv("LD_PRELOAD", argv[3]);
     Measure::report("start", Runs,
                     { .work = [&] { run(argv[1], folder.constData()); },
                       .floor = [&] { run(argv[2], folder.constData()); } });
+    const auto start = [&] { run(argv[1], folder.constData()); };
+    Measure::report("start-toolbar", 2 * Runs,
+                    { .work = start,
+                      .floor = start,
+                      .before = [] { showToolbar(true); },
+                      .beforeFloor = [] { showToolbar(false); } });
     return 0;
 }
