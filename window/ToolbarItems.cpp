@@ -4,6 +4,8 @@
 
 namespace {
 
+// Kept: the odd spellings. What a person arranged is stored by them, and a corrected one would be
+// gone from the bar.
 constexpr ToolbarItem items[] = {
     { "Copy Identifier", QT_TRANSLATE_NOOP("Twinleaf", "Copy"),
       QT_TRANSLATE_NOOP("Twinleaf", "Copy items"), "copy", Command::Copy },
