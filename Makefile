@@ -64,6 +64,11 @@ release:
 install:
 	@test -x build-release/twinleaf || { echo "install: run 'make release' first" >&2; exit 1; }
 	DESTDIR="$(DESTDIR)" cmake --install build-release --prefix "$(PREFIX)"
+	@if [ -n "$(DESTDIR)" ] || [ "$$(id -u)" = 0 ]; then \
+	    DESTDIR="$(DESTDIR)" cmake --install build-release --component rights; \
+	else \
+	    echo "install: what changes other people's files is left out: only root can install it" >&2; \
+	fi
 
 clean:
 	rm -rf build build-release build-sanitizers build-fuzz

@@ -56,7 +56,8 @@ function(twinleaf_unpack)
 endfunction()
 
 # The program that has root's rights for what a person may ask of the main one. pkexec goes by the path in
-# the policy, so the place where it will be installed is settled here; the main program knows it, too.
+# the policy, and polkit reads policies in one folder only: so both places are settled here, whatever prefix
+# the rest is installed under, and the main program knows the first. A component of its own, for root.
 function(twinleaf_rights)
   add_executable(twinleaf-rights "${CMAKE_SOURCE_DIR}/rights/main.cpp")
   # Nothing of the layers' libraries runs as root.
@@ -68,7 +69,11 @@ function(twinleaf_rights)
     COMPILE_DEFINITIONS "TWINLEAF_RIGHTS_PROGRAM=\"${TWINLEAF_RIGHTS_PROGRAM}\"")
   configure_file("${CMAKE_SOURCE_DIR}/cmake/org.twinleaf.Twinleaf.policy.in"
                  "${CMAKE_BINARY_DIR}/org.twinleaf.Twinleaf.policy" @ONLY)
-  install(TARGETS twinleaf-rights RUNTIME DESTINATION "${CMAKE_INSTALL_FULL_LIBEXECDIR}")
+  if(TARGET twinleaf)
+    add_dependencies(twinleaf twinleaf-rights)
+  endif()
+  install(TARGETS twinleaf-rights RUNTIME DESTINATION "${CMAKE_INSTALL_FULL_LIBEXECDIR}"
+          COMPONENT rights EXCLUDE_FROM_ALL)
   install(FILES "${CMAKE_BINARY_DIR}/org.twinleaf.Twinleaf.policy"
-          DESTINATION share/polkit-1/actions)
+          DESTINATION "${TWINLEAF_POLICY_FOLDER}" COMPONENT rights EXCLUDE_FROM_ALL)
 endfunction()
