@@ -68,7 +68,7 @@ public:
     DesktopPrograms programs;
     DesktopWorkspace workspace;
     NoVersionServer versionServer;
-    PolkitAuthorization authorization;
+    PolkitAuthorization authorization { openDialogs };
     Application application { { defaults, openDialogs, alerts, openPanel, programs, workspace,
                                 versionServer, authorization } };
     MessageBus &bus = application.bus();

@@ -45,18 +45,22 @@ void AccountBox::setNames(const QStringList &names)
     if (names == _names)
         return;
     _names = names;
+    _model->setStringList(names);
     setTitle(_title);
 }
 
 void AccountBox::setTitle(const QString &name)
 {
     _title = name;
-    QStringList all = _names;
-    if (!name.isEmpty() && !all.contains(name))
-        all.prepend(name);
-    if (all != _model->stringList())
-        _model->setStringList(all);
-    setCurrentIndex(int(all.indexOf(name)));
+    // What follows the names anew takes as long as they are many.
+    if (!name.isEmpty() || _model->rowCount() == 0) {
+        QStringList all = _names;
+        if (!name.isEmpty() && !all.contains(name))
+            all.prepend(name);
+        if (all != _model->stringList())
+            _model->setStringList(all);
+    }
+    setCurrentIndex(int(_model->stringList().indexOf(name)));
     setEditText(name);
 }
 
