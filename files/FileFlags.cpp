@@ -147,8 +147,5 @@ bool FileFlags::isLocked(const QString &path, const FileStatus &status)
 {
     if (status.immutable)
         return true;
-    char value = 0;
-    const ssize_t size =
-        ::lgetxattr(FileName::toBytes(path).constData(), ItemMarks::LockName, &value, 1);
-    return ItemMarks::meansLocked(size, value);
+    return ItemMarks::isMarked(FileName::toBytes(path).constData(), Links::NoFollow);
 }

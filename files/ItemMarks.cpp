@@ -2,12 +2,16 @@
 
 #include "files/SystemCalls.h"
 
+#include <QList>
+
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/xattr.h>
+#include <unistd.h>
 
 namespace {
 
@@ -25,10 +29,39 @@ private:
     std::array<char, 32> _text {};
 };
 
+// The kernel writes attributes only where the content may be written, which a file that is for
+// reading only refuses its owner, too, who may change that at any time: for a moment it is written
+// then. With the mode goes a set-id bit of a group that he is not in: such an item stays as it is.
+template <typename Change>
+std::error_code changed(int item, Change change)
+{
+    const Place place(item);
+    const auto refusal = SystemCalls::errorOf(change(place));
+    struct stat status;
+    if (refusal.value() != EACCES || ::fstat(item, &status) != 0 || status.st_uid != ::geteuid()
+        || (status.st_mode & (S_IWUSR | S_ISGID)))
+        return refusal;
+    constexpr mode_t AllBits = 07777; // that a mode can be given
+    const mode_t mode = status.st_mode & AllBits;
+    if (::chmod(place, mode | S_IWUSR) != 0)
+        return refusal;
+    const auto error = SystemCalls::errorOf(change(place));
+    const auto stays = SystemCalls::errorOf(::chmod(place, mode));
+    return error ? error : stays;
+}
+
+std::error_code set(int item, const char *name, const QByteArray &value)
+{
+    return changed(item, [&](const char *place) {
+        return ::setxattr(place, name, value.constData(), size_t(value.size()), 0);
+    });
+}
+
 std::error_code remove(int item, const char *name)
 {
-    const auto error = SystemCalls::errorOf(::removexattr(Place(item), name));
-    return error.value() == ENODATA ? std::error_code() : error;
+    return changed(item, [&](const char *place) {
+        return ::removexattr(place, name) == 0 || errno == ENODATA ? 0 : -1;
+    });
 }
 
 // Other kinds keep no attributes of a person's.
@@ -48,22 +81,36 @@ std::error_code setCode(int item, const char *name, const QByteArray &code)
         return {};
     if (code.isEmpty())
         return size < 0 && errno == ENODATA ? std::error_code() : remove(item, name);
-    return SystemCalls::errorOf(
-        ::setxattr(Place(item), name, code.constData(), size_t(code.size()), 0));
+    return set(item, name, code);
+}
+
+bool isNamed(const char *path, Links links, QByteArrayView name)
+{
+    constexpr size_t MostNames = 65536; // bytes; the kernel's own limit
+    QByteArray names(MostNames, Qt::Uninitialized);
+    const ssize_t length = links == Links::Follow ? ::listxattr(path, names.data(), MostNames)
+                                                  : ::llistxattr(path, names.data(), MostNames);
+    names.truncate(std::max<ssize_t>(length, 0));
+    return names.split('\0').contains(name);
 }
 
 } // namespace
 
-bool ItemMarks::meansLocked(ssize_t size, char first)
+bool ItemMarks::isMarked(const char *path, Links links)
 {
-    return size > 0 ? first != '0' : size < 0 && errno == ERANGE;
+    char first = 0;
+    const ssize_t size = links == Links::Follow ? ::getxattr(path, LockName, &first, 1)
+                                                : ::lgetxattr(path, LockName, &first, 1);
+    if (size >= 0)
+        return size > 0 && first != '0';
+    // Who may not read the item is told the names of its marks all the same.
+    return errno == ERANGE || (errno == EACCES && isNamed(path, links, LockName));
 }
 
 ItemMarks::Lock ItemMarks::lockOf(int item)
 {
     Lock lock;
-    char first = 0;
-    lock.marked = meansLocked(::getxattr(Place(item), LockName, &first, 1), first);
+    lock.marked = isMarked(Place(item), Links::Follow);
     struct statx status;
     if (SystemCalls::statx(item, "", AT_EMPTY_PATH, STATX_TYPE, &status) == 0) {
         lock.immutable = status.stx_attributes & STATX_ATTR_IMMUTABLE;
@@ -77,7 +124,7 @@ std::error_code ItemMarks::setMarked(int item, bool locked)
 {
     if (!locked)
         return remove(item, LockName);
-    return SystemCalls::errorOf(::setxattr(Place(item), LockName, "1", 1, 0));
+    return set(item, LockName, "1");
 }
 
 std::error_code ItemMarks::setCodes(int item, const Codes &codes)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "files/FileStatus.h"
+
 #include <QByteArray>
 
 #include <system_error>
@@ -11,7 +13,7 @@ namespace ItemMarks {
 
 // The owner's lock. See FileFlags::isLocked, which is what the file operations go by.
 inline constexpr char LockName[] = "user.twinleaf.locked";
-bool meansLocked(ssize_t size, char first); // of its value, as getxattr(2) answered for one byte
+bool isMarked(const char *path, Links links); // even where the item may not be read
 
 struct Lock {
     bool immutable = false; // FS_IMMUTABLE_FL

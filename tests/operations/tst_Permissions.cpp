@@ -11,6 +11,7 @@
 #include "tests/support/RecordedPrograms.h"
 #include "tests/support/RecordedServices.h"
 #include "tests/support/TestTree.h"
+#include "tests/support/WithoutRights.h"
 
 #include <fcntl.h>
 #include <grp.h>
@@ -92,9 +93,15 @@ private Q_SLOTS:
         makeTree(folder, u"lock, folder/"_s);
         for (const QString &name : { u"lock"_s, u"folder"_s }) {
             const Held held(folder.bytes(name));
-            for (const bool locked : { true, true, false, false }) {
-                QVERIFY(permissions.setLockState(held.path, locked));
-                QCOMPARE(FileFlags::isLocked(folder.path(name)), locked);
+            for (const mode_t mode : { 0755, 0444, 0200, 0, 04555 }) {
+                QCOMPARE(chmod(folder.bytes(name), mode), 0);
+                const WithoutRights person;
+                for (const bool locked : { true, true, false, false }) {
+                    QVERIFY(permissions.setLockState(held.path, locked));
+                    QCOMPARE(FileFlags::isLocked(folder.path(name)), locked);
+                    QCOMPARE(ItemMarks::lockOf(held.item.number()).marked, locked);
+                    QCOMPARE(modeOf(name), mode);
+                }
             }
         }
         QVERIFY(!permissions.setLockState(folder.path(u"none"_s), true));
