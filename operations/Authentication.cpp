@@ -4,7 +4,6 @@
 #include "files/FileName.h"
 #include "model/Messages.h"
 #include "platform/Alerts.h"
-#include "platform/AuthorizationServices.h"
 #include "platform/Programs.h"
 
 #include <QApplication>
@@ -115,12 +114,12 @@ void Authentication::deauthenticate()
 }
 
 bool Authentication::executeCommand(const QString &command, const QStringList &arguments,
-                                    const std::optional<FileIdentity> &item)
+                                    const CommandSubject &subject)
 {
     if (!authenticate({ command }))
         return false;
-    const int status =
-        services.execute(command, arguments.first(std::min(arguments.size(), MostArguments)), item);
+    const int status = services.execute(
+        command, arguments.first(std::min(arguments.size(), MostArguments)), subject);
     if (status != 0)
         beep(u"Error %1 in AuthorizationExecuteWithPrivileges"_s.arg(status));
     return status == 0;
@@ -150,13 +149,15 @@ bool Authentication::killProcess(const QString &processName)
         authenticate({ processName });
     const int process = getPID(processName);
     const QString id = QString::number(process);
-    if (process < 1) {
+    // Before anything is waited for: by then the number may be another one's.
+    const auto start = startOfProcess(process);
+    if (process < 1 || !start) {
         beep(u"Error killing process %1, invalid PID."_s.arg(id));
         return false;
     }
     if (!mayEnd(processName, process))
         return false;
-    executeCommand(u"/bin/kill"_s, { id });
+    executeCommand(u"/bin/kill"_s, { id }, *start);
     return true;
 }
 

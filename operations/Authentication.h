@@ -1,11 +1,8 @@
 #pragma once
 
-#include "files/FileStatus.h"
-
-#include <QStringList>
+#include "platform/AuthorizationServices.h"
 
 class Alerts;
-class AuthorizationServices;
 class MessageBus;
 class Programs;
 
@@ -31,9 +28,9 @@ public:
     void deauthenticate();
     // Runs the command with rights, which the person may be asked for, and waits for its end. Only
     // the first 19 arguments are passed. False when that failed, with a beep and a line in the log
-    // unless the rights were refused. `item`: what the last argument has to lead to.
+    // unless the rights were refused. `subject`: see its type.
     bool executeCommand(const QString &command, const QStringList &arguments = {},
-                        const std::optional<FileIdentity> &item = {});
+                        const CommandSubject &subject = {});
 
     // The first process with this in its command line, in the order of ps; 0: there is none.
     int getPID(const QString &processName);

@@ -1,8 +1,15 @@
 #pragma once
 
 #include "files/FileStatus.h"
+#include "files/ProcessStart.h"
 
 #include <QStringList>
+
+#include <variant>
+
+// What the last argument of a command has to mean when it runs: the file that its path leads to, or
+// the process of its number. With any other one nothing is done.
+using CommandSubject = std::variant<std::monostate, FileIdentity, ProcessStart>;
 
 // The administrator's rights: whether this process holds them, asking the person for them, giving
 // them up, and running a command with them. Where nobody can grant rights each answers false. Main
@@ -18,7 +25,7 @@ public:
     // Gives up the rights of this process, and no other's.
     virtual void giveUpRights() = 0;
     // Runs one of the few commands that may run so, and waits for its end: its exit status, 0 for
-    // done. `item`: the file that the last argument has to lead to; any other is left alone.
+    // done.
     virtual int execute(const QString &command, const QStringList &arguments,
-                        const std::optional<FileIdentity> &item) = 0;
+                        const CommandSubject &subject) = 0;
 };

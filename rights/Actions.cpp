@@ -86,8 +86,12 @@ Outcome act(const EndProcess &end)
 {
     // By number: the C library's header for these calls is not made for C++.
     const Descriptor process(int(syscall(SYS_pidfd_open, end.process, 0)));
-    if (!process.isOpen()
-        || syscall(SYS_pidfd_send_signal, process.number(), SIGTERM, nullptr, 0) != 0)
+    if (!process.isOpen())
+        return failure("the process stays");
+    // What was meant had the number before and has it still, so it is the one that is held.
+    if (startOfProcess(end.process) != end.start)
+        return { Status::Refused, "another process has come to the number" };
+    if (syscall(SYS_pidfd_send_signal, process.number(), SIGTERM, nullptr, 0) != 0)
         return failure("the process stays");
     return {};
 }

@@ -115,11 +115,13 @@ std::variant<Request, Outcome> readRequest(std::span<char *const> words)
         if (word.size() > LongestWord)
             return refused("too long");
     const std::string_view what = words.empty() ? "" : words[0];
-    if (what == "kill" && words.size() == 2) {
+    if (what == "kill" && words.size() == 3) {
         const auto process = numberIn<pid_t>(words[1]);
+        const auto start = numberIn<unsigned long long>(words[2]);
         // The first one is the system itself.
-        return process && *process > 1 ? std::variant<Request, Outcome>(EndProcess { *process })
-                                       : refused("no process");
+        if (!process || *process <= 1 || !start)
+            return refused("no process");
+        return Request(EndProcess { *process, { *start } });
     }
     if ((what != "chown" && what != "immutable") || words.size() != 4)
         return refused("none of the commands");

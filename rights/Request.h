@@ -1,5 +1,7 @@
 #pragma once
 
+#include "files/ProcessStart.h"
+
 #include <string>
 #include <variant>
 
@@ -9,7 +11,7 @@
 // What may be asked for with root's rights, and nothing else:
 //   chown OWNER:GROUP PATH DEVICE:INODE
 //   immutable +i|-i PATH DEVICE:INODE
-//   kill PROCESS
+//   kill PROCESS START
 // OWNER, GROUP and PATH are printable ASCII, any other byte of them and "%" being written "%XX": so
 // they pass whole through what asks for the password, shows them there and writes them to the log.
 
@@ -32,6 +34,7 @@ struct SetImmutable {
 
 struct EndProcess {
     pid_t process = 0;
+    ProcessStart start; // of the process that the person meant
 };
 
 using Request = std::variant<ChangeOwner, SetImmutable, EndProcess>;

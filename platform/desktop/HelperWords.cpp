@@ -22,10 +22,12 @@ QString escaped(const QString &text)
 } // namespace
 
 std::optional<QStringList> helperWords(const QString &command, const QStringList &arguments,
-                                       const std::optional<FileIdentity> &item)
+                                       const CommandSubject &subject)
 {
-    if (command == u"/bin/kill" && arguments.size() == 1)
-        return QStringList { u"kill"_s, escaped(arguments[0]) };
+    const auto *process = std::get_if<ProcessStart>(&subject);
+    if (process && command == u"/bin/kill" && arguments.size() == 1)
+        return QStringList { u"kill"_s, escaped(arguments[0]), QString::number(process->ticks) };
+    const auto *item = std::get_if<FileIdentity>(&subject);
     if (!item || arguments.size() != 2)
         return std::nullopt;
     const QString identity = u"%1:%2"_s.arg(item->device).arg(item->inode);

@@ -1,7 +1,7 @@
 #include "platform/desktop/Polkit.h"
 
 #include "base/Arrivals.h"
-#include "files/Descriptor.h"
+#include "files/ProcessStart.h"
 #include "platform/desktop/PasswordWait.h"
 
 #include <QDBusArgument>
@@ -13,7 +13,6 @@
 #include <QMap>
 
 #include <chrono>
-#include <fcntl.h>
 #include <limits>
 #include <unistd.h>
 
@@ -48,25 +47,15 @@ QDBusMessage callOf(const QString &method)
                                           u"org.freedesktop.PolicyKit1.Authority"_s, method);
 }
 
-// When this process was started, in the kernel's ticks: with its number that names it for good. The
-// name before it may hold blanks and brackets.
-qulonglong startTime()
-{
-    constexpr int Place = 20; // of the words behind the name, the first being 1
-    char text[4096];
-    const Descriptor stat(::open("/proc/self/stat", O_RDONLY | O_CLOEXEC));
-    const ssize_t size = ::read(stat.number(), text, sizeof text);
-    const QByteArray line(text, size > 0 ? size : 0);
-    return line.mid(line.lastIndexOf(')') + 2).split(' ').value(Place - 1).toULongLong();
-}
-
 QVariant thisProcess()
 {
     QDBusArgument subject;
     subject.beginStructure();
     subject << u"unix-process"_s
             << QVariantMap { { u"pid"_s, uint(getpid()) },
-                             { u"start-time"_s, startTime() },
+                             { u"start-time"_s,
+                               qulonglong(
+                                   startOfProcess(getpid()).value_or(ProcessStart()).ticks) },
                              { u"uid"_s, int(getuid()) } };
     subject.endStructure();
     return QVariant::fromValue(subject);

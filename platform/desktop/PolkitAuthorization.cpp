@@ -115,9 +115,9 @@ void PolkitAuthorization::giveUpRights()
 }
 
 int PolkitAuthorization::execute(const QString &command, const QStringList &arguments,
-                                 const std::optional<FileIdentity> &item)
+                                 const CommandSubject &subject)
 {
-    const auto words = helperWords(command, arguments, item);
+    const auto words = helperWords(command, arguments, subject);
     if (!words || _isAsking)
         return CannotStart;
     const QScopedValueRollback asking(_isAsking, true);

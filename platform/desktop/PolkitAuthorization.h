@@ -30,7 +30,7 @@ public:
     bool askForRights(const QStringList &commands) override;
     void giveUpRights() override;
     int execute(const QString &command, const QStringList &arguments,
-                const std::optional<FileIdentity> &item) override;
+                const CommandSubject &subject) override;
 
 private:
     OpenDialogs &_openDialogs;

@@ -164,37 +164,40 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("command");
         QTest::addColumn<QStringList>("arguments");
-        QTest::addColumn<bool>("hasItem");
+        QTest::addColumn<CommandSubject>("subject");
+        const CommandSubject item(FileIdentity { 7, 8 });
         QTest::addColumn<QString>("words"); // "": it does not run
         const QString chown = u"/usr/sbin/chown"_s;
         const QString chattr = u"/usr/bin/chattr"_s;
         const QString path = FileName::fromBytes("/a b/-%\n\xFF");
-        QTest::newRow("chown") << chown << QStringList { u"root:admin"_s, path } << true
+        QTest::newRow("chown") << chown << QStringList { u"root:admin"_s, path } << item
                                << u"chown root:admin /a b/-%25%0a%ff 7:8"_s;
-        QTest::newRow("chattr") << chattr << QStringList { u"+i"_s, u"/x"_s } << true
+        QTest::newRow("chattr") << chattr << QStringList { u"+i"_s, u"/x"_s } << item
                                 << u"immutable +i /x 7:8"_s;
-        QTest::newRow("kill") << u"/bin/kill"_s << QStringList { u"12"_s } << false << u"kill 12"_s;
-        QTest::newRow("no item") << chown << QStringList { u"root:admin"_s, u"/x"_s } << false
-                                 << QString();
-        QTest::newRow("more") << chown << QStringList { u"root:admin"_s, u"/x"_s, u"/y"_s } << true
+        QTest::newRow("kill") << u"/bin/kill"_s << QStringList { u"12"_s }
+                              << CommandSubject(ProcessStart { 9 }) << u"kill 12 9"_s;
+        QTest::newRow("no process")
+            << u"/bin/kill"_s << QStringList { u"12"_s } << CommandSubject() << QString();
+        QTest::newRow("no item") << chown << QStringList { u"root:admin"_s, u"/x"_s }
+                                 << CommandSubject() << QString();
+        QTest::newRow("more") << chown << QStringList { u"root:admin"_s, u"/x"_s, u"/y"_s } << item
                               << QString();
-        QTest::newRow("kill more")
-            << u"/bin/kill"_s << QStringList { u"-9"_s, u"12"_s } << false << QString();
-        QTest::newRow("another") << u"/bin/rm"_s << QStringList { u"-r"_s, u"/x"_s } << true
+        QTest::newRow("kill more") << u"/bin/kill"_s << QStringList { u"-9"_s, u"12"_s }
+                                   << CommandSubject(ProcessStart { 9 }) << QString();
+        QTest::newRow("another") << u"/bin/rm"_s << QStringList { u"-r"_s, u"/x"_s } << item
                                  << QString();
-        QTest::newRow("by name") << u"chown"_s << QStringList { u"root:admin"_s, u"/x"_s } << true
+        QTest::newRow("by name") << u"chown"_s << QStringList { u"root:admin"_s, u"/x"_s } << item
                                  << QString();
     }
     void onlyKnownCommandsRun()
     {
         QFETCH(QString, command);
         QFETCH(QStringList, arguments);
-        QFETCH(bool, hasItem);
+        QFETCH(CommandSubject, subject);
         QFETCH(QString, words);
         _folder.write(u"got"_s);
         _folder.write(u"does"_s, "exit 0\n");
-        const auto item = hasItem ? std::optional(FileIdentity { 7, 8 }) : std::nullopt;
-        QCOMPARE(_authorization->execute(command, arguments, item) == 0, !words.isEmpty());
+        QCOMPARE(_authorization->execute(command, arguments, subject) == 0, !words.isEmpty());
         const QString got = QString::fromUtf8(_folder.read(u"got"_s));
         if (words.isEmpty())
             QCOMPARE(got, QString());
@@ -206,7 +209,7 @@ private Q_SLOTS:
     void endOfTheHelperIsWaitedFor()
     {
         const auto run = [this] {
-            return _authorization->execute(u"/bin/kill"_s, { u"12"_s }, {});
+            return _authorization->execute(u"/bin/kill"_s, { u"12"_s }, ProcessStart { 9 });
         };
         // polkit knows us as the one that has started it; nothing of our environment comes along.
         _folder.write(u"does"_s, "echo 'why not' >&2; exit 126\n");
@@ -227,7 +230,7 @@ private Q_SLOTS:
 
         PolkitAuthorization nothing(*_dialogs, { _folder.path(u"none"_s), u"/helper"_s });
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"none"_s));
-        QCOMPARE(nothing.execute(u"/bin/kill"_s, { u"12"_s }, {}), 127);
+        QCOMPARE(nothing.execute(u"/bin/kill"_s, { u"12"_s }, ProcessStart { 9 }), 127);
     }
 
 private:

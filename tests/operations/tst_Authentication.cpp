@@ -187,6 +187,7 @@ private Q_SLOTS:
                  "what would end is not shown");
         QVERIFY(rights.authentication.killProcess(u"top"_s));
         QCOMPARE(rights.services.executed.last(), (QStringList { u"/bin/kill"_s, self }));
+        QCOMPARE(rights.services.subjects.last(), CommandSubject(*startOfProcess(getpid())));
         rights.services.status = 1;
         QTest::ignoreMessage(QtWarningMsg, "Error 1 in AuthorizationExecuteWithPrivileges");
         QVERIFY(rights.authentication.killProcess(u"top"_s)); // what it came to is not asked

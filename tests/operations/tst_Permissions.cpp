@@ -123,7 +123,7 @@ private Q_SLOTS:
         QVERIFY(permissions.setLockState(held.path, true));
         QCOMPARE(services.executed.last(),
                  (QStringList { u"/usr/bin/chattr"_s, u"+i"_s, folder.path(u"a\n-file"_s) }));
-        QCOMPARE(services.items.last(), status->identity);
+        QCOMPARE(services.subjects.last(), CommandSubject(status->identity));
         QVERIFY(permissions.setLockState(folder.path(u"marked"_s), true)); // it is
         QCOMPARE(services.executed.size(), 1);
         services.status = 1;

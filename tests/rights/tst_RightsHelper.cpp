@@ -71,8 +71,12 @@ private Q_SLOTS:
                 << QStringList { u"immutable"_s, QString::fromLatin1(flag), u"/x"_s, u"1:1"_s };
         for (const char *process : { "", "0", "1", "-1", "-9", "1x", " 2", "0x2", "4294967298" })
             QTest::addRow("process %d", row++)
-                << QStringList { u"kill"_s, QString::fromLatin1(process) };
-        add("a signal", u"kill|-9|2"_s);
+                << QStringList { u"kill"_s, QString::fromLatin1(process), u"9"_s };
+        for (const char *start : { "", "-1", "x", "99999999999999999999" })
+            QTest::addRow("start %d", row++)
+                << QStringList { u"kill"_s, u"2"_s, QString::fromLatin1(start) };
+        add("a signal", u"kill|-9|2|9"_s);
+        add("any start", u"kill|2"_s);
     }
     void whatIsNoneOfTheThreeIsRefused()
     {
@@ -190,10 +194,14 @@ private Q_SLOTS:
         process.start(u"/bin/sleep"_s, { u"1000"_s });
         QVERIFY(process.waitForStarted());
         const QString id = QString::number(process.processId());
-        QCOMPARE(ask(u"/bin/kill"_s, { id }).status, Done);
+        const auto start = startOfProcess(pid_t(process.processId()));
+        QVERIFY(start);
+        QCOMPARE(ask(u"/bin/kill"_s, { id }, ProcessStart { start->ticks + 1 }).status, Refused);
+        QCOMPARE(process.state(), QProcess::Running);
+        QCOMPARE(ask(u"/bin/kill"_s, { id }, *start).status, Done);
         QVERIFY(process.waitForFinished());
         QCOMPARE(process.exitCode(), SIGTERM); // of a crash it is the signal
-        QCOMPARE(ask(u"/bin/kill"_s, { id }).status, Failed);
+        QCOMPARE(ask(u"/bin/kill"_s, { id }, *start).status, Failed);
     }
 
     void theLogSaysWhoAskedForWhat_data()
@@ -201,17 +209,17 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("uid");
         QTest::addColumn<QString>("who");
         QTest::newRow("by pkexec")
-            << QByteArray("1000") << u"uid 1000 asked for: kill 1: no process"_s;
-        QTest::newRow("nobody") << QByteArray() << u"unknown asked for: kill 1: no process"_s;
+            << QByteArray("1000") << u"uid 1000 asked for: kill 1 9: no process"_s;
+        QTest::newRow("nobody") << QByteArray() << u"unknown asked for: kill 1 9: no process"_s;
         QTest::newRow("forged") << QByteArray("0\nsu: ok")
-                                << u"unknown asked for: kill 1: no process"_s;
+                                << u"unknown asked for: kill 1 9: no process"_s;
     }
     void theLogSaysWhoAskedForWhat()
     {
         QFETCH(QByteArray, uid);
         QFETCH(QString, who);
         qputenv("PKEXEC_UID", uid);
-        const ProgramEnd end = run({ u"kill"_s, u"1"_s });
+        const ProgramEnd end = run({ u"kill"_s, u"1"_s, u"9"_s });
         qunsetenv("PKEXEC_UID");
         QVERIFY2(end.errorText.endsWith(who), qPrintable(end.errorText));
     }
@@ -236,9 +244,9 @@ private:
     }
     // As the main program asks.
     ProgramEnd ask(const QString &command, const QStringList &arguments,
-                   const std::optional<FileIdentity> &item = {}) const
+                   const CommandSubject &subject) const
     {
-        return run(helperWords(command, arguments, item).value_or(QStringList()));
+        return run(helperWords(command, arguments, subject).value_or(QStringList()));
     }
     ProgramEnd mark(const QString &flag, const QString &name) const
     {

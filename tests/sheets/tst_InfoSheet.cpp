@@ -313,7 +313,8 @@ private Q_SLOTS:
         QCOMPARE(world.authorization.executed,
                  touched && agrees ? QList<QStringList> { command } : QList<QStringList>());
         if (touched && agrees)
-            QCOMPARE(world.authorization.items.last()->inode, world.status(u"b"_s).st_ino);
+            QCOMPARE(std::get<FileIdentity>(world.authorization.subjects.last()).inode,
+                     world.status(u"b"_s).st_ino);
     }
 
     void nothingIsWrittenToAnotherItem_data()

@@ -157,10 +157,10 @@ public:
     }
     void giveUpRights() override { holds = false; }
     int execute(const QString &command, const QStringList &arguments,
-                const std::optional<FileIdentity> &item) override
+                const CommandSubject &subject) override
     {
         executed.append(QStringList { command } + arguments);
-        items.append(item);
+        subjects.append(subject);
         return status;
     }
 
@@ -170,5 +170,5 @@ public:
     int status = 0;
     QList<QStringList> asked; // the commands of each question, silent ones too
     QList<QStringList> executed;
-    QList<std::optional<FileIdentity>> items; // of each of those
+    QList<CommandSubject> subjects; // of each of those
 };
