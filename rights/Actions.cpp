@@ -19,14 +19,20 @@ bool setOwner(const SeenItem &seen, uid_t owner, gid_t group)
     return fchownat(seen.item.number(), "", owner, group, AT_EMPTY_PATH) == 0;
 }
 
-// A program that runs as its owner keeps doing so under the new one. Whoever wrote it would be root
-// with the next call of it, and the person was not told: root's it must not become in this way.
-bool makesProgramOfRoot(const ChangeOwner &change, const struct stat &status)
+// A program that runs as its owner keeps doing so under the new one. Whoever wrote it would be that
+// account with the next call of it, and the person was not told. No account of the system may be
+// had in this way: from many of them, "shadow" or "disk" say, it is one step to root. What is
+// root's already only root wrote.
+bool makesProgramOfSystem(const ChangeOwner &change, const struct stat &status)
 {
-    if (!S_ISREG(status.st_mode))
+    constexpr unsigned FirstPerson = 1000;
+    const auto comesTo = [](unsigned before, unsigned after) {
+        return after != before && after < FirstPerson;
+    };
+    if (!S_ISREG(status.st_mode) || status.st_uid == 0)
         return false;
-    return ((status.st_mode & S_ISUID) && change.owner == 0 && status.st_uid != 0)
-        || ((status.st_mode & S_ISGID) && change.group == 0 && status.st_gid != 0);
+    return ((status.st_mode & S_ISUID) && comesTo(status.st_uid, change.owner))
+        || ((status.st_mode & S_ISGID) && comesTo(status.st_gid, change.group));
 }
 
 // The kernel takes them with the owner. They come back only on what is as it was seen but for them:
@@ -44,8 +50,8 @@ Outcome act(const ChangeOwner &change)
         return *outcome;
     const SeenItem &seen = std::get<SeenItem>(found);
     const struct stat &before = seen.status;
-    if (makesProgramOfRoot(change, before))
-        return { Status::Refused, "a set-id program would become root's" };
+    if (makesProgramOfSystem(change, before))
+        return { Status::Refused, "a set-id program would become the system's" };
     if (!setOwner(seen, change.owner, change.group))
         return failure("the owner stays");
 
