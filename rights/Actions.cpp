@@ -1,6 +1,7 @@
 #include "rights/Actions.h"
 
 #include "rights/SeenItem.h"
+#include "rights/Surroundings.h"
 
 #include <csignal>
 #include <fcntl.h>
@@ -52,6 +53,7 @@ Outcome act(const ChangeOwner &change)
     const struct stat &before = seen.status;
     if (makesProgramOfSystem(change, before))
         return { Status::Refused, "a set-id program would become the system's" };
+    leaveNothingHalfDone();
     if (!setOwner(seen, change.owner, change.group))
         return failure("the owner stays");
 
@@ -83,6 +85,7 @@ Outcome act(const SetImmutable &change)
     if (!opened.isOpen() || ioctl(opened.number(), FS_IOC_GETFLAGS, &flags) != 0)
         return failure("no flags");
     const int wanted = change.immutable ? flags | FS_IMMUTABLE_FL : flags & ~FS_IMMUTABLE_FL;
+    leaveNothingHalfDone();
     if (wanted != flags && ioctl(opened.number(), FS_IOC_SETFLAGS, &wanted) != 0)
         return failure("the flag stays");
     return {};

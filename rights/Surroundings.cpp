@@ -14,8 +14,9 @@
 
 namespace {
 
-// A disk that does not answer must not keep a process of root's for ever.
-constexpr unsigned LongestRun = 60; // seconds
+// A disk that does not answer while the item is looked for must not keep a process of root's for
+// ever.
+constexpr unsigned LongestSearch = 60; // seconds
 
 void keepNeededRights()
 {
@@ -57,6 +58,11 @@ void leaveSurroundings()
     sigprocmask(SIG_SETMASK, &none, nullptr);
     constexpr rlimit NoCore { 0, 0 };
     setrlimit(RLIMIT_CORE, &NoCore);
-    alarm(LongestRun);
+    alarm(LongestSearch);
     keepNeededRights();
+}
+
+void leaveNothingHalfDone()
+{
+    alarm(0);
 }

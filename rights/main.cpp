@@ -46,11 +46,17 @@ int main(int count, char **arguments)
     const std::span<char *const> words =
         count > 0 ? std::span(arguments + 1, size_t(count) - 1) : std::span<char *>();
     const auto request = readRequest(words);
+    const std::string line = who + " asked for:" + logged(words);
     const Outcome *refusal = std::get_if<Outcome>(&request);
+    if (!refusal) {
+        // Before anything is done, in case that does not come to its end.
+        openlog("twinleaf-rights", LOG_PID, LOG_AUTH);
+        syslog(LOG_NOTICE, "%s", line.c_str());
+        closelog();
+    }
     const Outcome outcome = refusal ? *refusal : perform(std::get<Request>(request));
     openlog("twinleaf-rights", LOG_PERROR | LOG_PID, LOG_AUTH);
-    syslog(outcome.status == Status::Done ? LOG_NOTICE : LOG_WARNING, "%s asked for:%s: %s",
-           who.c_str(), logged(words).c_str(),
+    syslog(outcome.status == Status::Done ? LOG_NOTICE : LOG_WARNING, "%s: %s", line.c_str(),
            outcome.status == Status::Done ? "done" : outcome.why.c_str());
     closelog();
     return int(outcome.status);
