@@ -9,11 +9,16 @@
 
 namespace {
 
+// Of these the system's headers have no names.
+constexpr unsigned long Configfs = 0x62656570;
+constexpr unsigned long Fusectl = 0x65735543;
+
 // Through these the kernel itself is steered: who owns a file there owns a part of the machine.
 constexpr unsigned long OfTheKernel[] = {
-    PROC_SUPER_MAGIC, SYSFS_MAGIC,        CGROUP_SUPER_MAGIC, CGROUP2_SUPER_MAGIC, DEBUGFS_MAGIC,
-    TRACEFS_MAGIC,    SECURITYFS_MAGIC,   SELINUX_MAGIC,      BPF_FS_MAGIC,        EFIVARFS_MAGIC,
-    PSTOREFS_MAGIC,   DEVPTS_SUPER_MAGIC, NSFS_MAGIC,         BINFMTFS_MAGIC,
+    PROC_SUPER_MAGIC, SYSFS_MAGIC,    CGROUP_SUPER_MAGIC, CGROUP2_SUPER_MAGIC,
+    DEBUGFS_MAGIC,    TRACEFS_MAGIC,  SECURITYFS_MAGIC,   SELINUX_MAGIC,
+    BPF_FS_MAGIC,     EFIVARFS_MAGIC, PSTOREFS_MAGIC,     DEVPTS_SUPER_MAGIC,
+    NSFS_MAGIC,       BINFMTFS_MAGIC, Configfs,           Fusectl,
 };
 
 bool isOfTheKernel(int item)
