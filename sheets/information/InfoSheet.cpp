@@ -88,7 +88,7 @@ InfoSheet::InfoSheet(QWidget *mainWindow)
     _cancel = addButton(localized("Cancel"));
     connect(_ok, &QPushButton::clicked, this, &InfoSheet::okClicked);
     connect(_cancel, &QPushButton::clicked, this, &InfoSheet::reject);
-    showRights(false);
+    showRights(false, Press::Gains);
 }
 
 void InfoSheet::addHeader()
@@ -195,16 +195,17 @@ void InfoSheet::changeEvent(QEvent *event)
         tintName();
 }
 
-void InfoSheet::showRights(bool held)
+void InfoSheet::showRights(bool held, Press press)
 {
     // As a picture: a button that has the keyboard would draw an icon in the colour of selections.
     LockButton->setIcon(themedIcon(held ? u"unlock"_s : u"lock"_s)
                             .pixmap(QSize(SmallIconSide, SmallIconSide), devicePixelRatioF()));
-    const QString text = held ? localized("Give up rights") : localized("Administrator...");
+    const bool givesUp = press == Press::GivesUp;
+    const QString text = givesUp ? localized("Give up rights") : localized("Administrator...");
     LockButton->setText(text);
     LockButton->setAccessibleName(text);
-    LockButton->setToolTip(held ? localized("Give up the administrator's rights")
-                                : localized("Gain the administrator's rights"));
+    LockButton->setToolTip(givesUp ? localized("Give up the administrator's rights")
+                                   : localized("Gain the administrator's rights"));
 }
 
 void InfoSheet::showNote(const QString &text)

@@ -45,7 +45,10 @@ public:
 
     void showIcon(const QIcon &icon);
     void showNameColor(const QColor &color); // invalid: as other texts
-    void showRights(bool held); // the padlock
+    // The padlock: whether rights are held, by whatever they were gained; and what a press of it
+    // does.
+    enum class Press { Gains, GivesUp };
+    void showRights(bool held, Press press);
     void showNote(const QString &text); // what a person should know, in place of the last note
 
     // While it is busy it neither takes input nor goes.

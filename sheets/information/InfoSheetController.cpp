@@ -123,10 +123,11 @@ void InfoSheetController::setFileInformations(const QString &fullPath)
         [this](const ItemFacts &facts) { showItem(facts); });
 }
 
-// What is held now: rights run out by themselves.
+// What is held now: rights run out by themselves, and come by other ways than the padlock.
 void InfoSheetController::showPadlock()
 {
-    sheet().showRights(authentication.isAuthenticated(rightsOfPadlock()));
+    sheet().showRights(authentication.isAuthenticated(rightsOfPadlock()),
+                       lockButtonStatus ? InfoSheet::Press::GivesUp : InfoSheet::Press::Gains);
 }
 
 void InfoSheetController::LockButton_clicked()

@@ -249,6 +249,20 @@ private Q_SLOTS:
             QCOMPARE(sheet.Owner->title(), currentUser());
             QVERIFY(!world.authorization.holds);
         });
+        // It says what a press does, whether rights came by another way or ran out.
+        for (const auto &[pressed, press] :
+             { std::pair(false, u"Administrator..."_s), { true, u"Give up rights"_s } }) {
+            if (pressed)
+                world.showRead(u"mine"_s, [](InfoSheet &sheet) { sheet.LockButton->click(); });
+            for (const bool holds : { true, false }) {
+                world.authorization.holds = holds;
+                world.showRead(u"mine"_s, [&](InfoSheet &sheet) {
+                    QCOMPARE(sheet.LockButton->text(), press);
+                    QCOMPARE(sheet.LockButton->accessibleName(), press);
+                    QCOMPARE(sheet.LockButton->toolTip().startsWith(u"Give up"_s), pressed);
+                });
+            }
+        }
     }
 
     void ownerAndGroupGoThroughTheRights_data()
