@@ -160,8 +160,9 @@ bool Application::end()
     if (!_leavesWork)
         stopWork();
     _services.defaults.synchronize();
-    const bool countingEnded = _folderSize.end();
-    const bool readingEnded = _infoSheetController.end();
+    const QDeadlineTimer deadline(Readings::Patience);
+    const bool countingEnded = _folderSize.end(deadline);
+    const bool readingEnded = _infoSheetController.end(deadline);
     return countingEnded && readingEnded && !_twinleaf.anyRunning() && !Waiting::anyLost()
         && !DiskQuestions::anyUnderWay();
 }

@@ -1,6 +1,5 @@
 #include "window/FolderSize.h"
 
-#include "base/Arrivals.h"
 #include "base/Localized.h"
 #include "files/FolderWalk.h"
 #include "model/CurrentRows.h"
@@ -9,17 +8,9 @@
 #include "settings/SizeText.h"
 #include "window/InfoBars.h"
 
-#include <QThread>
-
 #include <memory>
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-constexpr unsigned long Patience = 1000; // milliseconds, at the program's end
-
-} // namespace
 
 FolderSize::FolderSize(MessageBus &messages, const MainModel &model, const FileQueries &fileQueries,
                        InfoBars &bars)
@@ -37,18 +28,10 @@ FolderSize::~FolderSize()
     end();
 }
 
-bool FolderSize::end()
+bool FolderSize::end(QDeadlineTimer deadline)
 {
     *_stop = true;
-    bool ended = true;
-    const auto threads = findChildren<QThread *>();
-    for (QThread *thread : threads) {
-        if (thread->wait(Patience))
-            continue;
-        thread->setParent(nullptr); // left behind
-        ended = false;
-    }
-    return ended;
+    return _readings.end(deadline);
 }
 
 void FolderSize::showFolderSize(Side side, const RowsOfPane &asked)
@@ -64,17 +47,10 @@ void FolderSize::showFolderSize(Side side, const RowsOfPane &asked)
     if (_counting[side].contains(path))
         return; // its end answers this request too
     _counting[side].insert(path);
-    const auto total = std::make_shared<double>(0);
-    QThread *thread =
-        QThread::create([stop = _stop, path, total] { *total = folderTotal(path, *stop); });
-    thread->setParent(this);
     // Kept: of several that run at once the last to end has its say, whatever is selected by then.
-    connect(thread, &QThread::finished, this, [this, side, path, total, thread] {
-        thread->deleteLater();
-        Arrivals::deliver(this, [this, side, path, total] {
-            _counting[side].remove(path);
-            infoBars.setFileSize(side, SizeText::getCalcFileSize(qint64(*total)));
-        });
-    });
-    thread->start();
+    _readings.start([stop = _stop, path] { return qint64(folderTotal(path, *stop)); },
+                    [this, side, path](qint64 total) {
+                        _counting[side].remove(path);
+                        infoBars.setFileSize(side, SizeText::getCalcFileSize(total));
+                    });
 }

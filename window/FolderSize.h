@@ -1,5 +1,6 @@
 #pragma once
 
+#include "files/Readings.h"
 #include "model/Messages.h"
 
 #include <QObject>
@@ -23,7 +24,7 @@ public:
 
     // Gives up what is still being counted; false when a thread does not come back from a server
     // that is gone.
-    bool end();
+    bool end(QDeadlineTimer deadline = QDeadlineTimer(Readings::Patience));
 
     void showFolderSize(Side side, const RowsOfPane &rows);
 
@@ -32,7 +33,8 @@ private:
     const MainModel &mainModel;
     const FileQueries &queries;
     InfoBars &infoBars;
-    PerSide<QSet<QString>> _counting; // the folders, one thread each
+    PerSide<QSet<QString>> _counting; // the folders
+    Readings _readings;
     // Set by the main thread, read by the counting threads, of which one may outlive this.
     const std::shared_ptr<std::atomic<bool>> _stop = std::make_shared<std::atomic<bool>>(false);
 };

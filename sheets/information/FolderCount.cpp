@@ -46,8 +46,8 @@ void FolderCount::stop()
     _sum.reset();
 }
 
-bool FolderCount::end()
+bool FolderCount::end(QDeadlineTimer deadline)
 {
     stop();
-    return _counting.end();
+    return _counting.end(deadline);
 }

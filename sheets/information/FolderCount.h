@@ -1,7 +1,7 @@
 #pragma once
 
 #include "files/HeldItem.h"
-#include "sheets/information/Readings.h"
+#include "files/Readings.h"
 
 #include <QTimer>
 
@@ -18,7 +18,7 @@ public:
     // In place of the one under way. What is counted stays this folder, whatever its name.
     void start(const std::shared_ptr<const HeldItem> &folder);
     void stop();
-    bool end(); // false when a thread does not come back
+    bool end(QDeadlineTimer deadline); // false when a thread does not come back
 
 Q_SIGNALS:
     void countedUp(qint64 bytes); // so far

@@ -49,10 +49,11 @@ InfoSheetController::~InfoSheetController()
     end();
 }
 
-bool InfoSheetController::end()
+bool InfoSheetController::end(QDeadlineTimer deadline)
 {
     // All of them: one that hangs must not keep the others from being given up.
-    const bool ended[] = { _folderCount.end(), _itemReading.end(), _accountReading.end() };
+    const bool ended[] = { _folderCount.end(deadline), _itemReading.end(deadline),
+                           _accountReading.end(deadline) };
     return std::ranges::all_of(ended, std::identity());
 }
 

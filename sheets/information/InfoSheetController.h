@@ -1,10 +1,10 @@
 #pragma once
 
+#include "files/Readings.h"
 #include "model/ItemInformation.h"
 #include "sheets/information/Accounts.h"
 #include "sheets/information/FolderCount.h"
 #include "sheets/information/ItemFacts.h"
-#include "sheets/information/Readings.h"
 
 #include <array>
 #include <functional>
@@ -41,7 +41,7 @@ public:
     void showInfoSheet(const OperationRequest &request) override;
 
     // Gives up what is still being read; false when a thread does not come back.
-    bool end();
+    bool end(QDeadlineTimer deadline = QDeadlineTimer(Readings::Patience));
 
 private:
     // What a person can change, as the controls have it.

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <QDeadlineTimer>
 #include <QObject>
 
+#include <chrono>
 #include <functional>
 #include <memory>
 
@@ -26,8 +28,9 @@ public:
     void drop();
     bool anyWanted() const;
 
-    // False when a thread does not come back from a server that is gone.
-    bool end();
+    // Before the program ends. False when a thread does not come back from a server that is gone.
+    static constexpr std::chrono::seconds Patience { 1 };
+    bool end(QDeadlineTimer deadline = QDeadlineTimer(Patience));
 
 private:
     void run(std::function<void()> read, std::function<void()> take);

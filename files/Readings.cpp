@@ -1,14 +1,8 @@
-#include "sheets/information/Readings.h"
+#include "files/Readings.h"
 
 #include "base/Arrivals.h"
 
 #include <QThread>
-
-namespace {
-
-constexpr unsigned long Patience = 1000; // milliseconds, at the program's end
-
-} // namespace
 
 Readings::~Readings()
 {
@@ -47,13 +41,13 @@ bool Readings::anyWanted() const
     return _underWay > 0;
 }
 
-bool Readings::end()
+bool Readings::end(QDeadlineTimer deadline)
 {
     drop();
     bool ended = true;
     const auto threads = findChildren<QThread *>();
     for (QThread *thread : threads) {
-        if (thread->wait(Patience))
+        if (thread->wait(deadline))
             continue;
         thread->setParent(nullptr); // left behind
         ended = false;
