@@ -21,9 +21,9 @@
 #include "sheets/WorkingSheet.h"
 #include "views/PaneDragAndDrop.h"
 #include "views/TableViewDataSources.h"
+#include "widgets/ApplicationIcons.h"
 #include "widgets/FileKinds.h"
 #include "window/BookmarksMenu.h"
-#include "window/FavoriteIcons.h"
 #include "window/FolderSize.h"
 #include "window/InfoBars.h"
 #include "window/MainWindowLayout.h"
@@ -123,7 +123,7 @@ private:
     DiskQuestions _diskQuestions;
     BookmarksMenu _bookmarksMenu;
     OpenWithMenu _openWithMenu;
-    FavoriteIcons _favoriteIcons;
+    ApplicationIcons _favoriteIcons;
     BookmarkController _bookmarkController;
     FavoriteApplicationsController _favoriteApplicationsController;
     PreferencesController _preferencesController;

@@ -5,10 +5,10 @@
 #include "commands/Commands.h"
 #include "files/FileName.h"
 #include "model/Launching.h"
+#include "widgets/ApplicationIcons.h"
 #include "widgets/Icons.h"
 #include "widgets/MenuText.h"
 #include "widgets/Mnemonics.h"
-#include "window/FavoriteIcons.h"
 #include "window/MainWindowLayout.h"
 #include "window/ToolbarItems.h"
 #include "window/UnifiedToolBar.h"
@@ -39,7 +39,7 @@ QString shortened(const QString &label)
 } // namespace
 
 Toolbar::Toolbar(Commands &allCommands, const BookmarkStore &favorites, Launching &launcher,
-                 FavoriteIcons &favoriteIcons, UserDefaults &defaults)
+                 ApplicationIcons &favoriteIcons, UserDefaults &defaults)
     : commands(allCommands)
     , store(favorites)
     , launching(launcher)
@@ -51,7 +51,7 @@ Toolbar::Toolbar(Commands &allCommands, const BookmarkStore &favorites, Launchin
             showOffered();
             Q_EMIT changed();
         });
-    connect(&icons, &FavoriteIcons::arrived, this, &Toolbar::showIcon);
+    connect(&icons, &ApplicationIcons::arrived, this, &Toolbar::showIcon);
 }
 
 void Toolbar::setupToolbarForWindow(MainWindowLayout &window)

@@ -9,7 +9,7 @@
 #include <QPointer>
 
 class Commands;
-class FavoriteIcons;
+class ApplicationIcons;
 class Launching;
 class MainWindowLayout;
 struct MenuState;
@@ -23,7 +23,7 @@ class Toolbar final : public QObject {
 
 public:
     Toolbar(Commands &commands, const BookmarkStore &favorites, Launching &launching,
-            FavoriteIcons &icons, UserDefaults &defaults);
+            ApplicationIcons &icons, UserDefaults &defaults);
 
     // Reads the favourites, and gives the window its bar, unless that is hidden. At the start, and
     // when the favourites may have changed.
@@ -73,7 +73,7 @@ private:
     Commands &commands;
     const BookmarkStore &store;
     Launching &launching;
-    FavoriteIcons &icons;
+    ApplicationIcons &icons;
     ToolbarSettings _settings;
     QList<FavoriteApplication> _favorites;
     QHash<QString, qsizetype> _places; // of them, by name

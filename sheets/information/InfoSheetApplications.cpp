@@ -3,11 +3,12 @@
 #include "files/PathText.h"
 #include "model/FileQueries.h"
 #include "platform/OpenPanel.h"
-#include "platform/Workspace.h"
 #include "sheets/information/InfoSheet.h"
 #include "sheets/information/InfoSheetController.h"
 
 #include <QComboBox>
+
+#include <algorithm>
 
 // The pop-up of the applications that may open the item.
 
@@ -45,8 +46,18 @@ void InfoSheetController::setLaunchAppItems()
                 openWith.findText(title, Qt::MatchFixedString | Qt::MatchCaseSensitive);
             earlier >= 0)
             openWith.removeItem(earlier);
-        openWith.addItem(isPath ? workspace.iconOfApplication(application) : QIcon(), title);
+        openWith.addItem(isPath ? _icons.icon(application) : QIcon(), title);
     }
+}
+
+void InfoSheetController::showIconOf(const QString &application)
+{
+    // Of several with one title it is the last one's item.
+    const QString title = titleOf(application);
+    const auto last = std::find_if(launchApplications.crbegin(), launchApplications.crend(),
+                                   [&](const QString &one) { return titleOf(one) == title; });
+    if (last != launchApplications.crend() && *last == application)
+        sheet().OpenWith->setItemIcon(sheet().OpenWith->findText(title), _icons.icon(application));
 }
 
 QString InfoSheetController::getCurrentLaunchApp()

@@ -30,14 +30,15 @@ InfoSheetController::InfoSheetController(Twinleaf &operations, Authentication &r
                                          OpenDialogs &dialogs, Waiting &asker, QWidget &window)
     : twinleaf(operations)
     , authentication(rights)
-    , workspace(desktop)
     , kinds(fileKinds)
     , alerts(alertsToAsk)
     , openPanel(panel)
     , openDialogs(dialogs)
     , waiting(asker)
     , mainWindow(window)
+    , _icons(desktop, _questions)
 {
+    connect(&_icons, &ApplicationIcons::arrived, this, &InfoSheetController::showIconOf);
     connect(&_folderCount, &FolderCount::countedUp, this,
             [this](qint64 bytes) { showSize(bytes, Size::SoFar); });
     connect(&_folderCount, &FolderCount::counted, this,
@@ -108,6 +109,7 @@ void InfoSheetController::showInfoSheet(const OperationRequest &request)
     _itemReading.drop();
     _folderCount.stop();
     _facts.reset(); // lets go of the item
+    _icons.forget(); // they may be others by the next time
     // Now that the rows behind the sheet may be others.
     if (_changed)
         twinleaf.updateFileLists({ .operation = Operation::Info, .item = currentFullPath });

@@ -1,10 +1,12 @@
 #pragma once
 
+#include "files/DiskQuestions.h"
 #include "files/Readings.h"
 #include "model/ItemInformation.h"
 #include "sheets/information/Accounts.h"
 #include "sheets/information/FolderCount.h"
 #include "sheets/information/ItemFacts.h"
+#include "widgets/ApplicationIcons.h"
 
 #include <array>
 #include <functional>
@@ -76,6 +78,7 @@ private:
     void OpenWithChanged();
     void addItemForLaunchApp(const QString &application);
     void setLaunchAppItems();
+    void showIconOf(const QString &application);
     QString getCurrentLaunchApp();
     static QString titleOf(const QString &application);
 
@@ -94,7 +97,6 @@ private:
 
     Twinleaf &twinleaf;
     Authentication &authentication;
-    const Workspace &workspace;
     const FileKinds &kinds;
     Alerts &alerts;
     OpenPanel &openPanel;
@@ -116,4 +118,6 @@ private:
     Readings _accountReading;
     Readings _itemReading;
     FolderCount _folderCount;
+    DiskQuestions _questions;
+    ApplicationIcons _icons;
 };

@@ -437,6 +437,7 @@ private Q_SLOTS:
                 all += sheet.OpenWith->itemText(item) + u'|';
             return all + sheet.OpenWith->currentText();
         };
+        world.workspace.iconLoads.clear();
         const auto chooseOther = [](InfoSheet &sheet) {
             const int other = sheet.OpenWith->findText(u"Other..."_s);
             sheet.OpenWith->setCurrentIndex(other);
@@ -449,6 +450,9 @@ private Q_SLOTS:
             world.openPanel.application = world.folder.path(u"apps/edit.desktop"_s);
             chooseOther(sheet);
             QCOMPARE(titles(sheet), u"org.viewer|Other...|edit|edit"_s);
+            QVERIFY(
+                !sheet.OpenWith->itemIcon(2).isNull()); // the general one, till the disk answers
+            QTRY_COMPARE(world.workspace.iconLoads.size(), 2); // each once
             ok(sheet);
         });
         const QByteArray edits = world.folder.attribute(u"left/a"_s, "user.twinleaf.creator");

@@ -9,11 +9,11 @@ class Workspace;
 
 // The icons of applications that may lie anywhere. Nobody waits for them: until the disk has
 // answered, and where nothing stands, an application has the general one. Main thread.
-class FavoriteIcons final : public QObject {
+class ApplicationIcons final : public QObject {
     Q_OBJECT
 
 public:
-    FavoriteIcons(const Workspace &workspace, DiskQuestions &questions);
+    ApplicationIcons(const Workspace &workspace, DiskQuestions &questions);
 
     QIcon icon(const QString &application); // asks for it when it is not known yet
     void forget(); // they are asked for anew

@@ -1,4 +1,4 @@
-#include "window/FavoriteIcons.h"
+#include "widgets/ApplicationIcons.h"
 
 #include "files/DiskQuestions.h"
 #include "files/FileStatus.h"
@@ -7,13 +7,13 @@
 
 using namespace Qt::StringLiterals;
 
-FavoriteIcons::FavoriteIcons(const Workspace &desktop, DiskQuestions &diskQuestions)
+ApplicationIcons::ApplicationIcons(const Workspace &desktop, DiskQuestions &diskQuestions)
     : workspace(desktop)
     , questions(diskQuestions)
 {
 }
 
-QIcon FavoriteIcons::icon(const QString &application)
+QIcon ApplicationIcons::icon(const QString &application)
 {
     const auto known = _icons.constFind(application);
     if (known != _icons.cend())
@@ -29,7 +29,7 @@ QIcon FavoriteIcons::icon(const QString &application)
     return *_icons.insert(application, themedIcon(u"application-x-executable"_s));
 }
 
-void FavoriteIcons::forget()
+void ApplicationIcons::forget()
 {
     _icons.clear();
 }
