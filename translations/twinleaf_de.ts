@@ -1246,6 +1246,10 @@ Stelle der zuletzt gezeigten Ordner; eine Datei öffnet ihren Ordner und ist aus
         <translation>Standard wiederherstellen</translation>
     </message>
     <message>
+        <source>New keys count from the next start on.</source>
+        <translation>Neue Tasten gelten ab dem nächsten Start.</translation>
+    </message>
+    <message>
         <source>Key of &apos;%@&apos;</source>
         <translation>Taste für „%@“</translation>
     </message>

@@ -53,6 +53,7 @@ KeysPage::KeysPage(UserDefaults &settings, const Mnemonics &taken)
     QPushButton *restore = newButton(localized("Restore Defaults"));
     restore->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     addBehindLabel(restore);
+    addNote(localized("New keys count from the next start on."));
     connect(restore, &QPushButton::clicked, this, &KeysPage::restoreAsked);
     finish();
 }
