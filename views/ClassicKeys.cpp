@@ -106,6 +106,8 @@ ClassicKeys ClassicKeys::fromDefaults(const UserDefaults &defaults)
 
 std::optional<ClassicAction> ClassicKeys::match(int keyCode, qint32 modifierFlags) const
 {
+    if (keyCode < 0) // a key without a code: whatever the settings hold, it is nobody's
+        return std::nullopt;
     for (int i = 0; i < ActionCount; ++i)
         if (keyCode == _bindings[i].key && (modifierFlags & _bindings[i].modifierFlag) != 0)
             return static_cast<ClassicAction>(i);

@@ -85,6 +85,7 @@ private Q_SLOTS:
             { copy(Return, 0), Return, 0, {} }, // needs some flag
             { copy(Return, 4), Return, Option, Copy },
             { copy(Return, 0), F5, Function, {} }, // the old key is free
+            { copy(-1, 0), -1, Shift, {} }, // Shift alone has no code
             { copy(u"F5"_s, 0), F5, Function, Copy }, // a key that is no number
             { QVariantMap { { u"CopyKeys"_s, 7 } }, F5, Function, Copy },
             { binding(u"Delete"_s, F6, 0), F6, Function, Move }, // the first of two on one key
