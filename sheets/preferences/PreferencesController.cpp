@@ -1,6 +1,7 @@
 #include "sheets/preferences/PreferencesController.h"
 
 #include "files/FileName.h"
+#include "files/PathText.h"
 #include "model/FileQueries.h"
 #include "model/MainModel.h"
 #include "model/PaneSettings.h"
@@ -84,7 +85,11 @@ void PreferencesController::saveLastPathsClicked()
 
 void PreferencesController::searchForPathClicked(Side side)
 {
-    if (const auto chosen = _outlets.openPanel.chooseFolder(_realPath[side]))
+    // The panel looks at where it starts before it shows itself: that must be there to answer.
+    const QString path = _realPath[side];
+    const bool isThere = !path.isEmpty() && _outlets.twinleaf.isDirectory(path);
+    const auto chosen = _outlets.openPanel.chooseFolder(isThere ? path : PathText::homeFolder());
+    if (chosen && preferencesSheet)
         setRealPath(side, *chosen);
 }
 

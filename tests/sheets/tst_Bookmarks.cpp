@@ -98,6 +98,13 @@ private Q_SLOTS:
             world.openPanel.folder = world.folder.path(odd);
             shown.click(u"Choose..."_s);
             QCOMPARE(stored(world), u"a b "_s + PathText::lastComponent(odd));
+            // The panel starts at what is typed where that is there, else at home.
+            for (const auto &[typed, start] :
+                 { std::pair(u"~/a"_s, u"left/a"_s), { u"~/none"_s, u"left"_s } }) {
+                shown.field.setText(typed);
+                shown.click(u"Choose..."_s);
+                QCOMPARE(world.openPanel.startFolder, world.folder.path(start));
+            }
             QTRY_COMPARE(shown.look(2), u"there"_s);
             for (const QString &wrong : { u"~/none"_s, u"left/a"_s, u"~other"_s }) {
                 world.alerts.answer(Alert::Ok);

@@ -120,10 +120,15 @@ private:
 class RecordedOpenPanel final : public OpenPanel {
 public:
     std::optional<QString> chooseApplication() override { return application; }
-    std::optional<QString> chooseFolder(const QString &) override { return folder; }
+    std::optional<QString> chooseFolder(const QString &start) override
+    {
+        startFolder = start;
+        return folder;
+    }
 
     std::optional<QString> application;
     std::optional<QString> folder;
+    QString startFolder; // of the last choice
 };
 
 // Answers at once what the test tells it to.
