@@ -14,14 +14,20 @@ const QString LocalizedPath = u"LocalizedPath"_s;
 const QString RealPath = u"RealPath"_s;
 const QString Name = u"Name"_s;
 
+// Whether it is a record with the text; an element of another kind has none, not an empty one.
+bool has(const QVariant &element, const QString &key, const QString &text)
+{
+    const QVariantMap record = element.toMap();
+    return record.contains(key) && record[key].toString() == text;
+}
+
 // The records with another at the end, unless one has the same text under the key.
 UserDefaults::Edit adding(const QVariantMap &record, const QString &key)
 {
     return [record, key](const QVariant &stored) {
         QVariantList records = stored.toList();
-        const bool known = std::ranges::any_of(records, [&](const QVariant &each) {
-            return each.toMap().value(key).toString() == record[key].toString();
-        });
+        const bool known = std::ranges::any_of(
+            records, [&](const QVariant &each) { return has(each, key, record[key].toString()); });
         if (!known)
             records.append(record);
         return records;
@@ -32,8 +38,7 @@ UserDefaults::Edit deleting(const QString &text, const QString &key)
 {
     return [text, key](const QVariant &stored) {
         QVariantList records = stored.toList();
-        records.removeIf(
-            [&](const QVariant &each) { return each.toMap().value(key).toString() == text; });
+        records.removeIf([&](const QVariant &each) { return has(each, key, text); });
         return records;
     };
 }
@@ -46,18 +51,14 @@ UserDefaults::Edit moving(const QString &text, const std::optional<QString> &bef
         if (before == text)
             return stored;
         const QVariantList records = stored.toList();
-        const auto has = [&](const QVariant &each, const QString &wanted) {
-            const QVariantMap record = each.toMap();
-            return record.contains(key) && record[key].toString() == wanted;
-        };
         QVariantList moved;
         QVariantList others;
         for (const QVariant &each : records)
-            (has(each, text) ? moved : others).append(each);
+            (has(each, key, text) ? moved : others).append(each);
         auto place = others.cend();
         if (before)
             place = std::find_if(others.cbegin(), others.cend(),
-                                 [&](const QVariant &each) { return has(each, *before); });
+                                 [&](const QVariant &each) { return has(each, key, *before); });
         return others.first(place - others.cbegin()) + moved
             + others.sliced(place - others.cbegin());
     };

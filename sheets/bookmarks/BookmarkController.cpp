@@ -95,8 +95,7 @@ void BookmarkController::chooseFolder()
     // The panel looks at where it starts before it shows itself: that must be there to answer.
     const QString typed = bookmarkSheet->pathField->path();
     const bool isThere = !typed.isEmpty() && queries.isDirectory(typed);
-    const auto chosen =
-        _services.openPanel.chooseFolder(isThere ? typed : PathText::homeFolder());
+    const auto chosen = _services.openPanel.chooseFolder(isThere ? typed : PathText::homeFolder());
     if (chosen)
         add(*chosen);
 }

@@ -206,6 +206,19 @@ private Q_SLOTS:
         });
     }
 
+    void whatIsNoBookmarkStaysWhereItIs()
+    {
+        TestFolder folder;
+        UserDefaults defaults(folder.path(u"settings.plist"_s));
+        const QVariantList foreign { 7LL, u"text"_s, QVariantMap { { u"Other"_s, 1LL } } };
+        defaults.setValue(Settings::Bookmarks, foreign);
+        BookmarkStore bookmarks(defaults);
+        bookmarks.addBookmarkEntry({}, u"/a"_s);
+        QCOMPARE(bookmarks.getBookmarksFromUserDefaults().size(), 1);
+        bookmarks.deleteBookmarkEntry({ {}, u"/a"_s });
+        QCOMPARE(defaults.array(Settings::Bookmarks).value(), foreign);
+    }
+
     void whatAnotherProgramStoredMeanwhileStays()
     {
         TestFolder folder;
