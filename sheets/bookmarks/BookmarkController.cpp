@@ -96,7 +96,7 @@ void BookmarkController::chooseFolder()
     const QString typed = bookmarkSheet->pathField->path();
     const bool isThere = !typed.isEmpty() && queries.isDirectory(typed);
     const auto chosen = _services.openPanel.chooseFolder(isThere ? typed : PathText::homeFolder());
-    if (chosen)
+    if (chosen && bookmarkSheet)
         add(*chosen);
 }
 
