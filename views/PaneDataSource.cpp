@@ -6,22 +6,12 @@
 #include "settings/CalendarFormat.h"
 #include "settings/UserDefaults.h"
 #include "views/PaneTableView.h"
+#include "widgets/MenuText.h"
 
 #include <QHelpEvent>
-#include <QTextDocument>
 #include <QToolTip>
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-// The tool tip window takes what looks like markup for markup; a name is text.
-QString asPlainText(const QString &text)
-{
-    return Qt::mightBeRichText(text) ? u"<span>"_s + text.toHtmlEscaped() + u"</span>"_s : text;
-}
-
-} // namespace
 
 PaneDataSource::PaneDataSource(PaneTableView &table, MainModel &model, MessageBus &messages,
                                UserDefaults &settings)
@@ -128,7 +118,7 @@ bool PaneDataSource::eventFilter(QObject *watched, QEvent *event)
     if (text.isEmpty())
         QToolTip::hideText();
     else
-        QToolTip::showText(help->globalPos(), asPlainText(text), fileList.viewport(),
+        QToolTip::showText(help->globalPos(), plainToolTip(text), fileList.viewport(),
                            fileList.visualRect(cell));
     return true;
 }

@@ -367,11 +367,10 @@ bool SegmentedControl::event(QEvent *event)
         const int segment = segmentAt(help->pos());
         const bool onFold = foldRect().contains(help->pos());
         const QString tip = onFold ? pathTo(_selected) : segmentToolTip(segment);
-        const QString text = FileName::shown(tip).toHtmlEscaped();
-        if (text.isEmpty())
+        if (tip.isEmpty())
             QToolTip::hideText();
-        else // as rich text, so that a name with tags in it cannot become one
-            QToolTip::showText(help->globalPos(), QStringLiteral("<span>%1</span>").arg(text), this,
+        else
+            QToolTip::showText(help->globalPos(), plainToolTip(FileName::shown(tip)), this,
                                onFold ? foldRect() : segmentRect(segment));
         return true;
     }

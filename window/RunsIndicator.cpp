@@ -125,6 +125,6 @@ void RunsIndicator::update()
         whole.append(run.text);
     if (!_detail.isEmpty())
         whole.insert(1, _detail);
-    button.setToolTip(whole.join(u'\n').toHtmlEscaped());
+    button.setToolTip(plainToolTip(whole.join(u'\n')));
     button.setAccessibleDescription(whole.join(u'\n'));
 }

@@ -1,6 +1,7 @@
 #include "sheets/information/TextField.h"
 
 #include "files/FileName.h"
+#include "widgets/MenuText.h"
 
 #include <QHelpEvent>
 #include <QPainter>
@@ -54,10 +55,8 @@ bool TextField::isCut() const
 bool TextField::event(QEvent *event)
 {
     if (event->type() == QEvent::ToolTip) {
-        // In a rich text, so that nothing in it is taken for one.
-        QToolTip::showText(
-            static_cast<QHelpEvent *>(event)->globalPos(),
-            isCut() ? u"<span>"_s + text().toHtmlEscaped() + u"</span>"_s : QString(), this);
+        QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(),
+                           isCut() ? plainToolTip(text()) : QString(), this);
         return true;
     }
     return QLineEdit::event(event);

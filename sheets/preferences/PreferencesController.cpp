@@ -15,6 +15,7 @@
 #include "views/VirtualKeys.h"
 #include "widgets/Colors.h"
 #include "widgets/ColorWell.h"
+#include "widgets/MenuText.h"
 
 #include <QCheckBox>
 #include <QLineEdit>
@@ -99,7 +100,7 @@ void PreferencesController::setRealPath(Side side, const QString &path)
     QLineEdit &field = *preferencesSheet->startFolders->lastPath[side];
     field.setText(FileName::shown(_outlets.twinleaf.getLocalizedPath(path)));
     field.setCursorPosition(0);
-    field.setToolTip(field.text());
+    field.setToolTip(plainToolTip(field.text()));
 }
 
 void PreferencesController::restoreDefaults()
