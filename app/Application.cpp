@@ -1,9 +1,11 @@
 #include "app/Application.h"
 
 #include "base/Localized.h"
+#include "files/FileStatus.h"
 #include "files/PathText.h"
 #include "platform/Alerts.h"
 #include "platform/OpenDialogs.h"
+#include "platform/Workspace.h"
 #include "settings/BundleInfo.h"
 #include "settings/StoredWords.h"
 #include "settings/UserDefaults.h"
@@ -46,7 +48,15 @@ Application::Application(const Services &services, const CommandLine &line)
     , _archiveSheet(_bus, &_mainWindow)
     , _windowController(_mainWindow, _bus, _navigators, _mainModel, services.defaults,
                         services.openDialogs)
-    , _infoSheetController(_twinleaf, _authentication, services.workspace, _kinds, services.alerts,
+    , _fileIcons(_diskQuestions,
+                 [this](const QString &path, const FileStatus &status) {
+                     return _kinds.icon(PathText::lastComponent(path), status.kind);
+                 })
+    , _applicationIcons(_diskQuestions,
+                        [this](const QString &path, const FileStatus &) {
+                            return _services.workspace.iconOfApplication(path);
+                        })
+    , _infoSheetController(_twinleaf, _authentication, _applicationIcons, _kinds, services.alerts,
                            services.openPanel, services.openDialogs, _waiting, _mainWindow)
     , _volumeReload(_mainModel, _navigators, services.workspace, services.openDialogs)
     , _leftDrops(*_mainWindow.leftFileList, _mainModel, _twinleaf, _twinleaf, services.alerts)
@@ -63,21 +73,19 @@ Application::Application(const Services &services, const CommandLine &line)
     , _runsIndicator(_mainWindow, _workingSheet)
     , _bookmarkStore(services.defaults)
     , _bookmarksMenu(_menus.bookmarksMenu(), _bookmarkStore, _paneCommands, _windowController,
-                     _mainModel, _twinleaf, services.alerts, _kinds, _diskQuestions)
-    , _openWithMenu(_menus.openWithMenu(), _bookmarkStore, _paneCommands, services.workspace,
-                    _diskQuestions)
-    , _favoriteIcons(services.workspace, _diskQuestions)
-    , _bookmarkController(_bookmarkStore, _twinleaf, _kinds, _diskQuestions,
+                     _mainModel, _twinleaf, services.alerts, _fileIcons)
+    , _openWithMenu(_menus.openWithMenu(), _bookmarkStore, _paneCommands, _applicationIcons)
+    , _bookmarkController(_bookmarkStore, _twinleaf, _fileIcons, _diskQuestions,
                           { services.alerts, services.openPanel, services.openDialogs },
                           &_mainWindow)
-    , _favoriteApplicationsController(_bookmarkStore, _twinleaf, services.workspace, _diskQuestions,
+    , _favoriteApplicationsController(_bookmarkStore, _twinleaf, _applicationIcons,
                                       services.openPanel)
     , _preferencesController(services.defaults,
                              { _mainModel, _twinleaf, _windowController,
                                _favoriteApplicationsController, services.openPanel,
                                services.openDialogs },
                              &_mainWindow)
-    , _toolbar(_commands, _bookmarkStore, _twinleaf, _favoriteIcons, services.defaults)
+    , _toolbar(_commands, _bookmarkStore, _twinleaf, _applicationIcons, services.defaults)
     , _updateCheck(services.versionServer, _twinleaf, services.alerts,
                    { BundleInfo::versionFileAddress(), BundleInfo::downloadAddress() },
                    BundleInfo::version())

@@ -21,8 +21,8 @@
 #include "sheets/WorkingSheet.h"
 #include "views/PaneDragAndDrop.h"
 #include "views/TableViewDataSources.h"
-#include "widgets/ApplicationIcons.h"
 #include "widgets/FileKinds.h"
+#include "widgets/PathIcons.h"
 #include "window/BookmarksMenu.h"
 #include "window/FolderSize.h"
 #include "window/InfoBars.h"
@@ -109,6 +109,9 @@ private:
     WorkingSheet _workingSheet;
     ArchiveSheet _archiveSheet;
     WindowController _windowController;
+    DiskQuestions _diskQuestions;
+    PathIcons _fileIcons;
+    PathIcons _applicationIcons;
     InfoSheetController _infoSheetController;
     VolumeReload _volumeReload;
     PaneDragAndDrop _leftDrops;
@@ -120,10 +123,8 @@ private:
     MenuBar _menus;
     RunsIndicator _runsIndicator;
     BookmarkStore _bookmarkStore;
-    DiskQuestions _diskQuestions;
     BookmarksMenu _bookmarksMenu;
     OpenWithMenu _openWithMenu;
-    ApplicationIcons _favoriteIcons;
     BookmarkController _bookmarkController;
     FavoriteApplicationsController _favoriteApplicationsController;
     PreferencesController _preferencesController;

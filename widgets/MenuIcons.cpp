@@ -1,40 +1,64 @@
 #include "widgets/MenuIcons.h"
 
-#include "files/DiskQuestions.h"
-#include "files/FileStatus.h"
+#include "widgets/PathIcons.h"
 
-#include <QAction>
+#include <QIconEngine>
 #include <QMenu>
-#include <QPointer>
+#include <QPainter>
 
 namespace {
 
-constexpr auto Asked = "iconAsked"; // property of an item
+// Draws what is known of the path now.
+class PathIconEngine final : public QIconEngine {
+public:
+    PathIconEngine(PathIcons &pathIcons, QString path, QIcon general)
+        : icons(pathIcons)
+        , _path(std::move(path))
+        , _general(std::move(general))
+    {
+    }
+
+    void paint(QPainter *painter, const QRect &rect, QIcon::Mode mode, QIcon::State state) override
+    {
+        now().paint(painter, rect, Qt::AlignCenter, mode, state);
+    }
+    QPixmap pixmap(const QSize &size, QIcon::Mode mode, QIcon::State state) override
+    {
+        return now().pixmap(size, 1, mode, state);
+    }
+    QPixmap scaledPixmap(const QSize &size, QIcon::Mode mode, QIcon::State state,
+                         qreal scale) override
+    {
+        // The size is in the pixels of the screen.
+        return now().pixmap((QSizeF(size) / scale).toSize(), scale, mode, state);
+    }
+    QSize actualSize(const QSize &size, QIcon::Mode mode, QIcon::State state) override
+    {
+        return _general.actualSize(size, mode, state);
+    }
+    QIconEngine *clone() const override { return new PathIconEngine(icons, _path, _general); }
+
+private:
+    QIcon now()
+    {
+        const PathIcons::Look look = icons.look(_path);
+        return look.icon.isNull() ? _general : look.icon;
+    }
+
+    PathIcons &icons;
+    const QString _path;
+    const QIcon _general;
+};
 
 } // namespace
 
-MenuIcons::MenuIcons(QMenu &pathMenu, DiskQuestions &diskQuestions, IconOf iconOf)
-    : menu(pathMenu)
-    , questions(diskQuestions)
-    , _iconOf(std::move(iconOf))
+MenuIcons::MenuIcons(QMenu &menu, PathIcons &pathIcons)
+    : icons(pathIcons)
 {
-    connect(&menu, &QMenu::aboutToShow, this, &MenuIcons::ask);
+    QObject::connect(&icons, &PathIcons::arrived, &menu, [&menu] { menu.update(); });
 }
 
-void MenuIcons::ask()
+QIcon MenuIcons::icon(const QString &path, const QIcon &general) const
 {
-    const auto items = menu.actions();
-    for (QAction *item : items) {
-        const QString path = item->data().toString();
-        if (path.isEmpty() || item->property(Asked).toBool())
-            continue;
-        item->setProperty(Asked, true);
-        questions.ask(
-            path, [path] { return fileStatus(path, Links::Follow); },
-            [icons = QPointer(this), item = QPointer(item),
-             path](const std::optional<FileStatus> &status) {
-                if (icons && item && status)
-                    item->setIcon(icons->_iconOf(path, *status));
-            });
-    }
+    return QIcon(new PathIconEngine(icons, path, general));
 }

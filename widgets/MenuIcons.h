@@ -1,29 +1,19 @@
 #pragma once
 
 #include <QIcon>
-#include <QObject>
 
-#include <functional>
-
-class DiskQuestions;
+class PathIcons;
 class QMenu;
-struct FileStatus;
 
-// The icons of a menu's items that stand for a path, which is their data: made when the menu is
-// opened, as the disk answers. Until then, and for a path at which nothing is, an item keeps the
-// icon it has. Main thread.
-class MenuIcons final : public QObject {
-    Q_OBJECT
-
+// The icons of a menu's items that stand for paths. One is asked for when its item is painted, so
+// of a long menu those on the screen; until it has come, and where nothing stands, the item shows
+// the general one. No item changes, which would have the whole menu measure itself. Main thread.
+class MenuIcons final {
 public:
-    using IconOf = std::function<QIcon(const QString &path, const FileStatus &status)>;
+    MenuIcons(QMenu &menu, PathIcons &icons); // both outlive the items
 
-    MenuIcons(QMenu &menu, DiskQuestions &questions, IconOf iconOf);
+    QIcon icon(const QString &path, const QIcon &general) const;
 
 private:
-    void ask();
-
-    QMenu &menu;
-    DiskQuestions &questions;
-    const IconOf _iconOf;
+    PathIcons &icons;
 };

@@ -1,24 +1,21 @@
 #include "widgets/RecordTableModel.h"
 
 #include "base/Localized.h"
-#include "files/DiskQuestions.h"
 #include "files/FileName.h"
-#include "files/FileStatus.h"
 #include "widgets/Icons.h"
+#include "widgets/MenuText.h"
+#include "widgets/PathIcons.h"
 
 #include <QGuiApplication>
 #include <QPalette>
 
-#include <QPointer>
-
 using namespace Qt::StringLiterals;
 
-RecordTableModel::RecordTableModel(const QStringList &titles, DiskQuestions &diskQuestions,
-                                   IconOf iconOf)
+RecordTableModel::RecordTableModel(const QStringList &titles, PathIcons &pathIcons)
     : _titles(titles)
-    , questions(diskQuestions)
-    , _iconOf(std::move(iconOf))
+    , icons(pathIcons)
 {
+    connect(&icons, &PathIcons::arrived, this, &RecordTableModel::showLook);
 }
 
 void RecordTableModel::setRecords(const QList<Record> &records)
@@ -44,21 +41,23 @@ QVariant RecordTableModel::data(const QModelIndex &index, int role) const
         return {};
     const Record &record = _records[index.row()];
     const bool isIcon = index.column() == IconColumn;
+    const auto isGone = [&] { return icons.look(record.path).state == PathIcons::State::Gone; };
     switch (role) {
     case Qt::DisplayRole:
         return isIcon ? QVariant()
                       : FileName::shown(record.texts.value(index.column() - IconColumn - 1));
     case Qt::DecorationRole:
-        return isIcon ? look(record.path).icon : QVariant();
+        if (!isIcon)
+            return {};
+        return isGone() ? themedIcon(u"dialog-warning"_s) : icons.look(record.path).icon;
     case Qt::ForegroundRole:
-        return look(record.path).state == State::Gone
-            ? QGuiApplication::palette().color(QPalette::Disabled, QPalette::WindowText)
-            : QVariant();
+        return isGone() ? QGuiApplication::palette().color(QPalette::Disabled, QPalette::WindowText)
+                        : QVariant();
     case Qt::ToolTipRole:
+        return plainToolTip(data(index, Qt::AccessibleDescriptionRole).toString());
     case Qt::AccessibleDescriptionRole:
-        return look(record.path).state == State::Gone
-            ? filled(localized("'%@' is not there."), FileName::shown(record.path))
-            : FileName::shown(record.path);
+        return isGone() ? filled(localized("'%@' is not there."), FileName::shown(record.path))
+                        : FileName::shown(record.path);
     case Qt::AccessibleTextRole: // a picture has no text of its own
         return isIcon ? FileName::shown(record.texts.value(0)) : data(index, Qt::DisplayRole);
     default:
@@ -84,24 +83,8 @@ Qt::ItemFlags RecordTableModel::flags(const QModelIndex &index) const
         | Qt::ItemNeverHasChildren;
 }
 
-const RecordTableModel::Look &RecordTableModel::look(const QString &path) const
+void RecordTableModel::showLook(const QString &path)
 {
-    if (const auto known = _looks.constFind(path); known != _looks.cend())
-        return *known;
-    auto *self = const_cast<RecordTableModel *>(this);
-    questions.ask(
-        path, [path] { return fileStatus(path, Links::Follow); },
-        [model = QPointer(self), path](const std::optional<FileStatus> &status) {
-            if (model)
-                model->take(path, status);
-        });
-    return *_looks.insert(path, {});
-}
-
-void RecordTableModel::take(const QString &path, const std::optional<FileStatus> &status)
-{
-    _looks[path] = status ? Look { State::There, _iconOf(path, *status) }
-                          : Look { State::Gone, themedIcon(u"dialog-warning"_s) };
     for (int row = 0; row < _records.size(); ++row)
         if (_records[row].path == path)
             Q_EMIT dataChanged(index(row, 0), index(row, int(_titles.size()) - 1));

@@ -8,7 +8,6 @@
 #include "model/MainModel.h"
 #include "model/PaneWindow.h"
 #include "platform/Alerts.h"
-#include "widgets/FileKinds.h"
 #include "widgets/Icons.h"
 #include "widgets/MenuText.h"
 
@@ -19,7 +18,7 @@ using namespace Qt::StringLiterals;
 BookmarksMenu::BookmarksMenu(QMenu &menu, BookmarkStore &bookmarks,
                              const PaneCommands &paneCommands, PaneWindow &paneWindow,
                              const MainModel &model, const FileQueries &fileQueries,
-                             Alerts &alertsToAsk, const FileKinds &kinds, DiskQuestions &questions)
+                             Alerts &alertsToAsk, PathIcons &fileIcons)
     : bookmarksMenu(menu)
     , _firstBookmark(menu.actions().size())
     , store(bookmarks)
@@ -28,9 +27,7 @@ BookmarksMenu::BookmarksMenu(QMenu &menu, BookmarkStore &bookmarks,
     , mainModel(model)
     , queries(fileQueries)
     , alerts(alertsToAsk)
-    , _icons(menu, questions, [&kinds](const QString &path, const FileStatus &status) {
-        return kinds.icon(PathText::lastComponent(path), status.kind);
-    })
+    , _icons(menu, fileIcons)
 {
 }
 
@@ -44,11 +41,11 @@ void BookmarksMenu::setBookmarksMenu()
 {
     const auto shown = bookmarksMenu.actions().mid(_firstBookmark);
     qDeleteAll(shown);
+    const QIcon generic = themedIcon(u"folder"_s);
     const auto bookmarks = store.getBookmarksFromUserDefaults();
     for (const Bookmark &bookmark : bookmarks) {
-        QAction *item =
-            bookmarksMenu.addAction(themedIcon(u"folder"_s), menuText(bookmark.localizedPath));
-        item->setData(bookmark.realPath);
+        QAction *item = bookmarksMenu.addAction(_icons.icon(bookmark.realPath, generic),
+                                                menuText(bookmark.localizedPath));
         connect(item, &QAction::triggered, this, [this, title = bookmark.localizedPath] {
             Arrivals::afterWait(this, [this, title] { clickedBookmark(title); });
         });

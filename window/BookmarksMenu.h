@@ -8,12 +8,11 @@
 #include <optional>
 
 class Alerts;
-class DiskQuestions;
-class FileKinds;
 class FileQueries;
 class MainModel;
 class PaneCommands;
 class PaneWindow;
+class PathIcons;
 class QMenu;
 
 // The menu of the bookmarked folders, and adding to it.
@@ -24,7 +23,7 @@ public:
     // Below the lines that the menu has already.
     BookmarksMenu(QMenu &menu, BookmarkStore &store, const PaneCommands &commands,
                   PaneWindow &window, const MainModel &mainModel, const FileQueries &queries,
-                  Alerts &alerts, const FileKinds &kinds, DiskQuestions &questions);
+                  Alerts &alerts, PathIcons &fileIcons);
 
     void setBookmarksMenu(); // builds it anew
     void addBookmark();

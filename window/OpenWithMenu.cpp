@@ -3,7 +3,6 @@
 #include "base/Arrivals.h"
 #include "base/Localized.h"
 #include "commands/PaneCommands.h"
-#include "platform/Workspace.h"
 #include "settings/BookmarkStore.h"
 #include "widgets/Icons.h"
 #include "widgets/MenuText.h"
@@ -13,13 +12,11 @@
 using namespace Qt::StringLiterals;
 
 OpenWithMenu::OpenWithMenu(QMenu &menu, const BookmarkStore &favorites, PaneCommands &paneCommands,
-                           const Workspace &workspace, DiskQuestions &questions)
+                           PathIcons &applicationIcons)
     : menuOpenWithFavorite(menu)
     , store(favorites)
     , commands(paneCommands)
-    , _icons(menu, questions, [&workspace](const QString &path, const FileStatus &) {
-        return workspace.iconOfApplication(path);
-    })
+    , _icons(menu, applicationIcons)
 {
 }
 
@@ -29,8 +26,8 @@ void OpenWithMenu::setOpenWithFavoriteApplications()
     const QIcon generic = themedIcon(u"application-x-executable"_s);
     const auto favorites = store.getFavoriteApplicationsFromUserDefaults();
     for (const FavoriteApplication &favorite : favorites) {
-        QAction *item = menuOpenWithFavorite.addAction(generic, menuText(favorite.name));
-        item->setData(favorite.realPath);
+        QAction *item = menuOpenWithFavorite.addAction(_icons.icon(favorite.realPath, generic),
+                                                       menuText(favorite.name));
         connect(item, &QAction::triggered, this, [this, name = favorite.name] {
             Arrivals::afterWait(this, [this, name] { clickedOpenWithFavoriteApplications(name); });
         });

@@ -5,10 +5,9 @@
 #include <QObject>
 
 class BookmarkStore;
-class DiskQuestions;
 class PaneCommands;
+class PathIcons;
 class QMenu;
-class Workspace;
 
 // The menu of the applications to open the selected files with: the favourites, then any other.
 class OpenWithMenu final : public QObject {
@@ -16,7 +15,7 @@ class OpenWithMenu final : public QObject {
 
 public:
     OpenWithMenu(QMenu &menu, const BookmarkStore &store, PaneCommands &commands,
-                 const Workspace &workspace, DiskQuestions &questions);
+                 PathIcons &applicationIcons);
 
     void setOpenWithFavoriteApplications(); // builds it anew
     void clickedOpenWithFavoriteApplications(const QString &name);

@@ -5,29 +5,22 @@
 #include "commands/Commands.h"
 #include "files/FileName.h"
 #include "model/Launching.h"
-#include "widgets/ApplicationIcons.h"
 #include "widgets/Icons.h"
 #include "widgets/MenuText.h"
 #include "widgets/Mnemonics.h"
+#include "widgets/PathIcons.h"
 #include "window/MainWindowLayout.h"
 #include "window/ToolbarItems.h"
 #include "window/UnifiedToolBar.h"
 
 #include <QAction>
 #include <QMenu>
-#include <QTextDocument>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
 constexpr int LongestLabel = 24; // letters under a button
-
-// A name of the disk's is no markup.
-QString plainToolTip(const QString &text)
-{
-    return Qt::mightBeRichText(text) ? u"<qt>"_s + text.toHtmlEscaped() + u"</qt>"_s : text;
-}
 
 QString shortened(const QString &label)
 {
@@ -39,11 +32,11 @@ QString shortened(const QString &label)
 } // namespace
 
 Toolbar::Toolbar(Commands &allCommands, const BookmarkStore &favorites, Launching &launcher,
-                 ApplicationIcons &favoriteIcons, UserDefaults &defaults)
+                 PathIcons &applicationIcons, UserDefaults &defaults)
     : commands(allCommands)
     , store(favorites)
     , launching(launcher)
-    , icons(favoriteIcons)
+    , icons(applicationIcons)
     , _settings(defaults)
 {
     for (const ToolbarItem &item : toolbarItems())
@@ -51,7 +44,7 @@ Toolbar::Toolbar(Commands &allCommands, const BookmarkStore &favorites, Launchin
             showOffered();
             Q_EMIT changed();
         });
-    connect(&icons, &ApplicationIcons::arrived, this, &Toolbar::showIcon);
+    connect(&icons, &PathIcons::arrived, this, &Toolbar::showIcon);
 }
 
 void Toolbar::setupToolbarForWindow(MainWindowLayout &window)
@@ -188,7 +181,10 @@ QIcon Toolbar::icon(const QString &identifier)
     if (const ToolbarGap *gap = toolbarGapOf(identifier))
         return toolbarIcon(QString::fromLatin1(gap->image));
     const FavoriteApplication *favorite = favoriteOf(identifier);
-    return favorite ? icons.icon(favorite->realPath) : QIcon();
+    if (!favorite)
+        return {};
+    const QIcon own = icons.look(favorite->realPath).icon;
+    return own.isNull() ? themedIcon(u"application-x-executable"_s) : own;
 }
 
 void Toolbar::setIdentifiers(const QStringList &identifiers)
@@ -226,7 +222,7 @@ void Toolbar::showIcon(const QString &application)
     for (const auto &[identifier, item] : std::as_const(_items))
         if (const FavoriteApplication *favorite = favoriteOf(identifier);
             favorite && favorite->realPath == application)
-            item->setIcon(icons.icon(application));
+            item->setIcon(icon(identifier));
     for (const FavoriteApplication &favorite : std::as_const(_favorites))
         if (favorite.realPath == application)
             Q_EMIT iconArrived(favorite.name);

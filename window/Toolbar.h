@@ -9,9 +9,9 @@
 #include <QPointer>
 
 class Commands;
-class ApplicationIcons;
 class Launching;
 class MainWindowLayout;
+class PathIcons;
 struct MenuState;
 class QAction;
 class UnifiedToolBar;
@@ -23,7 +23,7 @@ class Toolbar final : public QObject {
 
 public:
     Toolbar(Commands &commands, const BookmarkStore &favorites, Launching &launching,
-            ApplicationIcons &icons, UserDefaults &defaults);
+            PathIcons &applicationIcons, UserDefaults &defaults);
 
     // Reads the favourites, and gives the window its bar, unless that is hidden. At the start, and
     // when the favourites may have changed.
@@ -73,7 +73,7 @@ private:
     Commands &commands;
     const BookmarkStore &store;
     Launching &launching;
-    ApplicationIcons &icons;
+    PathIcons &icons;
     ToolbarSettings _settings;
     QList<FavoriteApplication> _favorites;
     QHash<QString, qsizetype> _places; // of them, by name

@@ -1,5 +1,6 @@
 #include "window/ToolbarItemModels.h"
 
+#include "widgets/MenuText.h"
 #include "window/Toolbar.h"
 #include "window/ToolbarItems.h"
 
@@ -56,6 +57,7 @@ QVariant ToolbarItemModel::data(const QModelIndex &index, int role) const
     case Qt::DisplayRole:
         return look->label;
     case Qt::ToolTipRole:
+        return plainToolTip(look->toolTip);
     case Qt::AccessibleDescriptionRole:
         return look->toolTip;
     case Qt::DecorationRole: // asked for rows that can be seen

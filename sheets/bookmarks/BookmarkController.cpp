@@ -2,29 +2,26 @@
 
 #include "base/Localized.h"
 #include "files/FileName.h"
-#include "files/FileStatus.h"
 #include "files/PathText.h"
 #include "model/FileQueries.h"
 #include "platform/Alerts.h"
 #include "platform/OpenDialogs.h"
 #include "platform/OpenPanel.h"
 #include "sheets/bookmarks/BookmarkSheet.h"
-#include "widgets/FileKinds.h"
 #include "widgets/PathField.h"
+#include "widgets/PathIcons.h"
 #include "widgets/RecordTable.h"
 
 BookmarkController::BookmarkController(BookmarkStore &bookmarks, const FileQueries &fileQueries,
-                                       const FileKinds &kinds, DiskQuestions &diskQuestions,
+                                       PathIcons &pathIcons, DiskQuestions &diskQuestions,
                                        const Services &services, QWidget *window)
     : store(bookmarks)
     , queries(fileQueries)
     , questions(diskQuestions)
     , _services(services)
     , mainWindow(window)
-    , _model({ localized("Icon"), localized("Path"), localized("Real path") }, diskQuestions,
-             [&kinds](const QString &path, const FileStatus &status) {
-                 return kinds.icon(PathText::lastComponent(path), status.kind);
-             })
+    , icons(pathIcons)
+    , _model({ localized("Icon"), localized("Path"), localized("Real path") }, pathIcons)
 {
 }
 
@@ -33,7 +30,7 @@ BookmarkController::~BookmarkController() = default;
 void BookmarkController::showBookmarkSheet()
 {
     const OpenDialogs::Guard guard(_services.openDialogs);
-    _model.forgetLooks(); // what stands there may have changed since
+    icons.forget(); // what stands there may have changed since
     BookmarkSheet sheet(_model, questions, mainWindow);
     bookmarkSheet = &sheet;
     connect(&sheet, &BookmarkSheet::addAsked, this, &BookmarkController::addEntry);

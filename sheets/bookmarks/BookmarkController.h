@@ -9,10 +9,10 @@
 class Alerts;
 class BookmarkSheet;
 class DiskQuestions;
-class FileKinds;
 class FileQueries;
 class OpenDialogs;
 class OpenPanel;
+class PathIcons;
 
 // The bookmark manager: what its sheet shows and does. Main thread.
 class BookmarkController final : public QObject {
@@ -24,7 +24,7 @@ public:
         OpenPanel &openPanel;
         OpenDialogs &openDialogs;
     };
-    BookmarkController(BookmarkStore &store, const FileQueries &queries, const FileKinds &kinds,
+    BookmarkController(BookmarkStore &store, const FileQueries &queries, PathIcons &icons,
                        DiskQuestions &questions, const Services &services, QWidget *mainWindow);
     ~BookmarkController() override;
 
@@ -47,6 +47,7 @@ private:
     DiskQuestions &questions;
     const Services _services;
     QWidget *mainWindow; // not owned
+    PathIcons &icons;
     RecordTableModel _model;
     QPointer<BookmarkSheet> bookmarkSheet; // while it is open
 };

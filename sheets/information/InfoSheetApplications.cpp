@@ -5,10 +5,14 @@
 #include "platform/OpenPanel.h"
 #include "sheets/information/InfoSheet.h"
 #include "sheets/information/InfoSheetController.h"
+#include "widgets/Icons.h"
+#include "widgets/PathIcons.h"
 
 #include <QComboBox>
 
 #include <algorithm>
+
+using namespace Qt::StringLiterals;
 
 // The pop-up of the applications that may open the item.
 
@@ -46,8 +50,15 @@ void InfoSheetController::setLaunchAppItems()
                 openWith.findText(title, Qt::MatchFixedString | Qt::MatchCaseSensitive);
             earlier >= 0)
             openWith.removeItem(earlier);
-        openWith.addItem(isPath ? _icons.icon(application) : QIcon(), title);
+        openWith.addItem(isPath ? iconOf(application) : QIcon(), title);
     }
+}
+
+// The general one until the disk has answered, and where nothing stands.
+QIcon InfoSheetController::iconOf(const QString &application)
+{
+    const QIcon own = applicationIcons.look(application).icon;
+    return own.isNull() ? themedIcon(u"application-x-executable"_s) : own;
 }
 
 void InfoSheetController::showIconOf(const QString &application)
@@ -57,7 +68,7 @@ void InfoSheetController::showIconOf(const QString &application)
     const auto last = std::find_if(launchApplications.crbegin(), launchApplications.crend(),
                                    [&](const QString &one) { return titleOf(one) == title; });
     if (last != launchApplications.crend() && *last == application)
-        sheet().OpenWith->setItemIcon(sheet().OpenWith->findText(title), _icons.icon(application));
+        sheet().OpenWith->setItemIcon(sheet().OpenWith->findText(title), iconOf(application));
 }
 
 QString InfoSheetController::getCurrentLaunchApp()

@@ -7,6 +7,7 @@
 #include "platform/OpenDialogs.h"
 #include "sheets/information/AccountBox.h"
 #include "sheets/information/InfoSheet.h"
+#include "widgets/PathIcons.h"
 
 #include <QPushButton>
 
@@ -25,20 +26,23 @@ QStringList rightsOfPadlock()
 } // namespace
 
 InfoSheetController::InfoSheetController(Twinleaf &operations, Authentication &rights,
-                                         const Workspace &desktop, const FileKinds &fileKinds,
+                                         PathIcons &icons, const FileKinds &fileKinds,
                                          Alerts &alertsToAsk, OpenPanel &panel,
                                          OpenDialogs &dialogs, Waiting &asker, QWidget &window)
     : twinleaf(operations)
     , authentication(rights)
+    , applicationIcons(icons)
     , kinds(fileKinds)
     , alerts(alertsToAsk)
     , openPanel(panel)
     , openDialogs(dialogs)
     , waiting(asker)
     , mainWindow(window)
-    , _icons(desktop, _questions)
 {
-    connect(&_icons, &ApplicationIcons::arrived, this, &InfoSheetController::showIconOf);
+    connect(&applicationIcons, &PathIcons::arrived, this, [this](const QString &application) {
+        if (_sheet && _sheet->isVisible())
+            showIconOf(application);
+    });
     connect(&_folderCount, &FolderCount::countedUp, this,
             [this](qint64 bytes) { showSize(bytes, Size::SoFar); });
     connect(&_folderCount, &FolderCount::counted, this,
@@ -109,7 +113,6 @@ void InfoSheetController::showInfoSheet(const OperationRequest &request)
     _itemReading.drop();
     _folderCount.stop();
     _facts.reset(); // lets go of the item
-    _icons.forget(); // they may be others by the next time
     // Now that the rows behind the sheet may be others.
     if (_changed)
         twinleaf.updateFileLists({ .operation = Operation::Info, .item = currentFullPath });

@@ -1,12 +1,10 @@
 #pragma once
 
-#include "files/DiskQuestions.h"
 #include "files/Readings.h"
 #include "model/ItemInformation.h"
 #include "sheets/information/Accounts.h"
 #include "sheets/information/FolderCount.h"
 #include "sheets/information/ItemFacts.h"
-#include "widgets/ApplicationIcons.h"
 
 #include <array>
 #include <functional>
@@ -18,9 +16,9 @@ class FileKinds;
 class InfoSheet;
 class OpenDialogs;
 class OpenPanel;
+class PathIcons;
 class Twinleaf;
 class Waiting;
-class Workspace;
 
 // Shows everything about one item in a sheet, and writes what the person changed there. The sheet
 // opens with what the request says; the rest arrives as it is read. Written is to the item that was
@@ -30,7 +28,7 @@ class InfoSheetController final : public QObject, public ItemInformation {
 
 public:
     InfoSheetController(Twinleaf &twinleaf, Authentication &authentication,
-                        const Workspace &workspace, const FileKinds &kinds, Alerts &alerts,
+                        PathIcons &applicationIcons, const FileKinds &kinds, Alerts &alerts,
                         OpenPanel &openPanel, OpenDialogs &openDialogs, Waiting &waiting,
                         QWidget &mainWindow);
     ~InfoSheetController() override;
@@ -78,6 +76,7 @@ private:
     void OpenWithChanged();
     void addItemForLaunchApp(const QString &application);
     void setLaunchAppItems();
+    QIcon iconOf(const QString &application);
     void showIconOf(const QString &application);
     QString getCurrentLaunchApp();
     static QString titleOf(const QString &application);
@@ -97,6 +96,7 @@ private:
 
     Twinleaf &twinleaf;
     Authentication &authentication;
+    PathIcons &applicationIcons;
     const FileKinds &kinds;
     Alerts &alerts;
     OpenPanel &openPanel;
@@ -118,6 +118,4 @@ private:
     Readings _accountReading;
     Readings _itemReading;
     FolderCount _folderCount;
-    DiskQuestions _questions;
-    ApplicationIcons _icons;
 };

@@ -3,22 +3,20 @@
 #include "base/Localized.h"
 #include "model/FileQueries.h"
 #include "platform/OpenPanel.h"
-#include "platform/Workspace.h"
+#include "widgets/PathIcons.h"
 #include "widgets/RecordTable.h"
 
 FavoriteApplicationsController::FavoriteApplicationsController(BookmarkStore &favorites,
                                                                const FileQueries &fileQueries,
-                                                               const Workspace &workspace,
-                                                               DiskQuestions &questions,
+                                                               PathIcons &applicationIcons,
                                                                OpenPanel &panel)
     : store(favorites)
     , queries(fileQueries)
+    , icons(applicationIcons)
     , openPanel(panel)
     , _model({ localized("Icon"), localized("Application"), localized("Path"),
                localized("Real path") },
-             questions, [&workspace](const QString &path, const FileStatus &) {
-                 return workspace.iconOfApplication(path);
-             })
+             applicationIcons)
 {
 }
 
@@ -33,7 +31,7 @@ void FavoriteApplicationsController::setTable(RecordTable *recordTable)
     table = recordTable;
     connect(table, &RecordTable::deleteAsked, this, &FavoriteApplicationsController::deleteEntry);
     connect(table, &RecordTable::moveAsked, this, &FavoriteApplicationsController::moveEntry);
-    _model.forgetLooks();
+    icons.forget();
     reload();
 }
 

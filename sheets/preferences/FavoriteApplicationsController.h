@@ -6,11 +6,10 @@
 #include <QObject>
 #include <QPointer>
 
-class DiskQuestions;
 class FileQueries;
 class OpenPanel;
+class PathIcons;
 class RecordTable;
-class Workspace;
 
 // The list of the favourite applications in the preferences: each change is stored at once. Main
 // thread.
@@ -19,8 +18,7 @@ class FavoriteApplicationsController final : public QObject {
 
 public:
     FavoriteApplicationsController(BookmarkStore &store, const FileQueries &queries,
-                                   const Workspace &workspace, DiskQuestions &questions,
-                                   OpenPanel &openPanel);
+                                   PathIcons &icons, OpenPanel &openPanel);
 
     QList<FavoriteApplication> getFavoriteApplicationsFromUserDefaults() const;
     void addEntry(); // chosen in a panel
@@ -37,6 +35,7 @@ private:
 
     BookmarkStore &store;
     const FileQueries &queries;
+    PathIcons &icons;
     OpenPanel &openPanel;
     RecordTableModel _model;
     QPointer<RecordTable> table;

@@ -1,5 +1,6 @@
 #include "window/Toolbar.h"
 
+#include "files/DiskQuestions.h"
 #include "tests/support/World.h"
 #include "widgets/Icons.h"
 #include "window/ToolbarCustomization.h"
@@ -255,6 +256,29 @@ private Q_SLOTS:
         QCOMPARE(palette->model()->rowCount(), 5 + 3 + 4998);
         sheet.show();
         QTRY_VERIFY(world.workspace.iconLoads.contains(world.folder.path(u"left/1"_s)));
+    }
+
+    void aLongMenuAsksForWhatIsOnTheScreen()
+    {
+        ToolbarWorld world;
+        QVariantList favorites;
+        for (int i = 0; i < 5000; ++i) {
+            const QString path =
+                world.folder.path(u"left"_s) + u"/./"_s.repeated(i % 50) + QString(i / 50, u'/');
+            favorites.append(favorite(u"tool %1"_s.arg(i), path));
+        }
+        world.defaults.setValue(Settings::OpenWithFavoriteApplications, favorites);
+        world.start();
+        QMenu &menu = world.application.menus().openWithMenu();
+        QCOMPARE(menu.actions().size(), 5000 + 2);
+        QVERIFY(world.workspace.iconLoads.isEmpty());
+        menu.popup({});
+        QTRY_VERIFY(!world.workspace.iconLoads.isEmpty());
+        QTRY_VERIFY(!DiskQuestions::anyUnderWay());
+        QCoreApplication::processEvents();
+        QVERIFY2(world.workspace.iconLoads.size() < 500, // of an offscreen screen
+                 qPrintable(QString::number(world.workspace.iconLoads.size())));
+        menu.close();
     }
 
     void aHiddenBarIsNotThere()
