@@ -76,22 +76,30 @@ std::optional<ItemName> itemIn(std::string_view path, std::string_view identity)
     return ItemName { *bytes, *device, *inode };
 }
 
-// By name first, as for every program; a number is shown where there is no name. The highest number
-// would mean "leave it as it is".
+// The highest number would mean "leave it as it is".
+std::optional<id_t> accountNumberIn(std::string_view text)
+{
+    const auto number = numberIn<id_t>(text);
+    return number == id_t(-1) ? std::nullopt : number;
+}
+
+// By name first, as for every program; a number is shown where there is no name.
 std::optional<uid_t> userOf(const std::string &name)
 {
+    if (name.starts_with('+'))
+        return accountNumberIn(std::string_view(name).substr(1));
     if (const passwd *user = getpwnam(name.c_str()))
         return user->pw_uid;
-    const auto number = numberIn<uid_t>(name);
-    return number == uid_t(-1) ? std::nullopt : number;
+    return accountNumberIn(name);
 }
 
 std::optional<gid_t> groupOf(const std::string &name)
 {
+    if (name.starts_with('+'))
+        return accountNumberIn(std::string_view(name).substr(1));
     if (const group *found = getgrnam(name.c_str()))
         return found->gr_gid;
-    const auto number = numberIn<gid_t>(name);
-    return number == gid_t(-1) ? std::nullopt : number;
+    return accountNumberIn(name);
 }
 
 std::variant<Request, Outcome> readChangeOwner(std::string_view owners, const ItemName &item)

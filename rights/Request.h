@@ -12,6 +12,7 @@
 //   chown OWNER:GROUP PATH DEVICE:INODE
 //   immutable +i|-i PATH DEVICE:INODE
 //   kill PROCESS START
+// OWNER and GROUP are names, or numbers where there is no such name; "+NUMBER" is no name ever.
 // OWNER, GROUP and PATH are printable ASCII, any other byte of them and "%" being written "%XX": so
 // they pass whole through what asks for the password, shows them there and writes them to the log.
 

@@ -97,7 +97,9 @@ bool InfoSheetController::changeOwnerAndGroup(const Choices &now)
         };
         const auto present = waiting.forAnswer(currentFullPath, [held = _facts->held] {
             const FileStatus status = held->statusNow().value_or(held->status());
-            return Present { held->presentPath(), userName(status.owner), groupName(status.group) };
+            // As numbers: a name need not lead back to the number that it is shown for.
+            return Present { held->presentPath(), u'+' + QString::number(status.owner),
+                             u'+' + QString::number(status.group) };
         });
         const auto failed = [this](const QString &why) {
             return complain(localized("Cannot set owner and group!"), why);

@@ -58,7 +58,8 @@ private Q_SLOTS:
         add("long path", u"chown|root:root|%1|1:1"_s.arg(u"/n"_s.repeated(2048)));
         for (const char *owners :
              { "", ":", "root", "root:", ":root", "twinleaf-nobody:root", "root:twinleaf-nobody",
-               "-1:-1", "4294967295:0", "0:4294967295", "0x0:0", " 0:0", "root:root:root", "+0:0" })
+               "-1:-1", "4294967295:0", "0:4294967295", "0x0:0", " 0:0", "root:root:root", "+:0",
+               "+root:0", "0:+-1", "+4294967295:0", "++0:0" })
             QTest::addRow("owners %d", row++)
                 << QStringList { u"chown"_s, QString::fromLatin1(owners), u"/x"_s, u"1:1"_s };
         for (const char *identity :
@@ -165,7 +166,7 @@ private Q_SLOTS:
             QCOMPARE(change(owners), Refused);
         if (!isRoot())
             return;
-        QCOMPARE(change(u"1000:1000"_s), Done);
+        QCOMPARE(change(u"1000:+1000"_s), Done);
         QCOMPARE(modeOf(name), mode_t(06755));
         QCOMPARE(chmod(folder.bytes(name), 01755), 0);
         QCOMPARE(change(u"root:root"_s), Done);

@@ -320,8 +320,8 @@ private Q_SLOTS:
         });
         if (!succeeds)
             QCOMPARE(world.alerts.last().text, u"Cannot set owner and group!"_s);
-        const QString account = (owner.isEmpty() ? currentUser() : owner) + u':'
-            + (group.isEmpty() ? groupName(getegid()) : group);
+        const QString account = (owner.isEmpty() ? u'+' + QString::number(geteuid()) : owner) + u':'
+            + (group.isEmpty() ? u'+' + QString::number(getegid()) : group);
         const QStringList command { u"/usr/sbin/chown"_s, account,
                                     world.folder.path(u"left/b"_s) }; // not the link
         QCOMPARE(world.authorization.executed,
