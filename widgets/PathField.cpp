@@ -3,6 +3,7 @@
 #include "files/DirectoryReader.h"
 #include "files/DiskQuestions.h"
 #include "files/FileName.h"
+#include "files/MountTable.h"
 #include "files/PathText.h"
 
 #include <QCompleter>
@@ -18,13 +19,6 @@ namespace {
 constexpr qsizetype MostNames = 10'000; // nobody looks through more
 constexpr int ShownNames = 12;
 
-bool isFolderItem(const DirectoryReader &folder, const DirectoryItem &item)
-{
-    if (item.type != DT_LNK && item.type != DT_UNKNOWN)
-        return item.type == DT_DIR;
-    return isFolder(folder.status(item.name.toByteArray().constData(), Links::Follow));
-}
-
 // A field is one line of text; a name with another character in it cannot be typed.
 bool canBeTyped(const QString &name)
 {
@@ -35,12 +29,22 @@ bool canBeTyped(const QString &name)
 QStringList foldersIn(const QString &path) // worker thread
 {
     QStringList names;
+    const MountTable mounts = MountTable::current();
     DirectoryReader folder;
     if (folder.open(path))
         return names;
+    // A link to a server is offered unasked: that may be gone, and with it every later answer. A
+    // folder on a server is asked itself for all that it holds.
+    const bool distrusts = mounts.hasSlow() && !mounts.slowMountOnTheWay(path);
+    const auto isOffered = [&](const DirectoryItem &item, const QString &name) {
+        if (item.type != DT_LNK && item.type != DT_UNKNOWN)
+            return item.type == DT_DIR;
+        return (distrusts && mounts.slowMountOnTheWay(PathText::joined(path, name)))
+            || isFolder(folder.status(item.name.toByteArray().constData(), Links::Follow));
+    };
     folder.read([&](const DirectoryItem &item) {
-        if (const QString name = FileName::fromBytes(item.name.toByteArray());
-            canBeTyped(name) && isFolderItem(folder, item))
+        const QString name = FileName::fromBytes(item.name.toByteArray());
+        if (canBeTyped(name) && isOffered(item, name))
             names.append(name);
         return names.size() < MostNames;
     });

@@ -145,6 +145,17 @@ private Q_SLOTS:
         });
     }
 
+    void aNameIsNoMarkup()
+    {
+        StartedWorld world;
+        bookmark(world, { u"<b>x"_s });
+        manager(world, [](const Shown &shown) {
+            const QModelIndex row = shown.table.model()->index(0, 1);
+            QVERIFY(row.data(Qt::ToolTipRole).toString().contains(u"/&lt;b&gt;x"_s));
+            QVERIFY(row.data(Qt::AccessibleDescriptionRole).toString().contains(u"/<b>x"_s));
+        });
+    }
+
     void aRowIsBroughtBeforeAnother_data()
     {
         QTest::addColumn<int>("row");
@@ -190,7 +201,10 @@ private Q_SLOTS:
 
     void foldersAreOfferedForWhatIsTyped()
     {
-        StartedWorld world(u"left/Letters/, left/Lists/, left/Lines=file, left/Links->Lists"_s);
+        StartedWorld world(u"left/Letters/, left/Lists/, left/Lines=file, left/Links->Lists, "
+                           "left/slow/, left/Listed->slow"_s);
+        mountServer(world, u"left/slow"_s);
+        Disk disk;
         manager(world, [&](const Shown &shown) {
             shown.field.setFocus();
             QTest::keyClicks(&shown.field, world.folder.path(u"left/li"_s));
@@ -202,7 +216,9 @@ private Q_SLOTS:
                         completer->completionModel()->index(row, 0).data().toString()));
                 return names.join(u' ');
             };
-            QTRY_COMPARE(offered(), u"Links Lists"_s);
+            QTRY_COMPARE(offered(), u"Links Listed Lists"_s);
+            QVERIFY(disk.asked().contains("Links"));
+            QVERIFY(!disk.asked().contains("Listed")); // it may be gone
         });
     }
 
