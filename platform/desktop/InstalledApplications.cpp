@@ -140,6 +140,7 @@ QIcon iconOfFile(const QString &path)
 {
     constexpr int LargestSide = 1024; // as a file; a few milliseconds to read
     constexpr qint64 LargestFile = 4 << 20; // bytes
+    constexpr qint64 LargestDrawing = 256 << 10; // bytes; each of them is drawn
     constexpr int Side = 128; // as it is kept
     if (MountTable::current().slowMountOnTheWay(path))
         return {};
@@ -152,6 +153,9 @@ QIcon iconOfFile(const QString &path)
         return {};
     QImageReader reader(&device);
     reader.setDecideFormatFromContent(true);
+    const QByteArray format = reader.format();
+    if (format == "svgz" || (format == "svg" && status->size > LargestDrawing))
+        return {}; // of a packed one nobody knows how large it is
     const QSize size = reader.size();
     if (size.isEmpty() || size.width() > LargestSide || size.height() > LargestSide)
         return {};
@@ -243,6 +247,8 @@ QString InstalledApplications::terminal()
 
 QIcon InstalledApplications::iconOf(const QString &application)
 {
+    if (MountTable::current().slowMountOnTheWay(application))
+        return themedIcon(u"application-x-executable"_s);
     const Owned<GDesktopAppInfo> info(
         g_desktop_app_info_new_from_filename(FileName::toBytes(application).constData()));
     return info ? iconOfEntry(G_APP_INFO(info.get())) : themedIcon(u"application-x-executable"_s);

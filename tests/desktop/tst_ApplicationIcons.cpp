@@ -2,6 +2,7 @@
 #include "tests/support/TestFolder.h"
 
 #include <QBuffer>
+#include <QImageReader>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -32,6 +33,13 @@ private Q_SLOTS:
         QTest::newRow("picture") << good << true;
         QTest::newRow("cut short") << good.first(40) << false;
         QTest::newRow("no picture") << QByteArray("#!/bin/sh\n") << false;
+        const QByteArray drawing =
+            R"(<svg xmlns="http://www.w3.org/2000/svg" width="64" height="64">)"
+            R"(<rect width="64" height="64" fill="#ff0000"/>%1</svg>)";
+        if (QImageReader::supportedImageFormats().contains("svg"))
+            QTest::newRow("drawing") << QByteArray(drawing).replace("%1", "") << true;
+        QTest::newRow("too large a drawing")
+            << QByteArray(drawing).replace("%1", QByteArray("<g/>").repeated(100'000)) << false;
         QTest::newRow("too wide") << picture({ 10000, 2 }) << false;
         QTest::newRow("too large a file") << good + QByteArray(5 << 20, 'x') << false;
     }
