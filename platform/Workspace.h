@@ -25,8 +25,8 @@ class Workspace : public QObject {
 public:
     using QObject::QObject;
 
-    // Starts an application by the path of its .desktop entry, AppDir or bundle. This and what
-    // follows up to applicationForFile: any thread.
+    // Starts an application by the path of its .desktop entry, AppDir or bundle, or an installed
+    // program. This and what follows up to applicationForFile: any thread.
     virtual bool launchApplication(const QString &path) = 0;
     // Whether the path is an application of this machine's: a .desktop entry where the desktop
     // keeps them.

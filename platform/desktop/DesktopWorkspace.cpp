@@ -46,7 +46,11 @@ DesktopWorkspace::DesktopWorkspace(QObject *parent)
 
 bool DesktopWorkspace::launchApplication(const QString &path)
 {
-    return isApplication(path) ? InstalledApplications::launch(path, {}) : openFile(path);
+    // A person can have chosen a bare program as a favourite. One from elsewhere is not run: what
+    // is merely named as an application comes here, too.
+    return isApplication(path) || InstalledApplications::isInstalledProgram(path)
+        ? InstalledApplications::launch(path, {})
+        : openFile(path);
 }
 
 bool DesktopWorkspace::isInstalledApplication(const QString &path) const

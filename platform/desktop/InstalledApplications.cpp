@@ -271,6 +271,12 @@ bool InstalledApplications::isInstalledEntry(const QString &path)
     return false;
 }
 
+bool InstalledApplications::isInstalledProgram(const QString &path)
+{
+    const QByteArray real = realPath(FileName::toBytes(path));
+    return (real.startsWith("/usr/") || real.startsWith("/opt/")) && isExecutableFile(path);
+}
+
 bool InstalledApplications::isAppDir(const QString &path)
 {
     return path.endsWith(appDirSuffix, Qt::CaseInsensitive);

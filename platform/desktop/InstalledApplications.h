@@ -27,6 +27,9 @@ QIcon iconOf(const QString &application);
 // (a download) can run anything under any name and picture: they are files like any other.
 bool isInstalledEntry(const QString &path);
 
+// Whether the path is a program where only the system's administrator puts any.
+bool isInstalledProgram(const QString &path);
+
 // Whether the path is named as an AppDir is, and the program in it that starts it; empty where
 // there is none that can be run.
 bool isAppDir(const QString &path);

@@ -164,7 +164,9 @@ private Q_SLOTS:
         QVERIFY(workspace.openFile(terminal));
         QTRY_VERIFY(exists(terminal + u".started"_s));
         QVERIFY(!workspace.openFile(folder.path(u"program"_s)));
+        QVERIFY(!workspace.launchApplication(folder.path(u"program"_s))); // nobody installed it
         QVERIFY(!exists(folder.path(u"program.started"_s)));
+        QVERIFY(workspace.launchApplication(u"/usr/bin/true"_s));
 
         // A package is nothing that the program for folders opens.
         QVERIFY(!workspace.launchApplication(folder.path(u"Tool.app"_s)));
