@@ -43,6 +43,7 @@ PreferencesController::~PreferencesController() = default;
 void PreferencesController::showPreferencesSheet()
 {
     _listsToRead = false;
+    const auto favorites = defaults.array(Settings::OpenWithFavoriteApplications);
     preferencesSheet = std::make_unique<PreferencesSheet>(defaults, _outlets.favorites, mainWindow);
     const StartFoldersPage &folders = *preferencesSheet->startFolders;
     connect(preferencesSheet.get(), &PreferencesSheet::settingWritten, this,
@@ -67,10 +68,14 @@ void PreferencesController::showPreferencesSheet()
         const OpenDialogs::Guard guard(_outlets.openDialogs);
         agreed = preferencesSheet->run();
     }
-    if (agreed)
+    if (agreed) {
         okClicked();
-    else if (_listsToRead)
-        readLists();
+    } else {
+        if (_listsToRead)
+            readLists();
+        if (defaults.array(Settings::OpenWithFavoriteApplications) != favorites)
+            showFavorites(); // stored already
+    }
     preferencesSheet.reset();
 }
 
@@ -153,6 +158,11 @@ void PreferencesController::okClicked()
     writeInfoBarColors();
     Q_EMIT infoBarColorsToSet();
     readLists();
+    showFavorites();
+}
+
+void PreferencesController::showFavorites()
+{
     Q_EMIT openWithFavoriteApplicationsToSet();
     Q_EMIT toolbarToSetUp();
 }

@@ -59,6 +59,7 @@ private:
     void setRealPath(Side side, const QString &path);
     void settingWritten(Settings::Key key);
     void readLists();
+    void showFavorites();
 
     UserDefaults &defaults;
     const Outlets _outlets;

@@ -449,6 +449,10 @@ private Q_SLOTS:
             },
             End::Close);
         QCOMPARE(names(), u"Two.app Three.app"_s);
+        // Without OK, too, they are what there is now.
+        const QList<QAction *> items = world.application.menus().openWithMenu().actions();
+        QCOMPARE(items.first()->text(), u"Two.app"_s);
+        QCOMPARE(world.application.toolbar().favoriteApplications().size(), 2);
     }
 
     void ofThousandsOfFavoritesOnlyTheVisibleOnesAreLookedAt()
