@@ -106,6 +106,8 @@ void Application::connectPreferences()
             &WindowController::setDateFormatters);
     connect(&_preferencesController, &Preferences::pathNavigatorsToSetUp, &_navigators,
             &PathNavigators::setupPathNavigators);
+    connect(&_preferencesController, &Preferences::toolTipsToSet, &_navigators,
+            &PathNavigators::setToolTips);
     connect(&_preferencesController, &Preferences::infoBarColorsToSet, &_mainWindow,
             [this] { _infoBars.setInfoBarsColors(); });
     connect(&_preferencesController, &Preferences::openWithFavoriteApplicationsToSet,

@@ -66,12 +66,20 @@ void PathNavigators::setPathNavigator(Side side, const FolderChange &change)
         navigator.setSegmentCount(count);
         _completeNavigatorPath[side] = path;
     }
-    for (int i = 0; i < count; ++i) {
+    for (int i = 0; i < count; ++i)
         navigator.setLabel(i, components[i]);
-        if (mainModel.showToolTips())
-            navigator.setSegmentToolTip(i, components[i]);
-    }
+    setToolTips();
     navigator.setSelectedSegment(count - 1);
+}
+
+void PathNavigators::setToolTips()
+{
+    for (const Side side : { Side::Left, Side::Right }) {
+        SegmentedControl &navigator = control(side);
+        for (int i = 0; i < navigator.segmentCount(); ++i)
+            navigator.setSegmentToolTip(i,
+                                        mainModel.showToolTips() ? navigator.label(i) : QString());
+    }
 }
 
 void PathNavigators::pathNavigatorClicked(Side side)

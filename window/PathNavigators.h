@@ -21,6 +21,7 @@ public:
     ~PathNavigators() override;
 
     void setupPathNavigators();
+    void setToolTips(); // on or off, as the model has it now
     void setPathNavigator(Side side, const FolderChange &change);
     void pathNavigatorClicked(Side side);
 

@@ -172,6 +172,8 @@ void PreferencesController::settingWritten(Settings::Key key)
     _outlets.mainModel.setUserDefaultValues();
     if (key == Settings::UseLongDateFormat || key == Settings::DateRightAlignment)
         Q_EMIT dateFormattersToSet();
+    else if (key == Settings::ShowToolTips)
+        Q_EMIT toolTipsToSet();
     else if (key == Settings::UseFlatUnifiedLook)
         Q_EMIT windowLookToSet();
     else if (key == Settings::PathNavigatorsSize || key == Settings::PathNavigatorsFontSize

@@ -53,6 +53,7 @@ Q_SIGNALS:
     void openWithFavoriteApplicationsToSet();
     void toolbarToSetUp();
     void windowLookToSet();
+    void toolTipsToSet();
 
 private:
     void searchForPathClicked(Side side);

@@ -180,6 +180,10 @@ private Q_SLOTS:
             [&](const Shown &shown) {
                 shown.click(u"Ask before file operations"_s);
                 QVERIFY(!world.model.confirmationForFileOperations());
+                for (const bool on : { false, true }) {
+                    shown.click(u"Show tool tips"_s);
+                    QCOMPARE(navigator.segmentToolTip(1), on ? navigator.label(1) : QString());
+                }
                 shown.click(u"Flat look"_s);
                 QVERIFY(!world.window.flat()); // Kept: the other way round
                 shown.click(u"Align on the right"_s);
