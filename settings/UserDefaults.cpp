@@ -266,7 +266,11 @@ QVariant UserDefaults::value(QLatin1StringView key) const
 
 std::optional<bool> UserDefaults::boolean(QLatin1StringView key) const
 {
-    const QVariant found = value(key);
+    return booleanOf(value(key));
+}
+
+std::optional<bool> UserDefaults::booleanOf(const QVariant &found)
+{
     switch (found.typeId()) {
     case QMetaType::Bool:
         return found.toBool();
@@ -281,7 +285,11 @@ std::optional<bool> UserDefaults::boolean(QLatin1StringView key) const
 
 std::optional<int> UserDefaults::integer(QLatin1StringView key) const
 {
-    const QVariant found = value(key);
+    return integerOf(value(key));
+}
+
+std::optional<int> UserDefaults::integerOf(const QVariant &found)
+{
     bool isInteger = false;
     qlonglong number = 0;
     switch (found.typeId()) {

@@ -32,6 +32,9 @@ public:
     std::optional<QString> string(QLatin1StringView key) const;
     std::optional<QVariantMap> dictionary(QLatin1StringView key) const;
     std::optional<QVariantList> array(QLatin1StringView key) const;
+    // The same for an entry of a stored dictionary.
+    static std::optional<bool> booleanOf(const QVariant &found);
+    static std::optional<int> integerOf(const QVariant &found);
 
     // Every key of all domains, stored values over global ones.
     QVariantMap dictionaryRepresentation() const;

@@ -4,6 +4,8 @@
 #include "settings/UserDefaults.h"
 #include "window/ToolbarItems.h"
 
+#include <QSet>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -40,12 +42,16 @@ QStringList ToolbarSettings::identifiers() const
     if (list.typeId() != QMetaType::QVariantList)
         return toolbarDefaultItemIdentifiers();
     QStringList identifiers;
+    QSet<QString> seen;
     const QVariantList elements = list.toList();
     for (const QVariant &each : elements) {
+        if (each.typeId() != QMetaType::QString)
+            continue;
         const QString identifier = each.toString();
-        if (each.typeId() == QMetaType::QString
-            && (toolbarGapOf(identifier) || !identifiers.contains(identifier)))
-            identifiers.append(identifier);
+        if (!toolbarGapOf(identifier) && seen.contains(identifier))
+            continue;
+        seen.insert(identifier);
+        identifiers.append(identifier);
     }
     return identifiers;
 }
@@ -60,8 +66,7 @@ ToolbarDisplay ToolbarSettings::display() const
 
 bool ToolbarSettings::isShown() const
 {
-    const QVariant shown = stored(defaults, IsShown);
-    return shown.typeId() != QMetaType::Bool || shown.toBool();
+    return UserDefaults::booleanOf(stored(defaults, IsShown)).value_or(true);
 }
 
 void ToolbarSettings::setIdentifiers(const QStringList &identifiers)

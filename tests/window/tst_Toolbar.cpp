@@ -283,11 +283,12 @@ private Q_SLOTS:
 
     void aHiddenBarIsNotThere()
     {
-        for (const bool shown : { false, true }) {
+        for (const QVariant &isShown : { QVariant(false), QVariant(true), QVariant(0LL) }) {
+            const bool shown = isShown.toBool();
             ToolbarWorld world(u"left/app="_s);
             world.defaults.setValue(
                 Settings::Toolbar,
-                QVariantMap { { u"TB Is Shown"_s, shown }, { u"Other"_s, 5LL } });
+                QVariantMap { { u"TB Is Shown"_s, isShown }, { u"Other"_s, 5LL } });
             world.start();
             for (const bool now : { shown, !shown, shown }) {
                 QTRY_COMPARE(world.window.findChildren<UnifiedToolBar *>().size(), now ? 1 : 0);
@@ -295,7 +296,7 @@ private Q_SLOTS:
                 QCOMPARE(world.commands.action(Command::ShowToolbar)->text(),
                          now ? u"Hide toolbar"_s : u"Show toolbar"_s);
                 const QVariantMap stored = world.stored().toMap();
-                QCOMPARE(stored.value(u"TB Is Shown"_s), QVariant(now));
+                QCOMPARE(stored.value(u"TB Is Shown"_s).toBool(), now);
                 QCOMPARE(stored.value(u"Other"_s), QVariant(5LL));
                 world.run(Command::ShowToolbar);
             }
