@@ -25,13 +25,6 @@ Words words(int action)
     return { name + u"Keys"_s, name + u"Key"_s, name + u"ModifierFlag"_s };
 }
 
-std::optional<int> storedInteger(const QVariantMap &entries, const QString &key)
-{
-    bool isNumber = false;
-    const int value = entries.value(key).toInt(&isNumber);
-    return isNumber ? std::optional(value) : std::nullopt;
-}
-
 // The modifier is stored as the index of a choice. Kept: any other index, "none" included, leaves
 // the mask of all modifiers, so that the key needs at least one of them (every F-key carries one).
 std::optional<qint32> maskOfChoice(int choice)
@@ -79,24 +72,27 @@ ClassicKeys::Choices ClassicKeys::storedChoices(const UserDefaults &defaults)
     for (int i = 0; i < ActionCount; ++i) {
         const auto [group, key, modifier] = words(i);
         const QVariantMap entries = stored.value(group).toMap();
-        choices[i] = { storedInteger(entries, key), storedInteger(entries, modifier) };
+        choices[i] = { UserDefaults::integerOf(entries.value(key)),
+                       UserDefaults::integerOf(entries.value(modifier)) };
     }
     return choices;
 }
 
 void ClassicKeys::store(const Choices &choices, UserDefaults &defaults)
 {
-    auto stored = defaults.dictionary(Settings::ClassicKeys).value_or(QVariantMap());
-    for (int i = 0; i < ActionCount; ++i) {
-        const auto [group, key, modifier] = words(i);
-        QVariantMap entries = stored.value(group).toMap();
-        if (choices[i].key)
-            entries[key] = *choices[i].key;
-        if (choices[i].modifier)
-            entries[modifier] = *choices[i].modifier;
-        stored[group] = entries;
-    }
-    defaults.setValue(Settings::ClassicKeys, stored);
+    defaults.change(Settings::ClassicKeys, [choices](const QVariant &before) {
+        QVariantMap stored = before.toMap();
+        for (int i = 0; i < ActionCount; ++i) {
+            const auto [group, key, modifier] = words(i);
+            QVariantMap entries = stored.value(group).toMap();
+            if (choices[i].key)
+                entries[key] = *choices[i].key;
+            if (choices[i].modifier)
+                entries[modifier] = *choices[i].modifier;
+            stored[group] = entries;
+        }
+        return stored;
+    });
 }
 
 ClassicKeys ClassicKeys::fromDefaults(const UserDefaults &defaults)

@@ -6,6 +6,8 @@
 
 #include <QKeyEvent>
 
+#include <cmath>
+
 namespace {
 
 QVariantMap binding(const QString &name, const QVariant &key, const QVariant &modifierFlag)
@@ -86,6 +88,9 @@ private Q_SLOTS:
             { copy(Return, 4), Return, Option, Copy },
             { copy(Return, 0), F5, Function, {} }, // the old key is free
             { copy(-1, 0), -1, Shift, {} }, // Shift alone has no code
+            { copy(true, 0), F5, Function, Copy }, // no keys at all
+            { copy(std::nan(""), 0), F5, Function, Copy },
+            { copy(1e300, 0), F5, Function, Copy },
             { copy(u"F5"_s, 0), F5, Function, Copy }, // a key that is no number
             { QVariantMap { { u"CopyKeys"_s, 7 } }, F5, Function, Copy },
             { binding(u"Delete"_s, F6, 0), F6, Function, Move }, // the first of two on one key
