@@ -19,13 +19,13 @@ UnifiedWindow::UnifiedWindow(const UserDefaults &settings, QWidget *parent)
     : QMainWindow(parent)
     , defaults(settings)
 {
+    setContextMenuPolicy(Qt::NoContextMenu); // each part has its own
     readLook();
     setMinSize({});
 }
 
 void UnifiedWindow::readLook()
 {
-    setContextMenuPolicy(Qt::NoContextMenu); // each part has its own
     setFlat(defaults.boolean(Settings::UseFlatUnifiedLook).value_or(false));
 }
 
