@@ -1242,10 +1242,6 @@ Stelle der zuletzt gezeigten Ordner; eine Datei öffnet ihren Ordner und ist aus
         <translation>Taste %i</translation>
     </message>
     <message>
-        <source>Restore Defaults</source>
-        <translation>Standard wiederherstellen</translation>
-    </message>
-    <message>
         <source>New keys count from the next start on.</source>
         <translation>Neue Tasten gelten ab dem nächsten Start.</translation>
     </message>

@@ -50,7 +50,7 @@ KeysPage::KeysPage(UserDefaults &settings, const Mnemonics &taken)
 {
     for (int i = 0; i < ClassicKeys::ActionCount; ++i)
         _rows[i] = addKeyRow(ClassicAction(i));
-    QPushButton *restore = newButton(localized("Restore Defaults"));
+    QPushButton *restore = newButton(localized("Restore defaults"));
     restore->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     addBehindLabel(restore);
     addNote(localized("New keys count from the next start on."));

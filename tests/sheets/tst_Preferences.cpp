@@ -266,7 +266,7 @@ private Q_SLOTS:
         QCOMPARE(stored[u"MoveKeys"_s].toMap()[u"MoveKey"_s].toInt(), -7);
         QCOMPARE(stored[u"DeleteKeys"_s].toMap()[u"DeleteKey"_s].toInt(), 2147483647);
         QCOMPARE(stored[u"LaterKeys"_s].toInt(), 5);
-        preferences(world, [](const Shown &shown) { shown.click(u"Restore Defaults"_s); });
+        preferences(world, [](const Shown &shown) { shown.click(u"Restore defaults"_s); });
         const auto restored = world.defaults.dictionary(Settings::ClassicKeys).value();
         QCOMPARE(restored[u"CopyKeys"_s], QVariant(binding(96, 0, u"Copy"_s)[u"CopyKeys"_s]));
         QCOMPARE(restored[u"ExitKeys"_s].toMap()[u"ExitKey"_s].toInt(), 109);
