@@ -70,7 +70,9 @@ PathField::PathField(DiskQuestions &diskQuestions, QWidget *parent)
 
 QString PathField::path() const
 {
-    return PathText::fromTyped(text().trimmed());
+    const QString typed = text();
+    const auto *first = std::ranges::find_if_not(typed, [](QChar each) { return each.isSpace(); });
+    return PathText::fromTyped(typed.sliced(first - typed.cbegin()));
 }
 
 void PathField::complete(const QString &typed)

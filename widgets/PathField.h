@@ -13,7 +13,8 @@ class PathField final : public QLineEdit {
 public:
     explicit PathField(DiskQuestions &questions, QWidget *parent = nullptr);
 
-    QString path() const; // "" where the text is none that starts at "/" or "~"
+    // "" where the text is none that starts at "/" or "~". Blanks at its end are a name's.
+    QString path() const;
 
 private:
     void complete(const QString &typed);

@@ -61,7 +61,13 @@ void BookmarkController::reload()
 
 void BookmarkController::addEntry()
 {
-    if (!bookmarkSheet || !add(bookmarkSheet->pathField->path()))
+    if (!bookmarkSheet)
+        return;
+    // A blank at the end is a slip, unless something is there that is named so.
+    QString path = bookmarkSheet->pathField->path();
+    if (const QString trimmed = path.trimmed(); trimmed != path && queries.whyNotThere(path))
+        path = PathText::fromTyped(trimmed);
+    if (!bookmarkSheet || !add(path))
         return;
     if (bookmarkSheet) // it may have gone while the disk was asked
         bookmarkSheet->pathField->clear();

@@ -121,6 +121,18 @@ private Q_SLOTS:
         QCOMPARE(world.application.menus().bookmarksMenu().actions().size(), 3 + 3);
     }
 
+    void aBlankAtTheEndCountsWhereANameHasOne()
+    {
+        StartedWorld world(u"left/a/, left/b/"_s);
+        const QString named = world.folder.path(u"left/a "_s);
+        world.folder.makeFolder(u"left/a "_s);
+        manager(world, [&](const Shown &shown) {
+            shown.add(named);
+            shown.add(world.folder.path(u"left/b "_s));
+        });
+        QCOMPARE(stored(world), u"a  b"_s);
+    }
+
     void rowsAreMovedAndDeletedByKeys()
     {
         StartedWorld world;
