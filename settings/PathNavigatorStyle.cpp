@@ -27,10 +27,10 @@ PathNavigatorStyle PathNavigatorStyle::fromDefaults(const UserDefaults &defaults
                                    defaults.string(Settings::PathNavigatorsSize).value_or(QString())
                                    == localized("Mini") };
     const int size = defaults.integer(Settings::PathNavigatorsFontSize).value_or(PlainFontSize);
-    if (size > 0 && hasFontStyle(defaults)) {
+    if (hasFontStyle(defaults)) {
         style.bold = fontStyle(defaults) == localized("Bold");
-        // Letters higher than the window would be no path.
-        style.fontSize = std::min(size, LargestFontSize);
+        // Letters higher than the window would be no path, and those without a size none at all.
+        style.fontSize = size > 0 ? std::min(size, LargestFontSize) : PlainFontSize;
     }
     return style;
 }

@@ -160,13 +160,25 @@ private Q_SLOTS:
     // Kept.
     void withoutAStyleTheFontSizeIsIgnored()
     {
-        for (const bool styled : { false, true }) {
+        const struct {
+            QString style;
+            QVariant size;
+            int shown;
+        } rows[] = {
+            { {}, u"13"_s, 10 },
+            { localized("Normal"), u"13"_s, 13 },
+            { localized("Normal"), 0LL, 10 },
+            { localized("Normal"), -5LL, 10 },
+            { localized("Normal"), 5000LL, 72 },
+        };
+        for (const auto &row : rows) {
             World world;
-            world.defaults.setValue(Settings::PathNavigatorsFontSize, u"13"_s);
-            if (styled)
-                world.defaults.setValue(Settings::PathNavigatorsFontStyle, localized("Normal"));
+            world.defaults.setValue(Settings::PathNavigatorsFontSize, row.size);
+            world.defaults.setValue(Settings::PathNavigatorsFontStyle, row.style);
             world.start();
-            QCOMPARE(world.window.segmentedControls.left->font().pointSize(), styled ? 13 : 10);
+            const QFont font = world.window.segmentedControls.left->font();
+            QCOMPARE(font.pointSize(), row.shown);
+            QCOMPARE(font.bold(), row.style.isEmpty());
         }
     }
 };
