@@ -340,6 +340,14 @@
         <translation>Eigentümer und Gruppe können nicht gesetzt werden!</translation>
     </message>
     <message>
+        <source>There is no group '%@'.</source>
+        <translation>Es gibt keine Gruppe „%@“.</translation>
+    </message>
+    <message>
+        <source>There is no user '%@'.</source>
+        <translation>Es gibt keinen Benutzer „%@“.</translation>
+    </message>
+    <message>
         <source>The administrator's rights were not granted.</source>
         <translation>Die Rechte des Administrators wurden nicht gewährt.</translation>
     </message>

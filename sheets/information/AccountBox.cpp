@@ -2,6 +2,7 @@
 
 #include <QCompleter>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QListView>
 #include <QStringListModel>
 
@@ -45,8 +46,14 @@ void AccountBox::setNames(const QStringList &names)
     if (names == _names)
         return;
     _names = names;
+    const QString typed = currentText();
+    const int cursor = lineEdit()->cursorPosition();
     _model->setStringList(names);
     setTitle(_title);
+    if (typed == _title)
+        return;
+    setEditText(typed);
+    lineEdit()->setCursorPosition(cursor);
 }
 
 void AccountBox::setTitle(const QString &name)
@@ -64,21 +71,23 @@ void AccountBox::setTitle(const QString &name)
     setEditText(name);
 }
 
-void AccountBox::takeTyped()
+bool AccountBox::takeTyped()
 {
     const QString typed = currentText().trimmed();
     const QStringList all = _model->stringList();
     if (all.contains(typed)) {
         _title = typed;
-    } else {
+    } else if (!typed.isEmpty()) {
         const auto alike = std::ranges::find_if(all, [&](const QString &name) {
             return name.compare(typed, Qt::CaseInsensitive) == 0;
         });
-        if (alike != all.end())
-            _title = *alike;
+        if (alike == all.end())
+            return false;
+        _title = *alike;
     }
     setCurrentIndex(int(all.indexOf(_title)));
     setEditText(_title);
+    return true;
 }
 
 void AccountBox::focusOutEvent(QFocusEvent *event)

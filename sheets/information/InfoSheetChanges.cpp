@@ -8,6 +8,8 @@
 #include "sheets/information/InfoSheet.h"
 #include "sheets/information/InfoSheetController.h"
 
+#include <QLineEdit>
+
 #include <algorithm>
 #include <cerrno>
 
@@ -19,7 +21,7 @@ using namespace Qt::StringLiterals;
 void InfoSheetController::endInfoSheet()
 {
     InfoSheet &shown = sheet();
-    if (shown.isBusy())
+    if (shown.isBusy() || !areAccountsKnown())
         return;
     _itemReading.drop(); // nothing else is shown while this is written
     shown.setBusy(true);
@@ -28,6 +30,22 @@ void InfoSheetController::endInfoSheet()
     if (done)
         return shown.accept();
     setFileInformations(currentFullPath);
+}
+
+bool InfoSheetController::areAccountsKnown()
+{
+    InfoSheet &shown = sheet();
+    for (const auto &[box, complaint] :
+         { std::pair(shown.Owner, QT_TRANSLATE_NOOP("Twinleaf", "There is no user '%@'.")),
+           { shown.Group, QT_TRANSLATE_NOOP("Twinleaf", "There is no group '%@'.") } }) {
+        if (box->takeTyped())
+            continue;
+        shown.showNote(filled(localized(complaint), box->currentText().trimmed()));
+        box->setFocus();
+        box->lineEdit()->selectAll();
+        return false;
+    }
+    return true;
 }
 
 bool InfoSheetController::changeAll()

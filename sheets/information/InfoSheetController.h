@@ -83,6 +83,7 @@ private:
 
     // InfoSheetChanges.cpp
     void endInfoSheet();
+    bool areAccountsKnown(); // those typed; else it says which is not
     // These answer whether all that the person changed is done.
     bool changeAll();
     bool changeLaunchApplication(const Choices &now);

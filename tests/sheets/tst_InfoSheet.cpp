@@ -483,14 +483,33 @@ private Q_SLOTS:
             QTRY_VERIFY(sheet.Owner->isEnabled());
             QTRY_COMPARE(sheet.Owner->count(), 5001); // the item's own is none of them
             sheet.Owner->setFocus();
-            for (const auto &[typed, title] : { std::pair(u"User4321"_s, u"user4321"_s),
-                                                { u"nobody like this"_s, u"user4321"_s } }) {
+            for (const auto &[typed, title] :
+                 { std::pair(u"User4321"_s, u"user4321"_s), { QString(), u"user4321"_s } }) {
                 sheet.Owner->setEditText(typed);
                 sheet.Group->setFocus();
                 QCOMPARE(sheet.Owner->title(), title);
                 QCOMPARE(sheet.Owner->currentText(), title);
                 sheet.Owner->setFocus();
             }
+            sheet.Owner->setTitle(currentUser());
+            for (const auto &[box, told] :
+                 { std::pair(sheet.Owner, u"There is no user 'no such'."_s),
+                   { sheet.Group, u"There is no group 'no such'."_s } }) {
+                const QString before = box->title();
+                box->setFocus();
+                box->setEditText(u"no such"_s);
+                box->setNames({ u"late"_s }); // while it is typed
+                QCOMPARE(box->currentText(), u"no such"_s);
+                ok(sheet);
+                QVERIFY(sheet.isVisible());
+                QCOMPARE(note(sheet), told);
+                QCOMPARE(box->title(), before);
+                QVERIFY(box->hasFocus());
+                box->setEditText({});
+            }
+            ok(sheet);
+            QVERIFY(!sheet.isVisible());
+            QVERIFY(world.authorization.executed.isEmpty());
         });
     }
 
