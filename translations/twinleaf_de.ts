@@ -376,6 +376,10 @@
         <translation>Ein anderes Objekt ist an seine Stelle getreten. Nichts wurde geändert.</translation>
     </message>
     <message>
+        <source>Another item has taken its place.</source>
+        <translation>Ein anderes Objekt ist an seine Stelle getreten.</translation>
+    </message>
+    <message>
         <source>Name</source>
         <translation>Name</translation>
     </message>

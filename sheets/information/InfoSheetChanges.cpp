@@ -24,6 +24,7 @@ void InfoSheetController::endInfoSheet()
     if (shown.isBusy() || !areAccountsKnown())
         return;
     _itemReading.drop(); // nothing else is shown while this is written
+    _written = false;
     shown.setBusy(true);
     const bool done = changeAll();
     shown.setBusy(false);
@@ -94,10 +95,12 @@ bool InfoSheetController::changeLaunchApplication(const Choices &now)
     if (!lockButtonStatus && !isOwnerMe())
         return true;
     const QString application = getCurrentLaunchApp();
-    if (now.application != _shown.application
+    const bool writes = now.application != _shown.application;
+    if (writes
         && (!twinleaf.isThere(application)
             || !twinleaf.setCreatorAndTypeCode(_facts->held->ownPath(), application)))
         return complainOf(localized("Cannot change launch application!"), application);
+    _written = _written || writes;
     _changed = true;
     return true;
 }
@@ -132,6 +135,7 @@ bool InfoSheetController::changeOwnerAndGroup(const Choices &now)
         if (!authentication.executeCommand(program, { account, present->path },
                                            _facts->status().identity))
             return complainOf(localized("Cannot set owner and group!"), present->path);
+        _written = true;
     }
     _changed = true;
     return true;
@@ -172,6 +176,7 @@ bool InfoSheetController::changePermissions(const Choices &now)
                             error ? QString::fromStdString(
                                 std::error_code(*error, std::generic_category()).message())
                                   : localized("The item could not be reached."));
+        _written = true;
     }
     _changed = true;
     return true;
@@ -183,5 +188,6 @@ bool InfoSheetController::changeLockState(const Choices &now)
         return true;
     if (!twinleaf.setLockState(_facts->held->ownPath(), now.locked))
         return complainOf(localized("Cannot set lock state!"), currentFullPath);
+    _written = true;
     return true;
 }

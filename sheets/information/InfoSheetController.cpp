@@ -106,6 +106,7 @@ void InfoSheetController::showInfoSheet(const OperationRequest &request)
         return;
     awakeFromNib(); // accounts come and go
     _changed = false;
+    _written = false;
     {
         const OpenDialogs::Guard guard(openDialogs);
         sheet().run();

@@ -115,7 +115,8 @@ private:
     AccountNames _accounts;
     std::optional<ItemFacts> _facts; // of the item shown, once they are known
     Choices _shown; // of the item itself
-    bool _changed = false; // something was written since the sheet opened
+    bool _changed = false; // a step succeeded since the sheet opened
+    bool _written = false; // something was written by the last OK
     Readings _accountReading;
     Readings _itemReading;
     FolderCount _folderCount;

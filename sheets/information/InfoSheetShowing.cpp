@@ -71,7 +71,9 @@ void InfoSheetController::showItem(const ItemFacts &facts)
     }
     const bool isSame = _facts && facts.status().identity == _facts->status().identity;
     if (_facts && !isSame)
-        shown.showNote(localized("Another item has taken its place. Nothing was changed."));
+        shown.showNote(_written
+                           ? localized("Another item has taken its place.")
+                           : localized("Another item has taken its place. Nothing was changed."));
     const Choices before = _shown;
     const Choices chosen = choices();
     const QString application = getCurrentLaunchApp();

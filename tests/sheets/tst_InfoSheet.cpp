@@ -378,6 +378,27 @@ private Q_SLOTS:
         QCOMPARE(modes.join(u", "_s), result);
     }
 
+    void whatWasWrittenBeforeIsNotDenied()
+    {
+        Information world(u"left/a=a, left/b=b"_s);
+        world.alerts.answer(Alert::Ok);
+        world.authorization.status = 1; // the owner stays
+        QTest::ignoreMessage(QtWarningMsg, "Error 1 in AuthorizationExecuteWithPrivileges");
+        world.showRead(u"a"_s, [&](InfoSheet &sheet) {
+            sheet.LockButton->click();
+            QTRY_VERIFY(sheet.Owner->isEnabled());
+            sheet.Owner->setTitle(u"ann"_s);
+            sheet.OwnerPermissions->setCurrentIndex(7);
+            world.authorization.holds = false;
+            world.authorization.whileAsking = [&] {
+                world.folder.shell(u"cd left; mv a c; mv b a"_s);
+            };
+            ok(sheet);
+            QTRY_COMPARE(note(sheet), u"Another item has taken its place."_s);
+        });
+        QCOMPARE(int(world.status(u"c"_s).st_mode & 0700), 0700);
+    }
+
     void aLockedItemKeepsItsPermissions()
     {
         Information world(u"left/a=a"_s);
