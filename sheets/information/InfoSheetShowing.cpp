@@ -36,11 +36,11 @@ void InfoSheetController::showKnown()
 {
     _facts.reset();
     InfoSheet &shown = sheet();
-    shown.Name->show(PathText::lastComponent(currentFullPath));
-    shown.Path->show(PathText::parent(twinleaf.getLocalizedPath(currentFullPath)));
+    shown.Name->showText(PathText::lastComponent(currentFullPath));
+    shown.Path->showText(PathText::parent(twinleaf.getLocalizedPath(currentFullPath)));
     for (TextField *field :
          { shown.Type, shown.FileSize, shown.Target, shown.Created, shown.Modified })
-        field->show({});
+        field->showText({});
     shown.showIcon({});
     shown.showNameColor({});
     shown.showNote({});
@@ -95,13 +95,13 @@ void InfoSheetController::showFacts(const ItemFacts &facts)
     const FileStatus &status = facts.status();
     const QString name = PathText::lastComponent(currentFullPath);
     shown.showIcon(kinds.icon(name, status.kind, facts.isDangling));
-    shown.Name->show(facts.isApplication ? PathText::withoutExtension(name) : name);
+    shown.Name->showText(facts.isApplication ? PathText::withoutExtension(name) : name);
     shown.showNameColor(facts.label == 0 ? QColor() : FileQueries::finderLabelColor(facts.label));
-    shown.Target->show(facts.target);
-    shown.Type->show(facts.type);
-    shown.Created->show(status.created ? twinleaf.getLocalizedDateAndTime(timeOf(*status.created))
-                                       : u"--"_s);
-    shown.Modified->show(twinleaf.getLocalizedDateAndTime(timeOf(status.modified)));
+    shown.Target->showText(facts.target);
+    shown.Type->showText(facts.type);
+    shown.Created->showText(
+        status.created ? twinleaf.getLocalizedDateAndTime(timeOf(*status.created)) : u"--"_s);
+    shown.Modified->showText(twinleaf.getLocalizedDateAndTime(timeOf(status.modified)));
 }
 
 void InfoSheetController::showChoices(const ItemFacts &facts)
@@ -128,14 +128,14 @@ void InfoSheetController::showSizeOf(const ItemFacts &facts)
     _folderCount.stop();
     if (facts.status().kind != FileKind::Directory)
         return showSize(facts.status().size, Size::Whole);
-    sheet().FileSize->show(localized("Calculating..."));
+    sheet().FileSize->showText(localized("Calculating..."));
     _folderCount.start(facts.held);
 }
 
 void InfoSheetController::showSize(qint64 bytes, Size size)
 {
     const QString goesOn = size == Size::SoFar ? u" \u2026"_s : QString();
-    sheet().FileSize->show(sizeText(bytes) + goesOn);
+    sheet().FileSize->showText(sizeText(bytes) + goesOn);
 }
 
 InfoSheetController::Choices InfoSheetController::choices()

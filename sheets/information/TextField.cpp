@@ -24,7 +24,7 @@ TextField::TextField(const QString &name, QWidget *parent)
     setTextColor({});
 }
 
-void TextField::show(const QString &text)
+void TextField::showText(const QString &text)
 {
     const QString shown = FileName::shown(text);
     if (shown == this->text())

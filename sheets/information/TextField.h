@@ -10,7 +10,7 @@ class TextField final : public QLineEdit {
 public:
     TextField(const QString &name, QWidget *parent);
 
-    void show(const QString &text); // plain; names in it are made fit to be shown
+    void showText(const QString &text); // plain; names in it are made fit to be shown
     void setTextColor(const QColor &color); // invalid: as other texts
 
 protected:
