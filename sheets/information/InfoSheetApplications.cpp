@@ -77,7 +77,7 @@ QString InfoSheetController::getCurrentLaunchApp()
     // of an earlier one's path is taken for that.
     const QString title = sheet().OpenWith->currentText();
     for (const QString &application : std::as_const(launchApplications))
-        if (FileQueries::isStringInSubstring(application, title))
+        if (FileQueries::isStringInSubstring(FileName::shown(application), title))
             return application;
     return {};
 }

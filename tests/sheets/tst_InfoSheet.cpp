@@ -491,6 +491,15 @@ private Q_SLOTS:
         });
         QCOMPARE(world.folder.attribute(u"left/a"_s, "user.twinleaf.creator"), views);
         QVERIFY(views != edits);
+        // By the title as it is shown: of a name that is no text, too.
+        world.openPanel.application = world.folder.path(FileName::fromBytes("apps/\xFF.desktop"));
+        world.folder.write(FileName::fromBytes("apps/\xFF.desktop"));
+        world.showRead(u"a"_s, [&](InfoSheet &sheet) {
+            chooseOther(sheet);
+            ok(sheet);
+            QVERIFY(!sheet.isVisible());
+        });
+        QVERIFY(world.folder.attribute(u"left/a"_s, "user.twinleaf.creator") != views);
     }
 
     void accountsAreFoundByTyping()
