@@ -89,6 +89,9 @@ InfoSheet::InfoSheet(QWidget *mainWindow)
     connect(_ok, &QPushButton::clicked, this, &InfoSheet::okClicked);
     connect(_cancel, &QPushButton::clicked, this, &InfoSheet::reject);
     showRights(false, Press::Gains);
+    const auto boxes = findChildren<QComboBox *>();
+    for (QComboBox *box : boxes)
+        box->installEventFilter(this);
 }
 
 void InfoSheet::addHeader()
@@ -186,6 +189,16 @@ void InfoSheet::showEvent(QShowEvent *event)
 {
     _ok->setFocus(); // wherever it was left
     Sheet::showEvent(event);
+}
+
+// The wheel turns the lists that are open, which get it themselves, and nothing else: a box that
+// the pointer happens to be over would be chosen from unasked.
+bool InfoSheet::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() != QEvent::Wheel)
+        return Sheet::eventFilter(watched, event);
+    event->ignore();
+    return true;
 }
 
 void InfoSheet::changeEvent(QEvent *event)

@@ -8,6 +8,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QPushButton>
+#include <QWheelEvent>
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -609,6 +610,23 @@ private Q_SLOTS:
             sheet.LockButton->click();
             QCOMPARE(asked, 1);
             QTRY_VERIFY(sheet.Owner->isEnabled());
+        });
+    }
+
+    void theWheelChangesNothing()
+    {
+        Information world(u"left/a=a"_s);
+        world.showRead(u"a"_s, [](InfoSheet &sheet) {
+            for (QComboBox *box : std::initializer_list<QComboBox *> { sheet.OpenWith, sheet.Owner,
+                                                                       sheet.OwnerPermissions }) {
+                box->setEnabled(true);
+                box->setCurrentIndex(0);
+                const QPointF place = box->rect().center();
+                QWheelEvent turned(place, box->mapToGlobal(place), {}, QPoint(0, -120),
+                                   Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+                QApplication::sendEvent(box, &turned);
+                QCOMPARE(box->currentIndex(), 0);
+            }
         });
     }
 
