@@ -36,6 +36,10 @@
         <translation>Warten auf das Passwort des Administrators …</translation>
     </message>
     <message>
+        <source>Changing...</source>
+        <translation>Wird geändert …</translation>
+    </message>
+    <message>
         <source>Process %i:</source>
         <translation>Prozess %i:</translation>
     </message>

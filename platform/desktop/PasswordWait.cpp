@@ -22,10 +22,12 @@ constexpr std::chrono::milliseconds Moment { 300 }; // most take less, rights be
 
 class WaitingSheet final : public Sheet {
 public:
-    explicit WaitingSheet(QWidget *below)
+    WaitingSheet(QWidget *below, PasswordWait::For what)
         : Sheet(below)
+        , _canGiveUp(what == PasswordWait::For::Password)
     {
-        const QString text = localized("Waiting for the administrator's password...");
+        const QString text = _canGiveUp ? localized("Waiting for the administrator's password...")
+                                        : localized("Changing...");
         setAccessibleName(text);
         // The keyboard is for the password.
         setAttribute(Qt::WA_ShowWithoutActivating);
@@ -34,16 +36,28 @@ public:
         rows().addStretch();
         addText(text, TextStyle::Headline);
         rows().addStretch();
-        connect(addQuietButton(localized("Cancel"), *this), &QPushButton::clicked, this,
-                &QDialog::reject);
+        if (_canGiveUp)
+            connect(addQuietButton(localized("Cancel"), *this), &QPushButton::clicked, this,
+                    &QDialog::reject);
     }
+
+    // What has root's rights heeds nobody of ours.
+    void reject() override
+    {
+        if (_canGiveUp)
+            Sheet::reject();
+    }
+
+private:
+    const bool _canGiveUp;
 };
 
 } // namespace
 
-PasswordWait::PasswordWait(QWidget *below, OpenDialogs &openDialogs)
+PasswordWait::PasswordWait(QWidget *below, OpenDialogs &openDialogs, For what)
     : _below(below)
     , _openDialogs(openDialogs)
+    , _what(what)
 {
 }
 
@@ -57,7 +71,7 @@ bool PasswordWait::wait()
         moment.exec(QEventLoop::ExcludeUserInputEvents);
     }
     if (!_ended) {
-        _sheet = new WaitingSheet(Sheet::topmost(_below));
+        _sheet = new WaitingSheet(Sheet::topmost(_below), _what);
         _sheet->run();
         delete _sheet; // unless it went with the window below
     }

@@ -26,7 +26,7 @@ constexpr int MostRevoked = 100; // a polkit that grants them anew each time has
 // A program that runs on a thread of its own, and can be asked to end.
 class Run {
 public:
-    explicit Run(const QStringList &arguments, PasswordWait &wait)
+    explicit Run(const QStringList &arguments)
         : _thread(QThread::create([this, arguments] { // worker thread
             _end = DesktopPrograms().run(arguments, [this](pid_t process) {
                 const std::lock_guard lock(_mutex);
@@ -34,8 +34,16 @@ public:
             });
         }))
     {
-        QObject::connect(_thread.get(), &QThread::finished, &_context, [&wait] { wait.end(); });
         _thread->start();
+    }
+    // False when the wait was given up before its end.
+    bool endsDuring(PasswordWait &wait)
+    {
+        const QObject context;
+        QObject::connect(_thread.get(), &QThread::finished, &context, [&wait] { wait.end(); });
+        if (_thread->isFinished())
+            wait.end();
+        return wait.wait();
     }
     // While it asks for the password it is ours and ends. Once it has root's rights it is none of
     // ours, does what it was asked for and ends soon.
@@ -59,7 +67,6 @@ private:
     std::mutex _mutex;
     std::unique_ptr<ChildProcess> _process; // under it
     ProgramEnd _end; // the thread's until it has ended
-    QObject _context;
     const std::unique_ptr<QThread> _thread;
 };
 
@@ -123,13 +130,18 @@ int PolkitAuthorization::execute(const QString &command, const QStringList &argu
     const QScopedValueRollback asking(_isAsking, true);
     // pkexec refuses to work at all for some of what may stand in an environment, and uses none of
     // it. Where nobody can show a dialog it is not to ask on a terminal.
-    PasswordWait wait(_parent, _openDialogs);
+    using For = PasswordWait::For;
+    const bool asks = !_polkit.check().authorized;
+    PasswordWait wait(_parent, _openDialogs, asks ? For::Password : For::Work);
     Run run(QStringList { u"/usr/bin/env"_s, u"-i"_s, _programs.pkexec,
                           u"--disable-internal-agent"_s, _programs.helper }
-                + *words,
-            wait);
-    if (!wait.wait())
+            + *words);
+    if (!run.endsDuring(wait)) {
         run.giveUp();
+        // It may have got the password just then.
+        PasswordWait rest(_parent, _openDialogs, For::Work);
+        run.endsDuring(rest);
+    }
     const ProgramEnd end = run.end();
     if (!end.errorText.isEmpty())
         qCWarning(log, "%s", qUtf8Printable(FileName::shown(end.errorText)));

@@ -228,6 +228,24 @@ private Q_SLOTS:
         whenSheetOpens([&](QDialog &sheet) { sheet.findChild<QPushButton *>()->click(); });
         QCOMPARE(run(), 128 + SIGTERM);
 
+        // Once it has the rights there is nothing to give up, and it is waited for.
+        const auto nothingToGiveUp = [&](QDialog &sheet) {
+            QCOMPARE(sheet.accessibleName(), u"Changing..."_s);
+            QVERIFY(!sheet.findChild<QPushButton *>());
+            sheet.reject();
+            QVERIFY(sheet.isVisible());
+            _folder.write(u"gate"_s, "go\n");
+        };
+        _folder.write(u"does"_s, "trap '' TERM; read line < gate; exit 3\n");
+        whenSheetOpens([&](QDialog &sheet) {
+            sheet.findChild<QPushButton *>()->click();
+            whenSheetOpens(nothingToGiveUp);
+        });
+        QCOMPARE(run(), 3);
+        QVERIFY(_authorization->askForRights(Some));
+        whenSheetOpens(nothingToGiveUp);
+        QCOMPARE(run(), 3);
+
         PolkitAuthorization nothing(*_dialogs, { _folder.path(u"none"_s), u"/helper"_s });
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"none"_s));
         QCOMPARE(nothing.execute(u"/bin/kill"_s, { u"12"_s }, ProcessStart { 9 }), 127);
