@@ -1,6 +1,7 @@
 #include "operations/Permissions.h"
 
 #include "base/Localized.h"
+#include "files/AccountLookUp.h"
 #include "files/FileName.h"
 #include "files/HeldItem.h"
 #include "files/ItemMarks.h"
@@ -9,9 +10,6 @@
 #include "operations/Authentication.h"
 #include "platform/Alerts.h"
 
-#include <QVarLengthArray>
-
-#include <cerrno>
 #include <fcntl.h>
 #include <grp.h>
 #include <memory>
@@ -53,15 +51,11 @@ std::optional<unsigned> numberOf(const QString &name,
                                  int (*byName)(const char *, Entry *, char *, size_t, Entry **),
                                  unsigned Entry::*number)
 {
-    QVarLengthArray<char, 4096> memory(4096);
-    const QByteArray bytes = name.toUtf8();
-    Entry entry;
-    Entry *found = nullptr;
-    while (byName(bytes.constData(), &entry, memory.data(), size_t(memory.size()), &found)
-           == ERANGE)
-        memory.resize(memory.size() * 2);
+    std::optional<unsigned> found;
+    lookUpAccount(byName, name.toUtf8().constData(),
+                  [&](const Entry &entry) { found = entry.*number; });
     if (found)
-        return found->*number;
+        return found;
     bool isNumber = false;
     const unsigned value = name.toUInt(&isNumber);
     return isNumber && value != unsigned(-1) ? std::optional(value) : std::nullopt;

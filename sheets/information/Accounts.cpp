@@ -1,32 +1,23 @@
 #include "sheets/information/Accounts.h"
 
+#include "files/AccountLookUp.h"
 #include "files/FileName.h"
 
-#include <cerrno>
 #include <grp.h>
 #include <mutex>
 #include <pwd.h>
 #include <unistd.h>
-#include <vector>
 
 namespace {
 
-constexpr size_t LargestEntry = 1 << 20; // bytes; a group may have thousands of members
-
-// What the look-up by number says; it tells when its buffer is too small.
-template <typename Entry, typename Number, typename LookUp>
-QString nameOf(Number number, LookUp lookUp, char *Entry::*name)
+template <typename Entry>
+QString nameOf(id_t number, int (*byNumber)(id_t, Entry *, char *, size_t, Entry **),
+               char *Entry::*name)
 {
-    Entry entry {};
-    Entry *found = nullptr;
-    for (std::vector<char> buffer(1024); buffer.size() <= LargestEntry;
-         buffer.resize(buffer.size() * 4))
-        if (lookUp(number, &entry, buffer.data(), buffer.size(), &found) != ERANGE) {
-            if (found)
-                return FileName::fromBytes(found->*name);
-            break;
-        }
-    return QString::number(number);
+    QString text = QString::number(number);
+    lookUpAccount(byNumber, number,
+                  [&](const Entry &entry) { text = FileName::fromBytes(entry.*name); });
+    return text;
 }
 
 } // namespace
@@ -51,12 +42,12 @@ AccountNames readAccountNames()
 
 QString userName(uid_t user)
 {
-    return nameOf<passwd>(user, &getpwuid_r, &passwd::pw_name);
+    return nameOf(user, &getpwuid_r, &passwd::pw_name);
 }
 
 QString groupName(gid_t group)
 {
-    return nameOf<struct group>(group, &getgrgid_r, &group::gr_name);
+    return nameOf(group, &getgrgid_r, &group::gr_name);
 }
 
 QString currentUserName()
