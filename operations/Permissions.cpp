@@ -5,7 +5,7 @@
 #include "files/FileName.h"
 #include "files/HeldItem.h"
 #include "files/ItemMarks.h"
-#include "files/Waiting.h"
+#include "files/WaitForWrite.h"
 #include "operations/ApplicationCodes.h"
 #include "operations/Authentication.h"
 #include "platform/Alerts.h"
@@ -151,8 +151,11 @@ bool Permissions::setLockState(const QString &path, bool locked) const
         return false;
     const auto &[item, place, lock] = **found;
     const auto setMarked = [&, held = item] {
-        const auto error = waiting.forAnswer(
-            placeOf(path), [held, locked] { return ItemMarks::setMarked(held->number(), locked); });
+        const auto error =
+            waitForWrite(waiting, placeOf(path), [held, locked](const std::atomic<bool> &givenUp) {
+                return givenUp ? std::make_error_code(std::errc::operation_canceled)
+                               : ItemMarks::setMarked(held->number(), locked);
+            });
         return error && !*error;
     };
     const auto setImmutable = [&, held = item, at = place](const QString &flag) {
@@ -181,9 +184,11 @@ bool Permissions::setCreatorAndTypeCode(const QString &path, const QString &appl
         return false;
     const ItemMarks::Codes codes { codeIn(getBundleOSType(application)),
                                    codeIn(getBundleSignature(application)) };
-    const auto error = waiting.forAnswer(placeOf(path), [item = *item, codes] {
-        return ItemMarks::setCodes(item->number(), codes);
-    });
+    const auto error = waitForWrite(
+        waiting, placeOf(path), [item = *item, codes](const std::atomic<bool> &givenUp) {
+            return givenUp ? std::make_error_code(std::errc::operation_canceled)
+                           : ItemMarks::setCodes(item->number(), codes);
+        });
     return error && !*error;
 }
 

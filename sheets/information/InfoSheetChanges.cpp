@@ -1,6 +1,6 @@
 #include "base/Localized.h"
 #include "files/FileName.h"
-#include "files/Waiting.h"
+#include "files/WaitForWrite.h"
 #include "operations/Authentication.h"
 #include "operations/Twinleaf.h"
 #include "platform/Alerts.h"
@@ -152,8 +152,9 @@ bool InfoSheetController::changePermissions(const Choices &now)
         return false;
     }
     if (now.permissions != _shown.permissions) {
-        const auto error = waiting.forAnswer(
-            currentFullPath, [=, shown = _shown.permissions, held = _facts->held] {
+        const auto error = waitForWrite(
+            waiting, currentFullPath,
+            [=, shown = _shown.permissions, held = _facts->held](const std::atomic<bool> &givenUp) {
                 const auto status = held->statusNow();
                 if (!status)
                     return errno;
@@ -165,6 +166,8 @@ bool InfoSheetController::changePermissions(const Choices &now)
                     if (now.permissions[place] != shown[place])
                         digits[qsizetype(place)] =
                             Permissions::stringToPermission(now.permissions[place]);
+                if (givenUp)
+                    return ECANCELED;
                 errno = 0;
                 return Permissions::setPosixPermissions(mode_t(Permissions::octalToDecimal(digits)),
                                                         held->ownPath())
