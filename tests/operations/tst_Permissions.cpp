@@ -117,9 +117,14 @@ private Q_SLOTS:
         makeTree(folder, u"a\n-file=x, marked=!"_s);
         const Held held(folder.bytes(u"a\n-file"_s));
         const auto status = fileStatus(folder.path(u"a\n-file"_s), Links::NoFollow);
-        if (!ItemMarks::lockOf(held.item.number()).canBeImmutable)
-            return; // then there is only the mark
         services.holds = true;
+        if (!ItemMarks::lockOf(held.item.number()).canBeImmutable) { // then there is only the mark
+            QVERIFY(permissions.setLockState(held.path, true));
+            QVERIFY(FileFlags::isLocked(folder.path(u"a\n-file"_s)));
+            QVERIFY(services.executed.isEmpty());
+            services.holds = false;
+            return;
+        }
         QVERIFY(permissions.setLockState(held.path, true));
         QCOMPARE(services.executed.last(),
                  (QStringList { u"/usr/bin/chattr"_s, u"+i"_s, folder.path(u"a\n-file"_s) }));
