@@ -7,7 +7,7 @@
 #include <QPainter>
 #include <QPaintEvent>
 
-void InfoBarTextField::readColors(const UserDefaults &defaults)
+void InfoBarTextField::readFrameColors(const UserDefaults &defaults)
 {
     _text.reset();
     if (const auto stored = defaults.dictionary(Settings::InfoBarFontColor))

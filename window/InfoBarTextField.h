@@ -17,7 +17,8 @@ public:
     {
     }
 
-    void readColors(const UserDefaults &defaults);
+    // The frame as it is stored, and the text with it.
+    void readFrameColors(const UserDefaults &defaults);
     QColor frameColor() const { return _frame; }
     QColor textColor() const override;
 

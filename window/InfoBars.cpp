@@ -57,7 +57,7 @@ void InfoBars::setInfoBarsColors()
     for (const Side side : { Side::Left, Side::Right })
         for (InfoBarTextField *field :
              { _fields[side].fileName, _fields[side].fileSize, _fields[side].fileDate })
-            field->readColors(defaults);
+            field->readFrameColors(defaults);
 }
 
 void InfoBars::setFileSize(Side side, const QString &text)

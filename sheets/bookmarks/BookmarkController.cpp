@@ -37,6 +37,7 @@ void BookmarkController::showBookmarkSheet()
     connect(&sheet, &BookmarkSheet::chooseAsked, this, &BookmarkController::chooseFolder);
     connect(&sheet, &BookmarkSheet::deleteAsked, this, &BookmarkController::deleteEntry);
     connect(&sheet, &BookmarkSheet::moveAsked, this, &BookmarkController::moveEntry);
+    connect(&sheet, &BookmarkSheet::doneAsked, this, &BookmarkController::endBookmarkSheet);
     reload();
     sheet.table->selectRow(0);
     sheet.run(); // by whatever it is closed: each change is stored already

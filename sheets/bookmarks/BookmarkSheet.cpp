@@ -56,6 +56,6 @@ BookmarkSheet::BookmarkSheet(RecordTableModel &bookmarks, DiskQuestions &questio
     connect(remove, &QPushButton::clicked, this, &BookmarkSheet::deleteAsked);
     connect(table, &RecordTable::deleteAsked, this, &BookmarkSheet::deleteAsked);
     connect(table, &RecordTable::moveAsked, this, &BookmarkSheet::moveAsked);
-    connect(done, &QPushButton::clicked, this, &QDialog::accept);
+    connect(done, &QPushButton::clicked, this, &BookmarkSheet::doneAsked);
     pathField->setFocus();
 }

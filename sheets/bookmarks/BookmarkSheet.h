@@ -22,4 +22,5 @@ Q_SIGNALS:
     void chooseAsked(); // in a panel
     void deleteAsked();
     void moveAsked(int row, int before);
+    void doneAsked();
 };

@@ -54,7 +54,8 @@ void manager(World &world, const std::function<void(const Shown &)> &act)
         QVERIFY(sheet);
         seen = true;
         act(Shown(*sheet));
-        QTest::keyClick(sheet, Qt::Key_Escape);
+        Shown(*sheet).click(u"Done"_s);
+        QVERIFY(!sheet->isVisible());
     });
     world.run(Command::BookmarkManager);
     QVERIFY(seen);

@@ -82,7 +82,7 @@ private Q_SLOTS:
         const TestFolder folder;
         UserDefaults defaults(folder.path(u"settings.plist"_s));
         InfoBarTextField field(Qt::ElideRight);
-        field.readColors(defaults);
+        field.readFrameColors(defaults);
         QCOMPARE(field.frameColor().alpha(), 0);
         for (const bool dark : { false, true, false }) { // as the desktop turns
             field.setPalette(dark ? QPalette(Qt::black) : QPalette(Qt::white));
@@ -92,7 +92,7 @@ private Q_SLOTS:
                           QVariantMap { { u"Blue"_s, 1.0 }, { u"Alpha"_s, 1 } });
         defaults.setValue(Settings::InfoBarFrameColor,
                           QVariantMap { { u"Red"_s, 1.0 }, { u"Alpha"_s, 1 } });
-        field.readColors(defaults);
+        field.readFrameColors(defaults);
         QCOMPARE(field.textColor(), QColor(Qt::blue));
         field.resize(40, 20);
         QImage image(field.size(), QImage::Format_ARGB32_Premultiplied);
