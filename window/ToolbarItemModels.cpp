@@ -123,8 +123,16 @@ void ToolbarBarModel::reload()
     setRows(seen);
 }
 
+bool ToolbarBarModel::isStillAt(int row)
+{
+    const QString seen = identifier(row);
+    reload();
+    return row >= 0 && row < rowCount() && identifier(row) == seen;
+}
+
 int ToolbarBarModel::add(const QString &identifier, int before)
 {
+    reload();
     const int row = std::clamp(before, 0, rowCount());
     QStringList all = _all;
     all.insert(row < rowCount() ? _places[row] : all.size(), identifier);
@@ -134,7 +142,7 @@ int ToolbarBarModel::add(const QString &identifier, int before)
 
 int ToolbarBarModel::remove(int row)
 {
-    if (row < 0 || row >= rowCount())
+    if (!isStillAt(row))
         return -1;
     QStringList all = _all;
     all.removeAt(_places[row]);
@@ -145,8 +153,7 @@ int ToolbarBarModel::remove(int row)
 int ToolbarBarModel::move(int row, int before)
 {
     // Before itself, or before the next, it stands already.
-    if (row < 0 || row >= rowCount() || before < 0 || before > rowCount() || before == row
-        || before == row + 1)
+    if (!isStillAt(row) || before < 0 || before > rowCount() || before == row || before == row + 1)
         return -1;
     QStringList all = _all;
     const qsizetype from = _places[row];

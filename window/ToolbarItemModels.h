@@ -60,6 +60,8 @@ protected:
 
 private:
     void reload();
+    // With the items as they are stored now: another program may have arranged them meanwhile.
+    bool isStillAt(int row);
 
     QStringList _all;
     QList<qsizetype> _places; // of the rows, in all

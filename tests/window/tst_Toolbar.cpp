@@ -212,6 +212,42 @@ private Q_SLOTS:
         QCOMPARE(world.shown(), u"Copy | Image_browser Console"_s);
     }
 
+    // They are stored by these words, odd spellings included: one that changed would be gone from
+    // the bars that people have.
+    void itemsAreOfferedByTheWordsTheyAreStoredBy()
+    {
+        const QStringList words {
+            u"Copy Identifier"_s,
+            u"Move Identifier"_s,
+            u"New Folder Identifier"_s,
+            u"Delete Identifier"_s,
+            u"Rename Identifier"_s,
+            u"Image browser Identifier"_s,
+            u"Intern terminal Identifier"_s,
+            u"Terminal Identifier"_s,
+            u"Console Identifier"_s,
+            u"ActivityMonitorItemIdentifier"_s,
+            u"Disk Utility Identifier"_s,
+            u"Keychain accesss Identifier"_s,
+            u"Network Utility Identifier"_s,
+            u"NetInfo Manager Identifier"_s,
+            u"System Profiler Identifier"_s,
+            u"NSToolbarSeparatorItem"_s,
+            u"NSToolbarSpaceItem"_s,
+            u"NSToolbarFlexibleSpaceItem"_s,
+            u"b"_s,
+            u"a"_s,
+        };
+        ToolbarWorld world;
+        world.defaults.setValue(
+            Settings::OpenWithFavoriteApplications,
+            QVariantList { favorite(u"b"_s, u"/b"_s), favorite(u"a"_s, u"/a"_s) });
+        world.start();
+        QCOMPARE(world.application.toolbar().toolbarAllowedItemIdentifiers(), words);
+        QCOMPARE(world.application.toolbar().identifiers(),
+                 words.mid(0, 5) + QStringList(Separator) + words.mid(5, 2));
+    }
+
     void favouritesOfOneNameAreOneItem()
     {
         ToolbarWorld world(u"one/edit=, two/edit=, play="_s);
@@ -377,6 +413,26 @@ private Q_SLOTS:
                 if (identifier == each)
                     after += name;
         QTEST(after, "after");
+    }
+
+    void whatAnotherProgramArrangedIsNotUndone()
+    {
+        const QStringList theirs { u"Move Identifier"_s, u"New Folder Identifier"_s,
+                                   u"Rename Identifier"_s };
+        ToolbarWorld world;
+        world.defaults.setValue(Settings::Toolbar,
+                                items({ u"Copy Identifier"_s, u"New Folder Identifier"_s }));
+        world.start();
+        const auto theyStore = [&] { world.defaults.setValue(Settings::Toolbar, items(theirs)); };
+        ToolbarBarModel bar(world.application.toolbar());
+        theyStore();
+        QCOMPARE(bar.remove(0), -1); // another item stands there now
+        QCOMPARE(world.storedItems(), theirs);
+        QCOMPARE(bar.remove(1), 1);
+        QCOMPARE(world.storedItems(), QStringList({ theirs[0], theirs[2] }));
+        theyStore();
+        QCOMPARE(bar.add(u"Delete Identifier"_s, 3), 3);
+        QCOMPARE(world.storedItems(), theirs + QStringList(u"Delete Identifier"_s));
     }
 
     void aPersonArrangesTheBar()
