@@ -79,15 +79,20 @@ void RecordTable::keyPressEvent(QKeyEvent *event)
         event->ignore();
 }
 
+int RecordTable::rowBefore(const QPoint &position) const
+{
+    const QModelIndex under = indexAt(position);
+    if (!under.isValid())
+        return records.rowCount();
+    return under.row() + (position.y() > visualRect(under).center().y() ? 1 : 0);
+}
+
 void RecordTable::dropEvent(QDropEvent *event)
 {
     const int row = selectedRow();
     if (event->source() != this || row < 0)
         return event->ignore();
-    const QPoint position = event->position().toPoint();
-    const QModelIndex under = indexAt(position);
-    const bool isLowerHalf = position.y() > visualRect(under).center().y();
-    const int before = under.isValid() ? under.row() + (isLowerHalf ? 1 : 0) : records.rowCount();
+    const int before = rowBefore(event->position().toPoint());
     // The list's owner moves it; nothing is left for the view to take away.
     event->setDropAction(Qt::IgnoreAction);
     event->accept();

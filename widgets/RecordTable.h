@@ -15,6 +15,9 @@ public:
     int selectedRow() const; // -1: none
     void selectRow(int row); // the nearest that is there
 
+    // The row before which a drop there would bring another; behind the last row: their number.
+    int rowBefore(const QPoint &position) const;
+
     QSize sizeHint() const override;
 
 Q_SIGNALS:

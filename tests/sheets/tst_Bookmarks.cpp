@@ -188,8 +188,15 @@ private Q_SLOTS:
         StartedWorld world;
         bookmark(world, { u"a"_s, u"b"_s, u"c"_s });
         manager(world, [&](const Shown &shown) {
-            shown.table.selectRow(row);
-            Q_EMIT shown.table.moveAsked(row, before);
+            RecordTable &table = shown.table;
+            for (int each = 0; each < 3; ++each) {
+                const QRect place = table.visualRect(table.model()->index(each, 1));
+                QCOMPARE(table.rowBefore(place.topLeft()), each);
+                QCOMPARE(table.rowBefore(place.bottomLeft()), each + 1);
+            }
+            QCOMPARE(table.rowBefore(table.viewport()->rect().bottomLeft()), 3);
+            table.selectRow(row);
+            Q_EMIT table.moveAsked(row, before);
             QCOMPARE(stored(world), order);
         });
     }
