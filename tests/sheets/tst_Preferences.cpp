@@ -15,7 +15,9 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialog>
+#include <QFile>
 #include <QLabel>
+#include <QRegularExpression>
 #include <QSpinBox>
 #include <QTabBar>
 #include <QTabWidget>
@@ -89,6 +91,20 @@ QVariantMap color(const QVariant &red, const QVariant &alpha = {})
     if (alpha.isValid())
         dictionary[u"Alpha"_s] = alpha;
     return dictionary;
+}
+
+// All of them, the next one that is added included.
+QStringList keysOfSettings()
+{
+    QFile header(QFINDTESTDATA("../../settings/SettingsKeys.h"));
+    if (!header.open(QIODevice::ReadOnly))
+        return {};
+    static const QRegularExpression key(uR"(\bKey \w+ \{ "([^"]+)"
+};)"_s);
+    QStringList keys;
+for (const auto &match : key.globalMatch(QString::fromUtf8(header.readAll())))
+    keys.append(match.captured(1));
+return keys;
 }
 
 } // namespace
@@ -340,30 +356,40 @@ private Q_SLOTS:
         }
     }
 
-    void settingsOfWrongTypesShowTheDefaults()
+    void settingsOfWrongTypesDoNoHarm_data()
     {
-        const QVariant wrong[] = { u"maybe"_s, QVariantList { 1 }, QVariantMap {},
-                                   QDateTime::currentDateTime(), QByteArray("x") };
-        for (const QVariant &value : wrong) {
-            World world;
-            for (const auto key :
-                 { Settings::ShowSpecifiedIcons, Settings::ShowToolTips, Settings::TraverseLinks,
-                   Settings::ConfirmationForFileOperations, Settings::UseLongDateFormat,
-                   Settings::DateRightAlignment, Settings::UseFlatUnifiedLook,
-                   Settings::PathNavigatorsSize, Settings::PathNavigatorsFontSize,
-                   Settings::PathNavigatorsFontStyle, Settings::InfoBarFrameColor,
-                   Settings::ClassicKeys, Settings::SaveLastPaths,
-                   Settings::OpenWithFavoriteApplications, Settings::Bookmarks })
-                world.defaults.setValue(key, value);
-            world.start();
-            preferences(world, [](const Shown &shown) {
-                QVERIFY(shown.control<QCheckBox>(u"Show tool tips"_s).isChecked());
-                QVERIFY(!shown.control<QCheckBox>(u"Long format"_s).isChecked());
-                QCOMPARE(shown.control<QSpinBox>(u"Font size of the paths"_s).value(), 10);
-                QCOMPARE(shown.key(u"Copy"_s).currentText(), u"F5"_s);
-            });
-            QCOMPARE(world.defaults.dictionary(Settings::ClassicKeys)->size(), 6);
-        }
+        QTest::addColumn<QVariant>("wrong");
+        QTest::addColumn<bool>("isNumber"); // which stands for a truth and for a text
+        QTest::newRow("text") << QVariant(u"maybe"_s) << false;
+        QTest::newRow("list") << QVariant(QVariantList { 1 }) << false;
+        QTest::newRow("dictionary") << QVariant(QVariantMap {}) << false;
+        QTest::newRow("foreign dictionary") << QVariant(QVariantMap { { u"x"_s, 7 } }) << false;
+        QTest::newRow("date") << QVariant(QDateTime::currentDateTime()) << false;
+        QTest::newRow("bytes") << QVariant(QByteArray("x")) << false;
+        QTest::newRow("number") << QVariant(7LL) << true;
+        QTest::newRow("no number") << QVariant(std::nan("")) << true;
+        QTest::newRow("huge") << QVariant(1e300) << true;
+    }
+    void settingsOfWrongTypesDoNoHarm()
+    {
+        QFETCH(QVariant, wrong);
+        QFETCH(bool, isNumber);
+        const QStringList keys = keysOfSettings();
+        QVERIFY(keys.size() > 40);
+        World world;
+        qputenv("HOME", world.folder.bytes(u"left"_s)); // where no start folder is there
+        for (const QString &key : keys)
+            world.defaults.setValue(QLatin1StringView(key.toLatin1()), wrong);
+        world.start();
+        preferences(world, [isNumber](const Shown &shown) {
+            QVERIFY(shown.control<QCheckBox>(u"Show tool tips"_s).isChecked());
+            QCOMPARE(shown.control<QCheckBox>(u"Long format"_s).isChecked(), isNumber);
+            QCOMPARE(shown.control<QSpinBox>(u"Font size of the paths"_s).value(), 10);
+            QCOMPARE(shown.key(u"Copy"_s).currentText(), u"F5"_s);
+        });
+        world.bus.post(ApplicationWillTerminate);
+        QCOMPARE(world.defaults.dictionary(Settings::ClassicKeys)->size(), 6);
+        QCOMPARE(world.defaults.string(Settings::LeftFileListLastPath), world.shown());
     }
 
     void theKeyboardReachesEveryControlAndEachHasAName()
