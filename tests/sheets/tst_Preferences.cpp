@@ -99,12 +99,11 @@ QStringList keysOfSettings()
     QFile header(QFINDTESTDATA("../../settings/SettingsKeys.h"));
     if (!header.open(QIODevice::ReadOnly))
         return {};
-    static const QRegularExpression key(uR"(\bKey \w+ \{ "([^"]+)"
-};)"_s);
+    static const QRegularExpression key(u"\\bKey \\w+ \\{ \"([^\"]+)\" \\};"_s);
     QStringList keys;
-for (const auto &match : key.globalMatch(QString::fromUtf8(header.readAll())))
-    keys.append(match.captured(1));
-return keys;
+    for (const auto &match : key.globalMatch(QString::fromUtf8(header.readAll())))
+        keys.append(match.captured(1));
+    return keys;
 }
 
 } // namespace
