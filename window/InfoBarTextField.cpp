@@ -7,13 +7,24 @@
 #include <QPainter>
 #include <QPaintEvent>
 
+namespace {
+
+constexpr int SidePadding = 3; // between frame and text
+constexpr int Padding = 1; // over and under it
+
+} // namespace
+
 void InfoBarTextField::readFrameColors(const UserDefaults &defaults)
 {
     _text.reset();
     if (const auto stored = defaults.dictionary(Settings::InfoBarFontColor))
         _text = colorOfDictionary(*stored);
-    if (const auto stored = defaults.dictionary(Settings::InfoBarFrameColor))
-        _frame = colorOfDictionary(*stored);
+    const auto stored = defaults.dictionary(Settings::InfoBarFrameColor);
+    _frame = stored ? colorOfDictionary(*stored) : QColor(Qt::transparent);
+    if (_frame.alpha() == 0)
+        setContentsMargins({});
+    else
+        setContentsMargins(SidePadding, Padding, SidePadding, Padding);
     update();
 }
 

@@ -101,6 +101,10 @@ private Q_SLOTS:
         field.render(&image, QPoint(10, 5), QRect(10, 5, 20, 10), {});
         QCOMPARE(image.pixelColor(10, 5), QColor(Qt::red));
         QCOMPARE(image.pixelColor(0, 0), QColor(Qt::white));
+        QVERIFY(field.contentsRect().x() > 1); // the text stands clear of the frame
+        defaults.remove(Settings::InfoBarFrameColor);
+        field.readColors(defaults);
+        QCOMPARE(field.frameColor().alpha(), 0);
     }
 };
 
