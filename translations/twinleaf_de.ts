@@ -1498,8 +1498,8 @@ Stelle der zuletzt gezeigten Ordner; eine Datei öffnet ihren Ordner und ist aus
         <translation>Symbolleiste anpassen</translation>
     </message>
     <message>
-        <source>Drag items into the toolbar, out of it, or to another place in it.</source>
-        <translation>Ziehen Sie Symbole in die Symbolleiste, aus ihr heraus oder an eine andere Stelle in ihr.</translation>
+        <source>Drag items between the two lists; the toolbar follows.</source>
+        <translation>Ziehen Sie Symbole von Liste zu Liste; die Symbolleiste folgt.</translation>
     </message>
     <message>
         <source>Available items</source>

@@ -41,7 +41,7 @@ ToolbarCustomization::ToolbarCustomization(Toolbar &customized, QWidget *mainWin
 {
     setAccessibleName(localized("Customize Toolbar"));
     addText(accessibleName(), TextStyle::Headline);
-    addText(localized("Drag items into the toolbar, out of it, or to another place in it."));
+    addText(localized("Drag items between the two lists; the toolbar follows."));
     auto *columns = new QHBoxLayout;
     columns->setSpacing(Gap);
     rows().addLayout(columns);
