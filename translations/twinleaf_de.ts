@@ -332,6 +332,10 @@
         <translation>Die Rechte des Administrators erhalten</translation>
     </message>
     <message>
+        <source>The item is still being read.</source>
+        <translation>Das Objekt wird noch gelesen.</translation>
+    </message>
+    <message>
         <source>The item could not be reached.</source>
         <translation>Das Objekt war nicht zu erreichen.</translation>
     </message>

@@ -23,7 +23,11 @@ void InfoSheetController::endInfoSheet()
     InfoSheet &shown = sheet();
     if (shown.isBusy() || !areAccountsKnown())
         return;
-    _itemReading.drop(); // nothing else is shown while this is written
+    // What was pressed before the item was there has changed nothing, and must not look done.
+    if (_itemReading.anyWanted()) {
+        _saidReading = true;
+        return shown.showNote(localized("The item is still being read."));
+    }
     _written = false;
     shown.setBusy(true);
     const bool done = changeAll();

@@ -116,6 +116,7 @@ private:
     std::optional<ItemFacts> _facts; // of the item shown, once they are known
     Choices _shown; // of the item itself
     bool _changed = false; // a step succeeded since the sheet opened
+    bool _saidReading = false; // by the note, until the item is there
     bool _written = false; // something was written by the last OK
     Readings _accountReading;
     Readings _itemReading;

@@ -10,6 +10,8 @@
 #include <QCheckBox>
 #include <QLocale>
 
+#include <utility>
+
 // What the controls show of an item.
 
 using namespace Qt::StringLiterals;
@@ -58,6 +60,8 @@ void InfoSheetController::showKnown()
 void InfoSheetController::showItem(const ItemFacts &facts)
 {
     InfoSheet &shown = sheet();
+    if (std::exchange(_saidReading, false))
+        shown.showNote({});
     showPadlock();
     if (!facts.held) {
         _facts.reset();
