@@ -24,15 +24,15 @@ constexpr uint prefersDark = 1;
 
 struct Colours {
     QRgb window, base, alternate, text, button, dim, highlight, highlightedText, link, mid, toolTip,
-        checkBox, menu, menuLines;
+        checkBox, checkBoxLines, menu, menuLines;
 };
 
 constexpr Colours darkColours { 0xff2b2d31, 0xff1f2124, 0xff26282c, 0xffe3e5e8, 0xff383b40,
                                 0xff7e838b, 0xff3a78d0, 0xffffffff, 0xff7db0f5, 0xff45484e,
-                                0xff3c3f45, 0xff7e838b, 0xff33363b, 0xff767b85 };
+                                0xff3c3f45, 0xff1f2124, 0xffafb6c0, 0xff33363b, 0xff767b85 };
 constexpr Colours lightColours { 0xfff1f2f4, 0xffffffff, 0xfff6f7f9, 0xff1c1e21, 0xfffafbfc,
                                  0xff8d939b, 0xff2f6fde, 0xffffffff, 0xff1f5fc4, 0xffc5c9cf,
-                                 0xfffdfdf5, 0xffffffff, 0xffffffff, 0xfff1f2f4 };
+                                 0xfffdfdf5, 0xffffffff, 0xfff1f2f4, 0xffffffff, 0xfff1f2f4 };
 
 QPalette paletteOf(const Colours &colours)
 {
@@ -58,9 +58,9 @@ void apply(const Colours &colours)
 {
     QPalette palette = paletteOf(colours);
     QApplication::setPalette(palette);
-    // The style draws their edge for light windows alone: in a dark one they stand out by their
-    // ground.
+    // The style makes their edge darker than this, which in a dark window is not to be seen.
     palette.setColor(QPalette::Base, colours.checkBox);
+    palette.setColor(QPalette::Window, colours.checkBoxLines);
     QApplication::setPalette(palette, "QCheckBox");
     // So does a menu over a dark list. The style makes its ground a little lighter than this, and
     // its edge and lines darker.

@@ -24,6 +24,7 @@ PreferencesPage::PreferencesPage(UserDefaults &settings, const Mnemonics &taken)
     , _grid(new QGridLayout(this))
     , _mnemonics(taken)
 {
+    setAutoFillBackground(true); // the style's own is lighter than the sheet
     _grid->setContentsMargins(Margin, Margin, Margin, Margin);
     _grid->setHorizontalSpacing(ColumnSpacing);
     _grid->setVerticalSpacing(RowSpacing);
