@@ -8,6 +8,8 @@
 #include <QLabel>
 #include <QListView>
 #include <QPushButton>
+#include <QScreen>
+#include <QStyledItemDelegate>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -20,6 +22,32 @@ constexpr int Gap = 8;
 constexpr int IconSide = 24;
 constexpr int ListWidth = 230;
 constexpr int ListHeight = 340;
+constexpr int FrameRoom = 48; // for what the desktop draws round the sheet
+constexpr int LeastListWidth = 120; // on a small screen
+constexpr int LeastListHeight = 120;
+
+class ItemList final : public QListView {
+public:
+    using QListView::QListView;
+    QSize sizeHint() const override { return { ListWidth, ListHeight }; }
+};
+
+// Of the two lists the one that has the keyboard is to be told from the other.
+class ItemDelegate final : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, index);
+        if (option->widget && option->widget->hasFocus())
+            return;
+        const QPalette &palette = option->widget ? option->widget->palette() : option->palette;
+        option->palette.setColor(QPalette::Highlight, palette.color(QPalette::Mid));
+        option->palette.setColor(QPalette::HighlightedText, palette.color(QPalette::Text));
+    }
+};
 
 int rowOf(const QListView &list)
 {
@@ -39,7 +67,8 @@ ToolbarCustomization::ToolbarCustomization(Toolbar &customized, QWidget *mainWin
     , _bar(customized)
     , _palette(customized, _bar)
 {
-    setAccessibleName(localized("Customize Toolbar"));
+    setWindowTitle(localized("Customize Toolbar"));
+    setAccessibleName(windowTitle());
     addText(accessibleName(), TextStyle::Headline);
     addText(localized("Drag items between the two lists; the toolbar follows."));
     auto *columns = new QHBoxLayout;
@@ -51,8 +80,10 @@ ToolbarCustomization::ToolbarCustomization(Toolbar &customized, QWidget *mainWin
     rows().addLayout(display());
 
     connect(addButton(localized("Done")), &QPushButton::clicked, this, &QDialog::accept);
-    QPushButton *restore = addButton(localized("Restore defaults"));
+    auto *restore = new QPushButton(marked(localized("Restore defaults")), this);
+    restore->setAccessibleName(localized("Restore defaults"));
     restore->setAutoDefault(false);
+    addBesideButtons(*restore);
     connect(restore, &QPushButton::clicked, this, &ToolbarCustomization::restoreDefaults);
 
     connect(&_bar, &ToolbarBarModel::dropped, this, [this](int row) { choose(*_barList, row); });
@@ -61,12 +92,16 @@ ToolbarCustomization::ToolbarCustomization(Toolbar &customized, QWidget *mainWin
     choose(*_barList, 0);
     enableButtons();
     _paletteList->setFocus();
+    // The lists give way where the screen is small.
+    layout()->setSizeConstraint(QLayout::SetMinimumSize);
+    resize(sizeHint().boundedTo(screen()->availableSize() - QSize(FrameRoom, FrameRoom)));
 }
 
 QListView *ToolbarCustomization::addList(const char *name, ToolbarItemModel &model,
                                          QLayout &columns)
 {
-    auto *list = new QListView(this);
+    auto *list = new ItemList(this);
+    list->setItemDelegate(new ItemDelegate(list));
     list->setModel(&model);
     list->setAccessibleName(localized(name));
     list->setIconSize({ IconSide, IconSide });
@@ -77,7 +112,7 @@ QListView *ToolbarCustomization::addList(const char *name, ToolbarItemModel &mod
     list->setAcceptDrops(true);
     list->setDropIndicatorShown(true);
     list->setDefaultDropAction(Qt::MoveAction);
-    list->setMinimumSize(ListWidth, ListHeight);
+    list->setMinimumSize(LeastListWidth, LeastListHeight);
     list->installEventFilter(this);
     connect(list->selectionModel(), &QItemSelectionModel::currentChanged, this,
             &ToolbarCustomization::enableButtons);
@@ -127,7 +162,7 @@ QLayout *ToolbarCustomization::display()
     _display->setCurrentIndex(_display->findData(int(toolbar.display())));
     connect(_display, &QComboBox::activated, this,
             [this] { toolbar.setDisplay(ToolbarDisplay(_display->currentData().toInt())); });
-    auto *title = new QLabel(marked(localized("Show")), this);
+    auto *title = new QLabel(marked(localized("Show")) + u':', this);
     title->setBuddy(_display);
     _display->setAccessibleName(localized("Show"));
     auto *row = new QHBoxLayout;
