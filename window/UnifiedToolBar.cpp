@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int IconSide = 24; // that the drawings are made for
-constexpr int TopMargin = 4;
+constexpr int TopMargin = 8; // as much as stands below it
 constexpr double FocusWidth = 2;
 constexpr double FocusRadius = 3;
 constexpr int SpaceWidth = 32;
