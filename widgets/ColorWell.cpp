@@ -67,8 +67,12 @@ void ColorWell::paintEvent(QPaintEvent *)
 
 void ColorWell::choose()
 {
-    const QColor chosen =
-        QColorDialog::getColor(_color, this, accessibleName(), QColorDialog::ShowAlphaChannel);
-    if (chosen.isValid())
-        setColor(chosen);
+    QColorDialog dialog(_color, this);
+    dialog.setWindowTitle(accessibleName());
+    dialog.setOption(QColorDialog::ShowAlphaChannel);
+    const auto buttons = dialog.findChildren<QPushButton *>();
+    for (QPushButton *button : buttons)
+        button->setIcon({}); // no other sheet has any on its buttons
+    if (dialog.exec() == QDialog::Accepted)
+        setColor(dialog.selectedColor());
 }
