@@ -121,7 +121,8 @@ void RecordTable::shareWidth()
 {
     const int columns = records.columnCount();
     const auto repeats = [&](int column) {
-        return column > 1 && std::ranges::all_of(records.records(), [&](const auto &record) {
+        return column > 1 && records.rowCount() > 0
+            && std::ranges::all_of(records.records(), [&](const auto &record) {
                    return record.texts.value(column - 1) == record.texts.value(column - 2);
                });
     };
