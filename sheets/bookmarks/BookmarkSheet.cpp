@@ -4,6 +4,7 @@
 #include "widgets/PathField.h"
 #include "widgets/RecordTable.h"
 
+#include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -21,7 +22,10 @@ BookmarkSheet::BookmarkSheet(RecordTableModel &bookmarks, DiskQuestions &questio
 {
     setWindowTitle(localized("Bookmark manager"));
     setAccessibleName(windowTitle());
-    addHeadlineOf(*pathField, localized("Folder:"));
+    QLabel *label = addText(localized("Folder:"));
+    label->setText(marked(localized("Folder:")));
+    label->setBuddy(pathField);
+    pathField->setAccessibleName(localized("Folder:"));
     auto *adding = new QHBoxLayout;
     rows().addLayout(adding);
     const auto newButton = [this](const QString &text) {
@@ -41,6 +45,9 @@ BookmarkSheet::BookmarkSheet(RecordTableModel &bookmarks, DiskQuestions &questio
     QPushButton *remove = newButton(localized("Delete"));
     addBesideButtons(*remove);
     QPushButton *done = addButton(localized("Done"));
+    setTabOrder(pathField, choose);
+    setTabOrder(choose, add);
+    setTabOrder(add, table);
     setTabOrder(table, remove);
     setTabOrder(remove, done);
     add->setDefault(true); // Return in the field adds what is typed there
