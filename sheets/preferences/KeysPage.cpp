@@ -68,6 +68,8 @@ KeysPage::Row KeysPage::addKeyRow(ClassicAction action)
     row.modifier = newChoice(
         filled(localized("Modifier of '%@'"), name),
         { localized("Any modifier"), localized("Shift"), localized("Alt"), localized("Ctrl") });
+    // To readers a pop-up's name is what is chosen in it, and no label leads to this one.
+    row.modifier->setAccessibleDescription(row.modifier->accessibleName());
     for (QComboBox *choice : { row.key, row.modifier }) // all as wide as the widest
         choice->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     addLabel(name + u':', row.key);
@@ -130,8 +132,10 @@ void KeysPage::showConflicts()
         row.conflict->setText(conflict);
         row.conflict->setToolTip(conflict);
         row.warning->setHidden(conflict.isEmpty());
-        for (QComboBox *choice : { row.key, row.modifier })
-            choice->setAccessibleDescription(conflict);
+        row.key->setAccessibleDescription(conflict);
+        row.modifier->setAccessibleDescription(conflict.isEmpty() ? row.modifier->accessibleName()
+                                                                  : row.modifier->accessibleName()
+                                                       + u". "_s + conflict);
         if (!conflict.isEmpty()) { // a reader speaks it unasked
             QAccessibleEvent told(row.conflict, QAccessible::Alert);
             QAccessible::updateAccessibility(&told);
