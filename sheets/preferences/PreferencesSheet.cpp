@@ -9,6 +9,7 @@
 #include "sheets/preferences/StartFoldersPage.h"
 
 #include <QPushButton>
+#include <QShortcut>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
@@ -49,5 +50,21 @@ PreferencesSheet::PreferencesSheet(UserDefaults &defaults,
                 &PreferencesSheet::settingWritten);
     }
     _tabs->setUsesScrollButtons(false);
+    addPageKeys();
     _tabs->setFocus();
+}
+
+// Of the whole window: a pop-up that has the keyboard would take them for letters.
+void PreferencesSheet::addPageKeys()
+{
+    const auto add = [this](QKeyCombination key, int step) {
+        connect(new QShortcut(key, this), &QShortcut::activated, _tabs, [this, step] {
+            const int pages = _tabs->count();
+            _tabs->setCurrentIndex((_tabs->currentIndex() + step + pages) % pages);
+        });
+    };
+    add(Qt::CTRL | Qt::Key_Tab, 1);
+    add(Qt::CTRL | Qt::Key_PageDown, 1);
+    add(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab, -1);
+    add(Qt::CTRL | Qt::Key_PageUp, -1);
 }

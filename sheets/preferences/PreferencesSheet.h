@@ -28,5 +28,7 @@ Q_SIGNALS:
     void settingWritten(Settings::Key key); // of a page
 
 private:
+    void addPageKeys();
+
     QTabWidget *_tabs;
 };
