@@ -6,7 +6,10 @@
 #include "files/MountTable.h"
 #include "files/PathText.h"
 
+#include <QAbstractItemView>
 #include <QCompleter>
+#include <QCoreApplication>
+#include <QKeyEvent>
 #include <QPointer>
 #include <QStringListModel>
 
@@ -65,6 +68,7 @@ PathField::PathField(DiskQuestions &diskQuestions, QWidget *parent)
     completer->setCaseSensitivity(Qt::CaseInsensitive);
     completer->setMaxVisibleItems(ShownNames);
     setCompleter(completer);
+    completer->popup()->installEventFilter(this); // before the completer sees its keys
     connect(this, &QLineEdit::textEdited, this, &PathField::complete);
 }
 
@@ -73,6 +77,20 @@ QString PathField::path() const
     const QString typed = text();
     const auto *first = std::ranges::find_if_not(typed, [](QChar each) { return each.isSpace(); });
     return PathText::fromTyped(typed.sliced(first - typed.cbegin()));
+}
+
+// Return is about what is typed as long as none of the offers is chosen: the list would only go.
+bool PathField::eventFilter(QObject *watched, QEvent *event)
+{
+    QAbstractItemView *offers = completer()->popup();
+    if (watched != offers || event->type() != QEvent::KeyPress || offers->currentIndex().isValid())
+        return QLineEdit::eventFilter(watched, event);
+    const int key = static_cast<QKeyEvent *>(event)->key();
+    if (key != Qt::Key_Return && key != Qt::Key_Enter)
+        return QLineEdit::eventFilter(watched, event);
+    offers->hide();
+    QCoreApplication::sendEvent(this, event);
+    return true;
 }
 
 void PathField::complete(const QString &typed)

@@ -16,6 +16,9 @@ public:
     // "" where the text is none that starts at "/" or "~". Blanks at its end are a name's.
     QString path() const;
 
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override; // of the offers
+
 private:
     void complete(const QString &typed);
     void offer(const QString &typedFolder, const QStringList &names);

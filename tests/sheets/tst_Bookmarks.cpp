@@ -239,6 +239,14 @@ private Q_SLOTS:
             QTRY_COMPARE(offered(), u"Links Listed Lists"_s);
             QVERIFY(disk.asked().contains("Links"));
             QVERIFY(!disk.asked().contains("Listed")); // it may be gone
+            // One Return adds what is typed although it is offered, too.
+            shown.field.setText(world.folder.path(u"left/List"_s));
+            QTest::keyClicks(&shown.field, u"s"_s);
+            QTRY_COMPARE(offered(), u"Lists"_s);
+            QAbstractItemView *offers = completer->popup();
+            QTRY_VERIFY(offers->isVisible());
+            QTest::keyClick(offers, Qt::Key_Return);
+            QCOMPARE(shown.field.text(), QString());
         });
     }
 
