@@ -1354,16 +1354,12 @@ Stelle der zuletzt gezeigten Ordner; eine Datei öffnet ihren Ordner und ist aus
         <translation>Die zuletzt offenen Ordner zeigen</translation>
     </message>
     <message>
-        <source>Search...</source>
-        <translation>Suchen...</translation>
+        <source>Choose left folder</source>
+        <translation>Linken Ordner auswählen</translation>
     </message>
     <message>
-        <source>Search left folder</source>
-        <translation>Linken Ordner suchen</translation>
-    </message>
-    <message>
-        <source>Search right folder</source>
-        <translation>Rechten Ordner suchen</translation>
+        <source>Choose right folder</source>
+        <translation>Rechten Ordner auswählen</translation>
     </message>
     <message>
         <source>Left folder:</source>

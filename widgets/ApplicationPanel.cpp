@@ -39,7 +39,7 @@ ApplicationPanel::ApplicationPanel(const QList<Application> &applications, QWidg
     rows().addWidget(_list);
     filter->setFocus();
 
-    _open = addButton(localized("Open"));
+    _open = addButton(localized("Choose"));
     QPushButton *other = addButton(localized("Other..."));
     connect(_open, &QPushButton::clicked, this, &ApplicationPanel::take);
     connect(other, &QPushButton::clicked, this, &ApplicationPanel::takeOther);

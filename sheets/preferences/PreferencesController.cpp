@@ -104,7 +104,7 @@ void PreferencesController::setRealPath(Side side, const QString &path)
     _realPath[side] = path;
     QLineEdit &field = *preferencesSheet->startFolders->lastPath[side];
     field.setText(FileName::shown(_outlets.twinleaf.getLocalizedPath(path)));
-    field.setCursorPosition(0);
+    field.end(false); // of a long path the end says more
     field.setToolTip(plainToolTip(field.text()));
 }
 

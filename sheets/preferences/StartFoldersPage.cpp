@@ -22,7 +22,7 @@ StartFoldersPage::StartFoldersPage(UserDefaults &settings, const Mnemonics &take
         lastPath[side] = new QLineEdit(row);
         lastPath[side]->setReadOnly(true);
         searchButton[side] = newButton(
-            localized("Search..."), localized(left ? "Search left folder" : "Search right folder"));
+            localized("Choose..."), localized(left ? "Choose left folder" : "Choose right folder"));
         columns->addWidget(lastPath[side], 1);
         columns->addWidget(searchButton[side]);
         addLabel(localized(left ? "Left folder:" : "Right folder:"), lastPath[side]);

@@ -176,7 +176,7 @@ private Q_SLOTS:
         preferences(world, [&](const Shown &shown) {
             shown.click(u"Ask before file operations"_s);
             shown.click(u"Show the folders that were open last"_s);
-            shown.click(u"Search left folder"_s);
+            shown.click(u"Choose left folder"_s);
         });
         world.bus.unsubscribe(&lists);
         // The panes stay where they are: the start folders are those of the next start.
@@ -247,7 +247,7 @@ private Q_SLOTS:
         world.show(Side::Right, lost);
         preferences(world, [&](const Shown &shown) {
             auto &left = shown.control<QLineEdit>(u"Left folder"_s);
-            auto &search = shown.control<QAbstractButton>(u"Search left folder"_s);
+            auto &search = shown.control<QAbstractButton>(u"Choose left folder"_s);
             QVERIFY(!left.isEnabled() && !search.isEnabled());
             shown.click(u"Show the folders that were open last"_s);
             QVERIFY(left.isEnabled() && search.isEnabled());
