@@ -47,7 +47,13 @@ InfoSheet::InfoSheet(QWidget *mainWindow)
     , _content(new QWidget(this))
     , _note(new QLabel(this))
 {
-    setAccessibleName(localized("Information"));
+    setWindowTitle(localized("Information"));
+    setAccessibleName(windowTitle());
+    // First, for the best letters.
+    _ok = addButton(localized("OK"));
+    _cancel = addButton(localized("Cancel"));
+    _gain = marked(localized("Administrator..."));
+    _giveUp = marked(localized("Give up rights"));
     auto *all = new QVBoxLayout(_content);
     all->setContentsMargins({});
     all->setSpacing(GroupSpacing);
@@ -84,8 +90,8 @@ InfoSheet::InfoSheet(QWidget *mainWindow)
     LockButton->setAutoDefault(false);
     addRow({}, LockState, LockButton);
 
-    _ok = addButton(localized("OK"));
-    _cancel = addButton(localized("Cancel"));
+    setTabOrder(LockButton, _ok);
+    setTabOrder(_ok, _cancel);
     connect(_ok, &QPushButton::clicked, this, &InfoSheet::okClicked);
     connect(_cancel, &QPushButton::clicked, this, &InfoSheet::reject);
     showRights(false, Press::Gains);
@@ -135,6 +141,8 @@ QComboBox *InfoSheet::newPermissions(const QString &name)
     for (char16_t digit = u'0'; digit <= u'7'; ++digit)
         box->addItem(Permissions::permissionToString(digit).value_or(QString()));
     box->setAccessibleName(filled(localized("Permissions: %@"), name));
+    // To readers a pop-up's name is what is chosen in it.
+    box->setAccessibleDescription(box->accessibleName());
     return box;
 }
 
@@ -142,7 +150,9 @@ void InfoSheet::addRow(const QString &name, QWidget *control, QWidget *beside)
 {
     const int row = _grid->rowCount();
     if (!name.isEmpty()) {
-        auto *label = new QLabel(marked(name), _content);
+        // What can only be read takes no letter away.
+        const bool isFact = qobject_cast<TextField *>(control) != nullptr;
+        auto *label = new QLabel((isFact ? name : marked(name)) + u':', _content);
         label->setTextFormat(Qt::PlainText);
         label->setBuddy(control ? control : beside);
         _grid->addWidget(label, row, 0, Qt::AlignRight | Qt::AlignVCenter);
@@ -215,7 +225,7 @@ void InfoSheet::showRights(bool held, Press press)
                             .pixmap(QSize(SmallIconSide, SmallIconSide), devicePixelRatioF()));
     const bool givesUp = press == Press::GivesUp;
     const QString text = givesUp ? localized("Give up rights") : localized("Administrator...");
-    LockButton->setText(text);
+    LockButton->setText(givesUp ? _giveUp : _gain);
     LockButton->setAccessibleName(text);
     LockButton->setToolTip(givesUp ? localized("Give up the administrator's rights")
                                    : localized("Gain the administrator's rights"));

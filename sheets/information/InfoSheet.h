@@ -79,6 +79,8 @@ private:
     QPushButton *_ok;
     QPushButton *_cancel;
     QPointer<QWidget> _focusBefore; // while it is busy
+    QString _gain; // the padlock's texts, with their letters
+    QString _giveUp;
     QColor _nameColor;
     bool _busy = false;
 };
