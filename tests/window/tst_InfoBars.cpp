@@ -103,7 +103,7 @@ private Q_SLOTS:
         QCOMPARE(image.pixelColor(0, 0), QColor(Qt::white));
         QVERIFY(field.contentsRect().x() > 1); // the text stands clear of the frame
         defaults.remove(Settings::InfoBarFrameColor);
-        field.readColors(defaults);
+        field.readFrameColors(defaults);
         QCOMPARE(field.frameColor().alpha(), 0);
     }
 };
