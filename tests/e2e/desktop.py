@@ -122,8 +122,8 @@ class Program:
         found = self.display.active_window()
         return found[0] if found else None
 
-    def _wait(self, condition, what):
-        return wait_for(condition, what, self._process)
+    def _wait(self, condition, what, limit=LIMIT):
+        return wait_for(condition, what, self._process, limit)
 
     def key(self, *keys):
         self.display.xdotool("key", "--clearmodifiers", "--delay", "30", *keys)
@@ -143,8 +143,8 @@ class Program:
         self._question, title = self._wait(self._new_question, what)
         return title
 
-    def wait_for_main_window(self):
-        self._wait(lambda: self._window() == self.window, "the main window to be active again")
+    def wait_for_main_window(self, limit=LIMIT):
+        self._wait(lambda: self._window() == self.window, "the main window to be active again", limit)
         self._question = None  # a sheet that comes up again may be the same window
 
     def wait_for(self, condition, what):
