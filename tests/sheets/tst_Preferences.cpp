@@ -1,25 +1,19 @@
 #include "settings/StoredWords.h"
-#include "sheets/preferences/FavoriteApplicationsController.h"
 #include "sheets/preferences/KeyConflicts.h"
 #include "sheets/preferences/PreferencesController.h"
-#include "tests/support/World.h"
+#include "tests/sheets/ShownPreferences.h"
 #include "views/VirtualKeys.h"
 #include "widgets/Colors.h"
 #include "widgets/ColorWell.h"
-#include "widgets/RecordTable.h"
-#include "widgets/RecordTableModel.h"
 #include "widgets/SegmentedControl.h"
 #include "window/InfoBarTextField.h"
 #include "window/MainWindowLayout.h"
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDialog>
 #include <QFile>
-#include <QLabel>
 #include <QRegularExpression>
 #include <QSpinBox>
-#include <QTabBar>
 #include <QTabWidget>
 #include <QTranslator>
 
@@ -28,56 +22,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-// The preferences as a person finds them, while the sheet is open.
-struct Shown {
-    QDialog &sheet;
-
-    template <typename Control>
-    Control &control(const QString &name) const
-    {
-        const auto controls = sheet.findChildren<Control *>();
-        for (Control *each : controls)
-            if (each->accessibleName() == name)
-                return *each;
-        qFatal("No control '%s'", qPrintable(name));
-    }
-    void click(const QString &name) const { control<QAbstractButton>(name).click(); }
-    QComboBox &key(const QString &command) const
-    {
-        return control<QComboBox>(u"Key of '%1'"_s.arg(command));
-    }
-    QComboBox &modifier(const QString &command) const
-    {
-        return control<QComboBox>(u"Modifier of '%1'"_s.arg(command));
-    }
-    void choose(const QString &name, int item) const
-    {
-        auto &choice = control<QComboBox>(name);
-        choice.setCurrentIndex(item);
-        Q_EMIT choice.activated(item);
-    }
-    RecordTable &table() const { return *sheet.findChild<RecordTable *>(); }
-};
-
-enum class End { Ok, Close };
-
-void preferences(World &world, const std::function<void(const Shown &)> &act, End end = End::Ok)
-{
-    bool seen = false;
-    QTimer::singleShot(0, &world.window, [&] {
-        auto *sheet = qobject_cast<QDialog *>(QApplication::activeModalWidget());
-        QVERIFY(sheet);
-        seen = true;
-        act({ *sheet });
-        if (end == End::Ok)
-            Shown { *sheet }.click(u"OK"_s);
-        else
-            QTest::keyClick(sheet, Qt::Key_Escape);
-    });
-    world.run(Command::Preferences);
-    QVERIFY(seen);
-}
 
 QVariantMap binding(int key, int modifier, const QString &name)
 {
@@ -445,75 +389,6 @@ private Q_SLOTS:
         QCOMPARE(adopted(size, u"Klein"_s, true), u"Klein"_s);
         for (const QString &noWord : { u"Winzig"_s, u"Fett"_s, QString() })
             QCOMPARE(adopted(size, noWord, false), noWord);
-    }
-
-    void favoritesAreAddedOnceMovedAndDeletedByKeys()
-    {
-        StartedWorld world;
-        const auto names = [&world] {
-            QStringList all;
-            for (const auto &each :
-                 world.application.bookmarkStore().getFavoriteApplicationsFromUserDefaults())
-                all.append(each.name);
-            return all.join(u' ');
-        };
-        preferences(
-            world,
-            [&](const Shown &shown) {
-                for (const char *path :
-                     { "/a/One.app", "/b/Two.app", "/a/One.app", "/c/Three.app" }) {
-                    world.openPanel.application = QLatin1StringView(path);
-                    shown.click(u"Add..."_s);
-                }
-                QCOMPARE(names(), u"One.app Two.app Three.app"_s);
-                RecordTable &table = shown.table();
-                table.selectRow(0);
-                QTest::keyClick(&table, Qt::Key_Down, Qt::AltModifier);
-                QCOMPARE(names(), u"Two.app One.app Three.app"_s);
-                QCOMPARE(table.selectedRow(), 1);
-                QTest::keyClick(&table, Qt::Key_Up, Qt::AltModifier);
-                QTest::keyClick(&table, Qt::Key_Up, Qt::AltModifier); // at the top already
-                QTest::keyClick(&table, Qt::Key_Delete);
-                QCOMPARE(names(), u"Two.app Three.app"_s);
-                table.clearSelection();
-                QTest::keyClick(&table, Qt::Key_Delete);
-            },
-            End::Close);
-        QCOMPARE(names(), u"Two.app Three.app"_s);
-        // Without OK, too, they are what there is now.
-        const QList<QAction *> items = world.application.menus().openWithMenu().actions();
-        QCOMPARE(items.first()->text(), u"Two.app"_s);
-        QCOMPARE(world.application.toolbar().favoriteApplications().size(), 2);
-    }
-
-    void ofThousandsOfFavoritesOnlyTheVisibleOnesAreLookedAt()
-    {
-        World world;
-        QVariantList favorites;
-        for (int i = 0; i < 5000; ++i) {
-            const QString name = u"%1.app"_s.arg(i);
-            if (i < 50) // more than fit in the table
-                makeTree(world.folder, u"left/"_s + name);
-            favorites.append(QVariantMap {
-                { u"Name"_s, name }, { u"RealPath"_s, world.folder.path(u"left/"_s + name) } });
-        }
-        world.defaults.setValue(Settings::OpenWithFavoriteApplications, favorites);
-        world.start();
-        world.workspace.iconLoads.clear();
-        preferences(
-            world,
-            [&](const Shown &shown) {
-                shown.sheet.findChild<QTabWidget *>()->setCurrentIndex(5);
-                QTRY_VERIFY(world.workspace.iconLoads.size() > 2);
-                RecordTable &table = shown.table();
-                const int page = table.viewport()->height()
-                    / table.visualRect(table.model()->index(0, 0)).height();
-                QVERIFY(world.workspace.iconLoads.size() <= page + 2);
-                const auto before = world.workspace.iconLoads;
-                table.viewport()->repaint();
-                QCOMPARE(world.workspace.iconLoads, before); // kept
-            },
-            End::Close);
     }
 };
 
