@@ -126,6 +126,8 @@ Polkit::Verdict Polkit::ask(PasswordWait &wait)
     const QDBusPendingCallWatcher answer(
         bus().asyncCall(checkCall(_action, Interaction::Allowed, cancellation), AsLongAsItTakes));
     QObject::connect(&answer, &QDBusPendingCallWatcher::finished, &answer, [&] { wait.end(); });
+    if (answer.isFinished()) // without a bus at once, and then nothing tells of it
+        wait.end();
     if (wait.wait())
         return verdictIn(answer.reply());
     QDBusMessage cancel = callOf(u"CancelCheckAuthorization"_s);

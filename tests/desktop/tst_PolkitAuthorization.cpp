@@ -251,6 +251,22 @@ private Q_SLOTS:
         QCOMPARE(nothing.execute(u"/bin/kill"_s, { u"12"_s }, ProcessStart { 9 }), 127);
     }
 
+    // The last one: there is none any more.
+    void withoutABusNobodyWaits()
+    {
+        cleanupTestCase();
+        _authorization = std::make_unique<PolkitAuthorization>(
+            *_dialogs, PolkitAuthorization::Programs { _folder.path(u"pkexec"_s), {} });
+        bool waits = false;
+        whenSheetOpens([&](QDialog &sheet) {
+            waits = true;
+            sheet.reject();
+        });
+        QTest::ignoreMessage(QtWarningMsg, "No rights: Not connected to D-Bus server");
+        QVERIFY(!_authorization->askForRights(Some));
+        QVERIFY(!waits);
+    }
+
 private:
     void startPolkit()
     {
