@@ -35,7 +35,7 @@ struct Information : StartedWorld {
             if (sheet->isVisible())
                 sheet->reject();
         });
-        const QString path = folder.path(u"left/"_s + name);
+        const QString path = name.startsWith(u'/') ? name : folder.path(u"left/"_s + name);
         application.infoSheetController().showInfoSheet(
             { .source = PathText::parent(path),
               .items = { PathText::lastComponent(path) },
