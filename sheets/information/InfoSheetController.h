@@ -36,6 +36,7 @@ public:
     // Where the names of users and groups come from, on worker threads: the user database.
     void setAccountSource(std::function<AccountNames()> source);
     void awakeFromNib(); // reads them
+    bool isReadingAccounts() const { return _accountReading.anyWanted(); }
 
     // Returns when the sheet has closed. While it stands there it shows the other item instead.
     void showInfoSheet(const OperationRequest &request) override;

@@ -55,6 +55,8 @@ struct World {
     {
         application.start();
         QVERIFY(QTest::qWaitForWindowExposed(&window));
+        // What arrives in the middle of a test would have its keys wait.
+        QTRY_VERIFY(!application.infoSheetController().isReadingAccounts());
     }
     void startOnLeft() // in both panes
     {
