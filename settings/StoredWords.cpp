@@ -4,7 +4,7 @@
 #include "settings/SettingsKeys.h"
 #include "settings/UserDefaults.h"
 
-#include <QDir>
+#include <QDirIterator>
 #include <QTranslator>
 
 #include <algorithm>
@@ -31,10 +31,10 @@ using Translators = std::vector<std::unique_ptr<QTranslator>>;
 Translators translatorsIn(const QString &folder)
 {
     Translators translators;
-    const auto files = QDir(folder).entryInfoList(QDir::Files);
-    for (const QFileInfo &file : files) {
+    // Files of the program's own, with names of its own: no person's path comes here.
+    for (QDirIterator files(folder, QDir::Files); files.hasNext();) {
         auto translator = std::make_unique<QTranslator>();
-        if (translator->load(file.filePath()))
+        if (translator->load(files.next()))
             translators.push_back(std::move(translator));
     }
     return translators;
