@@ -3,6 +3,7 @@
 #include "files/FileName.h"
 #include "files/PathText.h"
 
+#include <climits>
 #include <unistd.h>
 
 namespace {
@@ -31,7 +32,7 @@ std::optional<QString> FileUrls::pathOf(const QByteArray &url)
     }
     const QByteArray path = QByteArray::fromPercentEncoding(rest);
     // A NUL would end the path early, at another file.
-    if (!path.startsWith('/') || path.contains('\0'))
+    if (!path.startsWith('/') || path.contains('\0') || path.size() >= PATH_MAX)
         return std::nullopt;
     return PathText::normalized(FileName::fromBytes(path));
 }
@@ -44,18 +45,25 @@ QByteArray FileUrls::uriList(const QStringList &paths)
     return list;
 }
 
-std::optional<QStringList> FileUrls::pathsOf(const QByteArray &uriList)
+FileUrls::Sorted FileUrls::sorted(const QByteArray &uriList)
 {
-    QStringList paths;
+    Sorted found;
     const auto lines = uriList.split('\n');
     for (const QByteArray &line : lines) {
         const QByteArray url = line.trimmed();
         if (url.isEmpty() || url.startsWith('#') || url == QByteArray(1, '\0'))
             continue;
-        const auto path = pathOf(url);
-        if (!path)
-            return std::nullopt;
-        paths.append(*path);
+        if (const auto path = pathOf(url))
+            found.paths.append(*path);
+        else
+            found.others.append(url);
     }
-    return paths.isEmpty() ? std::nullopt : std::optional(paths);
+    return found;
+}
+
+std::optional<QStringList> FileUrls::pathsOf(const QByteArray &uriList)
+{
+    const Sorted found = sorted(uriList);
+    return found.paths.isEmpty() || !found.others.isEmpty() ? std::nullopt
+                                                            : std::optional(found.paths);
 }

@@ -14,6 +14,13 @@ std::optional<QString> pathOf(const QByteArray &url);
 // A "text/uri-list" (RFC 2483): one URL a line.
 QByteArray uriList(const QStringList &paths);
 
+// What such a list holds, line by line.
+struct Sorted {
+    QStringList paths {}; // of files of this machine
+    QList<QByteArray> others {}; // URLs that are none, as they stand
+};
+Sorted sorted(const QByteArray &uriList);
+
 // The paths of such a list; nothing when it holds none, or anything that is no file of this
 // machine.
 std::optional<QStringList> pathsOf(const QByteArray &uriList);
