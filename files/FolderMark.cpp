@@ -8,7 +8,9 @@
 #include <algorithm>
 #include <cstring>
 #include <fcntl.h>
+#include <linux/fs.h>
 #include <linux/magic.h>
+#include <sys/ioctl.h>
 #include <sys/vfs.h>
 
 using namespace Qt::StringLiterals;
@@ -58,4 +60,23 @@ bool keepsInodes(int folder)
     };
     return std::find(std::begin(madeUp), std::end(madeUp), quint32(status.f_type))
         == std::end(madeUp);
+}
+
+bool foldsNames(int folder)
+{
+    struct statfs status { };
+    if (::fstatfs(folder, &status) != 0)
+        return false;
+    constexpr quint32 Hfs = 0x4244;
+    constexpr quint32 HfsPlus = 0x482B;
+    constexpr quint32 Ntfs = 0x5346544E;
+    constexpr quint32 Ntfs3 = 0x7366746E;
+    constexpr quint32 folding[] = {
+        MSDOS_SUPER_MAGIC, EXFAT_SUPER_MAGIC, Hfs, HfsPlus, Ntfs, Ntfs3
+    };
+    if (std::find(std::begin(folding), std::end(folding), quint32(status.f_type))
+        != std::end(folding))
+        return true;
+    int flags = 0; // some folders of other file systems
+    return ::ioctl(folder, FS_IOC_GETFLAGS, &flags) == 0 && flags & FS_CASEFOLD_FL;
 }

@@ -13,3 +13,7 @@ QString fileSystemMark(const QString &path);
 // Whether an item keeps its inode number while it lies unused or its volume is away: not where the
 // kernel makes the numbers up, as for FAT.
 bool keepsInodes(int folder);
+
+// Whether an item may be reached by other spellings of its name, so that one that somebody used
+// does not tell how the folder lists it.
+bool foldsNames(int folder);
