@@ -78,6 +78,16 @@ std::error_code FileSystem::makeFolder(const QString &path)
                          : error(std::errc::invalid_argument);
 }
 
+std::error_code FileSystem::makeFile(const QString &path)
+{
+    const QByteArray bytes = FileName::toBytes(path);
+    if (!isPath(bytes))
+        return error(std::errc::invalid_argument);
+    const Descriptor made(
+        ::open(bytes.constData(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666));
+    return errorOf(made.number());
+}
+
 void FileSystem::makePrivateFolders(const QString &path)
 {
     if (path.isEmpty() || exists(path))

@@ -11,6 +11,9 @@ namespace FileSystem {
 // Creates one folder (mode 0777 less the umask).
 std::error_code makeFolder(const QString &path);
 
+// Creates an empty file (mode 0666 less the umask).
+std::error_code makeFile(const QString &path);
+
 // Creates a folder of the person's alone (mode 0700) and those it lies in, as far as they are
 // missing. Whether that worked shows when something is put there.
 void makePrivateFolders(const QString &path);

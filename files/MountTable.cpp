@@ -84,6 +84,13 @@ const Mount *MountTable::mountOf(const QString &path) const
     return best;
 }
 
+bool MountTable::anyIn(const QString &path) const
+{
+    return std::ranges::any_of(_mounts, [below = path + u'/', &path](const Mount &mount) {
+        return mount.point == path || mount.point.startsWith(below);
+    });
+}
+
 bool MountTable::isLocal(const Mount &mount) const
 {
     const auto answersItself = [](const QString &type) {

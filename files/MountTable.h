@@ -28,6 +28,9 @@ public:
     // point.
     const Mount *mountOf(const QString &path) const;
 
+    // Whether something is mounted on the absolute path or below it, by the text alone.
+    bool anyIn(const QString &path) const;
+
     // Whether the kernel alone answers for the mount and for the way to it. Another machine or a
     // program can be gone, and then every call hangs; a type that is not known counts as such.
     bool isLocal(const Mount &mount) const;

@@ -74,8 +74,11 @@ QStringList PathText::components(const QString &path)
 QString PathText::fromComponents(const QStringList &components)
 {
     QString path;
-    for (const QString &component : components)
-        path = path.isEmpty() ? component : joined(path, component);
+    for (const QString &component : components) {
+        if (!path.isEmpty() && !path.endsWith(u'/'))
+            path += u'/';
+        path += component;
+    }
     return path;
 }
 

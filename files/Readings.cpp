@@ -17,14 +17,16 @@ void Readings::run(std::function<void()> read, std::function<void()> take)
     connect(thread, &QThread::finished, this,
             [this, thread, take = std::move(take), wanted = _wanted] {
                 thread->deleteLater();
-                if (!*wanted)
-                    return;
-                Arrivals::deliver(this, [this, take, wanted] {
+                const auto hand = [this, take, wanted] {
                     if (!*wanted)
                         return;
                     --_underWay;
                     take();
-                });
+                };
+                if (_delivery == Delivery::AtOnce)
+                    hand();
+                else if (*wanted)
+                    Arrivals::deliver(this, hand);
             });
     thread->start();
 }

@@ -12,10 +12,18 @@ class Readings final : public QObject {
     Q_OBJECT
 
 public:
+    // How answers come: in the order of what arrives at the main thread, or at once, also in the
+    // middle of a wait: for a receiver that keeps them until nobody waits any more. Then
+    // they do not make input wait for its turn.
+    enum class Delivery { InOrder, AtOnce };
+    explicit Readings(Delivery delivery = Delivery::InOrder)
+        : _delivery(delivery)
+    {
+    }
     ~Readings() override;
 
     // `read` runs beside the window and holds by value what it needs; `take` gets what it answers,
-    // on the main thread and in the order of what arrives there, unless drop() came first.
+    // on the main thread, unless drop() came first.
     template <typename Read, typename Take>
     void start(Read read, Take take)
     {
@@ -35,6 +43,7 @@ public:
 private:
     void run(std::function<void()> read, std::function<void()> take);
 
+    const Delivery _delivery;
     std::shared_ptr<bool> _wanted = std::make_shared<bool>(true); // those started since drop()
     int _underWay = 0; // of these
 };

@@ -29,7 +29,7 @@ std::optional<StagedName> StagedName::fromText(const QByteArray &text)
     const qsizetype blank = text.indexOf(' ');
     bool isNumber = false;
     const quint64 number = blank > 1 ? text.mid(1, blank - 1).toULongLong(&isNumber) : 0;
-    if (!isNumber || !QByteArray("miout").contains(text[0]))
+    if (!isNumber || !QByteArray("mioutr").contains(text[0]))
         return std::nullopt;
     return StagedName { Role(text[0]), number, text.mid(blank + 1) };
 }

@@ -17,6 +17,7 @@ struct StagedName {
         Ready = 'i', // the number is the inode of the new item: any other one is what it replaced
         Old = 'o', // set aside, where a file system cannot exchange two names
         Unpacking = 'u', // a folder: what has come out of the archive of that name so far
+        Removing = 'r', // the folder that is to go for good, if it has the inode of the number
         Trash = 't', // a folder in which it goes to the Trash under its own name
     };
 

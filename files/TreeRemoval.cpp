@@ -36,7 +36,7 @@ public:
         DirectoryReader reader;
         auto failed = reader.openAt(folder, name);
         if (failed == std::errc::permission_denied && _closed == ClosedFolders::Open
-            && ::fchmodat(folder, name, 0700, 0) == 0)
+            && ::fchmodat(folder, name, 0700, AT_SYMLINK_NOFOLLOW) == 0)
             failed = reader.openAt(folder, name);
         if (failed)
             return failed;
