@@ -100,7 +100,10 @@ QVariantMap localeDefaults(const QLocale &locale)
     const auto weekDay = [&](QLocale::FormatType type) {
         return names(7, [&](int i) { return locale.dayName(i == 0 ? 7 : i, type); });
     };
+    const bool isNone = locale.language() == QLocale::C; // whose texts are English
     return {
+        { Settings::LanguageName,
+          QLocale::languageToString(isNone ? QLocale::English : locale.language()) },
         { Settings::ShortTimeDateFormat,
           date(QLocale::ShortFormat) + u' ' + withoutSeconds(time(QLocale::ShortFormat)) },
         { Settings::DateFormat, date(QLocale::LongFormat) },

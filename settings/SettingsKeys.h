@@ -55,7 +55,8 @@ inline constexpr Key RightFileListSortingDirection { "TWRightFileListSortingDire
 // dictionary from folder path to row number, absent: empty. The remembered selections.
 inline constexpr Key SelectedItemsLeft { "TWSelectedItemsLeft" };
 inline constexpr Key SelectedItemsRight { "TWSelectedItemsRight" };
-// dictionary "X", "Y", "Width", "Height", "Maximized"; absent: as the desktop places it.
+// dictionary "X", "Y", "Width", "Height", "Maximized", "FullScreen", and "ActivePane", a side's
+// word; absent: as the desktop places it, with the left pane active.
 inline constexpr Key MainWindowFrame { "TWMainWindowFrame" };
 // array of the two panes' widths, absent: equal.
 inline constexpr Key PaneWidths { "TWPaneWidths" };
@@ -66,6 +67,9 @@ inline constexpr Key RightFileListColumnWidths { "TWRightFileListColumnWidths" }
 inline constexpr Key Bookmarks { "TWBookmarks" };
 // array of application records, absent: empty.
 inline constexpr Key OpenWithFavoriteApplications { "TWOpenWithFavoriteApplications" };
+// array of strings, absent: empty. Folders that no search goes into: paths, or names of folders
+// anywhere (search/WalkRules).
+inline constexpr Key SearchLeftOutFolders { "TWSearchLeftOutFolders" };
 // dictionary: "TB Item Identifiers" (array of strings), absent: the default items;
 // "TB Display Mode" (integer, 1: icon and label, 2: icon only), absent: 1;
 // "TB Is Shown" (boolean), absent: true. Where the platform keeps a toolbar of this name.
@@ -81,5 +85,7 @@ inline constexpr Key MonthNames { "NSMonthNameArray" };
 inline constexpr Key ShortMonthNames { "NSShortMonthNameArray" };
 inline constexpr Key WeekDayNames { "NSWeekDayNameArray" };
 inline constexpr Key ShortWeekDayNames { "NSShortWeekDayNameArray" };
+// The name of the person's language, in English.
+inline constexpr Key LanguageName { "NSLanguageName" };
 
 } // namespace Settings

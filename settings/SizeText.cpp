@@ -65,6 +65,20 @@ QString SizeText::getCalcFileSizeWithDouble(double bytes)
     return digits(bytes / unit->bytes, std::chars_format::general, 3) + unit->name;
 }
 
+QString SizeText::getRoundedSize(double bytes)
+{
+    constexpr QLatin1StringView units[] = { " KB"_L1, " MB"_L1, " GB"_L1, " TB"_L1, " PB"_L1 };
+    if (bytes < 0x1p10)
+        return fixed(bytes, 0) + u" Bytes"_s;
+    const auto *unit = std::begin(units);
+    double value = bytes / 0x1p10;
+    for (; value >= 0x1p10 && unit + 1 != std::end(units); ++unit)
+        value /= 0x1p10;
+    constexpr double FourDigits = 999.5; // when it is rounded
+    return (value < FourDigits ? digits(value, std::chars_format::general, 3) : fixed(value, 0))
+        + *unit;
+}
+
 QString SizeText::fixed(double value, int decimals)
 {
     return digits(value, std::chars_format::fixed, decimals);

@@ -11,6 +11,8 @@ public:
     static double readAsText(qint64 bytes);
     // A sum of sizes, three significant digits: "118 MB".
     static QString getCalcFileSizeWithDouble(double bytes);
+    // What a volume or a whole folder has, up to three digits: "53.1 GB", "1.82 TB", "12 Bytes".
+    static QString getRoundedSize(double bytes);
     // The C library's digits with a point in every locale; Qt's own formatting rounds 2.5 up.
     static QString fixed(double value, int decimals);
 };

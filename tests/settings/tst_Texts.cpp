@@ -66,6 +66,19 @@ private Q_SLOTS:
             const auto unit = std::ranges::find(units, words[1], &std::pair<QString, float>::first);
             QCOMPARE(SizeText::readAsText(bytes), double(words[0].toFloat() * unit->second));
         }
+        const std::pair<double, QString> rounded[] = {
+            { 0, u"0 Bytes"_s },
+            { 1023, u"1023 Bytes"_s },
+            { 1024, u"1 KB"_s },
+            { 1260, u"1.23 KB"_s },
+            { 999.4 * 0x1p10, u"999 KB"_s },
+            { 999.5 * 0x1p10, u"1000 KB"_s },
+            { 53.06 * 0x1p30, u"53.1 GB"_s },
+            { 0x1p40, u"1 TB"_s },
+            { 0x1p64, u"16384 PB"_s },
+        };
+        for (const auto &[bytes, text] : rounded)
+            QCOMPARE(SizeText::getRoundedSize(bytes), text);
         const std::pair<double, QString> sums[] = {
             // have three digits
             { 0, u"0 Bytes"_s },         { 1023, u"0 Bytes"_s },        { qQNaN(), u"0 Bytes"_s },
