@@ -1,3 +1,5 @@
+#include "tests/fuzz/Readers.h"
+
 #include "files/FileName.h"
 #include "files/FileUrls.h"
 #include "files/HiddenRule.h"
@@ -14,22 +16,11 @@
 #include <QtEndian>
 
 #include <algorithm>
-#include <cstdio>
-#include <cstdlib>
 
 using namespace Qt::StringLiterals;
 
 // The readers of bytes from outside, and what must hold whatever the bytes are. A program for each.
 namespace Readers {
-
-// Ends the program when what must always hold does not.
-void require(bool holds, const char *what)
-{
-    if (holds)
-        return;
-    std::fprintf(stderr, "does not hold: %s\n", what);
-    std::abort();
-}
 
 bool isPlainPath(const QString &path)
 {
