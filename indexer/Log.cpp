@@ -1,0 +1,3 @@
+#include "indexer/Log.h"
+
+Q_LOGGING_CATEGORY(indexLog, "twinleaf.index")
