@@ -1,13 +1,13 @@
 #include "platform/desktop/AttendedChild.h"
 
+#include "platform/desktop/ForkedChild.h"
+
 #include <cerrno>
-#include <climits>
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
 #include <sys/prctl.h>
-#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -27,31 +27,6 @@ void endGroup(int)
         asked = 1;
         kill(0, SIGTERM); // which comes back once
     }
-}
-
-void setSignals()
-{
-    struct sigaction standard = {};
-    standard.sa_handler = SIG_DFL;
-    for (int number = 1; number < NSIG; ++number)
-        sigaction(number, &standard, nullptr);
-    sigset_t none;
-    sigemptyset(&none);
-    sigprocmask(SIG_SETMASK, &none, nullptr);
-}
-
-void setDescriptors(int output, int errors)
-{
-    // Out of the way first: they may be among the three that are replaced.
-    const int out = fcntl(output, F_DUPFD, 3);
-    const int err = fcntl(errors, F_DUPFD, 3);
-    dup2(out, STDOUT_FILENO);
-    dup2(err, STDERR_FILENO);
-    close(STDIN_FILENO);
-    open("/dev/null", O_RDONLY);
-    // What we hold open would stay open, and what we lock stay locked. By number: not every C
-    // library has the call.
-    syscall(SYS_close_range, STDERR_FILENO + 1, UINT_MAX, 0);
 }
 
 // Answers the status of the program when nothing that it has started is left.
@@ -91,10 +66,10 @@ int waitForAll(pid_t program)
 [[noreturn]] void become(pid_t parent, int folder, char *const *arguments, int errors)
 {
     setpgid(0, 0);
-    setSignals();
+    ForkedChild::setSignals();
     prctl(PR_SET_PDEATHSIG, SIGTERM, 0, 0, 0);
     int failed = fchdir(folder) == 0 ? 0 : errno;
-    setDescriptors(open("/dev/null", O_WRONLY), errors);
+    ForkedChild::setDescriptors(open("/dev/null", O_WRONLY), errors);
     if (failed == 0 && getppid() == parent) {
         execv(arguments[0], arguments);
         failed = errno;
@@ -118,8 +93,8 @@ pid_t startAttended(const char *folder, char *const *arguments, int output, int 
     const pid_t child = fork();
     if (child == 0) {
         setpgid(0, 0); // as every program's: a Ctrl+C in the terminal is not for it
-        setSignals();
-        setDescriptors(output, errors);
+        ForkedChild::setSignals();
+        ForkedChild::setDescriptors(output, errors);
         attend(parent, folder, arguments);
     }
     pthread_sigmask(SIG_SETMASK, &before, nullptr);
