@@ -5,6 +5,7 @@
 #include "files/FileStatus.h"
 #include "files/PathText.h"
 #include "files/SameFile.h"
+#include "platform/desktop/TrashFolder.h"
 #include "platform/desktop/TrashRecord.h"
 
 #include <gio/gio.h>
@@ -14,6 +15,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <climits>
+#include <cstdlib>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -22,27 +24,23 @@ Q_LOGGING_CATEGORY(trashLog, "twinleaf.trash")
 
 namespace {
 
-QString homeTrash()
-{
-    return FileName::fromBytes(g_get_user_data_dir()) + "/Trash"_L1;
-}
-
-// A volume's Trash lies at its top, under one of two names (and for the first, per person below).
+// A volume's Trash lies at its top; the one for all persons has a folder for each.
 bool isVolumeTrash(const QString &path)
 {
-    const QString user = QString::number(getuid());
-    const qsizetype slash = path.lastIndexOf(u'/');
-    const QString folder = path.left(qMax<qsizetype>(slash, 1));
-    const QStringView name = QStringView(path).sliced(slash + 1);
-    if (name != u".Trash" && name != ".Trash-"_L1 + user)
+    const QString top = PathText::parent(path);
+    const auto lies = [&](const TrashPlace &trash) {
+        return path == trash.folder || path == PathText::parent(trash.folder);
+    };
+    if (path == top || std::ranges::none_of(TrashPlace::atTop(top), lies))
         return false;
-    const auto status = fileStatus(folder, Links::Follow);
-    return folder == u"/" || (status && status->mountPoint);
+    const auto status = fileStatus(top, Links::Follow);
+    return top == u"/" || (status && status->mountPoint);
 }
 
 bool isInTrash(const QString &folder, const MountTable &mounts)
 {
-    if (exists(homeTrash()) && SameFile::isInside(folder, homeTrash(), mounts))
+    if (const QString home = TrashPlace::ofHome().folder;
+        exists(home) && SameFile::isInside(folder, home, mounts))
         return true;
     for (QString above = folder; above.size() > 1; above = PathText::parent(above)) {
         if (isVolumeTrash(above))
@@ -62,12 +60,13 @@ QStringList recordFolders(const QString &folder)
     QString top = folder;
     const auto own = device(top);
     if (own == device(FileName::fromBytes(g_get_home_dir())))
-        return { homeTrash() + "/info"_L1 };
+        return { TrashPlace::ofHome().records() };
     while (top.size() > 1 && device(PathText::parent(top)) == own)
         top = PathText::parent(top);
-    const QString user = QString::number(getuid());
-    return { PathText::joined(top, ".Trash/"_L1 + user + "/info"_L1),
-             PathText::joined(top, ".Trash-"_L1 + user + "/info"_L1) };
+    QStringList folders;
+    for (const TrashPlace &trash : TrashPlace::atTop(top))
+        folders += trash.records();
+    return folders;
 }
 
 // The local files alone: the desktop's virtual file systems would want a session bus first.
@@ -96,8 +95,9 @@ Trash::Folder::Folder(const QString &path)
     : _path(path)
     , _liesInTrash(isInTrash(path, _mounts))
 {
-    for (const QString &folder : { FileName::fromBytes(g_get_home_dir()), homeTrash(),
-                                   homeTrash() + "/files"_L1, homeTrash() + "/info"_L1 })
+    const TrashPlace home = TrashPlace::ofHome();
+    for (const QString &folder :
+         { FileName::fromBytes(g_get_home_dir()), home.folder, home.files(), home.records() })
         if (exists(folder))
             _kept += folder;
     const QStringList folders = recordFolders(path);
@@ -114,14 +114,32 @@ QString Trash::Folder::itemPath(const QString &name) const
     return PathText::joined(_path, name);
 }
 
-bool Trash::Folder::mustStay(const QString &item, const FileStatus &status) const
+QString Trash::Folder::whyItMustStay(const QString &item, const FileStatus &status) const
 {
-    if (status.mountPoint || isVolumeTrash(item))
-        return true;
-    return status.kind == FileKind::Directory
-        && std::any_of(_kept.begin(), _kept.end(), [&](const QString &folder) {
-               return SameFile::isInside(folder, item, _mounts);
-           });
+    const auto holds = [&](const QString &folder) {
+        return SameFile::isInside(folder, item, _mounts);
+    };
+    if (status.mountPoint || isVolumeTrash(item)
+        || (status.kind == FileKind::Directory && std::any_of(_kept.begin(), _kept.end(), holds)))
+        return localized("It is a volume, the home folder or the Trash, or holds one of them.");
+    return {};
+}
+
+QString Trash::Folder::refusalForGood(const QString &name) const
+{
+    const QString item = itemPath(name);
+    const auto status = fileStatus(item, Links::NoFollow);
+    if (!status)
+        return localized("It does not exist.");
+    QString reason = whyItMustStay(item, *status);
+    if (!reason.isEmpty() || status->kind != FileKind::Directory)
+        return reason;
+    // Whatever the folder is called here.
+    char real[PATH_MAX];
+    const char *found = realpath(FileName::toBytes(item).constData(), real);
+    if (_mounts.anyIn(found ? FileName::fromBytes(found) : item))
+        return localized("A volume is mounted in it.");
+    return {};
 }
 
 // The record has the item's name and an ending; the second of a name gets a number besides.
@@ -143,8 +161,8 @@ QString Trash::Folder::refusal(const QString &name)
         return localized("It does not exist.");
     if (_liesInTrash)
         return localized("It lies in the Trash already.");
-    if (mustStay(item, *status))
-        return localized("It is a volume, the home folder or the Trash, or holds one of them.");
+    if (QString reason = whyItMustStay(item, *status); !reason.isEmpty())
+        return reason;
     if (isTooLong(name))
         return localized("Its name is too long for the Trash.");
     if (!_notWritable.isEmpty())

@@ -21,6 +21,10 @@ public:
     // Trash's own record, and what lies where there is no Trash or no right to move it.
     QString refusal(const QString &name);
 
+    // The same where the item is to go for good: "/", the home folder, mount points, the folders of
+    // the Trash and what holds one of these are refused.
+    QString refusalForGood(const QString &name) const;
+
     // Moves one item; links are moved themselves. Never removes for good. `reason` gets why it
     // failed. `origin`: where "Restore" is to bring it back, when that is not where it lies now.
     bool moveItem(const QString &name, QString *reason = nullptr, const QString &origin = {});
@@ -31,7 +35,7 @@ private:
         qsizetype longestName; // bytes
     };
     QString itemPath(const QString &name) const;
-    bool mustStay(const QString &item, const FileStatus &status) const;
+    QString whyItMustStay(const QString &item, const FileStatus &status) const;
     bool isTooLong(const QString &name) const;
 
     QString _path;

@@ -2,16 +2,16 @@
 
 #include "files/DirectoryReader.h"
 #include "files/FileName.h"
-#include "files/MountTable.h"
 #include "files/PathText.h"
+#include "platform/desktop/TrashFolder.h"
 
 #include <gio/gio.h>
 
 #include <QByteArrayList>
 
+#include <algorithm>
 #include <climits>
 #include <cstdlib>
-#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -32,11 +32,11 @@ bool mayBeCalled(const QByteArray &name, const QByteArray &original)
     return name.startsWith(original.left(original.indexOf('.')));
 }
 
-std::optional<QByteArray> nameIn(const QString &trash, const FileIdentity &item,
+std::optional<QByteArray> nameIn(const TrashPlace &trash, const FileIdentity &item,
                                  const QByteArray &original)
 {
     DirectoryReader files;
-    if (files.open(trash + "/files"_L1))
+    if (files.open(trash.files()))
         return std::nullopt;
     std::optional<QByteArray> found;
     files.read([&](const DirectoryItem &entry) {
@@ -74,21 +74,15 @@ bool TrashRecord::setOrigin(const FileIdentity &item, const QString &path, const
 {
     const QByteArray original = FileName::toBytes(PathText::lastComponent(path));
     const QString place = realPath(origin);
-    const auto change = [&](const QString &trash, const QString &recorded) {
+    const auto change = [&](const TrashPlace &trash) {
         const auto name = nameIn(trash, item, original);
+        // A volume's Trash knows places below its top.
+        const QString top = trash.base == u"/" ? QString() : trash.base;
+        const bool isBelow = trash.onVolume && place.startsWith(top + u'/');
         return name
-            && write(FileName::toBytes(trash) + "/info/" + *name + ".trashinfo",
-                     FileName::toBytes(recorded));
+            && write(FileName::toBytes(trash.records()) + '/' + *name + ".trashinfo",
+                     FileName::toBytes(isBelow ? place.mid(top.size() + 1) : place));
     };
-    if (change(FileName::fromBytes(g_get_user_data_dir()) + "/Trash"_L1, place))
-        return true;
-    const MountTable table = MountTable::current();
-    const Mount *mount = table.mountOf(realPath(path));
-    if (!mount)
-        return false;
-    // A volume's Trash knows places below its top.
-    const QString top = mount->point == u"/" ? QString() : mount->point;
-    const QString below = place.startsWith(top + u'/') ? place.mid(top.size() + 1) : place;
-    const QString user = QString::number(getuid());
-    return change(top + "/.Trash/"_L1 + user, below) || change(top + "/.Trash-"_L1 + user, below);
+    return change(TrashPlace::ofHome())
+        || std::ranges::any_of(TrashPlace::ofVolumesOf({ realPath(path) }), change);
 }

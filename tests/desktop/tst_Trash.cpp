@@ -100,6 +100,33 @@ private Q_SLOTS:
         QVERIFY(Trash::moveItem(longest));
     }
 
+    void whatMustStayDoesNotGoForGoodEither()
+    {
+        makeTree(_data, u"Trash/files/old/inner=x, Trash/info/"_s);
+        makeTree(folder, u"holder/volume/, link->holder"_s);
+        TestMount mount(folder.path(u"holder/volume"_s));
+        mount.fresh("");
+        const std::pair<QString, bool> rows[] = {
+            { u"/proc"_s, false },
+            { _home, false },
+            { _home.section(u'/', 0, -2), false },
+            { _data.path(), false },
+            { _trash, false },
+            { folder.path(u"holder"_s), false },
+            { folder.path(u"holder/volume"_s), false },
+            { folder.path(u"gone"_s), false },
+            { folder.path(u"link"_s), true }, // itself
+            { _trash + u"/files/old"_s, true },
+            { _trash + u"/files/old/inner"_s, true },
+        };
+        for (const auto &[path, mayGo] : rows)
+            QVERIFY2(Trash::Folder(PathText::parent(path))
+                             .refusalForGood(PathText::lastComponent(path))
+                             .isEmpty()
+                         == mayGo,
+                     qPrintable(path));
+    }
+
     void whatCameToTheNameIsLookedAtAgain()
     {
         makeTree(folder, u"x=x"_s);
