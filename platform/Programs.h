@@ -1,12 +1,11 @@
 #pragma once
 
+#include <QByteArray>
 #include <QStringList>
 
 #include <functional>
 
 #include <sys/types.h>
-
-class QByteArray;
 
 // How a child process ended.
 struct ProgramEnd {
@@ -27,6 +26,23 @@ struct ProgramEnd {
 struct ProgramAttention {
     std::function<void(pid_t)> started {};
     std::function<void(const QByteArray &line)> line {}; // of its standard output
+};
+
+// A command line of the internal terminal, when its program has ended.
+struct CommandEnd {
+    int error = 0; // errno where it could not be started; ENOENT: there is no such program
+    int status = 0; // as ProgramEnd has it
+    QByteArray output {}; // the beginning of its standard output
+    bool outputIsCut = false; // there was more
+    QByteArray errors {}; // the beginning of its standard error, or why it could not be started
+};
+
+// What is told of a command line while it runs, on the caller's thread.
+struct CommandAttention {
+    std::function<void(pid_t)> started {};
+    // What the program started and left behind may still run.
+    std::function<void(const CommandEnd &)> ended {};
+    std::function<void()> gone {}; // the process id: from now on it may be another's
 };
 
 // Runs the external programs that carry out copy, move, link, packing and unpacking. Any thread.
@@ -51,4 +67,11 @@ public:
                              const ProgramAttention &attention = {}) = 0;
     virtual ProgramEnd runShell(const QString &commandLine,
                                 const ProgramAttention &attention = {}) = 0;
+    // A command line of the internal terminal: its first word is a program's name, looked up in
+    // PATH, or a path, from the folder on. Its standard input is at its end. Returns when nothing
+    // that it started is left. When the process id that was told gets SIGTERM all of it is asked to
+    // end, and what has not done so within a second, or at the next SIGTERM, is made to. So it is
+    // when this program ends, however that ends.
+    virtual void runCommand(const QString &folder, const QStringList &words,
+                            const CommandAttention &attention) = 0;
 };

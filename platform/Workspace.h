@@ -6,6 +6,8 @@
 
 #include <memory>
 
+class TrashCan;
+
 // The programs of the Tools menu.
 enum class Tool {
     Terminal,
@@ -41,10 +43,36 @@ public:
     virtual bool openInstallerPackage(const QString &path) = 0;
     // The full path of the application that opens the file; empty when there is none.
     virtual QString applicationForFile(const QString &path) const = 0;
+    // The full path of the application that plain texts are edited with, whatever a file says it
+    // is; empty when there is none. Any thread.
+    virtual QString textEditor() const = 0;
+
+    // What can open some files.
+    struct FileApplications {
+        struct Application {
+            QString path;
+            QString name;
+        };
+        QList<Application> all {}; // that can open each of them, the best known first
+        QString standard {}; // the path of the one among these that opens them by default
+        // How the desktop names their type, and what a person calls it; "" where they are of
+        // several, or of none that is known.
+        QString type {};
+        QString kind {};
+    };
+    virtual FileApplications applicationsForFiles(const QStringList &paths) const = 0;
+    // From now on files of the type are opened with the application. `reason` as below. Any thread.
+    virtual bool setDefaultApplication(const QString &application, const QString &type,
+                                       QString *reason = nullptr) = 0;
+    // Starts the person's terminal in a folder. `reason` as below. Any thread.
+    virtual bool openTerminal(const QString &folder, QString *reason = nullptr) = 0;
 
     // The installed application for a tool; empty when there is none.
     virtual QString applicationForTool(Tool tool) const = 0;
     virtual QIcon iconOfApplication(const QString &path) const = 0;
+    // Opens the desktop's own window for searching files, with this text. False when there is none
+    // or it cannot be started. Any thread.
+    virtual bool showSearchWindow(const QString &text) = 0;
     // Opens a web or mail address in the person's browser or mail program.
     virtual bool openAddress(const QString &address) = 0;
 
@@ -60,6 +88,9 @@ public:
         // Why the item would be refused, as a sentence for a person; "" when nothing speaks
         // against it.
         virtual QString refusal(const QString &name) = 0;
+        // The same for an item that is to go for good: whether it is a volume, the home folder or
+        // the Trash, or holds one of them.
+        virtual QString refusalForGood(const QString &name) = 0;
         // As moveToTrash.
         virtual bool move(const QString &name, QString *reason) = 0;
     };
@@ -71,6 +102,9 @@ public:
     // not where it lies now. Any thread.
     virtual bool moveToTrash(const QString &path, QString *reason = nullptr,
                              const QString &origin = {}) = 0;
+
+    // What lies in the Trash, and the ways out of it.
+    virtual TrashCan &trashCan() = 0;
 
     // The mount points of the local volumes, "/" first. Any thread.
     virtual QStringList mountedLocalVolumePaths() const = 0;

@@ -3,12 +3,11 @@
 #include "files/Descriptor.h"
 #include "files/FileName.h"
 #include "platform/desktop/AttendedChild.h"
-
-#include <QVarLengthArray>
+#include "platform/desktop/ProgramWords.h"
+#include "platform/ProgramBeside.h"
 
 #include <algorithm>
 #include <cerrno>
-#include <climits>
 #include <csignal>
 #include <cstring>
 #include <fcntl.h>
@@ -164,41 +163,30 @@ int waitForEnd(pid_t process)
 // beside the program, else where programs lie.
 QByteArray programOf(const QByteArray &path)
 {
-    if (path != "/usr/bin/ditto")
-        return path;
-    const QByteArray own("twinleaf-ditto");
-    char self[PATH_MAX];
-    const ssize_t length = readlink("/proc/self/exe", self, sizeof self);
-    const QByteArray folder = QByteArray(self, std::max<ssize_t>(length, 0));
-    const QByteArray beside = folder.left(folder.lastIndexOf('/') + 1) + own;
-    return access(beside.constData(), X_OK) == 0 ? beside : own;
+    return path == "/usr/bin/ditto" ? programBeside("twinleaf-ditto") : path;
 }
 
-// An argument vector as the system takes it.
-class Vector {
-public:
-    explicit Vector(const QStringList &arguments)
-    {
-        for (const QString &argument : arguments)
-            _bytes.append(FileName::toBytes(argument));
-        if (!_bytes.isEmpty())
-            _bytes.first() = programOf(_bytes.first());
-        for (QByteArray &argument : _bytes)
-            _pointers.append(argument.data());
-        _pointers.append(nullptr);
-    }
-    Vector(const Vector &) = delete;
-    Vector &operator=(const Vector &) = delete;
-    char *const *data() const { return _pointers.data(); }
-
-private:
-    QList<QByteArray> _bytes;
-    QVarLengthArray<char *, 8> _pointers;
-};
+ProgramWords vectorOf(const QStringList &arguments)
+{
+    QList<QByteArray> words;
+    for (const QString &argument : arguments)
+        words.append(FileName::toBytes(argument));
+    if (!words.isEmpty())
+        words.first() = programOf(words.first());
+    return ProgramWords(std::move(words));
+}
 
 ProgramEnd notStarted(int error)
 {
     return { .started = false, .errorText = QString::fromLocal8Bit(strerror(error)) };
+}
+
+// One of ours may be gone, or be replaced just now: its name tells more than the reason.
+ProgramEnd notStarted(int error, const char *program)
+{
+    ProgramEnd end = notStarted(error);
+    end.errorText = FileName::fromBytes(program) + u": "_s + end.errorText;
+    return end;
 }
 
 ProgramEnd endOf(pid_t process, Stream &errors, const std::function<void(pid_t)> &started)
@@ -218,9 +206,10 @@ ProgramEnd DesktopPrograms::run(const QStringList &arguments,
     Stream errors;
     if (arguments.isEmpty() || !errors.open())
         return notStarted(errno);
+    const ProgramWords vector = vectorOf(arguments);
     pid_t process = 0;
-    if (const int error = spawn(process, Vector(arguments).data(), errors.writing.number()))
-        return notStarted(error);
+    if (const int error = spawn(process, vector.data(), errors.writing.number()))
+        return notStarted(error, *vector.data());
     return endOf(process, errors, started);
 }
 
@@ -230,7 +219,7 @@ ProgramEnd DesktopPrograms::runAt(int folder, const QStringList &arguments,
     Stream errors;
     if (arguments.isEmpty() || !errors.open())
         return notStarted(errno);
-    const Vector vector(arguments);
+    const ProgramWords vector = vectorOf(arguments);
     const pid_t process = startBound(folder, vector.data(), errors.writing.number());
     if (process < 0)
         return notStarted(errno);
@@ -244,7 +233,7 @@ ProgramEnd DesktopPrograms::runIn(const QString &folder, const QStringList &argu
     Stream output;
     if (arguments.isEmpty() || !errors.open() || !output.open())
         return notStarted(errno);
-    const Vector vector(arguments);
+    const ProgramWords vector = vectorOf(arguments);
     const pid_t process = startAttended(FileName::toBytes(folder), vector.data(),
                                         output.writing.number(), errors.writing.number());
     if (process < 0)

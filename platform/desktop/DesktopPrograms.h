@@ -11,6 +11,8 @@ public:
                      const std::function<void(pid_t)> &started = {}) override;
     ProgramEnd runIn(const QString &folder, const QStringList &arguments,
                      const ProgramAttention &attention = {}) override;
+    void runCommand(const QString &folder, const QStringList &words,
+                    const CommandAttention &attention) override; // DesktopCommands.cpp
     ProgramEnd runShell(const QString &commandLine,
                         const ProgramAttention &attention = {}) override;
 };

@@ -5,7 +5,10 @@
 #include "files/FileStatus.h"
 #include "files/PathText.h"
 #include "platform/desktop/InstalledApplications.h"
+#include "platform/desktop/SearchWindow.h"
+#include "platform/desktop/TerminalInFolder.h"
 #include "platform/desktop/Trash.h"
+#include "platform/desktop/TypeApplications.h"
 #include "platform/desktop/VolumeEjection.h"
 #include "widgets/FileKinds.h"
 
@@ -71,7 +74,7 @@ bool DesktopWorkspace::openFile(const QString &path, const QString &application)
         return InstalledApplications::launch(path, {});
     if (isPackage(path))
         return false;
-    const QString standard = InstalledApplications::defaultFor(path);
+    const QString standard = TypeApplications::defaultFor(path);
     return !standard.isEmpty() && InstalledApplications::launch(standard, { path });
 }
 
@@ -82,7 +85,28 @@ bool DesktopWorkspace::openInstallerPackage(const QString &path)
 
 QString DesktopWorkspace::applicationForFile(const QString &path) const
 {
-    return InstalledApplications::defaultFor(path);
+    return TypeApplications::defaultFor(path);
+}
+
+Workspace::FileApplications DesktopWorkspace::applicationsForFiles(const QStringList &paths) const
+{
+    return TypeApplications::forFiles(paths);
+}
+
+bool DesktopWorkspace::setDefaultApplication(const QString &application, const QString &type,
+                                             QString *reason)
+{
+    return TypeApplications::setDefault(application, type, reason);
+}
+
+bool DesktopWorkspace::openTerminal(const QString &folder, QString *reason)
+{
+    return TerminalInFolder::open(folder, reason);
+}
+
+QString DesktopWorkspace::textEditor() const
+{
+    return TypeApplications::textEditor();
 }
 
 QString DesktopWorkspace::applicationForTool(Tool tool) const
@@ -125,6 +149,11 @@ QIcon DesktopWorkspace::iconOfApplication(const QString &path) const
     return InstalledApplications::iconOf(path);
 }
 
+bool DesktopWorkspace::showSearchWindow(const QString &text)
+{
+    return SearchWindow::show(text);
+}
+
 bool DesktopWorkspace::openAddress(const QString &address)
 {
     return InstalledApplications::openAddress(address);
@@ -138,6 +167,7 @@ std::unique_ptr<Workspace::TrashRun> DesktopWorkspace::trashRun(const QString &f
         {
         }
         QString refusal(const QString &name) override { return _trash.refusal(name); }
+        QString refusalForGood(const QString &name) override { return _trash.refusalForGood(name); }
         bool move(const QString &name, QString *reason) override
         {
             return _trash.moveItem(name, reason);

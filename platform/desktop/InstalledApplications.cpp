@@ -4,11 +4,10 @@
 #include "files/FileName.h"
 #include "files/FileStatus.h"
 #include "files/MountTable.h"
+#include "platform/desktop/GioTypes.h"
+#include "platform/desktop/ProgramWords.h"
 #include "platform/desktop/SilentBus.h"
 #include "widgets/Icons.h"
-
-#include <gio/gdesktopappinfo.h>
-#include <gio/gio.h>
 
 #include <QFile>
 #include <QImageReader>
@@ -24,16 +23,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-struct Unref {
-    void operator()(gpointer object) const { g_object_unref(object); }
-};
-struct Free {
-    void operator()(gpointer memory) const { g_free(memory); }
-};
-template <typename Object>
-using Owned = std::unique_ptr<Object, Unref>;
-using OwnedText = std::unique_ptr<char, Free>;
 
 constexpr auto entrySuffix = ".desktop"_L1;
 constexpr auto appDirSuffix = ".AppDir"_L1;
@@ -97,18 +86,10 @@ bool launchEntry(const QString &entry, const QStringList &files)
 
 bool launchExecutable(const QString &program, const QStringList &files)
 {
-    QList<QByteArray> bytes { FileName::toBytes(program) };
+    QList<QByteArray> words { FileName::toBytes(program) };
     for (const QString &file : files)
-        bytes.append(FileName::toBytes(file));
-    QList<char *> vector;
-    for (QByteArray &argument : bytes)
-        vector.append(argument.data());
-    vector.append(nullptr);
-    const std::unique_ptr<char *, decltype(&g_strfreev)> environment(
-        g_app_launch_context_get_environment(launchContext().get()), &g_strfreev);
-    return g_spawn_async(nullptr, vector.data(), environment.get(),
-                         GSpawnFlags(G_SPAWN_STDOUT_TO_DEV_NULL | G_SPAWN_STDERR_TO_DEV_NULL),
-                         ownSession, nullptr, nullptr, nullptr);
+        words.append(FileName::toBytes(file));
+    return InstalledApplications::start(words, {});
 }
 
 bool isExecutableFile(const QString &path)
@@ -116,22 +97,6 @@ bool isExecutableFile(const QString &path)
     const auto status = fileStatus(path, Links::Follow);
     return status && status->kind == FileKind::Regular
         && access(FileName::toBytes(path).constData(), X_OK) == 0;
-}
-
-OwnedText contentType(const QString &path)
-{
-    // The local files alone: the desktop's virtual file systems would want a session bus first.
-    const QByteArray bytes = FileName::toBytes(path);
-    const Owned<GFile> file(g_vfs_get_file_for_path(g_vfs_get_local(), bytes.constData()));
-    const Owned<GFileInfo> info(g_file_query_info(file.get(),
-                                                  G_FILE_ATTRIBUTE_STANDARD_CONTENT_TYPE,
-                                                  G_FILE_QUERY_INFO_NONE, nullptr, nullptr));
-    if (!info)
-        return nullptr;
-    // A desktop entry's own default application would be the one that runs it.
-    if (path.endsWith(entrySuffix))
-        return OwnedText(g_strdup("text/plain"));
-    return OwnedText(g_strdup(g_file_info_get_content_type(info.get())));
 }
 
 // A picture file that an entry names: anybody's, of any size. Read only from a local disk, and only
@@ -180,14 +145,6 @@ QIcon iconOfEntry(GAppInfo *info)
             return own;
     }
     return themedIcon(u"application-x-executable"_s);
-}
-
-QString pathOf(GAppInfo *info)
-{
-    const char *path = G_IS_DESKTOP_APP_INFO(info)
-        ? g_desktop_app_info_get_filename(G_DESKTOP_APP_INFO(info))
-        : nullptr;
-    return path ? FileName::fromBytes(path) : QString();
 }
 
 } // namespace
@@ -288,15 +245,6 @@ QString InstalledApplications::starterOf(const QString &path)
     return isAppDir(path) && isExecutableFile(starter) ? starter : QString();
 }
 
-QString InstalledApplications::defaultFor(const QString &path)
-{
-    const OwnedText type = contentType(path);
-    if (!type)
-        return {};
-    const Owned<GAppInfo> info(g_app_info_get_default_for_type(type.get(), false));
-    return info ? pathOf(info.get()) : QString();
-}
-
 bool InstalledApplications::launch(const QString &application, const QStringList &files)
 {
     if (isInstalledEntry(application))
@@ -307,6 +255,26 @@ bool InstalledApplications::launch(const QString &application, const QStringList
     }
     return !application.endsWith(entrySuffix) && isExecutableFile(application)
         && launchExecutable(application, files);
+}
+
+bool InstalledApplications::start(const QList<QByteArray> &words, const QString &folder,
+                                  QString *reason)
+{
+    const ProgramWords vector(words);
+    const Owned<GAppLaunchContext> context = launchContext();
+    const QByteArray place = FileName::toBytes(folder);
+    if (!place.isEmpty()) // by which a shell knows the folder under the name that was asked for
+        g_app_launch_context_setenv(context.get(), "PWD", place.constData());
+    const std::unique_ptr<char *, decltype(&g_strfreev)> environment(
+        g_app_launch_context_get_environment(context.get()), &g_strfreev);
+    GError *error = nullptr;
+    const bool started = g_spawn_async(place.isEmpty() ? nullptr : place.constData(),
+                                       const_cast<char **>(vector.data()), environment.get(),
+                                       launchFlags, ownSession, nullptr, nullptr, &error);
+    const QString why = wordsOf(error);
+    if (reason)
+        *reason = why;
+    return started;
 }
 
 bool InstalledApplications::openAddress(const QString &address)

@@ -35,11 +35,11 @@ bool isInstalledProgram(const QString &path);
 bool isAppDir(const QString &path);
 QString starterOf(const QString &path);
 
-// The entry of the default application for the file; empty when there is none.
-QString defaultFor(const QString &path);
-
 // Starts an application (an installed entry, an AppDir, an executable file) with these files.
 bool launch(const QString &application, const QStringList &files);
+// Starts a program, looked up in PATH, with these words, in a folder unless that is "". `reason`
+// gets why it was not started.
+bool start(const QList<QByteArray> &words, const QString &folder, QString *reason = nullptr);
 // Opens a web or mail address with the default application for its scheme.
 bool openAddress(const QString &address);
 

@@ -1,5 +1,6 @@
 #include "platform/desktop/VolumeEjection.h"
 
+#include "base/Localized.h"
 #include "files/MountTable.h"
 #include "platform/desktop/DesktopPrograms.h"
 
@@ -57,7 +58,10 @@ public:
         const QDBusReply<QList<QDBusObjectPath>> reply =
             call(u"/org/freedesktop/UDisks2/Manager"_s, u"org.freedesktop.UDisks2.Manager"_s,
                  u"ResolveDevice"_s, { QVariantMap { { u"path"_s, device } }, QVariantMap() });
-        reason = reply.error().message();
+        const bool isServed =
+            reply.error().type() != QDBusError::ServiceUnknown && _bus.isConnected();
+        reason = isServed ? reply.error().message()
+                          : localized("The service that ejects volumes (udisks2) is not there.");
         return reply.isValid() && !reply.value().isEmpty() ? reply.value().first().path()
                                                            : QString();
     }

@@ -1,12 +1,15 @@
 #include "files/Descriptor.h"
 #include "files/FileStatus.h"
+#include "files/PathText.h"
 #include "platform/desktop/DesktopPrograms.h"
 #include "platform/desktop/DesktopWorkspace.h"
+#include "platform/desktop/SearchWindow.h"
 #include "platform/desktop/SessionEnd.h"
 #include "tests/support/TestFolder.h"
 
 #include <csignal>
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -46,6 +49,24 @@ private Q_SLOTS:
         const ProgramEnd missing =
             DesktopPrograms().run({ u"/nonexistent/program"_s }, [](pid_t) { QFAIL("called"); });
         QVERIFY(!missing.started && !missing.succeeded() && !missing.errorText.isEmpty());
+    }
+
+    void theFirstSearchProgramThatCanBeStartedIsTaken()
+    {
+        const TestFolder folder;
+        folder.write(u"recoll"_s, "#!/is/not/there\n");
+        folder.write(
+            u"catfish"_s,
+            "#!/bin/sh\nprintf '%s|' \"$@\" > \"$0.new\"; /bin/mv \"$0.new\" \"$0.told\"\n");
+        for (const auto &name : { u"recoll"_s, u"catfish"_s })
+            QVERIFY(chmod(folder.bytes(name), 0755) == 0);
+        const QByteArray before = qgetenv("PATH");
+        qputenv("PATH", FileName::toBytes(folder.path()));
+        const bool shown = SearchWindow::show(u"-a b"_s);
+        qputenv("PATH", before);
+        QVERIFY(shown);
+        QTRY_COMPARE(folder.read(u"catfish.told"_s),
+                     "--path=" + FileName::toBytes(PathText::homeFolder()) + "|--start|--|-a b|");
     }
 
     void programRunsInAGroupOfItsOwnWithDefaultSignals()

@@ -49,6 +49,12 @@ public:
         return _real.runShell(commandLine, attention);
     }
 
+    void runCommand(const QString &folder, const QStringList &words,
+                    const CommandAttention &attention) override
+    {
+        _real.runCommand(folder, words, attention); // several at once
+    }
+
     QList<QStringList> runs;
     QStringList commandLines;
     std::function<std::optional<int>(const QStringList &)> before;
