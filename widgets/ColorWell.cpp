@@ -55,7 +55,7 @@ void ColorWell::paintEvent(QPaintEvent *)
     painter.fillRect(area, _color);
     painter.restore();
     painter.setPen(
-        mixed(palette().color(QPalette::Button), palette().color(QPalette::ButtonText), 0.4));
+        faintLine(palette().color(QPalette::Button), palette().color(QPalette::ButtonText), 0.4));
     painter.drawRect(area.adjusted(0, 0, -1, -1));
     if (hasFocus()) {
         QStyleOptionFocusRect focus;

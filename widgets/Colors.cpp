@@ -1,5 +1,6 @@
 #include "widgets/Colors.h"
 
+#include <QGuiApplication>
 #include <QPalette>
 
 #include <algorithm>
@@ -16,6 +17,12 @@ double luminance(const QColor &color)
     };
     return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF())
         + 0.0722 * linear(color.blueF());
+}
+
+QColor faint(const QColor &ground, const QColor &text, double share, double leastContrast)
+{
+    const QColor mix = mixed(ground, text, share);
+    return isHighContrast() ? standingOut(mix, text, ground, leastContrast) : mix;
 }
 
 } // namespace
@@ -49,14 +56,35 @@ double contrast(const QColor &a, const QColor &b)
     return (more + 0.05) / (less + 0.05);
 }
 
-QColor standingOut(const QColor &ground, const QColor &towards, double leastContrast)
+QColor standingOut(const QColor &color, const QColor &towards, const QColor &ground,
+                   double leastContrast)
 {
     constexpr int Steps = 50;
-    for (int step = 1; step < Steps; ++step)
-        if (const QColor color = mixed(ground, towards, double(step) / Steps);
-            contrast(color, ground) >= leastContrast)
-            return color;
+    for (int step = 0; step < Steps; ++step)
+        if (const QColor mix = mixed(color, towards, double(step) / Steps);
+            contrast(mix, ground) >= leastContrast)
+            return mix;
     return towards;
+}
+
+bool isHighContrast()
+{
+    // Black and white make 21; no palette with a colour of its own comes near.
+    constexpr double AlmostAll = 20;
+    const QPalette palette = QGuiApplication::palette();
+    return contrast(palette.color(QPalette::Window), palette.color(QPalette::WindowText))
+        > AlmostAll
+        && contrast(palette.color(QPalette::Base), palette.color(QPalette::Text)) > AlmostAll;
+}
+
+QColor faintLine(const QColor &ground, const QColor &text, double share)
+{
+    return faint(ground, text, share, SeenContrast);
+}
+
+QColor faintText(const QColor &ground, const QColor &text, double share)
+{
+    return faint(ground, text, share, EasyContrast);
 }
 
 bool isDark(const QPalette &palette)

@@ -1,5 +1,9 @@
 #include "platform/desktop/ColorScheme.h"
 
+#include "platform/desktop/GtkSettings.h"
+#include "platform/desktop/SchemePalettes.h"
+#include "widgets/Colors.h"
+
 #include <QApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -15,59 +19,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const auto service = u"org.freedesktop.portal.Desktop"_s;
-const auto object = u"/org/freedesktop/portal/desktop"_s;
-const auto interface = u"org.freedesktop.portal.Settings"_s;
 const auto appearance = u"org.freedesktop.appearance"_s;
 const auto colorScheme = u"color-scheme"_s;
-constexpr uint prefersDark = 1;
-
-struct Colours {
-    QRgb window, base, alternate, text, button, dim, highlight, highlightedText, link, mid, toolTip,
-        checkBox, checkBoxLines, menu, menuLines;
-};
-
-constexpr Colours darkColours { 0xff2b2d31, 0xff1f2124, 0xff26282c, 0xffe3e5e8, 0xff383b40,
-                                0xff7e838b, 0xff3a78d0, 0xffffffff, 0xff7db0f5, 0xff45484e,
-                                0xff3c3f45, 0xff1f2124, 0xffafb6c0, 0xff33363b, 0xff767b85 };
-constexpr Colours lightColours { 0xfff1f2f4, 0xffffffff, 0xfff6f7f9, 0xff1c1e21, 0xfffafbfc,
-                                 0xff8d939b, 0xff2f6fde, 0xffffffff, 0xff1f5fc4, 0xffc5c9cf,
-                                 0xfffdfdf5, 0xffffffff, 0xfff1f2f4, 0xffffffff, 0xfff1f2f4 };
-
-QPalette paletteOf(const Colours &colours)
-{
-    QPalette palette(QColor::fromRgb(colours.button), QColor::fromRgb(colours.window));
-    palette.setColor(QPalette::Base, colours.base);
-    palette.setColor(QPalette::AlternateBase, colours.alternate);
-    palette.setColor(QPalette::Mid, colours.mid);
-    palette.setColor(QPalette::ToolTipBase, colours.toolTip);
-    palette.setColor(QPalette::ToolTipText, colours.text);
-    palette.setColor(QPalette::PlaceholderText, colours.dim);
-    palette.setColor(QPalette::Highlight, colours.highlight);
-    palette.setColor(QPalette::HighlightedText, colours.highlightedText);
-    palette.setColor(QPalette::Link, colours.link);
-    for (const auto role : { QPalette::WindowText, QPalette::Text, QPalette::ButtonText }) {
-        palette.setColor(role, colours.text);
-        palette.setColor(QPalette::Disabled, role, colours.dim);
-    }
-    palette.setColor(QPalette::Disabled, QPalette::Highlight, colours.mid);
-    return palette;
-}
-
-void apply(const Colours &colours)
-{
-    QPalette palette = paletteOf(colours);
-    QApplication::setPalette(palette);
-    // The style makes their edge darker than this, which in a dark window is not to be seen.
-    palette.setColor(QPalette::Base, colours.checkBox);
-    palette.setColor(QPalette::Window, colours.checkBoxLines);
-    QApplication::setPalette(palette, "QCheckBox");
-    // So does a menu over a dark list. The style makes its ground a little lighter than this, and
-    // its edge and lines darker.
-    palette.setColor(QPalette::Base, colours.menu);
-    palette.setColor(QPalette::Window, colours.menuLines);
-    QApplication::setPalette(palette, "QMenu");
-}
+const auto moreContrast = u"contrast"_s;
+const auto xfceChannel = u"xsettings"_s;
+const auto xfceTheme = u"/Net/ThemeName"_s;
 
 // Whether the colours on the screen are the style's own: a platform theme has given none, so that
 // there is nothing of the person's choice to paint over.
@@ -85,38 +41,83 @@ bool hasSessionBus()
     return qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS") || access(socket, F_OK) == 0;
 }
 
+std::optional<Appearance> fixedAppearance()
+{
+    const QByteArray wish = qgetenv("TWINLEAF_COLOR_SCHEME");
+    if (wish == "dark" || wish == "light" || wish == "dark-contrast" || wish == "light-contrast")
+        return Appearance { wish.startsWith("dark"), wish.endsWith("-contrast") };
+    return {};
+}
+
+// The portal's older call wraps its answer twice.
+QVariant unwrapped(QVariant value)
+{
+    while (value.metaType() == QMetaType::fromType<QDBusVariant>())
+        value = value.value<QDBusVariant>().variant();
+    return value;
+}
+
 } // namespace
 
 ColorScheme::ColorScheme(QObject *parent)
     : QObject(parent)
 {
-    const QByteArray wish = qgetenv("TWINLEAF_COLOR_SCHEME");
-    if (wish == "dark" || wish == "light") {
-        apply(wish == "dark" ? darkColours : lightColours);
+    if (const auto fixed = fixedAppearance()) {
+        showAppearance(*fixed);
         return;
     }
-    if (!paletteIsOurs())
-        return;
-    apply(lightColours);
+    if (paletteIsOurs())
+        showAppearance(_shown.emplace());
     // After the first turn of the event loop: the window does not wait for the bus.
     if (hasSessionBus())
-        QMetaObject::invokeMethod(this, &ColorScheme::askPortal, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(this, &ColorScheme::askDesktop, Qt::QueuedConnection);
 }
 
-void ColorScheme::askPortal()
+void ColorScheme::askDesktop()
 {
     QDBusConnection bus = QDBusConnection::sessionBus();
     if (!bus.isConnected())
         return;
-    bus.connect(service, object, interface, u"SettingChanged"_s, this,
+    _gtk = new GtkSettings(this);
+    connect(_gtk, &GtkSettings::changed, this, &ColorScheme::follow);
+    follow();
+
+    const auto portal = u"org.freedesktop.portal.Desktop"_s;
+    const auto desktop = u"/org/freedesktop/portal/desktop"_s;
+    const auto settings = u"org.freedesktop.portal.Settings"_s;
+    // The library knows it by name only after the first message; until then no slot that takes one
+    // is found.
+    qRegisterMetaType<QDBusVariant>();
+    bus.connect(portal, desktop, settings, u"SettingChanged"_s, this,
                 SLOT(settingChanged(QString, QString, QDBusVariant)));
-    QDBusMessage call = QDBusMessage::createMethodCall(service, object, interface, u"Read"_s);
-    call << appearance << colorScheme;
-    auto *watcher = new QDBusPendingCallWatcher(bus.asyncCall(call), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
+    for (const QString &key : { colorScheme, moreContrast }) {
+        QDBusMessage question =
+            QDBusMessage::createMethodCall(portal, desktop, settings, u"Read"_s);
+        question << appearance << key;
+        ask(question);
+    }
+
+    const auto xfce = u"org.xfce.Xfconf"_s;
+    const auto channels = u"/org/xfce/Xfconf"_s;
+    bus.connect(xfce, channels, xfce, u"PropertyChanged"_s, this,
+                SLOT(propertyChanged(QString, QString, QDBusVariant)));
+    QDBusMessage question = QDBusMessage::createMethodCall(xfce, channels, xfce, u"GetProperty"_s);
+    question << xfceChannel << xfceTheme;
+    question.setAutoStartService(false); // another desktop has no use for it
+    ask(question);
+}
+
+void ColorScheme::ask(const QDBusMessage &question)
+{
+    auto *watcher =
+        new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(question), this);
+    const QString space = question.arguments()[0].toString();
+    const QString key = question.arguments()[1].toString();
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, space, key] {
         const QDBusPendingReply<QDBusVariant> reply = *watcher;
-        if (reply.isValid())
-            follow(reply.value().variant());
+        // News can overtake an answer, which is then the older one.
+        if (reply.isValid() && !_changed.contains(key))
+            take(space, key, reply.value().variant());
         watcher->deleteLater();
     });
 }
@@ -124,15 +125,48 @@ void ColorScheme::askPortal()
 void ColorScheme::settingChanged(const QString &space, const QString &key,
                                  const QDBusVariant &value)
 {
-    if (space == appearance && key == colorScheme)
-        follow(value.variant());
+    _changed.insert(key);
+    take(space, key, value.variant());
 }
 
-void ColorScheme::follow(const QVariant &value)
+void ColorScheme::propertyChanged(const QString &channel, const QString &property,
+                                  const QDBusVariant &value)
 {
-    // The portal's older call wraps its answer twice.
-    const QVariant scheme = value.metaType() == QMetaType::fromType<QDBusVariant>()
-        ? value.value<QDBusVariant>().variant()
-        : value;
-    apply(scheme.toUInt() == prefersDark ? darkColours : lightColours);
+    _changed.insert(property);
+    take(channel, property, value.variant());
+}
+
+void ColorScheme::take(const QString &space, const QString &key, const QVariant &value)
+{
+    const QVariant told = unwrapped(value);
+    if (space == appearance && key == colorScheme)
+        _scheme = told.toUInt();
+    else if (space == appearance && key == moreContrast)
+        _contrast = told.toUInt() == 1;
+    else if (space == xfceChannel && key == xfceTheme)
+        _xfceTheme = told.toString();
+    else
+        return;
+    follow();
+}
+
+void ColorScheme::follow()
+{
+    AppearanceSigns signs = _gtk->signs();
+    if (_scheme != AppearanceSigns::NoWish)
+        signs.scheme = _scheme;
+    signs.contrast |= _contrast;
+    if (!_xfceTheme.isEmpty()) {
+        signs.theme = _xfceTheme;
+        signs.darkVariant = false;
+    }
+    const Appearance wished = appearanceOf(signs);
+    const bool isFulfilled = _shown ? *_shown == wished
+                                    : !wished.highContrast
+            && (signs.scheme == AppearanceSigns::NoWish
+                || isDark(QApplication::palette()) == wished.isDark);
+    if (isFulfilled)
+        return;
+    _shown = wished;
+    showAppearance(wished);
 }

@@ -1,6 +1,7 @@
 #include "platform/desktop/PolkitAuthorization.h"
 
 #include "platform/OpenDialogs.h"
+#include "tests/support/OwnBus.h"
 #include "tests/support/TestFolder.h"
 #include "widgets/Sheet.h"
 
@@ -31,11 +32,7 @@ class tst_PolkitAuthorization : public QObject {
 private Q_SLOTS:
     void initTestCase()
     {
-        _busDaemon.start(u"dbus-daemon"_s,
-                         { u"--session"_s, u"--nofork"_s, u"--print-address=1"_s });
-        QVERIFY2(_busDaemon.waitForStarted(), "dbus-daemon is missing");
-        QVERIFY(_busDaemon.waitForReadyRead());
-        qputenv("DBUS_SYSTEM_BUS_ADDRESS", _busDaemon.readLine().trimmed());
+        qputenv("DBUS_SYSTEM_BUS_ADDRESS", _bus.start());
         // Says what it got, and does what the file "does" holds.
         _folder.write(u"pkexec"_s,
                       "#!/bin/bash\ncd \"${0%/*}\"\nprintf '%s\\n' \"$@\" > got\n"
@@ -54,11 +51,7 @@ private Q_SLOTS:
         _authorization.reset();
         stopPolkit();
     }
-    void cleanupTestCase()
-    {
-        _busDaemon.kill();
-        _busDaemon.waitForFinished();
-    }
+    void cleanupTestCase() { _bus.stop(); }
 
     void rightsComeAndGoByPolkit()
     {
@@ -318,7 +311,7 @@ private:
 
     const QString _service = u"org.freedesktop.PolicyKit1"_s;
     const TestFolder _folder;
-    QProcess _busDaemon;
+    OwnBus _bus;
     QProcess _polkit;
     std::unique_ptr<OpenDialogs> _dialogs;
     std::unique_ptr<PolkitAuthorization> _authorization;
