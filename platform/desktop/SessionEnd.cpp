@@ -6,7 +6,7 @@
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QDBusUnixFileDescriptor>
-#include <QGuiApplication>
+#include <QEvent>
 #include <QSocketNotifier>
 #include <QTimer>
 
@@ -45,9 +45,7 @@ SessionEnd::SessionEnd(QObject *parent)
     : QObject(parent)
 {
     watchSignals();
-    if (auto *application = qobject_cast<QGuiApplication *>(QCoreApplication::instance()))
-        connect(application, &QGuiApplication::commitDataRequest, this, &SessionEnd::willEnd,
-                Qt::DirectConnection);
+    QCoreApplication::instance()->installEventFilter(this);
     // Well after the first turn of the event loop: the window's first paint does not wait for the
     // bus.
     QTimer::singleShot(200ms, this, &SessionEnd::watchLogin);
@@ -85,6 +83,19 @@ void SessionEnd::readSignal()
     quint64 count = 0;
     if (read(_signals, &count, sizeof count) != sizeof count)
         return;
+    end();
+}
+
+bool SessionEnd::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() != QEvent::Quit || watched != QCoreApplication::instance())
+        return QObject::eventFilter(watched, event);
+    end(); // the session manager has said so
+    return true;
+}
+
+void SessionEnd::end()
+{
     Q_EMIT willEnd();
     // Not quit(): that asks the windows, and nobody is there any more to answer.
     QCoreApplication::exit(0);

@@ -30,6 +30,8 @@ private:
     void delayShutdown();
     void letShutdownGoOn();
     void readSignal();
+    bool eventFilter(QObject *watched, QEvent *event) override;
+    void end();
 
     int _signals = -1; // readable when a signal has come
     int _inhibitor = -1; // the login service waits while this is open
