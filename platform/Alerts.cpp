@@ -26,6 +26,14 @@ Alert Alert::question(const QString &text, const QString &details)
              .cancel = No };
 }
 
+Alert Alert::questionMeaningNo(const QString &text, const QString &details)
+{
+    Alert alert = question(text, details);
+    alert.style = Style::Warning;
+    alert.buttons.swapItemsAt(0, 1);
+    return alert;
+}
+
 Alert Alert::overwriteQuestion(const QString &text, const QString &details)
 {
     return { .style = Style::Informational,

@@ -7,7 +7,7 @@
 // A modal alert: texts and up to three buttons, the default one first.
 struct Alert {
     enum Answer { Ok, Yes, No, All };
-    enum class Style { Informational, Critical };
+    enum class Style { Informational, Warning, Critical };
     struct Button {
         Answer answer;
         QString text;
@@ -27,6 +27,8 @@ struct Alert {
                          const QString &button = localized("OK"));
     // "Twinleaf - Warning" with "Yes" (default) and "No".
     static Alert question(const QString &text, const QString &details = {});
+    // The same with "No" as the default: for what cannot be taken back.
+    static Alert questionMeaningNo(const QString &text, const QString &details);
     // "Twinleaf - Warning" with "No" (default), "Yes" and "All".
     static Alert overwriteQuestion(const QString &text, const QString &details);
 };

@@ -30,7 +30,9 @@ public:
         setAccessibleName(alert.title);
         setAccessibleDescription(alert.text);
         const bool critical = alert.style == Alert::Style::Critical;
-        setPicture(themedIcon(critical ? u"dialog-error"_s : u"dialog-information"_s),
+        setPicture(themedIcon(critical                                   ? u"dialog-error"_s
+                                  : alert.style == Alert::Style::Warning ? u"dialog-warning"_s
+                                                                         : u"dialog-information"_s),
                    style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, this));
         rows().addStretch(); // one line stands beside the middle of the picture
         addText(alert.text, TextStyle::Headline);
