@@ -21,8 +21,21 @@ namespace {
 Q_LOGGING_CATEGORY(iconLog, "twinleaf.icons")
 
 constexpr double DisabledOpacity = 0.4;
+constexpr double DisabledOpacityInContrast = 0.7;
 
 enum class IconPlace { Menu, Button };
+
+// What reads the drawings is a plug-in, and a package, of its own.
+bool canDraw()
+{
+    static const bool can = [] {
+        const bool reads = QImageReader::supportedImageFormats().contains("svg");
+        if (!reads)
+            qCWarning(iconLog, "no icons are drawn without the toolkit's SVG plug-in (libqt6svg6)");
+        return reads;
+    }();
+    return can;
+}
 
 // The drawing in resources, read when it is first painted. The toolkit's own engine for such files
 // would paint their strokes in black whatever the palette.
@@ -48,19 +61,21 @@ public:
             mode == QIcon::Selected || (mode == QIcon::Active && _place == IconPlace::Menu);
         const QColor ink = QGuiApplication::palette().color(
             QPalette::Active, onSelection ? QPalette::HighlightedText : QPalette::WindowText);
+        const double opacity = mode != QIcon::Disabled ? 1
+            : isHighContrast()                         ? DisabledOpacityInContrast
+                                                       : DisabledOpacity;
         const QString key = u"%1 %2x%3 %4 %5"_s.arg(_file)
                                 .arg(size.width())
                                 .arg(size.height())
                                 .arg(ink.name())
-                                .arg(mode == QIcon::Disabled);
+                                .arg(opacity);
         QPixmap result;
         if (QPixmapCache::find(key, &result))
             return result;
         result = QPixmap(size);
         result.fill(Qt::transparent);
         QPainter painter(&result);
-        if (mode == QIcon::Disabled)
-            painter.setOpacity(DisabledOpacity);
+        painter.setOpacity(opacity);
         const QImage drawn = image(qMin(size.width(), size.height()), ink);
         painter.drawImage(QRect(QPoint(), size).center() - drawn.rect().center(), drawn);
         painter.end();
@@ -73,6 +88,8 @@ public:
 private:
     QImage image(int side, const QColor &ink) const
     {
+        if (!canDraw())
+            return {};
         QFile file(_file);
         if (!file.open(QIODevice::ReadOnly))
             return {};
@@ -131,4 +148,9 @@ QIcon themedIcon(const QString &name, const QString &fallback)
             return icon;
     }
     return {};
+}
+
+QIcon applicationIcon(const QIcon &own)
+{
+    return own.isNull() ? themedIcon(u"application-x-executable"_s) : own;
 }
