@@ -1,6 +1,7 @@
 #include "widgets/InputSheet.h"
 
 #include "base/Localized.h"
+#include "widgets/PathField.h"
 
 #include <QLineEdit>
 #include <QPushButton>
@@ -8,8 +9,22 @@
 
 InputSheet::InputSheet(const QString &prompt, const QString &text, QWidget *mainWindow)
     : Sheet(mainWindow)
-    , inputText(new QLineEdit(text, this))
+    , inputText(new QLineEdit(this))
 {
+    build(prompt, text);
+}
+
+InputSheet::InputSheet(const QString &prompt, const QString &path, DiskQuestions &questions,
+                       QWidget *mainWindow)
+    : Sheet(mainWindow)
+    , inputText(new PathField(questions, this))
+{
+    build(prompt, path);
+}
+
+void InputSheet::build(const QString &prompt, const QString &text)
+{
+    inputText->setText(text);
     setAccessibleName(prompt);
     addHeadlineOf(*inputText, prompt);
     rows().addWidget(inputText);

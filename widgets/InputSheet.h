@@ -2,6 +2,7 @@
 
 #include "widgets/Sheet.h"
 
+class DiskQuestions;
 class QLineEdit;
 
 // Asks for one line of text.
@@ -10,11 +11,15 @@ class InputSheet final : public Sheet {
 
 public:
     InputSheet(const QString &prompt, const QString &text, QWidget *mainWindow);
+    // For the path of a folder, which is completed while it is typed.
+    InputSheet(const QString &prompt, const QString &path, DiskQuestions &questions,
+               QWidget *mainWindow);
 
     // The text; "" when cancelled, which every caller takes as a cancel.
     QString getString();
 
 private:
+    void build(const QString &prompt, const QString &text);
     void selectName();
 
     QLineEdit *inputText;

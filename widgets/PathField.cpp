@@ -16,6 +16,7 @@
 #include <dirent.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -79,14 +80,24 @@ QString PathField::path() const
     return PathText::fromTyped(typed.sliced(first - typed.cbegin()));
 }
 
+bool PathField::event(QEvent *event)
+{
+    if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent *>(event)->key() == Qt::Key_Tab
+        && takeOffer())
+        return true;
+    return QLineEdit::event(event);
+}
+
 // Return is about what is typed as long as none of the offers is chosen: the list would only go.
 bool PathField::eventFilter(QObject *watched, QEvent *event)
 {
     QAbstractItemView *offers = completer()->popup();
-    if (watched != offers || event->type() != QEvent::KeyPress || offers->currentIndex().isValid())
+    if (watched != offers || event->type() != QEvent::KeyPress)
         return QLineEdit::eventFilter(watched, event);
     const int key = static_cast<QKeyEvent *>(event)->key();
-    if (key != Qt::Key_Return && key != Qt::Key_Enter)
+    if (key == Qt::Key_Tab && takeOffer())
+        return true;
+    if ((key != Qt::Key_Return && key != Qt::Key_Enter) || offers->currentIndex().isValid())
         return QLineEdit::eventFilter(watched, event);
     offers->hide();
     QCoreApplication::sendEvent(this, event);
@@ -95,30 +106,104 @@ bool PathField::eventFilter(QObject *watched, QEvent *event)
 
 void PathField::complete(const QString &typed)
 {
-    const QString typedFolder = typed.left(typed.lastIndexOf(u'/') + 1);
-    if (typedFolder == _typedFolder)
+    const qsizetype nameAt = typed.lastIndexOf(u'/') + 1;
+    const QString typedFolder = typed.left(nameAt);
+    const bool offersHidden = typed.sliced(nameAt).startsWith(u'.');
+    if (typedFolder == _typedFolder) {
+        if (std::exchange(_offersHidden, offersHidden) != offersHidden)
+            setOffers();
         return;
+    }
     _typedFolder = typedFolder;
-    _offered->setStringList({});
+    _offersHidden = offersHidden;
+    _names.clear();
+    _takesWhenAnswered = false;
+    setOffers();
     const QString folder = PathText::fromTyped(typedFolder);
-    if (folder.isEmpty())
+    _isAsking = !folder.isEmpty();
+    if (!_isAsking)
         return;
     questions.ask(
         folder, [folder] { return foldersIn(folder); },
         [field = QPointer(this), typedFolder](const QStringList &names) {
-            if (field && field->_typedFolder == typedFolder)
-                field->offer(typedFolder, names);
+            if (!field || field->_typedFolder != typedFolder)
+                return;
+            field->_isAsking = false;
+            field->_names = names;
+            field->setOffers();
+            field->showOffers();
+            if (std::exchange(field->_takesWhenAnswered, false))
+                field->takeOffer();
         });
 }
 
-void PathField::offer(const QString &typedFolder, const QStringList &names)
+void PathField::setOffers()
 {
     QStringList texts;
-    for (const QString &name : names)
-        texts.append(typedFolder + name);
+    for (const QString &name : std::as_const(_names))
+        if (_offersHidden || !name.startsWith(u'.'))
+            texts.append(_typedFolder + name);
     _offered->setStringList(texts);
+}
+
+void PathField::showOffers()
+{
     if (hasFocus() && !text().isEmpty()) {
         completer()->setCompletionPrefix(text());
         completer()->complete();
     }
+}
+
+QStringList PathField::fitting() const
+{
+    QStringList texts = _offered->stringList();
+    texts.removeIf([typed = text()](const QString &each) {
+        return !each.startsWith(typed, Qt::CaseInsensitive);
+    });
+    return texts;
+}
+
+bool PathField::takeOffer()
+{
+    // A second one goes on to the next control: the disk may never answer.
+    _takesWhenAnswered = _isAsking && !_takesWhenAnswered;
+    if (_takesWhenAnswered)
+        return true;
+    QAbstractItemView *offers = completer()->popup();
+    if (const QModelIndex chosen = offers->currentIndex();
+        offers->isVisible() && chosen.isValid()) {
+        take(chosen.data().toString() + u'/');
+        return true;
+    }
+    const QStringList texts = fitting();
+    if (texts.isEmpty())
+        return false;
+    // Of more than were read it is not known that there is no choice.
+    if (_names.size() < MostNames) {
+        if (texts.size() == 1) {
+            take(texts.first() + u'/');
+            return true;
+        }
+        QString common = texts.first();
+        for (const QString &each : texts)
+            common.truncate(std::ranges::mismatch(common, each).in1 - common.cbegin());
+        if (common.size() > text().size()) {
+            take(common);
+            return true;
+        }
+    }
+    // Where there is a choice it is the person's.
+    if (!offers->isVisible())
+        return false;
+    offers->setCurrentIndex(completer()->completionModel()->index(0, 0));
+    return true;
+}
+
+void PathField::take(const QString &taken)
+{
+    completer()->popup()->hide();
+    setText(taken);
+    complete(taken);
+    if (!_isAsking)
+        showOffers();
 }

@@ -6,7 +6,8 @@ class DiskQuestions;
 class QStringListModel;
 
 // A field to type the path of a folder in: "~" is the home folder, and what is typed is completed
-// by the folders that are there. The names come when the disk has answered; nothing waits for it.
+// by the folders that are there, by hidden ones once a dot is typed. Tab takes what is offered, as
+// far as there is no choice. The names come when the disk has answered; nothing waits for it.
 class PathField final : public QLineEdit {
     Q_OBJECT
 
@@ -17,13 +18,22 @@ public:
     QString path() const;
 
 protected:
+    bool event(QEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override; // of the offers
 
 private:
     void complete(const QString &typed);
-    void offer(const QString &typedFolder, const QStringList &names);
+    void setOffers();
+    void showOffers();
+    QStringList fitting() const; // of what is offered
+    bool takeOffer(); // false: there is none, and nothing to wait for
+    void take(const QString &text);
 
     DiskQuestions &questions;
     QStringListModel *_offered;
     QString _typedFolder; // whose names are offered, as it was typed, with the slash at its end
+    QStringList _names; // of the folders in it
+    bool _offersHidden = false;
+    bool _isAsking = false; // for the names
+    bool _takesWhenAnswered = false; // Tab was faster than the disk
 };

@@ -35,8 +35,9 @@ void paintRing(QPainter &painter, const QRect &area, const QColor &color)
 
 } // namespace
 
-SegmentedControl::SegmentedControl(QWidget *parent)
+SegmentedControl::SegmentedControl(QWidget *parent, Meaning meaning)
     : QWidget(parent)
+    , _meaning(meaning)
 {
     exposeSegments();
     setMouseTracking(true);
@@ -208,8 +209,8 @@ void SegmentedControl::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    const QColor line = mixed(palette().color(QPalette::Window),
-                              palette().color(QPalette::WindowText), hasFocus() ? 0.5 : 0.22);
+    const QColor line = faintLine(palette().color(QPalette::Window),
+                                  palette().color(QPalette::WindowText), hasFocus() ? 0.5 : 0.22);
     const QPainterPath frame =
         bezierPathWithRoundRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), Radius, Radius);
     painter.fillPath(frame, palette().color(QPalette::Base));
@@ -244,16 +245,22 @@ void SegmentedControl::paintSegment(QPainter &painter, int segment, const QRect 
     const QColor base = palette().color(QPalette::Base);
     const QColor text = palette().color(QPalette::Text);
     const QColor accent = palette().color(QPalette::Highlight);
-    if (segment == _selected)
+    const bool isFull = segment == _selected && isHighContrast();
+    if (isFull)
+        painter.fillRect(area, accent);
+    else if (segment == _selected)
         painter.fillRect(area, mixed(base, accent, segment == _pressed ? 0.5 : 0.28));
     else if (segment == _pressed)
         painter.fillRect(area, mixed(base, text, 0.2));
     else if (segment == _hovered)
         painter.fillRect(area, mixed(base, text, 0.08));
     if (hasFocus() && segment == _keyboard)
-        paintRing(painter, area, accent);
+        paintRing(painter, area, isFull ? base : accent);
     // The folders further on, by which the user came, stand back.
-    painter.setPen(segment > _selected ? mixed(base, text, 0.6) : text);
+    const bool standsBack = _meaning == Meaning::Path && segment > _selected;
+    painter.setPen(isFull           ? palette().color(QPalette::HighlightedText)
+                       : standsBack ? faintText(base, text, 0.6)
+                                    : text);
     paintLabel(painter, area, FileName::shown(_segments[segment].label));
 }
 

@@ -14,7 +14,10 @@ class SegmentedControl final : public QWidget {
 public:
     enum class ControlSize { Small, Mini };
 
-    explicit SegmentedControl(QWidget *parent = nullptr);
+    // Of a path what lies behind the selected segment stands back; of a choice nothing does.
+    enum class Meaning { Path, Choice };
+
+    explicit SegmentedControl(QWidget *parent = nullptr, Meaning meaning = Meaning::Path);
 
     void setControlSize(ControlSize size);
 
@@ -75,6 +78,7 @@ private:
     QList<Segment> _segments;
     mutable std::optional<SegmentWidths> _widths; // nothing while they are to be measured anew
     ControlSize _controlSize = ControlSize::Small;
+    const Meaning _meaning;
     int _selected = -1;
     int _hovered = -1;
     int _pressed = -1;
