@@ -1,5 +1,6 @@
 #include "model/RowMatching.h"
 
+#include "files/FileName.h"
 #include "model/FileQueries.h"
 
 #include <QHash>
@@ -79,6 +80,16 @@ bool RowMatching::matches(const QString &field, const ExpandSelection &request)
     return false;
 }
 
+NamePattern RowMatching::patternOf(const ExpandSelection &request)
+{
+    QString pattern = request.text;
+    if (request.method == MatchMethod::BeginsWith)
+        pattern += u'*';
+    else if (request.method == MatchMethod::EndsWith)
+        pattern.prepend(u'*');
+    return NamePattern(pattern, request.caseSensitive ? Folding::Exact : Folding::Case);
+}
+
 RowSet RowMatching::matchingRows(const Listing &rows, const ExpandSelection &request,
                                  const DateToText &dateText)
 {
@@ -95,10 +106,16 @@ RowSet RowMatching::matchingRows(const Listing &rows, const ExpandSelection &req
         }
         return QString();
     };
+    std::optional<NamePattern> pattern;
+    if (NamePattern::isPattern(request.text))
+        pattern = patternOf(request);
     RowSet found;
-    for (int row = FirstItemRow; row < rows.size(); ++row)
-        if (matches(field(rows[row]), request))
+    for (int row = FirstItemRow; row < rows.size(); ++row) {
+        const QString text = field(rows[row]);
+        // A name may have a star of its own.
+        if (matches(text, request) || (pattern && pattern->matches(FileName::toBytes(text))))
             found.append(row);
+    }
     return found;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/Listing.h"
+#include "model/NamePattern.h"
 #include "model/RowSet.h"
 
 #include <QSet>
@@ -38,6 +39,9 @@ int nextFoundItem(const QString &term, const Listing &rows, int selectedRow,
 int indexOfFirstFoundStringItem(const QString &term, const Listing &rows);
 
 bool matches(const QString &field, const ExpandSelection &request);
+// What a text with wildcards stands for: "contains" and "equals" look at the whole of a field,
+// "begins with" and "ends with" at as much of it as there is.
+NamePattern patternOf(const ExpandSelection &request);
 RowSet matchingRows(const Listing &rows, const ExpandSelection &request,
                     const DateToText &dateText);
 
