@@ -30,7 +30,7 @@ bool Entry::isLink() const
 
 QIcon Entry::icon() const
 {
-    if (!_listing->specifiedIcons) {
+    if (!_listing->options.showSpecifiedIcons) {
         if (isParent())
             return {};
         return isFolder() ? _listing->kinds->genericFolderIcon()

@@ -119,6 +119,25 @@ void Launching::launchTool(Tool tool)
     launchFileURLs({ workspace.applicationForTool(tool) });
 }
 
+void Launching::openTerminal(const QString &folder)
+{
+    struct Started {
+        bool started = false;
+        QString reason {};
+    };
+    const auto opened = waiting.forAnswer(folder, [folder, desktop = &workspace] {
+        Started now;
+        now.started = desktop->openTerminal(folder, &now.reason);
+        return now;
+    });
+    if (opened && opened->started)
+        return;
+    QStringList lines { FileName::shown(folder), opened ? opened->reason : QString() };
+    lines.removeAll(QString());
+    alerts.ask(Alert::failure(localized("Cannot open a terminal in this folder!"),
+                              lines.join(u'\n'), localized("Ok")));
+}
+
 void Launching::openAddress(const QString &address)
 {
     if (!workspace.openAddress(address))

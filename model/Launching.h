@@ -24,6 +24,7 @@ public:
     void launchFileURLs(const QStringList &paths);
     // The Tools menu: starts the program that does this on the desktop at hand.
     void launchTool(Tool tool);
+    void openTerminal(const QString &folder); // there
     // A web or mail address, in the person's browser or mail program.
     void openAddress(const QString &address);
 

@@ -56,8 +56,10 @@ Listing Listing::sorted(Column column, SortDirection direction) const
 {
     if (isEmpty() || column == Column::Icon)
         return *this;
-    return Listing(std::make_shared<const ListingData>(
-        _data->inOrder(sortedRecords(*_data, column, direction))));
+    auto data = std::make_shared<ListingData>(_data->emptied());
+    data->records = sortedRecords(*_data, column, direction);
+    data->order = SortOrder { column, direction };
+    return Listing(std::move(data));
 }
 
 QString Listing::folder() const
@@ -97,6 +99,11 @@ qsizetype Listing::rowOfName(const QString &name) const
 std::error_code Listing::error() const
 {
     return _data->error;
+}
+
+std::optional<SortOrder> Listing::order() const
+{
+    return _data->order;
 }
 
 quint64 Listing::generation() const

@@ -8,6 +8,7 @@
 #include <system_error>
 
 class FileKinds;
+class FolderWatch;
 struct ListingData;
 
 // The columns of a pane; "Icon" cannot be sorted by.
@@ -17,6 +18,10 @@ QString columnIdentifier(Column column); // "Name", ...
 std::optional<Column> columnFromIdentifier(const QString &identifier);
 
 enum class SortDirection { Ascending, Descending };
+struct SortOrder {
+    Column column;
+    SortDirection direction;
+};
 
 // The rows of one folder: "..", then the folders, then the files. A shared value that never
 // changes; a new reading or another order makes a new one, on any thread.
@@ -26,9 +31,11 @@ public:
 
     // Reads a folder: one pass, each entry looked at through the folder's descriptor, but for those
     // that another machine or program would have to answer for. A folder that cannot be read gives
-    // only the row "..".
+    // only the row "..". The watch, where there is one, tells what changes from then on.
     static Listing read(const QString &folder, const ListingOptions &options,
-                        const FileKinds &kinds, WaitingProgress *progress = nullptr);
+                        const FileKinds &kinds, WaitingProgress *progress = nullptr,
+                        FolderWatch *watch = nullptr);
+    explicit Listing(std::shared_ptr<const ListingData> data); // not null
 
     Listing sorted(Column column, SortDirection direction) const;
 
@@ -45,8 +52,11 @@ public:
     // Another number for each reading and each sorting: rows counted against one hold only for it.
     quint64 generation() const;
     std::error_code error() const; // why it could not be read
+    std::optional<SortOrder> order() const; // that sorted() put it in
+
+    // The storage, for what goes over all records.
+    const ListingData &data() const { return *_data; }
 
 private:
-    explicit Listing(std::shared_ptr<const ListingData> data);
     std::shared_ptr<const ListingData> _data;
 };

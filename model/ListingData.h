@@ -1,5 +1,7 @@
 #pragma once
 
+#include "model/Listing.h"
+#include "model/ListingOptions.h"
 #include "widgets/FileKinds.h"
 
 #include <QByteArray>
@@ -10,7 +12,7 @@
 #include <system_error>
 #include <vector>
 
-// What a listing keeps of one item: 32 bytes and its name in the arena.
+// What a listing keeps of one item: 32 bytes and its name in an arena.
 struct ListingRecord {
     qint64 size = 0; // bytes
     qint64 modified = 0; // nanoseconds since 1970
@@ -23,27 +25,31 @@ struct ListingRecord {
     bool isFolder = false; // its kind text is "Folder"
     bool isLink = false; // a symbolic one
     bool isDangling = false;
+    quint16 arena = 0; // of the listing's, which holds the name
+    friend bool operator==(const ListingRecord &, const ListingRecord &) = default;
 };
+static_assert(sizeof(ListingRecord) == 32);
 
 // The storage behind listings and entries. Never changes once a listing shows it; a sorted listing
-// shares the names and has its own order of records.
+// shares the names and has its own order of records, one with changes adds an arena for new names.
 struct ListingData {
     QString folder;
-    std::shared_ptr<const std::string> names; // the raw bytes of all names
+    std::vector<std::shared_ptr<const std::string>> arenas; // the raw bytes of all names
     std::vector<ListingRecord> records; // record 0 is ".."
     const FileKinds *kinds = nullptr; // the application's
-    bool specifiedIcons = true;
+    ListingOptions options; // it was read by
+    std::optional<SortOrder> order; // that the records are in
     std::error_code error {}; // why it could not be read
     quint64 generation = 0;
 
     QByteArrayView name(const ListingRecord &record) const
     {
-        return { names->data() + record.nameOffset, qsizetype(record.nameLength) };
+        return { arenas[record.arena]->data() + record.nameOffset, qsizetype(record.nameLength) };
     }
-    // The same listing in another order.
-    ListingData inOrder(std::vector<ListingRecord> sorted) const
+    // The same listing without its rows.
+    ListingData emptied() const
     {
-        return { folder, names, std::move(sorted), kinds, specifiedIcons, error, nextGeneration() };
+        return { folder, arenas, {}, kinds, options, order, error, nextGeneration() };
     }
     static quint64 nextGeneration();
 };

@@ -11,6 +11,8 @@
 #include "platform/Alerts.h"
 #include "settings/UserDefaults.h"
 
+#include <algorithm>
+
 MainModel::MainModel(MessageBus &messages, UserDefaults &userDefaults, Alerts &alertsToAsk,
                      FileQueries &fileQueries, Launching &launcher, const FileKinds &fileKinds,
                      Waiting &asker)
@@ -64,7 +66,7 @@ void MainModel::awakeFromNib()
         if (const auto &start = _startFolders[side])
             path = start->path;
         showFolder(side, { .path = path });
-        if (_rows[side].isEmpty()) // nobody answered for it
+        if (rows(side).isEmpty()) // nobody answered for it
             bus.post(DirectoryChanged[side], { .path = PathText::homeFolder() });
     }
     for (const Side side : panes) {
@@ -73,7 +75,7 @@ void MainModel::awakeFromNib()
         // Sorting moved the rows.
         const auto &start = _startFolders[side];
         const int row = start && !start->selectedName.isEmpty()
-            ? int(_rows[side].rowOfName(start->selectedName))
+            ? int(rows(side).rowOfName(start->selectedName))
             : ParentRow;
         PaneTable &table = windowController->getTableView(side);
         table.selectRow(qMax(row, ParentRow));
@@ -91,12 +93,70 @@ QString MainModel::dateFormat() const
 void MainModel::sortRowEntries(Column column, Side side, SortDirection direction)
 {
     _sortingDirection = direction;
-    const Listing rows = sorted(_rows[side], column, direction);
+    setRows(side, sorted(wholeRows(side), column, direction));
+    windowController->getTableView(side).setSortIndicator(column, direction);
+    bus.post(TableViewSelectionDidChange, { side });
+}
+
+void MainModel::setRows(Side side, const Listing &whole)
+{
+    show(side,
+         waiting.forRows(isFiltered(side) ? whole.size() : 0, localized("Filtering..."),
+                         [before = _rows[side], whole] { return before.of(whole); }));
+}
+
+void MainModel::setFilter(Side side, const QString &text)
+{
+    const NameFilter filter(text);
+    if (filter.text() == _rows[side].filter().text())
+        return;
+    PaneTable &table = windowController->getTableView(side);
+    const FilteredListing before = _rows[side];
+    const FilteredListing now =
+        waiting.forRows(before.whole().size(), localized("Filtering..."),
+                        [before, filter] { return before.through(filter); });
+    ShownRows shown = before.rowsIn(now, table.shownRows());
+    // What is looked for is found: the next command is about it.
+    const bool anyItem = !shown.selected.isEmpty() && isItemRow(shown.selected.last());
+    if (filter.isOn() && !anyItem && now.shown().holds(FirstItemRow))
+        shown = { { FirstItemRow }, FirstItemRow, ParentRow };
+    show(side, now);
+    table.showRows(shown);
+    table.scrollToRow(shown.current); // also among all the rows that come back
+}
+
+void MainModel::show(Side side, const FilteredListing &rows)
+{
     Q_EMIT rowsAboutToChange(side);
     _rows[side] = rows;
     Q_EMIT rowsChanged(side);
-    windowController->getTableView(side).setSortIndicator(column, direction);
-    bus.post(TableViewSelectionDidChange, { side });
+}
+
+void MainModel::updateRows(Side side, const Listing &now, const std::optional<RowChanges> &changes)
+{
+    constexpr qsizetype Few = 16; // beyond it the table is sooner done with all its rows anew
+    constexpr qsizetype FewSelected = 100;
+    PaneTable &table = windowController->getTableView(side);
+    const Listing before = rows(side);
+    const ShownRows shown = table.shownRows();
+    table.setQuiet(true);
+    // Which of the shown rows changed is known where all of them are shown.
+    const bool known = changes && !isFiltered(side);
+    if (known && shown.selected.size() <= FewSelected
+        && rangesOf(changes->removed).size() + rangesOf(changes->inserted).size() <= Few) {
+        _rows[side] = _rows[side].of(now);
+        table.changeRows(*changes);
+        Q_EMIT fewRowsChanged(side);
+    } else {
+        setRows(side, now);
+    }
+    ShownRows found = known ? changes->rowsNow(shown) : rowsNow(shown, before, rows(side));
+    // Behind the last that is gone.
+    found.current = std::min(found.current, int(rows(side).size()) - 1);
+    table.showRows(found);
+    table.setQuiet(false);
+    if (!known || changes->touch(shown.selected))
+        bus.post(TableViewSelectionDidChange, { side });
 }
 
 Listing MainModel::sorted(const Listing &listing, Column column, SortDirection direction) const
@@ -113,5 +173,5 @@ ShownRows MainModel::rowsNow(const ShownRows &shown, const Listing &seen, const 
 
 int MainModel::getRowFromValueInFileList(Side side, const QString &path) const
 {
-    return int(_rows[side].rowOfPath(path));
+    return int(rows(side).rowOfPath(path));
 }

@@ -1,16 +1,21 @@
 #pragma once
 
+#include "model/FilteredListing.h"
 #include "model/ListingOptions.h"
 #include "model/Messages.h"
 #include "model/OperationRecord.h"
 #include "model/OperationRequest.h"
+#include "model/RowChanges.h"
 #include "model/SelectionMemory.h"
 
 #include <QObject>
 
+#include <memory>
+
 class Alerts;
 class FileKinds;
 class FileQueries;
+class FolderWatch;
 class ItemInformation;
 class Launching;
 class OperationDesk;
@@ -43,19 +48,26 @@ public:
     void awakeFromNib();
     void setUserDefaultValues();
 
-    const Listing &rows(Side side) const { return _rows[side]; }
-    const Listing &rowsLeft() const { return _rows.left; }
-    const Listing &rowsRight() const { return _rows.right; }
+    // The rows that a pane shows; a filter leaves out the others of its folder.
+    const Listing &rows(Side side) const { return _rows[side].shown(); }
+    const Listing &rowsLeft() const { return rows(Side::Left); }
+    const Listing &rowsRight() const { return rows(Side::Right); }
+    const Listing &wholeRows(Side side) const { return _rows[side].whole(); }
+    // Stays until the pane goes to another folder; "" for none.
+    void setFilter(Side side, const QString &text);
+    bool isFiltered(Side side) const { return _rows[side].filter().isOn(); }
 
     // Sends a pane to a folder. One that is gone is replaced by the nearest that is there, with a
     // word about it; when nobody answers for it the pane stays where it is.
     void showFolder(Side side, FolderChange change) const;
 
     // The folder that a pane shows; "" before its first listing.
-    QString folder(Side side) const { return _rows[side].folder(); }
+    QString folder(Side side) const { return wholeRows(side).folder(); }
     // Also by two names of it. Nothing when the question was given up.
     std::optional<bool> panesShowSameFolder() const;
     std::optional<bool> shows(Side side, const QString &otherFolder) const;
+    // What is to be listed after a step in one pane: both when they show one folder, by its name.
+    UpdateBoth updateForOnePane() const;
 
     bool showToolTips() const { return _options.showToolTips; }
     bool traverseLinks() const { return _options.traverseLinks; }
@@ -66,6 +78,10 @@ public:
     bool dateRightAlignment() const { return _options.dateRightAlignment; }
     bool insideBundle() const { return _insideBundle; }
     void setInsideBundle(bool inside) { _insideBundle = inside; }
+
+    // Shows a pane's folder as it is now. Selection, keyboard and view stay on their items, and
+    // nobody hears of another folder. `changes`: from the listing before; nothing when unknown.
+    void updateRows(Side side, const Listing &now, const std::optional<RowChanges> &changes);
 
     // What a table showed of another listing, in this one; says that it compares where that takes
     // a while.
@@ -80,6 +96,9 @@ public:
 Q_SIGNALS:
     void rowsAboutToChange(Side side);
     void rowsChanged(Side side);
+    void fewRowsChanged(Side side); // in place of both: the table has followed each
+    // A folder was read, and is shown; the watch tells what changes in it.
+    void folderRead(Side side, const std::shared_ptr<FolderWatch> &watch);
 
 private:
     // Handlers of the bus, in the order of the catalogue.
@@ -95,13 +114,14 @@ private:
     void renameItem(const ItemRequest &request);
     void openFileWithApplication(const OpenWithRequest &request);
 
+    void setRows(Side side, const Listing &whole);
+    void show(Side side, const FilteredListing &rows);
     void requestCopyMove(const ItemRequest &request, Operation operation);
     Listing sorted(const Listing &listing, Column column, SortDirection direction) const;
     OperationRequest getDictionaryForCopyMove(std::optional<Side> side, const Listing &listing,
                                               const RowSet &rows) const;
     void askForNewFolder(const QString &parent, const QString &suggested, std::optional<Side> side);
     void askForNewName(const QString &path, const QString &suggested, std::optional<Side> side);
-    UpdateBoth updateForOnePane() const; // both panes when they show one folder, by its name
 
     MessageBus &bus;
     UserDefaults &defaults;
@@ -115,7 +135,7 @@ private:
     OperationDesk *twinleaf = nullptr;
     ItemInformation *infoSheetController = nullptr;
 
-    PerSide<Listing> _rows;
+    PerSide<FilteredListing> _rows;
     PerSide<SelectionMemory> _selectedItems;
     PerSide<std::optional<StartFolder>> _startFolders;
     ListingOptions _options;

@@ -2,6 +2,7 @@
 
 #include "base/Localized.h"
 #include "files/FileName.h"
+#include "files/FolderWatch.h"
 #include "files/PathText.h"
 #include "files/Waiting.h"
 #include "model/CurrentRows.h"
@@ -15,24 +16,28 @@ void MainModel::fillFileList(Side side, const FolderChange &change)
 {
     const QString path = change.path.isEmpty() ? PathText::homeFolder() : change.path;
     PaneTable &table = windowController->getTableView(side);
+    struct Reading {
+        std::shared_ptr<FolderWatch> watch;
+        Listing listing;
+    };
     const auto read =
         waiting.forAnswer(path, [path, options = _options, &kinds = kinds](auto &progress) {
-            return Listing::read(path, options, kinds, &progress); // keeps the kinds for later
+            auto watch = std::make_shared<FolderWatch>();
+            // Keeps the kinds for later.
+            return Reading { watch, Listing::read(path, options, kinds, &progress, watch.get()) };
         });
     if (!read)
         return; // given up: the pane stays where it was
-    Listing listing = *read;
+    Listing listing = read->listing;
     if (const auto column = table.highlightedColumn()) {
         listing = sorted(listing, *column, _sortingDirection);
         table.setSortIndicator(*column, _sortingDirection);
     }
-    const Listing before = _rows[side];
+    const Listing before = rows(side);
     const bool reload = !change.item && path == before.folder();
-    // What is selected there stays selected: the next command acts on it.
-    const ShownRows shown = reload ? rowsNow(table.shownRows(), before, listing) : ShownRows();
-    Q_EMIT rowsAboutToChange(side);
-    _rows[side] = listing;
-    Q_EMIT rowsChanged(side);
+    const ShownRows shown = table.shownRows();
+    setRows(side, listing);
+    Q_EMIT folderRead(side, read->watch);
 
     // Kept: a plain reload names no item, so it forgets the remembered row as a folder reached anew
     // does.
@@ -42,10 +47,11 @@ void MainModel::fillFileList(Side side, const FolderChange &change)
     if (!cameAlong && item != u".."_s)
         _selectedItems[side].removeRow(path);
     if (reload) {
-        table.showRows(shown);
+        // What is selected there stays selected: the next command acts on it.
+        table.showRows(rowsNow(shown, before, rows(side)));
         return;
     }
-    const int row = _selectedItems[side].row(path);
+    const int row = _rows[side].shownRow(_selectedItems[side].row(path));
     table.selectRow(row);
     table.scrollToRow(row);
 }
@@ -66,7 +72,7 @@ void MainModel::showFolder(Side side, FolderChange change) const
 
 void MainModel::getRows(Side side, const RowsOfPane &opened)
 {
-    const Listing &listing = _rows[side];
+    const Listing &listing = this->rows(side);
     const RowSet rows = currentRows(opened.rows, opened.seen, listing);
     if (rows.isEmpty())
         return;
@@ -76,7 +82,7 @@ void MainModel::getRows(Side side, const RowsOfPane &opened)
     if (!item)
         return; // given up
     if (item->isDirectory)
-        _selectedItems[side].setRow(first, PathText::parent(path));
+        _selectedItems[side].setRow(_rows[side].wholeRow(first), PathText::parent(path));
     if (rows.size() >= 2) {
         QStringList paths;
         for (const int row : rows)
@@ -109,7 +115,7 @@ void MainModel::getRows(Side side, const RowsOfPane &opened)
 
 void MainModel::getRowCount(Side side, const NoPayload &)
 {
-    bus.post(SelectRow[side], { int(_rows[side].size()) });
+    bus.post(SelectRow[side], { int(rows(side).size()) });
 }
 
 void MainModel::gotoNextDirectory(Side side, const RowsOfPane &selected)
@@ -124,11 +130,11 @@ void MainModel::gotoNextDirectory(Side side, const RowsOfPane &selected)
         return extension == u"app"_s || extension == u"pkg"_s;
     };
     setInsideBundle(std::any_of(components.begin(), components.end(), inBundle));
-    const RowSet rows = currentRows(selected.rows, selected.seen, _rows[side]);
+    const RowSet rows = currentRows(selected.rows, selected.seen, this->rows(side));
     if (!rows.isEmpty() && isItemRow(rows.first())) {
-        const QString path = _rows[side][rows.first()].path();
+        const QString path = this->rows(side)[rows.first()].path();
         if (queries.isDirectory(path))
-            _selectedItems[side].setRow(rows.first(), PathText::parent(path));
+            _selectedItems[side].setRow(_rows[side].wholeRow(rows.first()), PathText::parent(path));
     }
     showFolder(side,
                { .path = PathText::fromComponents(components.mid(0, next + 1)), .item = u".."_s });

@@ -1,6 +1,7 @@
 #include "model/MainModel.h"
 
 #include "files/FileName.h"
+#include "files/FileStatus.h"
 #include "files/PathText.h"
 #include "model/CurrentRows.h"
 #include "model/FileQueries.h"
@@ -21,6 +22,12 @@ QStringList names(const Listing &listing, const RowSet &rows)
     for (const int row : rows)
         names.append(PathText::lastComponent(listing[row].path()));
     return names;
+}
+
+std::optional<FileIdentity> identityOf(const QString &path) // worker thread
+{
+    const auto status = fileStatus(path, Links::NoFollow);
+    return status ? std::optional(status->identity) : std::nullopt;
 }
 
 // The one row of a request for one item, or nothing: row 0 and rows that are gone are refused.
@@ -63,10 +70,10 @@ UpdateBoth MainModel::updateForOnePane() const
 void MainModel::showItemInfo(const ItemRequest &request)
 {
     const Side side = request.side.value_or(Side::Right);
-    const auto row = singleRow(currentRows(request.item, request.seen, _rows[side]));
+    const auto row = singleRow(currentRows(request.item, request.seen, rows(side)));
     if (!row || !infoSheetController)
         return;
-    const QString path = _rows[side][*row].path();
+    const QString path = rows(side)[*row].path();
     infoSheetController->showInfoSheet({ .source = PathText::parent(path),
                                          .items = { PathText::lastComponent(path) },
                                          .side = request.side,
@@ -86,7 +93,7 @@ void MainModel::moveItem(const ItemRequest &request)
 void MainModel::requestCopyMove(const ItemRequest &request, Operation operation)
 {
     const Side side = request.side.value_or(Side::Right);
-    const Listing listing = _rows[side];
+    const Listing listing = this->rows(side);
     const RowSet rows = currentRows(request.item, request.seen, listing);
     if (rows.isEmpty())
         return;
@@ -146,7 +153,7 @@ void MainModel::askForNewFolder(const QString &parent, const QString &suggested,
 void MainModel::deleteItem(const ItemRequest &request)
 {
     const Side side = request.side.value_or(Side::Right);
-    const Listing listing = _rows[side];
+    const Listing listing = this->rows(side);
     const RowSet rows = currentRows(request.item, request.seen, listing);
     if (rows.isEmpty())
         return;
@@ -170,10 +177,10 @@ void MainModel::deleteItem(const ItemRequest &request)
 void MainModel::renameItem(const ItemRequest &request)
 {
     const Side side = request.side.value_or(Side::Right);
-    const auto row = singleRow(currentRows(request.item, request.seen, _rows[side]));
+    const auto row = singleRow(currentRows(request.item, request.seen, rows(side)));
     if (!row)
         return;
-    const QString path = _rows[side][*row].path();
+    const QString path = rows(side)[*row].path();
     askForNewName(path, PathText::lastComponent(path), request.side);
 }
 
@@ -194,10 +201,21 @@ void MainModel::askAgain(const OperationRequest &refused)
 void MainModel::askForNewName(const QString &path, const QString &suggested,
                               std::optional<Side> side)
 {
+    const auto before = waiting.forAnswer(path, [path] { return identityOf(path); });
+    if (!before)
+        return; // given up
     const QString name =
         windowController->getStringFromInputSheet(localized("Please enter new name:"), suggested);
     if (name.isEmpty() || name == PathText::lastComponent(path))
         return;
+    // Other programs may have put another item there while the sheet stood.
+    const auto now = waiting.forAnswer(path, [path] { return identityOf(path); });
+    if (now && *before && *now && *now != *before) {
+        alerts.ask(Alert::failure(localized("Rename failed!"),
+                                  FileName::shown(PathText::lastComponent(path)) + u": "_s
+                                      + localized("It is not the item any more that was shown.")));
+        return;
+    }
     // The source of a rename is the item itself, by its full path.
     twinleaf->renameItem({ .source = path,
                            .destination = PathText::joined(PathText::parent(path), name),
@@ -208,9 +226,10 @@ void MainModel::askForNewName(const QString &path, const QString &suggested,
 void MainModel::openFileWithApplication(const OpenWithRequest &request)
 {
     const Side side = request.side.value_or(Side::Right);
+    const Listing &listing = this->rows(side);
     QStringList paths;
-    const RowSet rows = currentRows(request.items, request.seen, _rows[side]);
+    const RowSet rows = currentRows(request.items, request.seen, listing);
     for (const int row : rows)
-        paths.append(_rows[side][row].path());
+        paths.append(listing[row].path());
     launching.openFiles(paths, request.appPath);
 }

@@ -30,6 +30,8 @@ OperationAlerts::Subject OperationAlerts::subjectOf(const Listing &listing, cons
 
 std::optional<qint64> OperationAlerts::sizeOf(const Listing &listing, const QStringList &names)
 {
+    if (names.size() >= listing.size())
+        return std::nullopt; // not all of so many can be in it
     QSet<QByteArray> wanted;
     for (const QString &name : names)
         wanted.insert(FileName::toBytes(name));

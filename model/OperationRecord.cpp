@@ -9,6 +9,8 @@ QString operationWord(Operation operation)
         return QStringLiteral("TWMoveOperation");
     case Operation::NewFolder:
         return QStringLiteral("TWNewFolderOperation");
+    case Operation::NewFile:
+        return QStringLiteral("TWNewFileOperation");
     case Operation::Rename:
         return QStringLiteral("TWRenameOperation");
     case Operation::Delete:
@@ -19,6 +21,8 @@ QString operationWord(Operation operation)
         return QStringLiteral("TWInfoOperation");
     case Operation::Archive:
         return QStringLiteral("TWArchiveOperation");
+    case Operation::Undo:
+        return QStringLiteral("TWUndoOperation");
     }
     return {};
 }

@@ -45,8 +45,9 @@ using UpdateBothEntry = RequestWord<UpdateBoth, updateBothWord, updateBothFromWo
 struct OperationRequest {
     QString source; // absolute path of the items' folder; of a rename the item's own path
     QString destination; // absolute path of the target folder or of a rename; "" without a target
-    QStringList items; // names in the source; of a new folder its name; of a rename none
+    QStringList items; // names in the source; of a new folder or file its name; of a rename none
     SideEntry side {}; // the pane the request came from; missing when none was active
     UpdateBothEntry updateBoth {};
+    unsigned cut = 0; // of a move, which cut of the clipboard it carries out; 0: none
     friend bool operator==(const OperationRequest &, const OperationRequest &) = default;
 };

@@ -25,11 +25,6 @@ inline constexpr PaneSettings paneSettings(Side side)
              Settings::RightFileListColumnWidths };
 }
 
-struct SortOrder {
-    Column column;
-    SortDirection direction;
-};
-
 // As a pane was left. A new one is sorted by name, upwards; a column stored without its direction
 // downwards.
 inline SortOrder storedSortOrder(const UserDefaults &defaults, Side side)

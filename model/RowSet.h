@@ -15,6 +15,8 @@ struct ShownRows {
     RowSet selected;
     int current = NoRow;
     int first = NoRow;
+    int newest = NoRow; // of the selected ones, the one selected last
+    bool marked = false; // they were marked one by one: the keyboard leaves them as they are
 };
 
 // Whether the row is an item's: no command touches "..".

@@ -33,14 +33,33 @@ quint64 ordered(qint64 number)
     return quint64(number) ^ (quint64(1) << 63);
 }
 
+// An unknown date comes before every other.
+quint64 orderedDate(const ListingRecord &record)
+{
+    return record.hasStatus ? ordered(record.modified) : 0;
+}
+
+QString kindText(const ListingData &data, const ListingRecord &record)
+{
+    return data.kinds->kindText(FileName::fromBytes(data.name(record)), record.kind,
+                                record.isDangling);
+}
+
+// What alone decides about its kind; "" where more than that does.
+QByteArrayView suffixOfKind(const ListingData &data, const ListingRecord &record)
+{
+    if (record.kind != FileKind::Regular || record.isDangling)
+        return {};
+    return FileKinds::suffix(data.name(record));
+}
+
 // The place of each record's kind among the distinct kind texts.
 std::vector<quint64> kindRanks(const ListingData &data)
 {
     QHash<QString, int> indexes;
     QHash<QByteArrayView, int> indexOfSuffix; // of regular files: asks about each suffix once
     const auto indexOfText = [&](const ListingRecord &record) {
-        const QString text = data.kinds->kindText(FileName::fromBytes(data.name(record)),
-                                                  record.kind, record.isDangling);
+        const QString text = kindText(data, record);
         // Not emplace: that would give a known text another index.
         auto known = indexes.constFind(text);
         if (known == indexes.constEnd())
@@ -50,9 +69,7 @@ std::vector<quint64> kindRanks(const ListingData &data)
     std::vector<int> indexOfRecord;
     indexOfRecord.reserve(data.records.size());
     for (const ListingRecord &record : data.records) {
-        QByteArrayView suffix;
-        if (record.kind == FileKind::Regular && !record.isDangling)
-            suffix = FileKinds::suffix(data.name(record));
+        const QByteArrayView suffix = suffixOfKind(data, record);
         auto known = indexOfSuffix.constFind(suffix);
         if (suffix.isEmpty() || known == indexOfSuffix.constEnd())
             known = indexOfSuffix.insert(suffix, indexOfText(record));
@@ -125,8 +142,7 @@ struct Numbers {
         case Column::Size:
             return ordered(of.size);
         case Column::Date:
-            // An unknown date comes before every other.
-            return of.hasStatus ? ordered(of.modified) : 0;
+            return orderedDate(of);
         case Column::Type:
             return ranks[record];
         default:
@@ -183,4 +199,50 @@ std::vector<ListingRecord> sortedRecords(const ListingData &data, Column column,
             sorted.push_back(data.records[key.record]);
     }
     return sorted;
+}
+
+RecordOrder::RecordOrder(const ListingData &data, std::optional<SortOrder> order)
+    : _data(data)
+    , _order(order)
+{
+}
+
+QByteArray RecordOrder::kindOf(const ListingRecord &record) const
+{
+    const auto text = [&] { return FileName::toBytes(kindText(_data, record)); };
+    const QByteArrayView suffix = suffixOfKind(_data, record);
+    if (suffix.isEmpty())
+        return text();
+    auto known = _kindOfSuffix.constFind(suffix);
+    if (known == _kindOfSuffix.constEnd())
+        known = _kindOfSuffix.insert(suffix, text());
+    return *known;
+}
+
+int RecordOrder::compared(const ListingRecord &a, const ListingRecord &b) const
+{
+    const auto sign = [](auto left, auto right) { return (left > right) - (left < right); };
+    switch (_order->column) {
+    case Column::Name:
+        return _data.name(a).compare(_data.name(b));
+    case Column::Size:
+        return sign(ordered(a.size), ordered(b.size));
+    case Column::Date:
+        return sign(orderedDate(a), orderedDate(b));
+    case Column::Type:
+        return kindOf(a).compare(kindOf(b));
+    case Column::Icon:
+        break;
+    }
+    return 0;
+}
+
+bool RecordOrder::operator()(const ListingRecord &a, const ListingRecord &b) const
+{
+    if (a.isFolder != b.isFolder)
+        return a.isFolder;
+    if (!_order)
+        return false;
+    const int order = compared(a, b);
+    return _order->direction == SortDirection::Ascending ? order < 0 : order > 0;
 }

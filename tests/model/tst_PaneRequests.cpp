@@ -98,6 +98,20 @@ private Q_SLOTS:
         QCOMPARE(world.desk.requests, requests);
     }
 
+    void aRenameIsAboutTheItemThatWasShown()
+    {
+        Requests world(false);
+        const ItemRequest one = world.request(u"b"_s);
+        QTimer::singleShot(0, &world.window, [&] { // the sheet stands
+            world.folder.shell(u"mv left/b left/away; echo another > left/b"_s);
+        });
+        world.answerSheet(u"new"_s);
+        world.alerts.answer(Alert::Ok);
+        world.bus.post(RenameItem, one);
+        QCOMPARE(world.desk.requests.size(), 0);
+        QVERIFY(world.alerts.last().details.endsWith(u"not the item any more that was shown."_s));
+    }
+
     void bothPanesAreRefreshedWhenTheyShowOnePath()
     {
         Requests world(false);
