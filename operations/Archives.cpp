@@ -73,7 +73,9 @@ void Archives::archiveItems(const QStringList &paths, const QString &destination
         Operation::Archive, { job.folder, destination },
         [this, job, number, running = newTask()](OperationRecord &record) { // worker thread
             record.item = job.destination;
-            Packing(job, alerts, programs, workspace, journal, *running).run();
+            Packing packing(job, alerts, programs, workspace, journal, *running);
+            packing.run();
+            record.done = packing.done();
             closeSheet(number);
         });
 }
@@ -89,6 +91,7 @@ void Archives::unpackArchive(const QString &archive, const QString &destination)
     workers.detach(Operation::Archive, { PathText::parent(archive), destination },
                    [this, arguments, number, running = newTask()](OperationRecord &record) mutable {
                        record.item = arguments.last();
+                       record.isFinal = true;
                        const ProgramEnd end = programs.run(
                            arguments, [&](pid_t process) { running->started(process); });
                        const auto unwritten = syncIfRemovable(record.item);

@@ -57,11 +57,11 @@ CopyMove::CopyMove(Alerts &alertsToAsk, Programs &programsToRun, Workspace &work
 {
 }
 
-void CopyMove::performCopyMoveProgress(const AcceptedRequest &request, Operation operation,
-                                       RunQueue::Ticket ticket) // worker thread
+DoneItems CopyMove::performCopyMoveProgress(const AcceptedRequest &request, Operation operation,
+                                            RunQueue::Ticket ticket) // worker thread
 {
     if (!_queue.wait(ticket))
-        return;
+        return {};
     const QStringList &items = request.items;
     Transfer transfer(operation, request.source, request.destination, programs, workspace, _journal,
                       [this](const QString &line) { showLine(line); });
@@ -85,6 +85,8 @@ void CopyMove::performCopyMoveProgress(const AcceptedRequest &request, Operation
     onMainThread([&] { sheet->closeWorkingSheet(); });
     reportStaying(run.staying);
     _queue.end(ticket);
+    run.done.add(transfer.done());
+    return run.done;
 }
 
 CopyMove::Next CopyMove::performItem(Run &run, qsizetype &index) // worker thread
@@ -199,10 +201,12 @@ TransferEnd CopyMove::putInto(Run &run, const QString &name,
     TransferEnd end =
         putOver(inner, run.operation, run.source(name), PathText::joined(target, name));
     run.staying += inner.finish();
+    run.done.add(inner.done());
     return end;
 }
 
-std::optional<QString> CopyMove::duplicate(const QString &source, const QString &destination)
+std::optional<QString> CopyMove::duplicate(const QString &source, const QString &destination,
+                                           DoneItems &done)
 {
     const QString as = PathText::lastComponent(destination);
     if (!PathText::isItemName(as))
@@ -220,6 +224,7 @@ std::optional<QString> CopyMove::duplicate(const QString &source, const QString 
                       into ? std::optional(existing->identity) : std::nullopt);
     const TransferEnd end = putOver(transfer, Operation::Copy, source, target);
     reportStaying(transfer.finish());
+    done.add(transfer.done());
     if (const auto unwritten = syncIfRemovable(PathText::parent(target)))
         alerts.ask(*unwritten);
     return end.what == TransferEnd::Done ? std::nullopt : std::optional(end.reason);

@@ -25,13 +25,14 @@ public:
     void setRunDisplay(RunDisplay *runDisplay) { display = runDisplay; }
 
     RunQueue &queue() { return _queue; }
-    // Carries a request out when its turn has come. Worker thread.
-    void performCopyMoveProgress(const AcceptedRequest &run, Operation operation,
-                                 RunQueue::Ticket ticket);
+    // Carries a request out when its turn has come, and answers what it did. Worker thread.
+    DoneItems performCopyMoveProgress(const AcceptedRequest &run, Operation operation,
+                                      RunQueue::Ticket ticket);
 
     // One item to a full path. What stands there goes to the Trash when the copy is in place; an
     // existing folder is copied into. Answers why it was not done, or nothing. Any worker thread.
-    std::optional<QString> duplicate(const QString &source, const QString &destination);
+    std::optional<QString> duplicate(const QString &source, const QString &destination,
+                                     DoneItems &done);
 
     const Journal &journal() const { return _journal; }
 

@@ -19,6 +19,7 @@ struct CopyMove::Run {
     bool allOverride = false; // "All" was answered
     std::optional<bool> firstIsLong {};
     QStringList staying {}; // lines about what was left behind
+    DoneItems done {}; // into folders at the destination
 
     bool copies() const { return operation == Operation::Copy; }
     QString source(const QString &name) const { return PathText::joined(request.source, name); }

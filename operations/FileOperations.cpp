@@ -50,7 +50,9 @@ FileOperations::FileOperations(MessageBus &bus, Alerts &alertsToAsk, Programs &p
     , queries(fileQueries)
     , _copyMove(alertsToAsk, programs, workspaceInUse, fileQueries, dates)
     , _singleSteps(alertsToAsk, programs, workspaceInUse, _copyMove)
+    , _permanentRemoval(alertsToAsk, workspaceInUse, _copyMove.journal())
     , _archives(alertsToAsk, programs, workspaceInUse, _copyMove.journal(), _workers)
+    , _undo(alertsToAsk, programs, workspaceInUse, _copyMove, _workers)
     , _workers(openDialogs)
 {
     _workers.setHandlers({ [this](Operation operation) { threadBegins(operation); },
@@ -64,18 +66,21 @@ FileOperations::~FileOperations() = default;
 void FileOperations::setMainModel(MainModel *model)
 {
     _refresh.setMainModel(model);
+    _undo.setMainModel(model);
 }
 
 void FileOperations::setWindowController(PaneWindow *window, ProgressSheet *sheet)
 {
     windowController = window;
     _refresh.setWindowController(window);
+    _undo.setWindowController(window);
     _copyMove.setProgressSheet(sheet);
 }
 
 void FileOperations::setRunDisplay(RunDisplay *display)
 {
     _copyMove.setRunDisplay(display);
+    _undo.setRunDisplay(display);
     _copyMove.queue().setChangeHandler([this, display] { // any thread
         onMainThread([&] { display->showRuns(_copyMove.queue().runs()); });
     });
@@ -115,7 +120,7 @@ bool FileOperations::isWorkAnswered(Waiting &waiting) const
 bool FileOperations::spins(Operation operation)
 {
     return operation == Operation::Copy || operation == Operation::Move
-        || operation == Operation::Duplicate;
+        || operation == Operation::Duplicate || operation == Operation::Undo;
 }
 
 void FileOperations::threadBegins(Operation operation)
@@ -128,20 +133,30 @@ void FileOperations::threadWillExit(const OperationRecord &record)
 {
     if (spins(record.operation))
         windowController->setProgressIndicator(false);
+    if (record.isFinal)
+        _undo.history().clear();
+    _undo.history().add(record.done);
+    endCut(record.cut, !record.done.items().isEmpty());
     _refresh.updateFileLists(record);
     if (record.refused)
-        askAgain(*record.refused);
+        askAgain(record.operation, *record.refused);
 }
 
-void FileOperations::askAgain(const OperationRequest &refused)
+void FileOperations::endCut(unsigned cut, bool anyMoved) const
+{
+    if (cut && cutEnded)
+        cutEnded(cut, anyMoved);
+}
+
+void FileOperations::askAgain(Operation operation, const OperationRequest &refused)
 {
     // Later: the worker ends first, and with it what waits for it. Not while the program ends.
     QMetaObject::invokeMethod(
         &_workers,
-        [this, refused] {
-            Arrivals::deliver(&_workers, [this, refused] {
+        [this, operation, refused] {
+            Arrivals::deliver(&_workers, [this, operation, refused] {
                 if (nameRefused && !_endsNow)
-                    nameRefused(refused);
+                    nameRefused(operation, refused);
             });
         },
         Qt::QueuedConnection);
@@ -150,14 +165,15 @@ void FileOperations::askAgain(const OperationRequest &refused)
 void FileOperations::startCopyMove(const OperationRequest &request, Operation operation)
 {
     if (!isPerformFileOperationDictionaryValid(request))
-        return;
+        return endCut(request.cut, false);
     _workers.detach(
         operation, { request.source, request.destination },
         [this, request, ticket = _copyMove.queue().enqueue(describedRun(request, operation))](
             OperationRecord &record) { // worker thread
             if (request.updateBoth.value() == UpdateBoth::DragDropFinder)
                 record.droppedOn = request.side.value();
-            _copyMove.performCopyMoveProgress(request, record.operation, ticket);
+            record.cut = request.cut;
+            record.done = _copyMove.performCopyMoveProgress(request, record.operation, ticket);
         });
 }
 
@@ -175,7 +191,31 @@ void FileOperations::deleteItems(const OperationRequest &request)
 {
     if (isPerformFileOperationDictionaryValid(request))
         _workers.detach(Operation::Delete, { request.source },
-                        [this, request](OperationRecord &) { _singleSteps.deleteItems(request); });
+                        [this, request](OperationRecord &record) {
+                            record.done = _singleSteps.deleteItems(request);
+                        });
+}
+
+void FileOperations::deletePermanently(const OperationRequest &request,
+                                       const QList<FileIdentity> &seen)
+{
+    if (!isPerformFileOperationDictionaryValid(request))
+        return;
+    const QString text = request.items.size() == 1
+        ? filled(localized("Deleting '%@' for good"), FileName::shown(request.items.first()))
+        : filled(localized("Deleting %i items for good"), int(request.items.size()));
+    // In its turn, so that it is shown and can be cancelled as a copy is.
+    _workers.detach(
+        Operation::Delete, { request.source },
+        [this, request, seen,
+         ticket = _copyMove.queue().enqueue(text)](OperationRecord &record) { // worker thread
+            RunQueue &queue = _copyMove.queue();
+            if (!queue.wait(ticket))
+                return;
+            record.isFinal = true;
+            _permanentRemoval.removeItems(request, seen, [&] { return queue.isCancelled(); });
+            queue.end(ticket);
+        });
 }
 
 void FileOperations::newFolder(const OperationRequest &request)
@@ -190,7 +230,7 @@ void FileOperations::newFolder(const OperationRequest &request)
             return; // given up
         if (item->status) {
             alerts.ask(Alert::failure(localized("Folder already exists!"), FileName::shown(path)));
-            askAgain(request);
+            askAgain(Operation::NewFolder, request);
             return;
         }
     }
@@ -198,6 +238,15 @@ void FileOperations::newFolder(const OperationRequest &request)
         _workers.detach(
             Operation::NewFolder, { request.source },
             [this, request](OperationRecord &record) { _singleSteps.newFolder(request, record); });
+}
+
+void FileOperations::newFile(const OperationRequest &request)
+{
+    _endsNow = false;
+    if (isPerformFileOperationDictionaryValid(request))
+        _workers.detach(
+            Operation::NewFile, { request.source },
+            [this, request](OperationRecord &record) { _singleSteps.newFile(request, record); });
 }
 
 void FileOperations::renameItem(const OperationRequest &request)
@@ -213,7 +262,9 @@ void FileOperations::createAlias(const OperationRequest &request)
 {
     if (isPerformFileOperationDictionaryValid(request))
         _workers.detach(Operation::Copy, { request.source, request.destination },
-                        [this, request](OperationRecord &) { _singleSteps.createAlias(request); });
+                        [this, request](OperationRecord &record) {
+                            record.done = _singleSteps.createAlias(request);
+                        });
 }
 
 void FileOperations::duplicateItem(const QString &source, const QString &destination)
@@ -231,8 +282,23 @@ void FileOperations::duplicateItem(const QString &source, const QString &destina
     _workers.detach(Operation::Duplicate, { PathText::parent(source) },
                     [this, source, destination](OperationRecord &record) {
                         record.item = PathText::parent(destination);
-                        _singleSteps.duplicateItem(source, destination);
+                        record.done = _singleSteps.duplicateItem(source, destination);
                     });
+}
+
+void FileOperations::duplicateItems(const OperationRequest &request)
+{
+    if (!isPerformFileOperationDictionaryValid(request))
+        return;
+    OperationRequest shown = request;
+    shown.destination = request.source;
+    _workers.detach(
+        Operation::Duplicate, { request.source },
+        [this, request, ticket = _copyMove.queue().enqueue(describedRun(shown, Operation::Copy))](
+            OperationRecord &record) { // worker thread
+            record.item = request.source;
+            record.done = _singleSteps.duplicateItems(request, ticket);
+        });
 }
 
 void FileOperations::archiveItems(const QStringList &paths, const QString &destination,

@@ -5,7 +5,9 @@
 #include "operations/Archives.h"
 #include "operations/CopyMove.h"
 #include "operations/PaneRefresh.h"
+#include "operations/PermanentRemoval.h"
 #include "operations/SingleSteps.h"
+#include "operations/Undo.h"
 #include "operations/Workers.h"
 
 #include <functional>
@@ -28,23 +30,34 @@ public:
     void setRunDisplay(RunDisplay *display);
     void setArchiveSheet(ArchiveProgressSheet *sheet) { _archives.setArchiveSheet(sheet); }
 
-    // What happens after a rename or a new folder that failed; the person has been told by then.
-    void setNameRefused(std::function<void(const OperationRequest &)> handler)
-    {
-        nameRefused = std::move(handler);
-    }
+    // What happens after a rename, a new folder or a new file that failed; the person has been told
+    // by then.
+    using NameRefused = std::function<void(Operation, const OperationRequest &)>;
+    void setNameRefused(NameRefused handler) { nameRefused = std::move(handler); }
+
+    // What happens when a request that carries out a cut has ended, refused ones included.
+    using CutEnded = std::function<void(unsigned cut, bool anyMoved)>;
+    void setCutEnded(CutEnded handler) { cutEnded = std::move(handler); }
 
     void copyItems(const OperationRequest &request) override;
     void moveItems(const OperationRequest &request) override;
     void deleteItems(const OperationRequest &request) override;
+    void deletePermanently(const OperationRequest &request,
+                           const QList<FileIdentity> &seen) override;
     void newFolder(const OperationRequest &request) override;
+    void newFile(const OperationRequest &request) override;
     void renameItem(const OperationRequest &request) override;
     void createAlias(const OperationRequest &request) override;
     void duplicateItem(const QString &source, const QString &destination) override;
+    void duplicateItems(const OperationRequest &request) override;
     void archiveItems(const QStringList &paths, const QString &destination,
                       const QString &archiveName,
                       const std::optional<FileStatus> &replaced = {}) override;
     void unpackArchive(const QString &archive, const QString &destination) override;
+
+    // The last of all that, as long as nothing changed since.
+    void undoLast() { _undo.undoLast(); }
+    UndoHistory &undoHistory() { return _undo.history(); }
 
     // Lists again what the operation touched and selects where the user expects it.
     void updateFileLists(const OperationRecord &record) { _refresh.updateFileLists(record); }
@@ -70,27 +83,31 @@ private:
     void cancelThread(const NoPayload &);
     void cancelArchiving(const NoPayload &);
     void startCopyMove(const OperationRequest &request, Operation operation);
-    // The spinner goes on where the worker of a copy, move or duplicate begins and off where its
-    // record comes back; the others never turn it on, and must not turn off what a copy still
+    // The spinner goes on where the worker of a copy, move, duplicate or undo begins and off where
+    // its record comes back; the others never turn it on, and must not turn off what a copy still
     // needs.
     void threadBegins(Operation operation);
     void threadWillExit(const OperationRecord &record);
     static bool spins(Operation operation);
-    void askAgain(const OperationRequest &refused); // for the name
+    void endCut(unsigned cut, bool anyMoved) const;
+    void askAgain(Operation operation, const OperationRequest &refused); // for the name
     void settle(Journal::Note &note);
 
     Alerts &alerts;
     Workspace &workspace;
     const FileQueries &queries;
     PaneWindow *windowController = nullptr; // the application's
-    std::function<void(const OperationRequest &)> nameRefused;
+    NameRefused nameRefused;
+    CutEnded cutEnded;
     bool _endsNow = false; // until a name is given again: an end may be called off
     CopyMove _copyMove;
     std::mutex _settledLock; // for the next
     QStringList _settled; // lines about it, to be told
     bool _hasToldSettled = false;
     SingleSteps _singleSteps;
+    PermanentRemoval _permanentRemoval;
     PaneRefresh _refresh;
     Archives _archives;
+    Undo _undo;
     Workers _workers; // last: ends its threads before what they use goes
 };

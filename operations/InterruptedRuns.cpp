@@ -146,6 +146,13 @@ private:
         switch (staged->role) {
         case StagedName::Making:
             return removeCopy(entry, *status, staged->name);
+        case StagedName::Removing:
+            // Any other one came to its name at the last moment, and nobody agreed to lose that.
+            if (!_keepsInodes || status->identity.inode != staged->number)
+                return save(_staging.number(), entry, staged->name);
+            return remove(entry, *status, targetPath(staged->name),
+                          localized("Deleting '%@' for good was interrupted; the rest of it was "
+                                    "removed."));
         case StagedName::Unpacking:
             return remove(entry, *status, FileName::fromBytes(staged->name),
                           localized("Unpacking '%@' was interrupted; what had not arrived was "

@@ -20,7 +20,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// zip's own answers, as wait(2) has them.
+constexpr char Program[] = "/usr/bin/zip";
+// Its own answers, as wait(2) has them.
 constexpr int NothingToDo = 12 << 8;
 constexpr int CannotWrite = 15 << 8;
 constexpr int WrongArguments = 16 << 8;
@@ -125,8 +126,14 @@ void Packing::run() // worker thread
         return;
     if (unmade)
         return fail(CannotWrite, { QString::fromStdString(unmade.message()) });
-    if (isEmpty || (result != 0 && result != NotAllRead))
-        return fail(result != 0 ? result : NothingToDo, _complaints + shownLines(_errorText));
+    if (isEmpty || (result != 0 && result != NotAllRead)) {
+        // A shell's words for it are not a person's.
+        const bool isThere = ::access(Program, X_OK) == 0;
+        return fail(result != 0 ? result : NothingToDo,
+                    isThere ? _complaints + shownLines(_errorText)
+                            : QStringList { localized("The program 'zip', which packs archives, "
+                                                      "is not installed.") });
+    }
 
     const QStringList lacking =
         _complaints + each(localized("'%@' could not be read."), items.closedFolders());
@@ -211,7 +218,8 @@ void Packing::fail(int code, const QStringList &reasons)
 QString Packing::commandLine(const QString &folder, const QString &archive,
                              const QStringList &names)
 {
-    QString line = u"cd \""_s + folder + u"\" && /usr/bin/zip -r \""_s + archive + u"\" "_s;
+    QString line = u"cd \""_s + folder + u"\" && "_s + QLatin1StringView(Program) + u" -r \""_s
+        + archive + u"\" "_s;
     for (const QString &name : names)
         line += u'"' + name + u"\" "_s;
     return line;
@@ -250,7 +258,7 @@ int Packing::runWithoutShell(const QString &archive, const QStringList &options,
     // zip is told that no name is an option. More names than one run takes are added by the next.
     int result = 0;
     for (qsizetype next = 0; next < names.size() && !task.isCancelled();) {
-        QStringList arguments { u"/usr/bin/zip"_s, u"-r"_s, archive };
+        QStringList arguments { QString::fromLatin1(Program), u"-r"_s, archive };
         arguments << options << u"--"_s;
         for (qsizetype length = 0; next < names.size() && length < LongestArguments;) {
             const QString &name = names[next++];

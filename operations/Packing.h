@@ -29,6 +29,7 @@ public:
             const Journal &journal, ArchiveTask &task);
 
     void run();
+    const DoneItems &done() const { return _transfer.done(); }
 
     // The shell's command line for packing items of one folder.
     static QString commandLine(const QString &folder, const QString &archive,

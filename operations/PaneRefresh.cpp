@@ -84,11 +84,28 @@ void PaneRefresh::updateFileLists(const OperationRecord &record)
         selectRowIndex(otherRow, other);
         break;
     case Operation::NewFolder:
+    case Operation::NewFile:
     case Operation::Rename:
     case Operation::Info:
         postAffected();
+        // What was made is seen: without a trace of it one would make it again. A name that was
+        // changed to one that the filter leaves out goes, so that several can follow each other.
+        if ((record.operation == Operation::NewFolder || record.operation == Operation::NewFile)
+            && mainModel->getRowFromValueInFileList(focus, record.item) < 0
+            && mainModel->wholeRows(focus).rowOfPath(record.item) >= 0)
+            mainModel->setFilter(focus, {});
         if (const int row = mainModel->getRowFromValueInFileList(focus, record.item); row >= 0)
             selectRowIndex(row, active);
+        break;
+    case Operation::Undo:
+        for (const Side side : { focus, otherSide(focus) })
+            postDirectoryChangedNotification(side);
+        for (const Side side : { focus, otherSide(focus) })
+            if (const int row = mainModel->getRowFromValueInFileList(side, record.item);
+                !record.item.isEmpty() && row >= 0) {
+                selectRowIndex(row, windowController->getTableView(side));
+                break;
+            }
         break;
     case Operation::Archive: // above
         break;

@@ -5,6 +5,7 @@
 #include "files/FileSystem.h"
 #include "files/PathText.h"
 #include "operations/CopyMove.h"
+#include "operations/DuplicateName.h"
 #include "operations/SmallPrint.h"
 #include "platform/Alerts.h"
 #include "platform/Programs.h"
@@ -32,6 +33,16 @@ QString reasonOf(std::error_code error, const QString &name)
     return QString::fromStdString(error.message());
 }
 
+// What stands at the path by now is what the step has made or renamed.
+void noteDone(DoneItems &done, DoneItem::Way way, const QString &path, const QString &from = {})
+{
+    if (const auto status = fileStatus(path, Links::NoFollow))
+        done.add({ .way = way,
+                   .from = from.isEmpty() ? ItemPlace() : ItemPlace::of(from),
+                   .to = ItemPlace::of(path),
+                   .trace = ItemTrace::of(*status) });
+}
+
 } // namespace
 
 SingleSteps::SingleSteps(Alerts &alertsToAsk, Programs &programsToRun, Workspace &workspaceInUse,
@@ -52,10 +63,24 @@ void SingleSteps::newFolder(const OperationRequest &request,
         ? FileSystem::makeFolder(record.item)
         : std::make_error_code(std::errc::invalid_argument);
     if (!error)
-        return;
+        return noteDone(record.done, DoneItem::NewFolder, record.item);
     record.refused = request;
     alerts.ask(
         Alert::failure(localized("Cannot create folder!"), line(name, reasonOf(error, name))));
+}
+
+void SingleSteps::newFile(const OperationRequest &request,
+                          OperationRecord &record) // worker thread
+{
+    const QString name = request.items.value(0);
+    record.item = PathText::joined(request.source, name);
+    const std::error_code error = PathText::isItemName(name)
+        ? FileSystem::makeFile(record.item)
+        : std::make_error_code(std::errc::invalid_argument);
+    if (!error)
+        return noteDone(record.done, DoneItem::NewFile, record.item);
+    record.refused = request;
+    alerts.ask(Alert::failure(localized("Cannot create file!"), line(name, reasonOf(error, name))));
 }
 
 void SingleSteps::renameItem(const OperationRequest &request,
@@ -79,13 +104,15 @@ void SingleSteps::renameItem(const OperationRequest &request,
     }
     if (reason.isEmpty()) {
         record.item = request.destination;
+        noteDone(record.done, DoneItem::Renamed, request.destination, request.source);
         return;
     }
     record.refused = request;
     alerts.ask(Alert::failure(localized("Rename failed!"), line(about, reason)));
 }
 
-QStringList SingleSteps::moveAllToTrash(const OperationRequest &request) // worker thread
+QStringList SingleSteps::moveAllToTrash(const OperationRequest &request,
+                                        DoneItems &done) // worker thread
 {
     // Nothing moves when one of them must not: the set succeeds or fails as one.
     const auto trash = workspace.trashRun(request.source);
@@ -102,21 +129,29 @@ QStringList SingleSteps::moveAllToTrash(const OperationRequest &request) // work
         return refused;
     for (const QString &name : request.items) {
         QString reason;
+        const auto status = fileStatus(PathText::joined(request.source, name), Links::NoFollow);
         if (!trash->move(name, &reason))
             return { line(name, reason) };
+        if (status)
+            done.add({ .way = DoneItem::Trashed,
+                       .from = { request.source, name },
+                       .trace = ItemTrace::of(*status) });
     }
     return {};
 }
 
-void SingleSteps::deleteItems(const OperationRequest &request) // worker thread
+DoneItems SingleSteps::deleteItems(const OperationRequest &request) // worker thread
 {
-    const QStringList failed = moveAllToTrash(request);
+    DoneItems done;
+    const QStringList failed = moveAllToTrash(request, done);
     if (!failed.isEmpty())
         alerts.ask(Alert::failure(localized("Delete failed!"), shortened(failed)));
+    return done;
 }
 
-void SingleSteps::createAlias(const OperationRequest &request) // worker thread
+DoneItems SingleSteps::createAlias(const OperationRequest &request) // worker thread
 {
+    DoneItems done;
     for (const QString &name : request.items) {
         const QString source = PathText::joined(request.source, name);
         const QString link = PathText::joined(request.destination, name);
@@ -124,18 +159,49 @@ void SingleSteps::createAlias(const OperationRequest &request) // worker thread
         // -T: a link to a folder that stands there already is not to be entered.
         if (PathText::isItemName(name)) {
             const ProgramEnd end = programs.run({ u"/bin/ln"_s, u"-s"_s, u"-T"_s, source, link });
-            if (end.succeeded())
+            if (end.succeeded()) {
+                noteDone(done, DoneItem::Linked, link);
                 continue;
+            }
             reason = end.errorText;
         }
         alerts.ask(Alert::failure(
             filled(localized("Create alias for '%@' failed!"), FileName::shown(name)),
             FileName::shown(reason)));
     }
+    return done;
 }
 
-void SingleSteps::duplicateItem(const QString &source, const QString &destination) // worker thread
+DoneItems SingleSteps::duplicateItem(const QString &source,
+                                     const QString &destination) // worker thread
 {
-    if (const auto reason = copyMove.duplicate(source, destination))
+    DoneItems done;
+    if (const auto reason = copyMove.duplicate(source, destination, done))
         alerts.ask(Alert::failure(localized("Duplicate failed!"), *reason));
+    return done;
+}
+
+DoneItems SingleSteps::duplicateItems(const OperationRequest &request,
+                                      RunQueue::Ticket ticket) // worker thread
+{
+    DoneItems done;
+    RunQueue &queue = copyMove.queue();
+    if (!queue.wait(ticket))
+        return done;
+    QStringList failed;
+    for (const QString &name : request.items) {
+        if (queue.isCancelled())
+            break;
+        const auto reason = !PathText::isItemName(name)
+            ? std::optional(localized("It is no item."))
+            : copyMove.duplicate(
+                PathText::joined(request.source, name),
+                PathText::joined(request.source, freeNameOfDuplicate(request.source, name)), done);
+        if (reason)
+            failed.append(line(name, *reason));
+    }
+    queue.end(ticket);
+    if (!failed.isEmpty())
+        alerts.ask(Alert::failure(localized("Duplicate failed!"), shortened(failed)));
+    return done;
 }

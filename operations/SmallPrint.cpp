@@ -6,7 +6,12 @@
 QString shortened(const QStringList &lines)
 {
     constexpr qsizetype MostLines = 12;
-    QString text = lines.mid(0, MostLines).join(u'\n');
+    constexpr qsizetype LongestLine = 400; // letters; the end of a path tells as much as its start
+    QStringList shown = lines.mid(0, MostLines);
+    for (QString &line : shown)
+        if (line.size() > LongestLine)
+            line = line.left(LongestLine / 2) + u'…' + line.right(LongestLine / 2);
+    QString text = shown.join(u'\n');
     if (lines.size() > MostLines)
         text += u'\n' + filled(localized("and %i more"), int(lines.size() - MostLines));
     return text;

@@ -66,6 +66,8 @@ Transfer::Transfer(Operation operation, const QString &source, const QString &de
     , _pending(_source.number(), _destination.number(), destination, _staging, workspace)
     , _keepsInodes(keepsInodes(_destination.number()))
 {
+    if (const auto from = _noSource ? std::nullopt : statusOf(_source.number()))
+        _sourceFolder = from->identity;
     const auto opened = seen && !_noDestination ? statusOf(_destination.number()) : std::nullopt;
     if (opened && opened->identity != *seen)
         _noDestination = std::make_error_code(std::errc::resource_unavailable_try_again);
@@ -140,6 +142,8 @@ TransferEnd Transfer::putAs(const QString &name, const QString &as, Standing sta
         _pending.settle();
         end = attempt(item);
     }
+    if (end.what == TransferEnd::Done || _isPlaced)
+        noteDone(item, _operation == Operation::Move ? DoneItem::Moved : DoneItem::Copied);
     if (end.what == TransferEnd::Done) {
         noteMade(as, _arrived);
         _pending.settleDue();
@@ -158,7 +162,37 @@ bool Transfer::moveToFree(const QString &name, const FileStatus &given)
         return false;
     }
     noteMade(name, given.identity);
+    _done.add({ .way = DoneItem::Moved,
+                .from = { _sourcePath, name },
+                .fromFolder = _sourceFolder,
+                .to = { _destinationPath, name },
+                .trace = ItemTrace::of(given) });
     return true;
+}
+
+void Transfer::noteReplaced(const Item &item, const FileStatus &old)
+{
+    _replacing.replaced =
+        item.standing == Standing::ToTrash ? DoneItem::InTrash : DoneItem::ForGood;
+    _replacing.old = ItemTrace::of(old);
+}
+
+void Transfer::noteDone(const Item &item, DoneItem::Way way)
+{
+    const QString as = FileName::fromBytes(item.to);
+    const bool isRenamed = _arrived == item.status.identity;
+    const auto now = isRenamed ? item.status : atDestination(as).status;
+    if (!now || (_keepsInodes && now->identity != _arrived))
+        return; // somebody else came to it
+    DoneItem done = _replacing;
+    done.way = way;
+    if (way == DoneItem::Moved) {
+        done.from = { _sourcePath, FileName::fromBytes(item.from) };
+        done.fromFolder = _sourceFolder;
+    }
+    done.to = { _destinationPath, as };
+    done.trace = ItemTrace::of(*now, _keepsInodes);
+    _done.add(done);
 }
 
 void Transfer::noteMade(const QString &name, const FileIdentity &identity)
@@ -182,6 +216,8 @@ bool Transfer::madeHere(const QString &name, const FileStatus &status) const
 TransferEnd Transfer::attempt(const Item &item)
 {
     _arrived = item.status.identity; // unless a copy does
+    _isPlaced = false;
+    _replacing = {};
     if (_operation == Operation::Move)
         return move(item);
     return item.status.kind == FileKind::Regular ? copyFile(item) : copyByProgram(item);

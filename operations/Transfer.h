@@ -70,6 +70,9 @@ public:
     // Takes away what is to go; answers what stays, and where, and what of an item is lacking.
     QStringList finish();
 
+    // What has arrived, also of items that then failed in part.
+    const DoneItems &done() const { return _done; }
+
 private:
     // A whole new item that waits for its name.
     struct Arrival {
@@ -112,6 +115,8 @@ private:
     TransferEnd notStaged(const std::error_code &reason, const Item &item) const;
     bool isWanted(const FileStatus &found, const Item &item) const;
     void noteMade(const QString &name, const FileIdentity &identity);
+    void noteReplaced(const Item &item, const FileStatus &old);
+    void noteDone(const Item &item, DoneItem::Way way);
 
     Operation _operation;
     QString _sourcePath;
@@ -120,6 +125,7 @@ private:
     ShowLine _showLine;
     Descriptor _source;
     std::error_code _noSource; // why it is not open
+    FileIdentity _sourceFolder;
     Descriptor _destination;
     std::error_code _noDestination;
     bool _removesList = false; // as FileCopy has it, and the next
@@ -129,7 +135,10 @@ private:
     Product _product;
     bool _crossesDevices = false;
     QStringList _lost; // lines about attributes
-    FileIdentity _arrived; // by the last attempt
+    FileIdentity _arrived; // by the last attempt, as the next two
+    bool _isPlaced = false;
+    DoneItem _replacing; // what it replaces
+    DoneItems _done;
     mutable bool _noSpace = false; // what the last attempt failed for
     QSet<FileIdentity> _made;
     bool _keepsInodes = true; // the destination's file system

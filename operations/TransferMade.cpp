@@ -42,7 +42,8 @@ TransferEnd Transfer::placeMade(Standing standing, const std::optional<FileStatu
     if (!made)
         return failed(errorOf(-1), _product.name);
     const Item item { {}, _product.name, *made, standing, shown };
-    return place(
+    _replacing = {};
+    TransferEnd end = place(
         item,
         { *made,
           [&](int folder, const QByteArray &to) {
@@ -51,6 +52,9 @@ TransferEnd Transfer::placeMade(Standing standing, const std::optional<FileStatu
           [&](int folder, const QByteArray &entry) {
               return Rename::noReplace(folder, entry, _product.folder.number(), _product.name);
           } });
+    if (end.what == TransferEnd::Done)
+        noteDone(item, DoneItem::Packed);
+    return end;
 }
 
 void Transfer::discardMade()

@@ -31,6 +31,7 @@ TransferEnd Transfer::place(const Item &item, const Arrival &arrival)
         const auto reason = arrival.take(_destination.number(), item.to);
         if (reason == std::errc::file_exists)
             return { TransferEnd::NotAsShown };
+        _isPlaced = !reason;
         return reason ? failed(reason, item.to) : TransferEnd { TransferEnd::Done };
     }
     if (const auto reason = _staging.open())
@@ -39,7 +40,8 @@ TransferEnd Transfer::place(const Item &item, const Arrival &arrival)
     if (const auto reason = arrival.take(_staging.descriptor(), entry))
         return failed(reason, item.to);
     TransferEnd end = swapIn(item, entry);
-    if (end.what == TransferEnd::Done)
+    _isPlaced = end.what == TransferEnd::Done;
+    if (_isPlaced)
         return end;
     const auto back = statxStatus(_staging.descriptor(), entry, Links::NoFollow);
     const bool waits = end.what == TransferEnd::NotAsShown && arrival.giveBack && back
@@ -84,6 +86,7 @@ TransferEnd Transfer::swapIn(const Item &item, const QByteArray &entry)
     const bool kept =
         wanted && (item.standing == Standing::Replace || _pending.trash(entry, item.to));
     if (kept) {
+        noteReplaced(item, *old);
         if (item.standing == Standing::Replace)
             _pending.addReplaced(entry, item.to, *old);
         return { TransferEnd::Done };
@@ -123,6 +126,7 @@ TransferEnd Transfer::setAside(const Item &item, const std::function<std::error_
         return reason && reason != std::errc::file_exists ? failed(reason, item.to)
                                                           : TransferEnd { TransferEnd::NotAsShown };
     }
+    noteReplaced(item, *status);
     if (item.standing == Standing::Replace)
         _pending.addReplaced(old, item.to, *status);
     else if (!_pending.trash(old, item.to))
@@ -241,10 +245,12 @@ TransferEnd Transfer::takeExchanged(const Item &item, const FileStatus &before,
             back(std::make_error_code(std::errc::device_or_resource_busy));
             return { TransferEnd::Done };
         } else if (item.standing == Standing::Replace) {
+            noteReplaced(item, *old);
             _pending.addReplaced(entry, item.to, *old);
             return { TransferEnd::Done };
         } else if (_pending.trash(entry, item.to)
                    || !back(std::make_error_code(std::errc::operation_not_permitted))) {
+            noteReplaced(item, *old);
             return { TransferEnd::Done };
         } else {
             end = { TransferEnd::Failed,

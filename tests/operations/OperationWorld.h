@@ -17,7 +17,7 @@
 #include "tests/support/TestTree.h"
 #include "widgets/FileKinds.h"
 
-enum class Verb { Copy, Move, Delete, NewFolder, Rename, Alias, Duplicate };
+enum class Verb { Copy, Move, Delete, NewFolder, NewFile, Rename, Alias, Duplicate };
 
 // Where the destination lies.
 enum class Device { Same, Other };
@@ -68,9 +68,10 @@ struct World {
         workers.drain();
     }
     // Without a thread.
-    void runHere(Operation operation, const QStringList &items)
+    DoneItems runHere(Operation operation, const QStringList &items)
     {
-        engine.performCopyMoveProgress(request(items), operation, engine.queue().enqueue({}));
+        return engine.performCopyMoveProgress(request(items), operation,
+                                              engine.queue().enqueue({}));
     }
     // An item of the source, and another name beside it where one is taken.
     void perform(Verb verb, const QString &name, const QString &newName = {})
@@ -82,15 +83,20 @@ struct World {
         case Verb::Move:
             return run(verb == Verb::Copy ? Operation::Copy : Operation::Move, { name });
         case Verb::Delete:
-            return steps.deleteItems(request({ name }));
+            record.done = steps.deleteItems(request({ name }));
+            return;
         case Verb::NewFolder:
             return steps.newFolder(request({ name }), record);
+        case Verb::NewFile:
+            return steps.newFile(request({ name }), record);
         case Verb::Rename:
             return steps.renameItem({ item, beside, {}, Side::Left, UpdateBoth::No }, record);
         case Verb::Alias:
-            return steps.createAlias(request({ name }));
+            record.done = steps.createAlias(request({ name }));
+            return;
         case Verb::Duplicate:
-            return steps.duplicateItem(item, beside);
+            record.done = steps.duplicateItem(item, beside);
+            return;
         }
     }
     AcceptedRequest request(const QStringList &items) const

@@ -78,7 +78,7 @@ private Q_SLOTS:
             };
         };
         int askedAgain = 0;
-        desk.operations.setNameRefused([&](const OperationRequest &) { ++askedAgain; });
+        desk.operations.setNameRefused([&](Operation, const OperationRequest &) { ++askedAgain; });
         desk.operations.stopAll(); // for an end that is called off
         desk.alerts.answer({ Alert::Ok, Alert::No });
         desk.operations.newFolder(request(Side::Left));

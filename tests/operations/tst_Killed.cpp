@@ -2,28 +2,16 @@
 
 #include "files/FileSystem.h"
 #include "files/FolderMark.h"
+#include "tests/support/AsOnFat.h"
 #include "tests/support/InterruptedRuns.h"
 #include "tests/support/Ledger.h"
 #include "tests/support/Watched.h"
 
 #include <climits>
 #include <csignal>
-#include <linux/magic.h>
 #include <sys/stat.h>
-#include <sys/syscall.h>
-#include <sys/vfs.h>
 #include <sys/wait.h>
 #include <unistd.h>
-
-static bool onFat = false; // as far as anybody asks
-
-int fstatfs(int file, struct statfs *status) noexcept
-{
-    const int answer = int(syscall(SYS_fstatfs, file, status));
-    if (onFat)
-        status->f_type = MSDOS_SUPER_MAGIC;
-    return answer;
-}
 
 namespace {
 

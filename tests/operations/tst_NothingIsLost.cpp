@@ -1,5 +1,7 @@
 #include "tests/operations/OperationWorld.h"
 
+#include "operations/Undoing.h"
+#include "tests/support/FolderTrashCan.h"
 #include "tests/support/InterruptedRuns.h"
 #include "tests/support/Ledger.h"
 #include "tests/support/OtherProgram.h"
@@ -31,6 +33,7 @@ public:
         world.folder.makeFolder(world.workspace.trashFolder.mid(world.folder.path().size() + 1));
         for (int count = 0; count < 24; ++count)
             makeItem();
+        world.workspace.trash = &_trash;
         world.programs.before = [this](const QStringList &arguments) { return fail(arguments); };
         world.programs.onStart = [this](pid_t process) { atStart(process); };
         world.alerts.decide = [this](const Alert &alert) { return answer(alert); };
@@ -288,20 +291,40 @@ private:
                                   .arg(_sick)
                                   .arg(_plain)));
         const Watched watched(watch());
+        DoneItems done;
         if (verb < 10 && world.source != world.destination) // else refused at the door
-            world.runHere(verb < 5 ? Operation::Copy : Operation::Move, _items);
+            done = world.runHere(verb < 5 ? Operation::Copy : Operation::Move, _items);
         if (verb == 10)
-            world.steps.deleteItems(world.request(_items));
+            done = world.steps.deleteItems(world.request(_items));
         if (verb == 11)
-            world.steps.createAlias(world.request(_items));
+            done = world.steps.createAlias(world.request(_items));
         if (verb == 12)
-            world.steps.duplicateItem(PathText::joined(world.source, _items.first()), target);
+            done =
+                world.steps.duplicateItem(PathText::joined(world.source, _items.first()), target);
         if (verb == 13) {
             AcceptedRequest request = world.request({});
             request.source = PathText::joined(world.destination, _items.first());
             request.destination = target;
             world.steps.renameItem(request, world.record);
+            done = world.record.done;
         }
+        if (_random.bounded(2))
+            undo(done);
+    }
+
+    // Nobody agrees to lose anything by that.
+    void undo(const DoneItems &done)
+    {
+        _old = { 0 };
+        _all = false;
+        _agreed.clear();
+        actOfOthers();
+        Undoing undoing({ world.programs, world.workspace, world.engine.journal(), {}, [this] {
+                             return _random.bounded(10) == 0;
+                         } });
+        undoing.undo(done);
+        for (const QString &line : undoing.told())
+            _ledger.note(Ledger::Told, FileName::toBytes(line));
     }
 
     void settle()
@@ -331,6 +354,7 @@ private:
     QRandomGenerator _random;
     World world;
     Ledger _ledger;
+    FolderTrashCan _trash { world.workspace };
     OtherProgram *_others = nullptr;
     QList<QByteArray> _before;
     QStringList _items;

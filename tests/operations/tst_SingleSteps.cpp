@@ -41,6 +41,42 @@ private Q_SLOTS:
         }
     }
 
+    void aNewFileReplacesNothing()
+    {
+        const QString given = u"from/file=old, from/link->~/from/not there, from/folder/"_s;
+        World world(given);
+        for (const QString &name : { u"file"_s, u"link"_s, u"folder"_s, u"."_s, u".."_s, QString(),
+                                     u"../to/x"_s, QString(256, u'n'), QString(QChar(0)) }) {
+            world.record = {};
+            world.alerts.answer(Alert::Ok);
+            world.perform(Verb::NewFile, name);
+            QCOMPARE(world.alerts.last().text, u"Cannot create file!"_s);
+            QVERIFY(world.record.refused);
+        }
+        world.perform(Verb::NewFile, u"free"_s);
+        QCOMPARE(world.record.item, world.folder.path(u"from/free"_s));
+        QCOMPARE(world.tree(),
+                 u"from/file=old, from/folder/, from/free=, from/link->~/from/not there"_s);
+    }
+
+    void duplicatesStandBesideOneAnother()
+    {
+        World world(u"from/a.b=1, from/a Copy.b=2, from/d.e/x=3, from/l->a.b"_s);
+        const auto duplicate = [&](const QStringList &items) {
+            world.steps.duplicateItems(world.request(items),
+                                       world.engine.queue().enqueue(u"run"_s));
+        };
+        world.alerts.answer(Alert::Ok);
+        duplicate({ u"a.b"_s, u"gone"_s, u".."_s, u"d.e"_s, u"l"_s });
+        QCOMPARE(world.alerts.last().text, u"Duplicate failed!"_s);
+        QCOMPARE(world.alerts.last().details.count(u'\n'), 1);
+        QCOMPARE(
+            world.tree(),
+            u"from/a Copy 2.b=1, from/a Copy.b=2, from/a.b=1, from/d.e/x=3, from/d.e Copy/x=3, "
+            "from/l->a.b, from/l Copy->a.b"_s);
+        QVERIFY(world.engine.queue().runs().isEmpty());
+    }
+
     void aSetGoesOnWithOneAlertAtMost()
     {
         World world(u"from/a=a, from/b=b, from/locked=!c"_s);
@@ -103,6 +139,7 @@ private:
             { "move", Verb::Move, name, {}, {}, { name } },
             { "delete", Verb::Delete, name, {}, {} },
             { "new folder", Verb::NewFolder, name, {}, { name } },
+            { "new file", Verb::NewFile, name, {}, { name } },
             { "rename to", Verb::Rename, u"plain"_s, name, { name } },
             { "rename from", Verb::Rename, name, u"plain"_s, { u"plain"_s } },
             { "alias", Verb::Alias, name, {}, { name }, { name } },
@@ -110,8 +147,9 @@ private:
         };
         for (const auto &[what, verb, item, newName, left, made] : cases) {
             World world(u"from/other=other, to/other=other"_s);
-            const QByteArray content = verb == Verb::NewFolder ? "" : "kept";
-            if (verb != Verb::NewFolder)
+            const bool isNew = verb == Verb::NewFolder || verb == Verb::NewFile;
+            const QByteArray content = isNew ? "" : "kept";
+            if (!isNew)
                 world.folder.write(u"from/"_s + item, content);
             if (verb == Verb::Copy && newName == name) {
                 world.folder.write(u"to/"_s + name, "old");
