@@ -118,6 +118,12 @@ bool ClassicKeys::isOfAnother(int keyCode, ClassicAction action) const
     return false;
 }
 
+bool ClassicKeys::isOfAny(int keyCode) const
+{
+    return std::ranges::any_of(_bindings,
+                               [keyCode](const Binding &one) { return one.key == keyCode; });
+}
+
 std::optional<ClassicAction> ClassicKeys::hiding(ClassicAction action) const
 {
     const Binding &binding = _bindings[static_cast<int>(action)];

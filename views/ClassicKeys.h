@@ -32,6 +32,7 @@ public:
     std::optional<ClassicAction> match(int keyCode, qint32 modifierFlags) const;
     // Whether the key, with whatever modifier, is that of another action.
     bool isOfAnother(int keyCode, ClassicAction action) const;
+    bool isOfAny(int keyCode) const; // of any action
     // The action before this one that gets every press of this one's key.
     std::optional<ClassicAction> hiding(ClassicAction action) const;
     int key(ClassicAction action) const { return _bindings[static_cast<int>(action)].key; }

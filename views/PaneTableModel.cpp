@@ -3,6 +3,7 @@
 #include "base/Localized.h"
 #include "files/FileName.h"
 #include "model/MainModel.h"
+#include "model/RowChanges.h"
 #include "settings/CalendarFormat.h"
 #include "settings/UserDefaults.h"
 
@@ -26,6 +27,31 @@ PaneTableModel::PaneTableModel(Side side, const MainModel &model, const UserDefa
 const Listing &PaneTableModel::rows() const
 {
     return mainModel.rows(_side);
+}
+
+void PaneTableModel::changeRows(const RowChanges &changes)
+{
+    const QList<RowRange> removed = rangesOf(changes.removed);
+    const QList<RowRange> inserted = rangesOf(changes.inserted);
+    _told = rowCount() - int(changes.inserted.size()) + int(changes.removed.size());
+    for (auto range = removed.crbegin(); range != removed.crend(); ++range) {
+        beginRemoveRows({}, range->first, range->last);
+        *_told -= range->last - range->first + 1;
+        endRemoveRows();
+    }
+    for (const RowRange &range : inserted) {
+        beginInsertRows({}, range.first, range.last);
+        *_told += range.last - range.first + 1;
+        endInsertRows();
+    }
+    _told.reset();
+    for (const RowRange &range : rangesOf(changes.changed))
+        Q_EMIT dataChanged(index(range.first, 0), index(range.last, ColumnCount - 1));
+}
+
+bool PaneTableModel::hidesAll() const
+{
+    return mainModel.isFiltered(_side) && rows().size() <= FirstItemRow;
 }
 
 void PaneTableModel::setDateFormat(const QString &format)
@@ -52,7 +78,7 @@ void PaneTableModel::setDateAlignment(Qt::Alignment alignment)
 
 int PaneTableModel::rowCount(const QModelIndex &parent) const
 {
-    return parent.isValid() ? 0 : int(rows().size());
+    return parent.isValid() ? 0 : _told.value_or(int(rows().size()));
 }
 
 int PaneTableModel::columnCount(const QModelIndex &parent) const

@@ -8,6 +8,7 @@
 
 class MainModel;
 class UserDefaults;
+struct RowChanges;
 
 // One pane's listing as the table shows it: row n is entry n, a cell is made when it is painted.
 class PaneTableModel final : public QAbstractTableModel {
@@ -18,6 +19,10 @@ public:
                    QObject *parent = nullptr);
 
     const Listing &rows() const;
+    bool hidesAll() const; // a filter that no name passes
+
+    // Tells what changed of the rows, which are those of now.
+    void changeRows(const RowChanges &changes);
 
     // A calendar format; empty shows the plain description.
     void setDateFormat(const QString &format);
@@ -41,4 +46,5 @@ private:
     QString _dateFormat;
     QVariantMap _dateLocale;
     Qt::Alignment _dateAlignment = Qt::AlignLeft;
+    std::optional<int> _told; // rows, in the middle of telling what changed of them
 };

@@ -160,8 +160,7 @@ void PaneTableView::showInfoClicked()
 
 void PaneTableView::selectRowBefore(const RowCount &answer)
 {
-    selectRow(answer.count - 1);
-    scrollToRow(answer.count - 1);
+    goToRow(answer.count - 1);
 }
 
 void PaneTableView::keyDown(QKeyEvent *event)
@@ -183,11 +182,12 @@ void PaneTableView::keyDown(QKeyEvent *event)
         perform(*action);
         return;
     }
-    // With Shift, Home and End extend the selection as the arrows do.
-    const bool extends = event->modifiers() & Qt::ShiftModifier
-        && (code == VirtualKeys::Home || code == VirtualKeys::End);
-    if (extends || !performFixedKey(code))
-        QTableView::keyPressEvent(event);
+    // With Shift, Home and End extend the selection as the arrows do, and Delete is a menu's key.
+    const bool isAnother = event->modifiers() & Qt::ShiftModifier
+        && (code == VirtualKeys::Home || code == VirtualKeys::End || code == VirtualKeys::Delete);
+    const bool plain = !(event->modifiers() & ~Qt::KeypadModifier);
+    if (isAnother || !(performFixedKey(code) || (plain && performMarkKey(code))))
+        handOn(event);
 }
 
 void PaneTableView::perform(ClassicAction action)
@@ -212,6 +212,8 @@ bool PaneTableView::performFixedKey(int keyCode)
 {
     switch (keyCode) {
     case VirtualKeys::Escape:
+        if (numberOfSelectedRows() == 0)
+            Q_EMIT allRowsRequested();
         selectRows({});
         return true;
     case VirtualKeys::Space:
@@ -229,8 +231,7 @@ bool PaneTableView::performFixedKey(int keyCode)
         bus.post(GotoNextDirectory[_side], rowsOfPane(selectedRows()));
         return true;
     case VirtualKeys::Home:
-        selectRow(0);
-        scrollToRow(0);
+        goToRow(ParentRow);
         return true;
     case VirtualKeys::End:
         bus.post(GetRowCount[_side]);

@@ -1,4 +1,5 @@
 #include "base/Localized.h"
+#include "model/CutItems.h"
 #include "model/FileQueries.h"
 #include "views/PaneTableView.h"
 #include "widgets/Colors.h"
@@ -18,7 +19,10 @@ constexpr double PlateRadius = 4.0; // pixels
 constexpr int LabelStart = 20; // pixels of a label that a selection leaves, under the icon
 constexpr int LabelEnd = 10; // and at the other end
 constexpr double PassiveContrast = 3.2;
+constexpr double PassiveContrastInContrast = 11.5; // so that what is pale on it is read
 constexpr int BadgeSide = 10; // pixels
+constexpr double PaleOpacity = 0.5;
+constexpr double ReadableOpacity = 0.75; // on a selection, and with high contrast
 
 void paintRounded(QPainter &painter, const QRect &area, double radius, const QColor &color)
 {
@@ -28,6 +32,14 @@ void paintRounded(QPainter &painter, const QRect &area, double radius, const QCo
                                              radius, radius),
                      color);
     painter.restore();
+}
+
+// With high contrast a little away from the text that stands on it.
+QColor shownLabelColor(int label)
+{
+    const QColor color = FileQueries::finderLabelColor(label);
+    const QColor text = readableOn(color);
+    return isHighContrast() ? standingOut(color, readableOn(text), text, EasyContrast) : color;
 }
 
 } // namespace
@@ -44,8 +56,9 @@ QColor PaneTableView::selectionColor() const
     if (_isActive)
         return palette().color(QPalette::Active, QPalette::Highlight);
     // Without the colour of the active one, and plain to see all the same.
-    return standingOut(palette().color(QPalette::Base), palette().color(QPalette::Text),
-                       PassiveContrast);
+    const QColor ground = palette().color(QPalette::Base);
+    return standingOut(ground, palette().color(QPalette::Text), ground,
+                       isHighContrast() ? PassiveContrastInContrast : PassiveContrast);
 }
 
 QColor PaneTableView::selectedTextColor() const
@@ -64,7 +77,7 @@ void PaneTableView::paintFrame()
         painter.drawRect(QRectF(frame).adjusted(1, 1, -1, -1));
     } else {
         painter.setPen(
-            mixed(palette().color(QPalette::Base), palette().color(QPalette::Text), 0.25));
+            faintLine(palette().color(QPalette::Base), palette().color(QPalette::Text), 0.25));
         painter.drawRect(frame.adjusted(0, 0, -1, -1));
     }
 }
@@ -86,10 +99,10 @@ void PaneTableView::paintEvent(QPaintEvent *event)
 
 QString PaneTableView::trouble() const
 {
-    const auto error = _tableModel->rows().error();
-    return error ? filled(localized("This folder cannot be read: %@"),
-                          QString::fromLocal8Bit(error.message().c_str()))
-                 : QString();
+    if (const auto error = _tableModel->rows().error())
+        return filled(localized("This folder cannot be read: %@"),
+                      QString::fromLocal8Bit(error.message().c_str()));
+    return _tableModel->hidesAll() ? localized("No name fits the filter") : QString();
 }
 
 void PaneTableView::paintDropTarget(QPainter &painter)
@@ -150,6 +163,19 @@ QRect PaneTableView::rowArea(int row) const
     return QStyle::visualRect(layoutDirection(), viewport()->rect(), area);
 }
 
+void PaneTableView::setCutItems(const CutItems &cutItems)
+{
+    _cutItems = &cutItems;
+    connect(_cutItems, &CutItems::changed, viewport(), qOverload<>(&QWidget::update));
+}
+
+bool PaneTableView::isCut(int row) const
+{
+    // The row ".." has the path of the listed folder, which is not what it shows.
+    return _cutItems && !_cutItems->isEmpty() && isItemRow(row)
+        && _cutItems->contains(_tableModel->rows()[row].path());
+}
+
 void PaneTableView::paintRow(QPainter &painter, int row)
 {
     const QRect area = rowArea(row);
@@ -162,6 +188,8 @@ void PaneTableView::paintRow(QPainter &painter, int row)
     option.state.setFlag(QStyle::State_Enabled, isEnabled());
     for (const auto role : { QPalette::Text, QPalette::WindowText, QPalette::HighlightedText })
         option.palette.setColor(role, textColor);
+    const double pale = isHighContrast() || isRowSelected(row) ? ReadableOpacity : PaleOpacity;
+    painter.setOpacity(isCut(row) ? pale : 1);
     for (int column = 0; column < ColumnCount; ++column) {
         const QModelIndex index = _tableModel->index(row, column);
         option.rect = visualRect(index);
@@ -176,10 +204,11 @@ void PaneTableView::paintRow(QPainter &painter, int row)
         if (column == int(Column::Icon) && _tableModel->rows()[row].isLink())
             paintLinkBadge(painter, option.rect);
     }
+    painter.setOpacity(1);
 
     // A row that is the only selected one needs no further mark.
     if (hasFocus() && row == currentIndex().row()
-        && (!isRowSelected(row) || numberOfSelectedRows() > 1)) {
+        && (!isRowSelected(row) || _marks || numberOfSelectedRows() > 1)) {
         painter.setPen(isRowSelected(row) ? textColor : palette().color(QPalette::Highlight));
         painter.drawRect(area.adjusted(0, 0, -1, -1));
     }
@@ -202,7 +231,7 @@ void PaneTableView::paintLinkBadge(QPainter &painter, const QRect &iconCell)
 QColor PaneTableView::paintRowBackground(QPainter &painter, int row, const QRect &area)
 {
     const int label = _tableModel->rows()[row].finderLabel();
-    const QColor labelColor = FileQueries::finderLabelColor(label);
+    const QColor labelColor = shownLabelColor(label);
     if (!isRowSelected(row)) {
         if (label == 0)
             return palette().color(QPalette::Text);

@@ -1,6 +1,8 @@
 #include "views/PaneTableView.h"
 
 #include <QAccessible>
+#include <QApplication>
+#include <QKeyEvent>
 #include <QScrollBar>
 #include <QSignalBlocker>
 
@@ -30,6 +32,7 @@ RowSet PaneTableView::selectedRows() const
 
 void PaneTableView::selectRow(int row)
 {
+    _marks = false;
     selectRows({ row });
 }
 
@@ -41,7 +44,8 @@ void PaneTableView::selectRows(const RowSet &rows)
         setCurrentRow(currentIndex().row());
         return;
     }
-    setCurrentRow(selection.last().bottom());
+    if (!_marks)
+        setCurrentRow(selection.last().bottom());
     select(selection);
     redraw();
 }
@@ -55,6 +59,7 @@ void PaneTableView::select(const QItemSelection &selection)
         selectionModel()->clearSelection();
     }
     selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+    keepMarks();
 }
 
 void PaneTableView::deselectRow(int row)
@@ -74,16 +79,43 @@ void PaneTableView::scrollToRow(int row)
 
 ShownRows PaneTableView::shownRows() const
 {
-    return { selectedRows(), currentIndex().row(), rowAt(0) };
+    return { selectedRows(), currentIndex().row(), rowAt(0), selectedRow(), _marks };
+}
+
+void PaneTableView::changeRows(const RowChanges &changes)
+{
+    const bool scrolls = hasAutoScroll();
+    const int newest = changes.rowNow(_newestRow);
+    setAutoScroll(false);
+    _changingRows = true;
+    _tableModel->changeRows(changes);
+    _changingRows = false;
+    setAutoScroll(scrolls);
+    rememberSelection();
+    _newestRow = newest;
+    redraw();
 }
 
 void PaneTableView::showRows(const ShownRows &rows)
 {
-    selectRows(rows.selected);
-    setCurrentRow(rows.current);
+    _marks = rows.marked && !rows.selected.isEmpty();
+    if (!std::ranges::equal(rows.selected, selectedRows()))
+        selectRows(rows.selected);
+    keepMarks();
+    if (rows.current != currentIndex().row())
+        setCurrentRow(rows.current);
+    if (isRowSelected(rows.newest))
+        _newestRow = rows.newest;
     executeDelayedItemsLayout(); // else there is nothing to scroll yet
     if (rows.first >= 0)
         verticalScrollBar()->setValue(rows.first);
+}
+
+bool PaneTableView::isPointedAt() const
+{
+    const bool isClicked =
+        _sinceClick.isValid() && !_sinceClick.hasExpired(QApplication::doubleClickInterval());
+    return isClicked || _dropRow;
 }
 
 void PaneTableView::redraw()
@@ -156,8 +188,12 @@ void PaneTableView::tellCurrentRow()
 QItemSelectionModel::SelectionFlags PaneTableView::selectionCommand(const QModelIndex &index,
                                                                     const QEvent *event) const
 {
-    return _settingCurrentRow ? QItemSelectionModel::NoUpdate
-                              : QTableView::selectionCommand(index, event);
+    const bool byKey = event && event->type() == QEvent::KeyPress;
+    const bool extends =
+        byKey && static_cast<const QKeyEvent *>(event)->modifiers() & Qt::ShiftModifier;
+    const bool leavesMarks = _marks && byKey && !extends;
+    return _settingCurrentRow || leavesMarks ? QItemSelectionModel::NoUpdate
+                                             : QTableView::selectionCommand(index, event);
 }
 
 QModelIndex PaneTableView::moveCursor(CursorAction action, Qt::KeyboardModifiers held)
@@ -171,12 +207,22 @@ QModelIndex PaneTableView::moveCursor(CursorAction action, Qt::KeyboardModifiers
 void PaneTableView::selectionChanged(const QItemSelection &selected,
                                      const QItemSelection &deselected)
 {
+    if (_changingRows) // its numbers are neither those of before nor those of now
+        return QTableView::selectionChanged(selected, deselected);
     rememberSelection();
+    if (numberOfSelectedRows() == 0)
+        _marks = false;
     if (!selected.isEmpty())
         _newestRow =
             selected.contains(currentIndex()) ? currentIndex().row() : selected.last().bottom();
     QTableView::selectionChanged(selected, deselected);
-    Q_EMIT selectedRowsChanged();
+    tellSelection();
+}
+
+void PaneTableView::tellSelection()
+{
+    if (!_quiet)
+        Q_EMIT selectedRowsChanged();
 }
 
 void PaneTableView::rememberSelection()
@@ -191,12 +237,14 @@ void PaneTableView::reset()
 {
     QTableView::reset();
     _newestRow = -1;
+    _marks = false;
     rememberSelection();
     // The selection model says nothing of a selection that ends with its rows.
-    Q_EMIT selectedRowsChanged();
+    tellSelection();
     // What is painted where there are no rows is told to screen readers.
+    const bool isNews = trouble() != accessibleDescription();
     setAccessibleDescription(trouble());
-    if (!accessibleDescription().isEmpty()) {
+    if (isNews && !accessibleDescription().isEmpty()) {
         QAccessibleEvent told(this, QAccessible::Alert);
         QAccessible::updateAccessibility(&told);
     }

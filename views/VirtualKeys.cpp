@@ -40,8 +40,8 @@ constexpr Named namedKeys[] = {
     { Qt::Key_Backspace, VirtualKeys::Backspace, "Backspace" },
     { Qt::Key_Delete, VirtualKeys::Delete, "Del" },
     { Qt::Key_Escape, VirtualKeys::Escape, "Esc" },
-    { Qt::Key_Insert, 114, "Ins" },
-    { Qt::Key_Help, 114, "Ins" },
+    { Qt::Key_Insert, VirtualKeys::Insert, "Ins" },
+    { Qt::Key_Help, VirtualKeys::Insert, "Ins" },
     { Qt::Key_Home, VirtualKeys::Home, "Home" },
     { Qt::Key_End, VirtualKeys::End, "End" },
     { Qt::Key_PageUp, 116, "PgUp" },
@@ -69,12 +69,23 @@ constexpr Row typingRows[] = {
 };
 
 constexpr Named keypadKeys[] = {
-    { Qt::Key_0, 82, "0" },        { Qt::Key_1, 83, "1" },      { Qt::Key_2, 84, "2" },
-    { Qt::Key_3, 85, "3" },        { Qt::Key_4, 86, "4" },      { Qt::Key_5, 87, "5" },
-    { Qt::Key_6, 88, "6" },        { Qt::Key_7, 89, "7" },      { Qt::Key_8, 91, "8" },
-    { Qt::Key_9, 92, "9" },        { Qt::Key_Period, 65, "." }, { Qt::Key_Comma, 65, "," },
-    { Qt::Key_Asterisk, 67, "*" }, { Qt::Key_Plus, 69, "+" },   { Qt::Key_Slash, 75, "/" },
-    { Qt::Key_Minus, 78, "-" },    { Qt::Key_Equal, 81, "=" },
+    { Qt::Key_0, 82, "0" },
+    { Qt::Key_1, 83, "1" },
+    { Qt::Key_2, 84, "2" },
+    { Qt::Key_3, 85, "3" },
+    { Qt::Key_4, 86, "4" },
+    { Qt::Key_5, 87, "5" },
+    { Qt::Key_6, 88, "6" },
+    { Qt::Key_7, 89, "7" },
+    { Qt::Key_8, 91, "8" },
+    { Qt::Key_9, 92, "9" },
+    { Qt::Key_Period, 65, "." },
+    { Qt::Key_Comma, 65, "," },
+    { Qt::Key_Asterisk, VirtualKeys::KeypadStar, "*" },
+    { Qt::Key_Plus, VirtualKeys::KeypadPlus, "+" },
+    { Qt::Key_Minus, VirtualKeys::KeypadMinus, "-" },
+    { Qt::Key_Slash, 75, "/" },
+    { Qt::Key_Equal, 81, "=" },
 };
 
 QHash<int, int> codesOf(const auto &table)

@@ -13,7 +13,8 @@ inline constexpr int KeypadEnter = 76, Delete = 117;
 inline constexpr int F1 = 122, F2 = 120, F3 = 99, F4 = 118, F5 = 96, F6 = 97, F7 = 98, F8 = 100,
                      F9 = 101, F10 = 109, F11 = 103, F12 = 111;
 inline constexpr int FunctionKeys[] = { F1, F2, F3, F4, F5, F6, F7, F8, F9, F10, F11, F12 };
-inline constexpr int Home = 115, End = 119, LeftArrow = 123, RightArrow = 124;
+inline constexpr int Home = 115, End = 119, LeftArrow = 123, RightArrow = 124, Insert = 114;
+inline constexpr int KeypadStar = 67, KeypadPlus = 69, KeypadMinus = 78;
 
 inline constexpr qint32 Shift = 0x20000;
 inline constexpr qint32 Option = 0x80000; // Alt
