@@ -2,13 +2,9 @@
 
 #include "base/Arrivals.h"
 #include "files/FileUrls.h"
-#include "files/PathText.h"
 #include "model/CurrentRows.h"
-#include "model/FileQueries.h"
 #include "model/MainModel.h"
 #include "model/OperationAlerts.h"
-#include "model/OperationDesk.h"
-#include "views/DropDecision.h"
 #include "views/PaneTableView.h"
 
 #include <QDrag>
@@ -47,10 +43,29 @@ int maskOfActions(const QDropEvent &event)
     return mask;
 }
 
+// On Wayland no program hears of keys during a drag, and none can begin a second one while the
+// button is held: the keys at the start count to the end. Nor is there an action for links.
+bool startDecides()
+{
+    return QGuiApplication::platformName().startsWith("wayland"_L1);
+}
+
+Qt::KeyboardModifiers heldAtStart; // of the last drag of our own
+
+Qt::KeyboardModifiers heldKeys(const QDropEvent &event)
+{
+    return startDecides() ? heldAtStart : event.modifiers();
+}
+
+Qt::DropAction linkAction()
+{
+    return startDecides() ? Qt::CopyAction : Qt::LinkAction;
+}
+
 // In a drag of our own the held keys decide, in one from outside what the other program offers.
 int sourceMask(const QDropEvent &event)
 {
-    return event.source() ? DropDecision::draggingSourceOperationMask(event.modifiers())
+    return event.source() ? DropDecision::draggingSourceOperationMask(heldKeys(event))
                           : maskOfActions(event);
 }
 
@@ -59,7 +74,7 @@ Qt::DropAction offeredAction(Qt::KeyboardModifiers held)
 {
     switch (DropDecision::draggingSourceOperationMask(held)) {
     case DragOperation::Generic:
-        return Qt::LinkAction;
+        return linkAction();
     case DragOperation::Copy:
         return Qt::CopyAction;
     default:
@@ -70,35 +85,12 @@ Qt::DropAction offeredAction(Qt::KeyboardModifiers held)
 Qt::DropAction shownAction(const QDropEvent &event)
 {
     const int shown =
-        event.source() ? DropDecision::draggingUpdated(event.modifiers()) : maskOfActions(event);
+        event.source() ? DropDecision::draggingUpdated(heldKeys(event)) : maskOfActions(event);
     if (shown & (DragOperation::Link | DragOperation::Generic))
-        return Qt::LinkAction;
+        return linkAction();
     if (shown & DragOperation::Copy)
         return Qt::CopyAction;
     return shown & DragOperation::Move ? Qt::MoveAction : Qt::IgnoreAction;
-}
-
-// `shown`: the listings of both panes, which know the sizes of what was dragged out of them.
-Alert confirmation(DropDecision::Work work, const QList<DroppedItems> &folders,
-                   const QString &destination, const PerSide<Listing> &shown)
-{
-    OperationAlerts::Subject subject { .to = destination };
-    for (const DroppedItems &items : folders) {
-        subject.count += items.names.size();
-        subject.name = items.names.first();
-    }
-    if (folders.size() == 1) {
-        subject.from = folders.first().source;
-        for (const Side side : { Side::Left, Side::Right })
-            if (shown[side].folder() == subject.from)
-                subject.bytes = OperationAlerts::sizeOf(shown[side], folders.first().names);
-    }
-    if (work == DropDecision::Work::Alias)
-        return Alert::question(
-            localized("Are you sure that you want to create an alias from this item(s)?"),
-            OperationAlerts::described(subject));
-    return OperationAlerts::areYouSure(
-        work == DropDecision::Work::Copy ? Operation::Copy : Operation::Move, subject);
 }
 
 } // namespace
@@ -108,9 +100,8 @@ PaneDragAndDrop::PaneDragAndDrop(PaneTableView &table, const MainModel &model,
                                  Alerts &alertsToAsk)
     : fileList(table)
     , mainModel(model)
-    , queries(fileQueries)
-    , twinleaf(desk)
     , alerts(alertsToAsk)
+    , _incoming(model, fileQueries, desk, alertsToAsk)
 {
     fileList.setDragEnabled(true);
     fileList.viewport()->setAcceptDrops(true);
@@ -141,18 +132,20 @@ void PaneDragAndDrop::startDrag()
     // What a drag offers is fixed when it begins. With other keys held it begins anew.
     for (bool keysChanged = true; keysChanged;) {
         keysChanged = false;
-        const Qt::DropAction offered = offeredAction(QGuiApplication::queryKeyboardModifiers());
+        heldAtStart = QGuiApplication::queryKeyboardModifiers();
+        const Qt::DropAction offered = offeredAction(heldAtStart);
         auto *drag = new QDrag(&fileList);
         drag->setMimeData(writeRows(currentRows(rows, seen, mainModel.rows(fileList.side()))));
         drag->setPixmap(picture);
-        QTimer heldKeys;
-        heldKeys.callOnTimeout([&] {
+        QTimer keys;
+        keys.callOnTimeout([&] {
             if (offeredAction(QGuiApplication::queryKeyboardModifiers()) == offered)
                 return;
             keysChanged = true;
             QDrag::cancel();
         });
-        heldKeys.start(KeysPause);
+        if (!startDecides())
+            keys.start(KeysPause);
         // What the other side makes of it is its own to do: nothing is ever deleted here
         // afterwards.
         drag->exec(offered, offered);
@@ -183,15 +176,10 @@ bool PaneDragAndDrop::acceptInto(const QString &destination, const QStringList &
                                  bool fromOutside)
 {
     const QList<DroppedItems> folders = DropDecision::byFolder(paths);
-    bool isOwnFolder = false;
-    for (const DroppedItems &items : folders) {
-        const auto same =
-            items.source == destination ? true : queries.isSameItem(items.source, destination);
-        if (!same)
-            return false; // given up
-        isOwnFolder |= *same;
-    }
-    if (isOwnFolder) {
+    const auto parted = _incoming.parted(folders, destination);
+    if (!parted)
+        return false;
+    if (!parted->own.isEmpty()) {
         if (mask & DragOperation::Copy)
             alerts.ask(OperationAlerts::intoItself(Operation::Copy));
         if (mask & DragOperation::Move)
@@ -199,35 +187,12 @@ bool PaneDragAndDrop::acceptInto(const QString &destination, const QStringList &
         return false;
     }
     const auto work = DropDecision::workOfMask(mask);
-    if (!work)
+    if (!work || !_incoming.isAgreed(*work, folders, destination))
         return false;
-    if (mainModel.confirmationForFileOperations()
-        && alerts.ask(confirmation(*work, folders, destination,
-                                   { mainModel.rowsLeft(), mainModel.rowsRight() }))
-            != Alert::Yes)
-        return false;
-
     const auto update = fromOutside         ? UpdateBoth::DragDropFinder
         : *work == DropDecision::Work::Move ? UpdateBoth::DragDropMove
                                             : UpdateBoth::DragDropCopy;
-    for (const DroppedItems &items : folders) {
-        const OperationRequest request { .source = items.source,
-                                         .destination = destination,
-                                         .items = items.names,
-                                         .side = fileList.side(),
-                                         .updateBoth = update };
-        switch (*work) {
-        case DropDecision::Work::Alias:
-            twinleaf.createAlias(request);
-            break;
-        case DropDecision::Work::Copy:
-            twinleaf.copyItems(request);
-            break;
-        case DropDecision::Work::Move:
-            twinleaf.moveItems(request);
-            break;
-        }
-    }
+    _incoming.carryOut(*work, folders, destination, fileList.side(), update);
     return true;
 }
 

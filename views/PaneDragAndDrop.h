@@ -1,5 +1,7 @@
 #pragma once
 
+#include "views/IncomingItems.h"
+
 #include <QObject>
 #include <QStringList>
 #include <QTimer>
@@ -46,9 +48,8 @@ private:
 
     PaneTableView &fileList;
     const MainModel &mainModel;
-    const FileQueries &queries;
-    OperationDesk &twinleaf;
     Alerts &alerts;
+    const IncomingItems _incoming;
     // Of the drag that is over the pane.
     bool _dragHoldsFiles = false;
     int _dragY = 0; // pixels from the viewport's upper edge
