@@ -10,7 +10,9 @@
 #include <span>
 #include <variant>
 
+class ClipboardCommands;
 class FolderCommands;
+class NavigationCommands;
 class PaneCommands;
 class SelectionCommands;
 enum class Tool;
@@ -21,14 +23,17 @@ struct ByApplication { };
 // One command of the program. Menus, context menus, buttons and keys are made from its entry.
 struct CommandEntry {
     using OfPanes = void (PaneCommands::*)();
+    using OfClipboard = void (ClipboardCommands::*)();
     using OfSelection = void (SelectionCommands::*)();
+    using OfNavigation = void (NavigationCommands::*)();
     using OfFolder = void (FolderCommands::*)(Side);
-    using Run = std::variant<ByApplication, OfPanes, OfSelection, OfFolder, Tool>;
+    using Run = std::variant<ByApplication, OfPanes, OfClipboard, OfSelection, OfNavigation,
+                             OfFolder, Tool>;
 
     Command id;
     const char *text; // English, as is every text here; shown localized
     const char *icon = nullptr; // its freedesktop name
-    const char *shortcut = nullptr; // the menu's own key
+    const char *shortcut = nullptr; // the menu's own key; of a sided one on the active pane
     std::optional<ClassicAction> classic {}; // whose key, a setting, the panes answer to
     const char *paneKey = nullptr; // a fixed key that the panes answer to
     // When menus enable it. A guard that the command has of its own stays with its function.

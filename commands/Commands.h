@@ -23,8 +23,10 @@ class Commands final : public QObject {
 public:
     struct Subjects {
         PaneCommands &panes;
+        ClipboardCommands &clipboard;
         SelectionCommands &selection;
         FolderCommands &folders;
+        NavigationCommands &navigation;
         Launching &launching;
     };
     Commands(const Subjects &subjects, PaneWindow &window, const FileQueries &queries,
@@ -32,6 +34,8 @@ public:
 
     // What answers a command that the table leaves to the application.
     void setRunner(Command command, std::function<void()> runner);
+    // What must hold besides the menu's rule, now.
+    void setCondition(Command command, std::function<bool()> condition);
     // The application of a tool is there: its command is offered with this icon.
     void offerTool(Command command, const QIcon &icon);
 
@@ -42,6 +46,11 @@ public:
     QAction *action(Command command, Side menu = Side::Left) const
     {
         return _actions[command][menu];
+    }
+    // The one that stands in a menu of no pane, and acts on the active one.
+    QAction *actionOfActivePane(Command command) const
+    {
+        return _actionsOfActivePane.value(command, action(command));
     }
 
     // What the menus' rules go by, now.
@@ -55,10 +64,14 @@ private:
     QAction *newAction(const CommandEntry &entry, const ClassicKeys &keys,
                        std::optional<Side> menu);
 
+    QList<QAction *> actionsOf(Command command) const; // in all menus
+
     const Subjects _subjects;
     PaneWindow &window;
     const FileQueries &queries;
     QMap<Command, PerSide<QAction *>> _actions; // the same on both sides where there is but one
+    QMap<Command, QAction *> _actionsOfActivePane; // of the sided ones with a key
     QActionGroup _choice { this }; // one of them is chosen
     QMap<Command, std::function<void()>> _runners;
+    QMap<Command, std::function<bool()>> _conditions;
 };

@@ -1,5 +1,6 @@
 #include "commands/FolderCommands.h"
 
+#include "commands/FileClipboard.h"
 #include "files/FileName.h"
 #include "files/PathText.h"
 #include "model/FileQueries.h"
@@ -8,22 +9,17 @@
 #include "platform/Alerts.h"
 #include "platform/Workspace.h"
 
-#include <QClipboard>
-#include <QGuiApplication>
-#include <QMimeData>
-
-#include <memory>
-
 using namespace Qt::StringLiterals;
 
 FolderCommands::FolderCommands(PaneWindow &paneWindow, const MainModel &model,
                                const FileQueries &fileQueries, const Workspace &desktop,
-                               Alerts &alertsToAsk)
+                               Alerts &alertsToAsk, AskForFolder ask)
     : window(paneWindow)
     , mainModel(model)
     , queries(fileQueries)
     , workspace(desktop)
     , alerts(alertsToAsk)
+    , _askForFolder(std::move(ask))
 {
 }
 
@@ -49,9 +45,8 @@ void FolderCommands::volumesClicked(Side menu)
 
 void FolderCommands::otherFolderClicked(Side menu)
 {
-    const QString typed =
-        window.getStringFromInputSheet(localized("Please enter full path to folder:"),
-                                       window.getCurrentPathFromSegmentedControl(menu));
+    const QString typed = _askForFolder(localized("Please enter full path to folder:"),
+                                        window.getCurrentPathFromSegmentedControl(menu));
     if (typed.isEmpty())
         return;
     const QString path = PathText::fromTyped(typed);
@@ -72,18 +67,11 @@ void FolderCommands::useOpositePath(Side menu)
 
 void FolderCommands::copyPathClicked(Side menu)
 {
-    copy(window.getCurrentPathFromSegmentedControl(menu));
+    FileClipboard::putText({ window.getCurrentPathFromSegmentedControl(menu) });
 }
 
 void FolderCommands::copyLocalizedPathClicked(Side menu)
 {
-    copy(queries.getLocalizedPath(window.getCurrentPathFromSegmentedControl(menu)));
-}
-
-void FolderCommands::copy(const QString &text)
-{
-    auto data = std::make_unique<QMimeData>();
-    // As bytes: a name that is not UTF-8 is pasted as it stands on the disk.
-    data->setData(u"text/plain"_s, FileName::toBytes(text));
-    QGuiApplication::clipboard()->setMimeData(data.release());
+    FileClipboard::putText(
+        { queries.getLocalizedPath(window.getCurrentPathFromSegmentedControl(menu)) });
 }

@@ -4,6 +4,8 @@
 
 #include <QString>
 
+#include <functional>
+
 class Alerts;
 class FileQueries;
 class MainModel;
@@ -13,8 +15,11 @@ class Workspace;
 // The commands of the navigators' menus: each acts on the pane whose menu it was chosen from.
 class FolderCommands final {
 public:
+    // Asks for the path of a folder, with one to begin with; "" when cancelled.
+    using AskForFolder = std::function<QString(const QString &prompt, const QString &path)>;
+
     FolderCommands(PaneWindow &window, const MainModel &mainModel, const FileQueries &queries,
-                   const Workspace &workspace, Alerts &alerts);
+                   const Workspace &workspace, Alerts &alerts, AskForFolder ask);
 
     void homeFolderClicked(Side menu);
     void volumesClicked(Side menu);
@@ -25,11 +30,11 @@ public:
 
 private:
     void go(Side side, const QString &path);
-    static void copy(const QString &text);
 
     PaneWindow &window;
     const MainModel &mainModel;
     const FileQueries &queries;
     const Workspace &workspace;
     Alerts &alerts;
+    const AskForFolder _askForFolder;
 };

@@ -43,3 +43,13 @@ bool onFolderOrNothing(const MenuState &state)
 {
     return state.selectedRow && (*state.selectedRow < 0 || state.queries.isDirectory(state.path));
 }
+
+bool canGoBack(const MenuState &state)
+{
+    return state.hasBack;
+}
+
+bool canGoForward(const MenuState &state)
+{
+    return state.hasForward;
+}

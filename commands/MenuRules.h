@@ -14,6 +14,8 @@ struct MenuState {
     QString path {};
     const FileQueries &queries;
     std::optional<Column> sortedBy {};
+    bool hasBack = false; // a folder to go back to
+    bool hasForward = false;
 };
 
 // The rules by which menus enable their commands.
@@ -25,6 +27,8 @@ bool onPackage(const MenuState &state);
 bool onArchive(const MenuState &state);
 bool onVolume(const MenuState &state);
 bool onFolderOrNothing(const MenuState &state); // with nothing selected the parent folder is meant
+bool canGoBack(const MenuState &state);
+bool canGoForward(const MenuState &state);
 
 // By which column the active pane is sorted.
 template <Column By>

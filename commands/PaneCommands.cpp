@@ -6,6 +6,7 @@
 #include "model/MainModel.h"
 #include "model/OperationDesk.h"
 #include "model/PaneWindow.h"
+#include "operations/DuplicateName.h"
 #include "operations/Packing.h"
 #include "platform/Alerts.h"
 #include "platform/OpenPanel.h"
@@ -13,15 +14,6 @@
 #include "settings/UserDefaults.h"
 
 using namespace Qt::StringLiterals;
-
-QString nameOfDuplicate(const QString &name, bool isFolder)
-{
-    if (isFolder)
-        return name + localized(" Copy");
-    const QString extension = PathText::extension(name);
-    const QString copy = PathText::withoutExtension(name) + localized(" Copy");
-    return extension.isEmpty() ? copy : PathText::withExtension(copy, extension);
-}
 
 PaneCommands::PaneCommands(PaneWindow &paneWindow, MessageBus &messages, MainModel &model,
                            OperationDesk &desk, const FileQueries &fileQueries,
@@ -173,14 +165,9 @@ void PaneCommands::archiveClicked()
     const PaneTable *list = listOnItem();
     if (!list)
         return;
-    // The rows asked about, whatever is listed when the sheet was answered.
-    const Listing rows = mainModel.rows(list->side());
-    QStringList items;
-    const RowSet selected = list->selectedRows();
-    for (const int row : selected)
-        if (isItemRow(row)
-            && rows.holds(row)) // ".." would pack everything around the selected items
-            items.append(rows[row].path());
+    // Those asked about, whatever is listed when the sheet was answered. ".." would pack everything
+    // around them.
+    const QStringList items = selectedPaths();
     if (items.isEmpty())
         return;
     const QString destination = mainModel.folder(otherSide(list->side()));
@@ -234,4 +221,18 @@ QString PaneCommands::selectedPath(bool orFirst) const
     const int row = orFirst ? std::max(list->selectedRow(), 0) : list->selectedRow();
     const Listing &rows = mainModel.rows(list->side());
     return rows.holds(row) ? rows[row].path() : QString();
+}
+
+QStringList PaneCommands::selectedPaths() const
+{
+    const PaneTable *list = window.getFirstResponderTableView();
+    if (!list)
+        return {};
+    const Listing &rows = mainModel.rows(list->side());
+    QStringList paths;
+    const RowSet selected = list->selectedRows();
+    for (const int row : selected)
+        if (isItemRow(row) && rows.holds(row))
+            paths.append(rows[row].path());
+    return paths;
 }

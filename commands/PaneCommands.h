@@ -41,6 +41,8 @@ public:
     // The path at the selected row of the active pane, with nothing selected at row 0 when
     // `orFirst`; empty when there is none.
     QString selectedPath(bool orFirst = false) const;
+    // Of the items among the selected rows of the active pane.
+    QStringList selectedPaths() const;
 
 private:
     PaneTable *listOnItem() const; // the active pane when commands may act on its selection
@@ -57,6 +59,3 @@ private:
     Alerts &alerts;
     QSet<QString> _ejecting; // the window takes input meanwhile
 };
-
-// "Report.txt" becomes "Report Copy.txt", the folder "Photos" becomes "Photos Copy".
-QString nameOfDuplicate(const QString &name, bool isFolder);

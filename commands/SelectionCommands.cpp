@@ -50,8 +50,7 @@ void SelectionCommands::show(PaneTable &list, int row)
 {
     if (row < 0)
         return; // nothing found: the selection stays
-    list.selectRow(row);
-    list.scrollToRow(row);
+    list.goToRow(row);
 }
 
 void SelectionCommands::letterPressed(const TypedLetter &typed)
@@ -59,7 +58,7 @@ void SelectionCommands::letterPressed(const TypedLetter &typed)
     if (PaneTable *list = window.getFirstResponderTableView())
         show(*list,
              RowMatching::nextLetterItem(typed.characters, mainModel.rows(list->side()),
-                                         list->selectedRow()));
+                                         list->rowOfKeyboard()));
 }
 
 void SelectionCommands::selectAllClicked()
@@ -151,7 +150,7 @@ void SelectionCommands::search()
     const Listing rows = mainModel.rows(list->side());
     const int found = waiting.forRows(
         rows.size(), localized("Searching..."),
-        [rows, term = _globalSearchString, from = list->selectedRow(), dates = dateText()] {
+        [rows, term = _globalSearchString, from = list->rowOfKeyboard(), dates = dateText()] {
             return RowMatching::nextFoundItem(term, rows, from, dates);
         });
     if (found < 0)

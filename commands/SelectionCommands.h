@@ -35,8 +35,7 @@ public:
     void searchClicked(); // asks what for
     void searchNextClicked(); // asks only when nothing was searched for yet
 
-    // The metadata search, empty or for the name of the selected item; no menu offers it before its
-    // sheet is built.
+    // The metadata search, as it was left or for the name of the selected item.
     void spotlightSearchClicked();
     void spotlightSearchMenuItemClicked();
 

@@ -73,12 +73,11 @@ private Q_SLOTS:
         world.run(Command::Terminal);
         QCOMPARE(world.workspace.calls.value(0),
                  QStringList({ u"open"_s, world.workspace.application, {} }));
+        using enum Command;
+        const QList<Command> unseen { CheckForNewerVersion }; // this build has no address to ask
         for (const CommandEntry &entry : commandTable()) {
             const QAction *item = world.commands.action(entry.id);
-            // This build has no address to ask for a newer version.
-            const Command unseen[] = { Command::CheckForNewerVersion, Command::ImageBrowser,
-                                       Command::InternalTerminal };
-            QCOMPARE(item->isVisible(), std::ranges::find(unseen, entry.id) == std::end(unseen));
+            QVERIFY2(item->isVisible() != unseen.contains(entry.id), entry.text);
             QVERIFY2(!item->associatedObjects().isEmpty(), entry.text); // stands in some menu
         }
     }
@@ -91,7 +90,10 @@ private Q_SLOTS:
         for (QMenu *menu : world.window.menuBar()->findChildren<QMenu *>())
             menus.append(menu);
         QVERIFY(menus.size() > 12);
-        for (const QWidget *menu : std::as_const(menus)) {
+        for (QWidget *menu : std::as_const(menus)) {
+            // An item that stands in several has the key of the one that is open.
+            if (auto *opened = qobject_cast<QMenu *>(menu))
+                Q_EMIT opened->aboutToShow();
             QStringList keys;
             const auto items = menu->actions();
             for (const QAction *item : items) {

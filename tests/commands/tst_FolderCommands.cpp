@@ -145,6 +145,87 @@ private Q_SLOTS:
         QCOMPARE(world.workspace.calls, QList({ opened, opened }));
     }
 
+    void applicationsForTheTypeComeFirst()
+    {
+        World world(u"left/a=a, left/b=b"_s);
+        world.application.bookmarkStore().addFavoriteApplicationsEntry(u"/apps/f.desktop"_s,
+                                                                       u"f"_s);
+        world.workspace.applications = { .all = { { u"/apps/1.desktop"_s, u"One"_s },
+                                                  { u"/apps/2.desktop"_s, u"Two & a half"_s } },
+                                         .standard = u"/apps/1.desktop"_s,
+                                         .type = u"text/plain"_s,
+                                         .kind = u"plain text"_s };
+        world.start();
+        QMenu &menu = world.application.menus().openWithMenu();
+        const auto texts = [&] {
+            QStringList all;
+            for (const QAction *item : menu.actions())
+                all.append(item->isSeparator() ? u"-"_s : item->text());
+            return all.join(u' ').remove(u'&');
+        };
+        const auto open = [&] { Q_EMIT world.application.menus().popUpMenu().aboutToShow(); };
+        const QString own = u"f.desktop - Other..."_s;
+        world.select(u"a"_s);
+        open();
+        QCOMPARE(texts(), own); // at first
+        const QString both = u"One (default) Two  a half"_s;
+        QTRY_COMPARE(texts(), both + u" Always open with - "_s + own);
+        menu.actions().at(1)->trigger();
+        QCOMPARE(world.workspace.calls.value(0),
+                 QStringList({ u"open"_s, world.folder.path(u"left/a"_s), u"/apps/2.desktop"_s }));
+        const auto choice = menu.actions().at(2)->menu()->actions();
+        QVERIFY(choice.at(0)->isChecked() && !choice.at(1)->isChecked());
+        for (const auto answer : { Alert::No, Alert::Yes }) {
+            world.workspace.calls.clear();
+            world.alerts.answer(answer);
+            choice.at(1)->trigger();
+            QCOMPARE(world.alerts.last().text,
+                     u"Always open files of the type 'plain text' with 'Two & a half'?"_s);
+            QCOMPARE(world.workspace.calls.size(), answer == Alert::Yes);
+        }
+        QCOMPARE(world.workspace.calls.value(0),
+                 QStringList({ u"default"_s, u"/apps/2.desktop"_s, u"text/plain"_s }));
+        world.workspace.succeeds = false;
+        world.alerts.answer({ Alert::Yes, Alert::Ok });
+        choice.at(0)->trigger();
+        QCOMPARE(world.alerts.last().details, u"Read-only file system"_s);
+        // Files of several types have no default; what comes into the open menu moves nothing.
+        world.run(Command::SelectAll);
+        open();
+        QCOMPARE(texts(), own);
+        menu.popup({});
+        QTRY_COMPARE(texts(), own + u" - "_s + both);
+        menu.close();
+        // A long list is cut, and what has come for other files is not shown.
+        world.workspace.applications.all.resize(1000);
+        open();
+        world.list().selectRow(0);
+        open();
+        QTRY_VERIFY(!DiskQuestions::anyUnderWay());
+        QCoreApplication::processEvents();
+        QCOMPARE(texts(), own);
+        world.run(Command::SelectAll);
+        open();
+        QTRY_COMPARE(menu.actions().size(), 10 + 1 + 3);
+    }
+
+    void aTerminalStartsInThePanesFolder()
+    {
+        World world;
+        world.workspace.application = u"/usr/bin/terminal"_s;
+        world.start();
+        QTRY_VERIFY(world.commands.action(Command::TerminalHere)->isVisible());
+        world.focus(Side::Right);
+        world.run(Command::TerminalHere);
+        QCOMPARE(world.workspace.calls.value(0),
+                 QStringList({ u"terminal"_s, world.shown(Side::Right) }));
+        world.workspace.succeeds = false;
+        world.alerts.answer(Alert::Ok);
+        world.run(Command::TerminalHere);
+        QCOMPARE(world.alerts.last().text, u"Cannot open a terminal in this folder!"_s);
+        QVERIFY(world.alerts.last().details.endsWith(u"Permission denied"));
+    }
+
     void packagesAreEnteredAndVolumesEjected()
     {
         StartedWorld world(u"left/bundle.app/, left/stick/"_s);

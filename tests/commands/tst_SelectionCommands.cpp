@@ -142,6 +142,22 @@ private Q_SLOTS:
                  u"c.png"_s);
         QCOMPARE(world.title, u"Group deselection"_s);
 
+        // Wildcards stand for what they stand for elsewhere, with each method.
+        const std::pair<ExpandSelection, QString> wildcards[] = {
+            { { .text = u"*.txt"_s }, u"B.Txt a.txt"_s },
+            { { .text = u"*.txt"_s, .caseSensitive = true }, u"a.txt"_s },
+            { { .text = u"?.t*"_s }, u"B.Txt a.txt"_s },
+            { { .text = u"?.t"_s }, {} }, // of the whole name
+            { { .method = MatchMethod::BeginsWith, .text = u"?.p"_s }, u"c.png"_s },
+            { { .method = MatchMethod::EndsWith, .text = u"?ng"_s }, u"c.png"_s },
+            { { .method = MatchMethod::Equals, .text = u"[a-b].*"_s }, u"B.Txt a.txt"_s },
+            { { .target = MatchTarget::Size, .text = u"? By*"_s }, u"B.Txt a.txt c.png"_s },
+        };
+        for (const auto &[pattern, selected] : wildcards) {
+            world.list().selectRows({});
+            QCOMPARE(after(select, pattern), selected);
+        }
+
         world.write(Side::Left, u"big"_s, 2048);
         world.listAnew(Side::Left);
         world.list().selectRows({});
@@ -222,6 +238,7 @@ private Q_SLOTS:
             void add(const SearchFor &asked) { texts += asked.text.value_or(u"nothing"_s) + u' '; }
             QString texts;
         } search;
+        world.bus.unsubscribe(&world.application.spotlightSearchController()); // its sheet waits
         world.bus.subscribe(SpotlightSearch, &search, &Search::add);
         world.list().selectRows({ 1 });
         world.selection.spotlightSearchMenuItemClicked();

@@ -9,13 +9,19 @@ public:
     void copyItems(const OperationRequest &request) override { keep("copy", request); }
     void moveItems(const OperationRequest &request) override { keep("move", request); }
     void deleteItems(const OperationRequest &request) override { keep("delete", request); }
+    void deletePermanently(const OperationRequest &request, const QList<FileIdentity> &) override
+    {
+        keep("delete permanently", request);
+    }
     void newFolder(const OperationRequest &request) override { keep("new folder", request); }
+    void newFile(const OperationRequest &request) override { keep("new file", request); }
     void renameItem(const OperationRequest &request) override { keep("rename", request); }
     void createAlias(const OperationRequest &request) override { keep("alias", request); }
     void duplicateItem(const QString &source, const QString &destination) override
     {
         keep("duplicate", { .source = source, .destination = destination });
     }
+    void duplicateItems(const OperationRequest &request) override { keep("duplicates", request); }
     void archiveItems(const QStringList &paths, const QString &destination,
                       const QString &archiveName, const std::optional<FileStatus> &) override
     {

@@ -4,6 +4,7 @@
 #include "files/PathText.h"
 #include "platform/AuthorizationServices.h"
 #include "platform/OpenPanel.h"
+#include "platform/TrashCan.h"
 #include "platform/VersionServer.h"
 #include "platform/Workspace.h"
 
@@ -13,6 +14,38 @@
 #include <functional>
 
 using namespace Qt::StringLiterals;
+
+// Nothing lies in it.
+struct EmptyTrashCan final : TrashCan {
+    QList<TrashedItem> items(QStringList *) override { return {}; }
+    TrashEnd putBack(const TrashedItem &, Folders) override { return { TrashEnd::Failed }; }
+    QList<TrashEnd> putBack(const QList<Gone> &items, Folders) override
+    {
+        return QList<TrashEnd>(items.size(), { TrashEnd::Failed });
+    }
+    TrashEnd remove(const TrashedItem &) override { return { TrashEnd::Failed }; }
+};
+
+// Another one, which may be exchanged.
+struct ExchangedTrashCan final : TrashCan {
+    explicit ExchangedTrashCan(TrashCan *const &trash)
+        : can(trash)
+    {
+    }
+    QList<TrashedItem> items(QStringList *unread) override { return can->items(unread); }
+    TrashEnd putBack(const TrashedItem &item, Folders folders) override
+    {
+        return can->putBack(item, folders);
+    }
+    QList<TrashEnd> putBack(const QList<Gone> &items, Folders folders) override
+    {
+        return can->putBack(items, folders);
+    }
+    TrashEnd remove(const TrashedItem &item) override { return can->remove(item); }
+
+private:
+    TrashCan *const &can;
+};
 
 // Keeps what was asked of the desktop. Its Trash is a folder of the test's.
 class RecordedWorkspace final : public Workspace {
@@ -32,12 +65,33 @@ public:
         return record({ u"install"_s, path });
     }
     QString applicationForFile(const QString &) const override { return application; }
+    QString textEditor() const override { return editor; }
+    FileApplications applicationsForFiles(const QStringList &paths) const override // any thread
+    {
+        FileApplications found = applications;
+        if (paths.size() > 1)
+            found.type.clear();
+        return found;
+    }
+    bool setDefaultApplication(const QString &path, const QString &type, QString *reason) override
+    {
+        if (reason)
+            *reason = u"Read-only file system"_s;
+        return record({ u"default"_s, path, type });
+    }
+    bool openTerminal(const QString &path, QString *reason) override
+    {
+        if (reason)
+            *reason = u"Permission denied"_s;
+        return record({ u"terminal"_s, path });
+    }
     QString applicationForTool(Tool) const override { return application; }
     QIcon iconOfApplication(const QString &path) const override
     {
         iconLoads.append(path);
         return {};
     }
+    bool showSearchWindow(const QString &text) override { return record({ u"search"_s, text }); }
     bool openAddress(const QString &address) override { return record({ u"address"_s, address }); }
 
     std::unique_ptr<TrashRun> trashRun(const QString &folder) override
@@ -52,6 +106,7 @@ public:
             {
                 return _workspace.refusals.value(PathText::joined(_folder, name));
             }
+            QString refusalForGood(const QString &name) override { return refusal(name); }
             bool move(const QString &name, QString *reason) override
             {
                 return _workspace.moveToTrash(PathText::joined(_folder, name), reason, {});
@@ -71,13 +126,15 @@ public:
         const QMutexLocker lock(&_mutex);
         if (beforeTrash)
             beforeTrash();
-        if (!trashWorks)
+        if (!trashWorks || trashFolder.isEmpty())
             return false;
         origins.append(origin);
         const QString place = PathText::joined(trashFolder, PathText::lastComponent(path));
         return !FileSystem::renameNoReplace(path, place)
             || !FileSystem::renameNoReplace(path, place + u'.' + QString::number(++_trashedAgain));
     }
+
+    TrashCan &trashCan() override { return _shownTrash; }
 
     QStringList mountedLocalVolumePaths() const override { return volumes; }
     bool eject(const QString &volume, QString *reason) override
@@ -97,7 +154,11 @@ public:
     QHash<QString, QString> foreign; // programs, by what would start them
     mutable QStringList iconLoads; // of applications
     QString application;
-    QString trashFolder;
+    QString editor;
+    FileApplications applications; // for any file
+    QString trashFolder; // where things are moved to; "": it does not work
+    EmptyTrashCan emptyTrash;
+    TrashCan *trash = &emptyTrash; // what is seen of it
     QStringList origins; // of what went there
     bool trashWorks = true;
     QHash<QString, QString> refusals; // of the Trash, by path
@@ -112,6 +173,7 @@ private:
         return succeeds;
     }
 
+    ExchangedTrashCan _shownTrash { trash };
     QMutex _mutex;
     int _trashedAgain = 0;
 };
