@@ -4,9 +4,16 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
+
+namespace {
+
+constexpr double SmallSize = 0.9; // of the other texts
+
+} // namespace
 
 ExpandSelectionSheet::ExpandSelectionSheet(const QString &title, const ExpandSelection &last,
                                            QWidget *mainWindow)
@@ -38,6 +45,11 @@ ExpandSelectionSheet::ExpandSelectionSheet(const QString &title, const ExpandSel
     expandSelectionText->selectAll(); // typing begins a new pattern
     expandSelectionText->setAccessibleName(localized("Text"));
     rows().addWidget(expandSelectionText);
+    QLabel *hint = addText(localized("* stands for any text, ? for one character."));
+    QFont small = hint->font();
+    small.setPointSizeF(small.pointSizeF() * SmallSize);
+    hint->setFont(small);
+    expandSelectionText->setAccessibleDescription(hint->text());
     caseSensitive = new QCheckBox(marked(localized("Case sensitive")), this);
     caseSensitive->setChecked(last.caseSensitive);
     rows().addWidget(caseSensitive);

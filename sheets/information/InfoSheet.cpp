@@ -28,17 +28,6 @@ constexpr int RowSpacing = 4;
 constexpr int ColumnSpacing = 10;
 constexpr int GroupSpacing = 10;
 
-// The colour, or as little of the texts' own in it as makes it readable on the ground.
-QColor readable(const QColor &color, const QColor &ground, const QColor &text)
-{
-    constexpr int Steps = 20;
-    for (int step = 0; step < Steps; ++step)
-        if (const QColor mix = mixed(color, text, double(step) / Steps);
-            contrast(mix, ground) >= ReadableText)
-            return mix;
-    return text;
-}
-
 } // namespace
 
 InfoSheet::InfoSheet(QWidget *mainWindow)
@@ -190,8 +179,9 @@ void InfoSheet::showNameColor(const QColor &color)
 void InfoSheet::tintName()
 {
     Name->setTextColor(_nameColor.isValid()
-                           ? readable(_nameColor, palette().color(QPalette::Window),
-                                      palette().color(QPalette::WindowText))
+                           ? standingOut(_nameColor, palette().color(QPalette::WindowText),
+                                         palette().color(QPalette::Window),
+                                         isHighContrast() ? EasyContrast : ReadableText)
                            : QColor());
 }
 
@@ -214,15 +204,23 @@ bool InfoSheet::eventFilter(QObject *watched, QEvent *event)
 void InfoSheet::changeEvent(QEvent *event)
 {
     Sheet::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange)
+    if (event->type() == QEvent::PaletteChange) {
         tintName();
+        drawLock();
+    }
+}
+
+void InfoSheet::drawLock()
+{
+    // As a picture: a button that has the keyboard would draw an icon in the colour of selections.
+    LockButton->setIcon(themedIcon(_rightsHeld ? u"unlock"_s : u"lock"_s)
+                            .pixmap(QSize(SmallIconSide, SmallIconSide), devicePixelRatioF()));
 }
 
 void InfoSheet::showRights(bool held, Press press)
 {
-    // As a picture: a button that has the keyboard would draw an icon in the colour of selections.
-    LockButton->setIcon(themedIcon(held ? u"unlock"_s : u"lock"_s)
-                            .pixmap(QSize(SmallIconSide, SmallIconSide), devicePixelRatioF()));
+    _rightsHeld = held;
+    drawLock();
     const bool givesUp = press == Press::GivesUp;
     const QString text = givesUp ? localized("Give up rights") : localized("Administrator...");
     LockButton->setText(givesUp ? _giveUp : _gain);

@@ -72,6 +72,7 @@ private:
     void addLine();
     void addHeader();
     void tintName();
+    void drawLock(); // in the colours of now
 
     QGridLayout *_grid;
     QWidget *_content;
@@ -82,5 +83,6 @@ private:
     QString _gain; // the padlock's texts, with their letters
     QString _giveUp;
     QColor _nameColor;
+    bool _rightsHeld = false;
     bool _busy = false;
 };

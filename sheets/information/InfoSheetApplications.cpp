@@ -54,11 +54,9 @@ void InfoSheetController::setLaunchAppItems()
     }
 }
 
-// The general one until the disk has answered, and where nothing stands.
 QIcon InfoSheetController::iconOf(const QString &application)
 {
-    const QIcon own = applicationIcons.look(application).icon;
-    return own.isNull() ? themedIcon(u"application-x-executable"_s) : own;
+    return applicationIcon(applicationIcons.look(application).icon);
 }
 
 void InfoSheetController::showIconOf(const QString &application)

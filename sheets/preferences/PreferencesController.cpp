@@ -11,6 +11,7 @@
 #include "sheets/preferences/InfoBarsPage.h"
 #include "sheets/preferences/KeysPage.h"
 #include "sheets/preferences/PreferencesSheet.h"
+#include "sheets/preferences/SearchPage.h"
 #include "sheets/preferences/StartFoldersPage.h"
 #include "views/VirtualKeys.h"
 #include "widgets/Colors.h"
@@ -56,6 +57,8 @@ void PreferencesController::showPreferencesSheet()
             &PreferencesController::searchForLeftPathClicked);
     connect(folders.searchButton.right, &QPushButton::clicked, this,
             &PreferencesController::searchForRightPathClicked);
+    connect(preferencesSheet->search->chooseButton, &QPushButton::clicked, this,
+            &PreferencesController::chooseLeftOutClicked);
     for (const Side side : Sides)
         setRealPath(side, _outlets.windowController.getCurrentPathFromSegmentedControl(side));
     saveLastPathsClicked();
@@ -97,6 +100,13 @@ void PreferencesController::searchForPathClicked(Side side)
     const auto chosen = _outlets.openPanel.chooseFolder(isThere ? path : PathText::homeFolder());
     if (chosen && preferencesSheet)
         setRealPath(side, *chosen);
+}
+
+void PreferencesController::chooseLeftOutClicked()
+{
+    const auto chosen = _outlets.openPanel.chooseFolder(PathText::homeFolder());
+    if (chosen && preferencesSheet)
+        preferencesSheet->search->add(*chosen);
 }
 
 void PreferencesController::setRealPath(Side side, const QString &path)

@@ -56,6 +56,7 @@ Q_SIGNALS:
     void toolTipsToSet();
 
 private:
+    void chooseLeftOutClicked();
     void searchForPathClicked(Side side);
     void setRealPath(Side side, const QString &path);
     void settingWritten(Settings::Key key);

@@ -6,6 +6,7 @@
 #include "sheets/preferences/InfoBarsPage.h"
 #include "sheets/preferences/KeysPage.h"
 #include "sheets/preferences/ListsPage.h"
+#include "sheets/preferences/SearchPage.h"
 #include "sheets/preferences/StartFoldersPage.h"
 
 #include <QPushButton>
@@ -25,20 +26,22 @@ PreferencesSheet::PreferencesSheet(UserDefaults &defaults,
     rows().addWidget(_tabs);
     connect(addButton(localized("OK")), &QPushButton::clicked, this, &QDialog::accept);
     // Their letters and that of the button work on every page.
-    QStringList titles { localized("General"),       localized("Lists"),
-                         localized("Keys"),          localized("Info bars"),
-                         localized("Start folders"), localized("Applications") };
+    QStringList titles { localized("General"),     localized("Lists"),         localized("Keys"),
+                         localized("Info bars"),   localized("Start folders"), localized("Search"),
+                         localized("Applications") };
     for (QString &title : titles)
         title = marked(title);
     const Mnemonics taken = mnemonics();
     keys = new KeysPage(defaults, taken);
     infoBars = new InfoBarsPage(defaults, taken);
     startFolders = new StartFoldersPage(defaults, taken);
+    search = new SearchPage(defaults, taken);
     const QList<PreferencesPage *> pages { new GeneralPage(defaults, taken),
                                            new ListsPage(defaults, taken),
                                            keys,
                                            infoBars,
                                            startFolders,
+                                           search,
                                            new ApplicationsPage(defaults, taken, favorites) };
     int labelWidth = 0;
     for (const PreferencesPage *page : pages)

@@ -8,6 +8,7 @@ class InfoBarsPage;
 class KeysPage;
 class PreferencesPage;
 class QTabWidget;
+class SearchPage;
 class StartFoldersPage;
 class UserDefaults;
 
@@ -23,6 +24,7 @@ public:
     KeysPage *keys; // outlets
     InfoBarsPage *infoBars;
     StartFoldersPage *startFolders;
+    SearchPage *search;
 
 Q_SIGNALS:
     void settingWritten(Settings::Key key); // of a page

@@ -64,7 +64,8 @@ private Q_SLOTS:
         preferences(
             world,
             [&](const Shown &shown) {
-                shown.sheet.findChild<QTabWidget *>()->setCurrentIndex(5);
+                auto &tabs = *shown.sheet.findChild<QTabWidget *>();
+                tabs.setCurrentIndex(tabs.count() - 1);
                 QTRY_VERIFY(world.workspace.iconLoads.size() > 2);
                 RecordTable &table = shown.table();
                 const int page = table.viewport()->height()

@@ -1,3 +1,4 @@
+#include "search/WalkRules.h"
 #include "settings/StoredWords.h"
 #include "sheets/preferences/KeyConflicts.h"
 #include "sheets/preferences/PreferencesController.h"
@@ -12,6 +13,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFile>
+#include <QListWidget>
 #include <QRegularExpression>
 #include <QSpinBox>
 #include <QTabWidget>
@@ -249,7 +251,7 @@ private Q_SLOTS:
             { choose({ { Copy, f5, 1 }, { Move, f5, 0 } }), Move, {} }, // all but Shift+F5
             { choose({ { Copy, f5, 1 }, { Move, f5, 2 } }), Move, {} },
             { choose({ { Copy, f5, 2 }, { Move, f5, 2 } }), Move, u"Same key as 'Copy'."_s },
-            { choose({ { Rename, VirtualKeys::F3, 0 } }), Rename, u"Same key as 'Find next'."_s },
+            { choose({ { Rename, VirtualKeys::F3, 0 } }), Rename, u"Same key as 'View'."_s },
             { choose({ { Rename, VirtualKeys::F3, 1 } }), Rename, {} },
             { choose({ { Exit, VirtualKeys::F10, 1 } }), Exit,
               u"This key opens the context menu."_s },
@@ -335,6 +337,31 @@ private Q_SLOTS:
         const bool keepsForeign = wrong.typeId() == QMetaType::QVariantMap;
         QCOMPARE(stored.size(), keepsForeign ? 6 + wrong.toMap().size() : 6);
         QCOMPARE(world.defaults.string(Settings::LeftFileListLastPath), world.shown());
+    }
+
+    void foldersAreLeftOutOfTheSearch()
+    {
+        World world;
+        const QString odd = u"/home/"_s + QChar(0xDCFF);
+        world.defaults.setValue(Settings::SearchLeftOutFolders, QVariantList { odd, 7 });
+        world.start();
+        const auto stored = [&] { return WalkRules::leftOutIn(world.defaults).join(u' '); };
+        preferences(world, [&](const Shown &shown) {
+            auto &field = shown.control<QLineEdit>(u"Folder"_s);
+            auto &list = shown.control<QListWidget>(u"Folders left out"_s);
+            QCOMPARE(list.count(), 1);
+            for (const char *name : { "build", "build", "~/old" }) {
+                QTest::keyClicks(&field, QString::fromLatin1(name));
+                QTest::keyClick(&field, Qt::Key_Return); // and the sheet stays
+                QVERIFY(shown.sheet.isVisible());
+            }
+            world.openPanel.folder = u"/data"_s;
+            shown.click(u"Choose folder to leave out"_s);
+            QCOMPARE(stored(), odd + u" build ~/old /data"_s);
+            list.setCurrentRow(1);
+            shown.click(u"Delete folder left out"_s);
+            QCOMPARE(stored(), odd + u" ~/old /data"_s);
+        });
     }
 
     void theKeyboardReachesEveryControlAndEachHasAName()
