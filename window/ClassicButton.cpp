@@ -1,5 +1,7 @@
 #include "window/ClassicButton.h"
 
+#include "widgets/Colors.h"
+
 #include <QPainter>
 #include <QStyle>
 #include <QStyleOptionButton>
@@ -48,6 +50,6 @@ void ClassicButton::paintEvent(QPaintEvent *)
         palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::ButtonText));
     painter.drawText(area, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, text());
     area.setLeft(area.left() + nameWidth + Gap);
-    painter.setOpacity(KeyOpacity);
+    painter.setOpacity(isHighContrast() ? 1 : KeyOpacity);
     painter.drawText(area, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, _key);
 }

@@ -32,7 +32,9 @@ QColor InfoBarTextField::textColor() const
 {
     // The preferences store the black that they come up with, too: it stands for no choice.
     if (_text && *_text != QColor(Qt::black))
-        return *_text;
+        return isHighContrast() ? standingOut(*_text, ElidedLabel::textColor(),
+                                              palette().color(QPalette::Window), EasyContrast)
+                                : *_text;
     // Looked at anew each time: the desktop can turn dark while the window is open.
     return isDark(palette()) ? ElidedLabel::textColor() : QColor(Qt::black);
 }

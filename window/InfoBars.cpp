@@ -8,6 +8,8 @@
 #include "settings/UserDefaults.h"
 #include "window/InfoBarTextField.h"
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 // Kept: the sum is that of the shown texts, so it is approximate. One MB and one byte count as the
@@ -38,15 +40,21 @@ void InfoBars::setFileInfoBar(const PaneTable &list)
     QString name;
     QString size;
     QString date;
+    QString path;
     if (selected.size() > 1) {
         name = filled(localized("%i item(s)"), int(selected.size()));
         size = getCalculatedFileSize(selected, rows);
     } else if (const int row = list.selectedRow(); rows.holds(row)) {
         const Entry entry = rows[row];
+        path = entry.path();
         name = FileName::shown(entry.name());
         size = entry.size();
         date = dates.getLocalizedShortDateAndTime(entry.date());
     }
+    // The size of a folder that was counted meanwhile stays as long as the folder is selected.
+    const QStringList selection { path, name, size, date };
+    if (std::exchange(_told[list.side()], selection) == selection)
+        return;
     bar.fileName->setText(name);
     bar.fileSize->setText(size);
     bar.fileDate->setText(date);

@@ -4,6 +4,8 @@
 #include "model/PaneTable.h"
 #include "model/Side.h"
 
+#include <QStringList>
+
 class DateText;
 class InfoBarTextField;
 class MainModel;
@@ -34,4 +36,5 @@ private:
     const MainModel &mainModel;
     const DateText &dates;
     const UserDefaults &defaults;
+    PerSide<QStringList> _told; // the selection, as the fields were last set to it
 };

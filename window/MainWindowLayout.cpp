@@ -4,10 +4,12 @@
 #include "commands/CommandTable.h"
 #include "views/TableViews.h"
 #include "widgets/ActivitySpinner.h"
+#include "widgets/ElidedLabel.h"
 #include "widgets/Icons.h"
 #include "widgets/MenuTextButton.h"
 #include "widgets/SegmentedControl.h"
 #include "window/ClassicButton.h"
+#include "window/FilterBar.h"
 #include "window/InfoBarTextField.h"
 #include "window/NoticeLabel.h"
 
@@ -111,7 +113,10 @@ QWidget *MainWindowLayout::pane(Side side)
     rows->setSpacing(Margin / 2);
     rows->addWidget(navigator);
     rows->addWidget(&fileList(side), 1);
+    filterBars[side] = new FilterBar(fileList(side), widget);
+    rows->addWidget(filterBars[side]);
     rows->addWidget(infoBar(side));
+    rows->addWidget(statusLine(side));
     return widget;
 }
 
@@ -135,6 +140,23 @@ QWidget *MainWindowLayout::infoBar(Side side)
     columns->addWidget(date);
     infoBars[side] = { name, size, date };
     return bar;
+}
+
+QWidget *MainWindowLayout::statusLine(Side side)
+{
+    auto *line = new QWidget(splitView);
+    auto *columns = new QHBoxLayout(line);
+    columns->setContentsMargins(Margin / 2, 0, Margin / 2, Margin / 2);
+    columns->setSpacing(2 * Margin);
+    auto *contents = new ElidedLabel(Qt::ElideRight, line);
+    auto *space = new ElidedLabel(Qt::ElideRight, line);
+    contents->setAccessibleDescription(localized("Contents of folder"));
+    space->setAccessibleDescription(localized("Free space"));
+    space->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    columns->addWidget(contents, 1);
+    columns->addWidget(space);
+    folderStatus[side] = { contents, space };
+    return line;
 }
 
 QWidget *MainWindowLayout::buttonRow()

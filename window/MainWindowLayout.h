@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/Side.h"
+#include "window/FolderStatus.h"
 #include "window/InfoBars.h"
 #include "window/UnifiedWindow.h"
 
@@ -8,6 +9,7 @@
 
 class ActivitySpinner;
 class ClassicButton;
+class FilterBar;
 class MainModel;
 class MenuTextButton;
 class MessageBus;
@@ -35,7 +37,9 @@ public:
     TableViewLeft *leftFileList;
     TableViewRight *rightFileList;
     PerSide<SegmentedControl *> segmentedControls;
+    PerSide<FilterBar *> filterBars; // below the lists, out of sight without a filter
     PerSide<InfoBarFields> infoBars;
+    PerSide<FolderStatusFields> folderStatus; // below them
     QSplitter *splitView;
     QMap<Command, ClassicButton *> buttons; // in the row
     QWidget *classicButtons; // the row that holds the buttons
@@ -47,6 +51,7 @@ public:
 private:
     QWidget *pane(Side side);
     QWidget *infoBar(Side side);
+    QWidget *statusLine(Side side);
     QWidget *buttonRow();
     QWidget *corner();
 

@@ -4,6 +4,8 @@
 #include "commands/Commands.h"
 #include "widgets/Mnemonics.h"
 
+#include <QCoreApplication>
+#include <QKeyEvent>
 #include <QMenu>
 #include <QMenuBar>
 
@@ -16,9 +18,13 @@ constexpr Line Separator = std::nullopt;
 constexpr Line fileMenu[] = {
     Command::Open,
     Command::OpenWith,
+    Command::View,
+    Command::Edit,
     Command::PackageContent,
+    Command::SpotlightSearchForItem,
     Separator,
     Command::NewFolder,
+    Command::NewFile,
     Command::Duplicate,
     Command::Rename,
     Command::Information,
@@ -26,6 +32,7 @@ constexpr Line fileMenu[] = {
     Command::Copy,
     Command::Move,
     Command::Delete,
+    Command::DeletePermanently,
     Separator,
     Command::CreateArchive,
     Command::Unpack,
@@ -36,10 +43,17 @@ constexpr Line fileMenu[] = {
     Separator,
     Command::Quit,
 };
-constexpr std::size_t LinesAboutItems = 17; // of the file menu: those of a row's context menu
+constexpr std::size_t LinesAboutItems = 22; // of the file menu: those of a row's context menu
+constexpr Line editMenu[] = {
+    Command::Undo,  Separator, Command::Cut,          Command::CopyToClipboard,
+    Command::Paste, Separator, Command::CopyItemName, Command::CopyItemPath,
+};
 constexpr Line selectMenu[] = {
-    Command::SelectAll,      Command::SelectSame, Command::GroupSelect, Command::GroupDeselect,
-    Command::CompareFolders, Separator,           Command::Find,        Command::FindNext,
+    Command::SelectAll,      Command::SelectSame,
+    Command::GroupSelect,    Command::GroupDeselect,
+    Command::CompareFolders, Separator,
+    Command::Find,           Command::FindNext,
+    Command::QuickFilter,    Command::SpotlightSearch,
 };
 constexpr Line viewMenu[] = {
     Command::Reload,
@@ -52,35 +66,92 @@ constexpr Line viewMenu[] = {
 };
 constexpr Line sortMenuLines[] = { Command::SortByName, Command::SortBySize, Command::SortByDate,
                                    Command::SortByType };
-constexpr Line goMenu[] = { Command::ChooseInPath, Command::ChooseInToolbar, Separator };
+constexpr Line goMenu[] = { Command::Back,
+                            Command::Forward,
+                            Separator,
+                            Command::SwapPanes,
+                            Command::SameFolderInBoth,
+                            Separator,
+                            Command::OtherFolder,
+                            Command::ChooseInPath,
+                            Command::ChooseInToolbar,
+                            Separator,
+                            Command::Trash,
+                            Separator };
 constexpr Line pathMenuLines[] = {
     Command::HomeFolder, Command::Volumes,  Command::OtherFolder,       Command::FolderOfOtherPane,
     Separator,           Command::CopyPath, Command::CopyLocalizedPath,
 };
 constexpr Line folderMenuLines[] = {
-    Command::NewFolder,       Separator,         Command::SelectAll,
-    Command::GroupSelect,     Separator,         Command::Reload,
-    Command::ShowHiddenFiles, Separator,         Command::FolderOfOtherPane,
-    Command::OtherFolder,     Command::CopyPath, Command::CopyLocalizedPath,
+    Command::Paste,
+    Separator,
+    Command::NewFolder,
+    Command::NewFile,
+    Separator,
+    Command::SelectAll,
+    Command::GroupSelect,
+    Separator,
+    Command::Reload,
+    Command::ShowHiddenFiles,
+    Separator,
+    Command::FolderOfOtherPane,
+    Command::OtherFolder,
+    Command::TerminalHere,
+    Command::CopyPath,
+    Command::CopyLocalizedPath,
 };
 constexpr Line bookmarksMenuLines[] = { Command::AddBookmark, Command::BookmarkManager, Separator };
 constexpr Line toolsMenuLines[] = {
-    Command::ImageBrowser,   Command::InternalTerminal, Separator,
-    Command::Terminal,       Command::Console,          Command::ActivityMonitor,
-    Command::DiskUtility,    Command::Keychain,         Command::NetworkUtility,
-    Command::NetInfoManager, Command::SystemProfiler,
+    Command::ImageBrowser,    Command::InternalTerminal,
+    Command::TerminalHere,    Separator,
+    Command::Terminal,        Command::Console,
+    Command::ActivityMonitor, Command::DiskUtility,
+    Command::Keychain,        Command::NetworkUtility,
+    Command::NetInfoManager,  Command::SystemProfiler,
 };
 constexpr Line helpMenu[] = { Command::CheckForNewerVersion, Command::About };
+
+// One Escape leads back to the pane. The toolkit would leave the keyboard in the bar, where nothing
+// shows that it is there.
+class EscapeFromMenu final : public QObject {
+public:
+    explicit EscapeFromMenu(QMenuBar &menuBar)
+        : QObject(&menuBar)
+        , bar(menuBar)
+    {
+    }
+
+protected:
+    bool eventFilter(QObject *menu, QEvent *event) override
+    {
+        if (event->type() == QEvent::KeyPress
+            && static_cast<QKeyEvent *>(event)->key() == Qt::Key_Escape)
+            QMetaObject::invokeMethod(
+                &bar,
+                [this] {
+                    QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+                    if (bar.hasFocus())
+                        QCoreApplication::sendEvent(&bar, &escape);
+                },
+                Qt::QueuedConnection); // when the menu is closed
+        return QObject::eventFilter(menu, event);
+    }
+
+private:
+    QMenuBar &bar;
+};
 
 } // namespace
 
 MenuBar::MenuBar(QMenuBar &menuBar, Commands &allCommands)
     : menus(menuBar)
     , commands(allCommands)
+    , _escape(new EscapeFromMenu(menuBar))
 {
     _openWithMenu = &newMenu({});
     commands.action(Command::OpenWith)->setMenu(_openWithMenu);
     addMenu(QT_TRANSLATE_NOOP("Twinleaf", "&File"), fileMenu);
+    addMenu(QT_TRANSLATE_NOOP("Twinleaf", "&Edit"), editMenu);
     addMenu(QT_TRANSLATE_NOOP("Twinleaf", "&Select"), selectMenu);
     QMenu &view = addMenu(QT_TRANSLATE_NOOP("Twinleaf", "&View"), viewMenu);
     QMenu &sortBy = newMenu(sortMenuLines);
@@ -96,22 +167,26 @@ MenuBar::MenuBar(QMenuBar &menuBar, Commands &allCommands)
         _folderMenus[side]->insertMenu(commands.action(Command::ShowHiddenFiles), &sortBy);
     }
     _bookmarksMenu = &addMenu(QT_TRANSLATE_NOOP("Twinleaf", "&Bookmarks"), bookmarksMenuLines);
-    _toolsMenu = &addMenu(QT_TRANSLATE_NOOP("Twinleaf", "&Tools"), toolsMenuLines);
-    _toolsMenu->menuAction()->setVisible(false); // until a tool is found
+    addMenu(QT_TRANSLATE_NOOP("Twinleaf", "&Tools"), toolsMenuLines);
     addMenu(QT_TRANSLATE_NOOP("Twinleaf", "&Help"), helpMenu);
-    markTitles(menus, *_toolsMenu);
+    giveMnemonics(menus.actions());
 
     _popUpMenu = &newMenu(Lines(fileMenu).first(LinesAboutItems));
+    QAction *next = commands.action(Command::Copy);
+    for (const Command command : { Command::Cut, Command::CopyToClipboard, Command::Paste })
+        _popUpMenu->insertAction(next, commands.action(command));
+    _popUpMenu->insertSeparator(next);
     validateWhileOpen(*_popUpMenu);
 }
 
-QMenu &MenuBar::newMenu(Lines lines, Side side)
+QMenu &MenuBar::newMenu(Lines lines, std::optional<Side> side)
 {
     auto *menu = new QMenu(&menus);
     markWhenShown(*menu);
     for (const Line &line : lines) {
         if (line)
-            menu->addAction(commands.action(*line, side));
+            menu->addAction(side ? commands.action(*line, *side)
+                                 : commands.actionOfActivePane(*line));
         else
             menu->addSeparator();
     }
@@ -123,6 +198,7 @@ QMenu &MenuBar::addMenu(const char *title, Lines lines)
     QMenu &menu = newMenu(lines);
     menu.setTitle(localized(title));
     menus.addMenu(&menu);
+    menu.installEventFilter(_escape);
     validateWhileOpen(menu);
     return menu;
 }

@@ -183,8 +183,7 @@ QIcon Toolbar::icon(const QString &identifier)
     const FavoriteApplication *favorite = favoriteOf(identifier);
     if (!favorite)
         return {};
-    const QIcon own = icons.look(favorite->realPath).icon;
-    return own.isNull() ? themedIcon(u"application-x-executable"_s) : own;
+    return applicationIcon(icons.look(favorite->realPath).icon);
 }
 
 void Toolbar::setIdentifiers(const QStringList &identifiers)

@@ -1,6 +1,7 @@
 #include "window/ToolbarCustomization.h"
 
 #include "base/Localized.h"
+#include "widgets/Colors.h"
 #include "window/Toolbar.h"
 
 #include <QComboBox>
@@ -45,7 +46,9 @@ protected:
             return;
         const QPalette &palette = option->widget ? option->widget->palette() : option->palette;
         option->palette.setColor(QPalette::Highlight, palette.color(QPalette::Mid));
-        option->palette.setColor(QPalette::HighlightedText, palette.color(QPalette::Text));
+        option->palette.setColor(
+            QPalette::HighlightedText,
+            palette.color(isHighContrast() ? QPalette::HighlightedText : QPalette::Text));
     }
 };
 

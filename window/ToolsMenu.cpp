@@ -3,9 +3,7 @@
 #include "commands/Commands.h"
 #include "platform/Workspace.h"
 
-#include <QMenu>
-
-void setupToolsMenu(QMenu &menu, Commands &commands, const Workspace &workspace)
+void setupToolsMenu(Commands &commands, const Workspace &workspace)
 {
     for (const CommandEntry &entry : commandTable()) {
         const Tool *tool = std::get_if<Tool>(&entry.run);
@@ -13,6 +11,5 @@ void setupToolsMenu(QMenu &menu, Commands &commands, const Workspace &workspace)
         if (application.isEmpty())
             continue; // what is not installed is not offered
         commands.offerTool(entry.id, workspace.iconOfApplication(application));
-        menu.menuAction()->setVisible(true);
     }
 }

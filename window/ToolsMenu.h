@@ -1,9 +1,8 @@
 #pragma once
 
 class Commands;
-class QMenu;
 class Workspace;
 
 // Offers those of the desktop's tools that are installed. Reads what every installed program says
 // of itself, so it is not for the way to the first paint.
-void setupToolsMenu(QMenu &menu, Commands &commands, const Workspace &workspace);
+void setupToolsMenu(Commands &commands, const Workspace &workspace);

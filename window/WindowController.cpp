@@ -11,6 +11,7 @@
 #include "views/TableViews.h"
 #include "widgets/ActivitySpinner.h"
 #include "widgets/InputSheet.h"
+#include "window/FilterBar.h"
 #include "window/MainWindowLayout.h"
 #include "window/NoticeLabel.h"
 #include "window/PathNavigators.h"
@@ -41,8 +42,10 @@ WindowController::WindowController(MainWindowLayout &layout, MessageBus &message
         const auto active = activeSide();
         for (const Side side : { Side::Left, Side::Right })
             mainWindow.fileList(side).setActivePane(side == active);
-        if (active)
-            showTitle(*active, {});
+        if (!active)
+            return;
+        _lastActive = *active;
+        showTitle(*active, {});
     });
 }
 
@@ -57,7 +60,8 @@ void WindowController::awakeFromNib()
         showClassicButtonsClicked();
     setDateFormatters();
     restoreColumns(mainWindow, defaults);
-    mainWindow.fileList(Side::Left).setActivePane(true); // before the keyboard is there
+    _lastActive = activeSide().value_or(Side::Left);
+    mainWindow.fileList(_lastActive).setActivePane(true); // before the keyboard is there
 }
 
 void WindowController::showTitle(Side side, const FolderChange &)
@@ -100,7 +104,7 @@ void WindowController::setClassicButtonsVisible(bool visible)
 
 void WindowController::applicationWillTerminate(const NoPayload &)
 {
-    saveFrame(mainWindow, defaults);
+    saveFrame(mainWindow, _lastActive, defaults);
     const bool savePaths = defaults.boolean(Settings::SaveLastPaths).value_or(true);
     for (const Side side : { Side::Left, Side::Right }) {
         if (mainModel.folder(side).isEmpty())
@@ -127,7 +131,7 @@ std::optional<Side> WindowController::activeSide() const
     if (isBar(focus))
         focus = _focusBeforeBars;
     for (const Side side : { Side::Left, Side::Right })
-        if (focus == &mainWindow.fileList(side))
+        if (focus == &mainWindow.fileList(side) || focus == mainWindow.filterBars[side]->field)
             return side;
     return std::nullopt;
 }

@@ -61,6 +61,7 @@ private:
     OpenDialogs &openDialogs;
     Commands *_commands = nullptr; // not owned
     QPointer<QWidget> _focusBeforeBars;
+    Side _lastActive = Side::Left; // the pane that last had the keyboard
     // Kept: despite its name, true while the button row is hidden.
     bool TWClassicButtonsVisible = false;
 };

@@ -15,6 +15,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+const std::pair<QString, Qt::WindowState> KeptStates[] = {
+    { u"Maximized"_s, Qt::WindowMaximized },
+    { u"FullScreen"_s, Qt::WindowFullScreen },
+};
+const auto ActivePane = u"ActivePane"_s;
+
 QVariantList asStored(const QList<int> &numbers)
 {
     return { numbers.begin(), numbers.end() };
@@ -57,12 +63,19 @@ void restoreFrame(MainWindowLayout &window, const UserDefaults &defaults)
         window.setGeometry(frame);
     else
         window.resize(frame.size());
-    if (stored && stored->value(u"Maximized"_s).toBool())
-        window.setWindowState(window.windowState() | Qt::WindowMaximized);
+    for (const auto &[key, state] : KeptStates)
+        if (stored && stored->value(key).toBool())
+            window.setWindowState(window.windowState() | state);
 
     if (const QList<int> widths = numbersOf(defaults.array(Settings::PaneWidths));
         widths.size() == 2)
         window.splitView->setSizes(widths);
+}
+
+Side lastActivePane(const UserDefaults &defaults)
+{
+    const auto stored = defaults.dictionary(Settings::MainWindowFrame);
+    return stored && stored->value(ActivePane) == sideWord(Side::Right) ? Side::Right : Side::Left;
 }
 
 void restoreColumns(MainWindowLayout &window, const UserDefaults &defaults)
@@ -72,17 +85,25 @@ void restoreColumns(MainWindowLayout &window, const UserDefaults &defaults)
             numbersOf(defaults.array(paneSettings(side).columnWidths)));
 }
 
-void saveFrame(const MainWindowLayout &window, UserDefaults &defaults)
+void saveFrame(const MainWindowLayout &window, Side active, UserDefaults &defaults)
 {
     // Both without the desktop's frame: its size would add up from one maximized session to the
     // next.
-    const QRect frame = window.isMaximized() ? window.normalGeometry() : window.geometry();
-    defaults.setValue(Settings::MainWindowFrame,
-                      QVariantMap { { u"X"_s, frame.x() },
-                                    { u"Y"_s, frame.y() },
-                                    { u"Width"_s, frame.width() },
-                                    { u"Height"_s, frame.height() },
-                                    { u"Maximized"_s, window.isMaximized() } });
+    const QRect frame = window.windowState() & (Qt::WindowMaximized | Qt::WindowFullScreen)
+        ? window.normalGeometry()
+        : window.geometry();
+    QVariantMap stored = defaults.dictionary(Settings::MainWindowFrame).value_or(QVariantMap());
+    // On Wayland nobody knows where a window stands: the place of the last other desktop stays.
+    if (!QGuiApplication::platformName().startsWith("wayland"_L1) || stored.isEmpty()) {
+        stored[u"X"_s] = frame.x();
+        stored[u"Y"_s] = frame.y();
+    }
+    stored[u"Width"_s] = frame.width();
+    stored[u"Height"_s] = frame.height();
+    for (const auto &[key, state] : KeptStates)
+        stored[key] = window.windowState().testFlag(state);
+    stored[ActivePane] = sideWord(active);
+    defaults.setValue(Settings::MainWindowFrame, stored);
     defaults.setValue(Settings::PaneWidths, asStored(window.splitView->sizes()));
     for (const Side side : { Side::Left, Side::Right })
         defaults.setValue(paneSettings(side).columnWidths,

@@ -18,7 +18,8 @@ inline QVariantMap items(const QStringList &identifiers)
 }
 
 inline const QString Separator = QString::fromLatin1(ToolbarSeparator.identifier);
-inline const QString Default = u"Copy Move New_folder Delete Rename"_s;
+inline const QString Default =
+    u"Copy Move New_folder Delete Rename | Image_browser Internal_terminal"_s;
 
 struct ToolbarWorld : World {
     using World::World;

@@ -97,6 +97,9 @@ private Q_SLOTS:
     {
         ToolbarWorld world(u"right/a.txt=a"_s);
         world.defaults.setValue(Settings::ConfirmationForFileOperations, false);
+        world.defaults.setValue(Settings::Toolbar,
+                                items({ u"Copy Identifier"_s, u"Move Identifier"_s,
+                                        u"New Folder Identifier"_s, u"Rename Identifier"_s }));
         world.start();
         world.focus(Side::Right);
         for (const auto &[text, enabled] :
@@ -136,17 +139,18 @@ private Q_SLOTS:
     {
         ToolbarWorld world;
         world.defaults.setValue(Settings::Toolbar,
-                                items({ u"Copy Identifier"_s, Separator,
-                                        u"Image browser Identifier"_s, u"Console Identifier"_s }));
+                                items({ u"Copy Identifier"_s, Separator, u"Terminal Identifier"_s,
+                                        u"Console Identifier"_s }));
         world.start();
         QCOMPARE(world.shown(), u"Copy"_s);
-        int shows = 0;
-        world.commands.setRunner(Command::ImageBrowser, [&] { ++shows; });
-        QCOMPARE(world.shown(), u"Copy | Image_browser"_s);
-        QTest::mouseClick(world.button(u"Image browser"_s), Qt::LeftButton);
-        QCOMPARE(shows, 1);
         world.commands.offerTool(Command::Console, {});
-        QCOMPARE(world.shown(), u"Copy | Image_browser Console"_s);
+        QCOMPARE(world.shown(), u"Copy | Console"_s);
+        world.workspace.application = u"/apps/console.desktop"_s;
+        QTest::mouseClick(world.button(u"Console"_s), Qt::LeftButton);
+        QCOMPARE(world.workspace.calls.value(0),
+                 QStringList({ u"open"_s, world.workspace.application, {} }));
+        world.commands.offerTool(Command::Terminal, {});
+        QCOMPARE(world.shown(), u"Copy | Terminal Console"_s);
     }
 
     // They are stored by these words, odd spellings included: one that changed would be gone from
@@ -226,7 +230,7 @@ private Q_SLOTS:
 
         ToolbarCustomization sheet(world.application.toolbar(), &world.window);
         auto *palette = sheet.findChild<QListView *>();
-        QCOMPARE(palette->model()->rowCount(), 5 + 3 + 4998);
+        QCOMPARE(palette->model()->rowCount(), 7 + 3 + 4998);
         sheet.show();
         QTRY_VERIFY(world.workspace.iconLoads.contains(world.folder.path(u"left/1"_s)));
     }

@@ -83,7 +83,7 @@ private Q_SLOTS:
 
     void aRefusedNameComesBackAsItWasTyped()
     {
-        for (const Command command : { Command::Rename, Command::NewFolder }) {
+        for (const Command command : { Command::Rename, Command::NewFolder, Command::NewFile }) {
             StartedWorld world(u"left/a=a, left/taken=t"_s);
             world.alerts.answer(Alert::Ok);
             world.alerts.answer(Alert::Ok);
@@ -273,22 +273,31 @@ private Q_SLOTS:
         QTRY_COMPARE(state(), left);
     }
 
-    void theFrameStaysBehindAMaximizedWindow()
+    void theFrameStaysBehindALargerWindow_data()
     {
+        QTest::addColumn<bool>("maximized");
+        QTest::newRow("maximized") << true;
+        QTest::newRow("full screen") << false;
+    }
+    void theFrameStaysBehindALargerWindow()
+    {
+        QFETCH(const bool, maximized);
         World settings;
         const QVariantMap frame { { u"X"_s, 40LL },
                                   { u"Y"_s, 60LL },
                                   { u"Width"_s, 700LL },
                                   { u"Height"_s, 500LL },
-                                  { u"Maximized"_s, true } };
+                                  { u"Maximized"_s, maximized },
+                                  { u"FullScreen"_s, !maximized },
+                                  { u"ActivePane"_s, u"Right"_s } };
         settings.defaults.setValue(Settings::MainWindowFrame, frame);
         for (int session = 0; session < 2; ++session) {
             World world;
             restoreFrame(world.window, settings.defaults);
             world.window.show();
             QVERIFY(QTest::qWaitForWindowExposed(&world.window));
-            QVERIFY(world.window.isMaximized() && world.window.width() > 700);
-            saveFrame(world.window, settings.defaults);
+            QVERIFY(world.window.isMaximized() == maximized && world.window.width() > 700);
+            saveFrame(world.window, lastActivePane(settings.defaults), settings.defaults);
             QCOMPARE(settings.defaults.dictionary(Settings::MainWindowFrame), frame);
         }
     }
