@@ -1,5 +1,6 @@
 #include "app/Application.h"
 
+#include "base/Arrivals.h"
 #include "base/Localized.h"
 #include "files/FileStatus.h"
 #include "files/PathText.h"
@@ -12,9 +13,11 @@
 #include "sheets/About.h"
 #include "sheets/ExpandSelectionSheet.h"
 #include "views/TableViews.h"
+#include "widgets/InputSheet.h"
 #include "window/ToolbarCustomization.h"
 #include "window/WindowFrame.h"
 
+#include <QApplication>
 #include <QCoreApplication>
 #include <QMenuBar>
 #include <QScopedValueRollback>
@@ -38,6 +41,8 @@ Application::Application(const Services &services, const CommandLine &line)
     , _mainModel(_bus, services.defaults, services.alerts, _twinleaf, _twinleaf, _kinds, _waiting)
     , _mainWindow(_bus, _mainModel, services.defaults)
     , _waitingWindow(_mainWindow, _waiting)
+    , _quickFilter(_mainWindow, _mainModel)
+    , _itemsInPane(_mainWindow, _mainModel, _quickFilter, _waiting)
     , _navigators(*_mainWindow.segmentedControls.left, *_mainWindow.segmentedControls.right, _bus,
                   _mainModel, _twinleaf, services.defaults)
     , _infoBars(_mainWindow.infoBars, _mainModel, _twinleaf, services.defaults)
@@ -48,6 +53,7 @@ Application::Application(const Services &services, const CommandLine &line)
     , _archiveSheet(_bus, &_mainWindow)
     , _windowController(_mainWindow, _bus, _navigators, _mainModel, services.defaults,
                         services.openDialogs)
+    , _folderStatus(_mainWindow.folderStatus, _mainModel, _diskQuestions, _mainWindow)
     , _fileIcons(_diskQuestions,
                  [this](const QString &path, const FileStatus &status) {
                      return _kinds.icon(PathText::lastComponent(path), status.kind);
@@ -58,16 +64,30 @@ Application::Application(const Services &services, const CommandLine &line)
                         })
     , _infoSheetController(_twinleaf, _authentication, _applicationIcons, _kinds, services.alerts,
                            services.openPanel, services.openDialogs, _waiting, _mainWindow)
+    , _showOnRequest(_mainWindow, _windowController, _itemsInPane, _infoSheetController,
+                     services.openDialogs, _waiting)
     , _volumeReload(_mainModel, _navigators, services.workspace, services.openDialogs)
+    , _folderRefresh(_mainModel, _windowController, services.openDialogs,
+                     [this] { return _twinleaf.anyRunning(); })
     , _leftDrops(*_mainWindow.leftFileList, _mainModel, _twinleaf, _twinleaf, services.alerts)
     , _rightDrops(*_mainWindow.rightFileList, _mainModel, _twinleaf, _twinleaf, services.alerts)
     , _paneCommands(_windowController, _bus, _mainModel, _twinleaf, _twinleaf, services.defaults,
                     services.openPanel, services.alerts)
-    , _folderCommands(_windowController, _mainModel, _twinleaf, services.workspace, services.alerts)
+    , _fileClipboard(_cutItems, _waiting)
+    , _pastedItems(_mainModel, _twinleaf, _twinleaf, services.alerts)
+    , _clipboardCommands(_windowController, _mainModel, _paneCommands, _fileClipboard, _pastedItems,
+                         _twinleaf, services.alerts)
+    , _folderCommands(
+          _windowController, _mainModel, _twinleaf, services.workspace, services.alerts,
+          [this](const QString &prompt, const QString &path) { return askForFolder(prompt, path); })
+    , _navigationCommands(_windowController, _mainModel)
     , _selectionCommands(_windowController, _bus, _mainModel, _twinleaf, _twinleaf, _waiting,
                          services.defaults,
                          [this](const QString &title) { return askForPattern(title); })
-    , _commands({ _paneCommands, _selectionCommands, _folderCommands, _twinleaf },
+    , _newFile(_windowController, _mainModel, _twinleaf, _twinleaf)
+    , _permanentDeletion(_windowController, _mainModel, _twinleaf, _waiting, services.alerts)
+    , _commands({ _paneCommands, _clipboardCommands, _selectionCommands, _folderCommands,
+                  _navigationCommands, _twinleaf },
                 _windowController, _twinleaf, _mainWindow.leftFileList->classicKeys())
     , _menus(*_mainWindow.menuBar(), _commands)
     , _runsIndicator(_mainWindow, _workingSheet)
@@ -75,9 +95,14 @@ Application::Application(const Services &services, const CommandLine &line)
     , _bookmarksMenu(_menus.bookmarksMenu(), _bookmarkStore, _paneCommands, _windowController,
                      _mainModel, _twinleaf, services.alerts, _fileIcons)
     , _openWithMenu(_menus.openWithMenu(), _bookmarkStore, _paneCommands, _applicationIcons)
+    , _typeApplicationsMenu(_menus.openWithMenu(), _paneCommands, _applicationIcons,
+                            { services.workspace, _diskQuestions, _waiting, services.alerts })
     , _bookmarkController(_bookmarkStore, _twinleaf, _fileIcons, _diskQuestions,
                           { services.alerts, services.openPanel, services.openDialogs },
                           &_mainWindow)
+    , _imageBrowser(_twinleaf, _twinleaf, _twinleaf, _kinds,
+                    { services.openPanel, services.openDialogs, services.foreignFiles },
+                    &_mainWindow)
     , _favoriteApplicationsController(_bookmarkStore, _twinleaf, _applicationIcons,
                                       services.openPanel)
     , _preferencesController(services.defaults,
@@ -85,6 +110,17 @@ Application::Application(const Services &services, const CommandLine &line)
                                _favoriteApplicationsController, services.openPanel,
                                services.openDialogs },
                              &_mainWindow)
+    , _spotlightSearchController({ _bus, services.defaults, services.alerts, services.openDialogs,
+                                   services.workspace, services.metadataIndex, _waiting },
+                                 { _twinleaf, _kinds, _fileIcons }, &_mainWindow)
+    , _terminalController(
+          services.programs, _twinleaf, services.openDialogs,
+          [this] { return _windowController.getCurrentPath(); }, &_mainWindow)
+    , _textEditing(_windowController, _mainModel,
+                   { _twinleaf, services.workspace, _waiting, services.alerts })
+    , _viewer({ _waiting, services.openDialogs, services.foreignFiles }, &_mainWindow)
+    , _trashController(services.workspace.trashCan(), _twinleaf, _kinds, services.alerts,
+                       services.openDialogs, &_mainWindow)
     , _toolbar(_commands, _bookmarkStore, _twinleaf, _applicationIcons, services.defaults)
     , _updateCheck(services.versionServer, _twinleaf, services.alerts,
                    { BundleInfo::versionFileAddress(), BundleInfo::downloadAddress() },
@@ -98,6 +134,8 @@ Application::~Application()
     // The session's end may have ended the event loop under an open question.
     const Alerts::Silence silence(_services.alerts);
     stopWork();
+    // A sheet that goes gives up the keyboard; the toolbar is gone by then.
+    disconnect(qApp, &QApplication::focusChanged, &_commands, nullptr);
 }
 
 void Application::start()
@@ -106,7 +144,8 @@ void Application::start()
     // Shown first: a disk that takes its time is waited for in a window that says so.
     _toolbar.setupToolbarForWindow(_mainWindow);
     restoreFrame(_mainWindow, _services.defaults);
-    _mainWindow.leftFileList->setFocus();
+    const bool anyGiven = _line.folders.left || _line.folders.right;
+    fileList(anyGiven ? Side::Left : lastActivePane(_services.defaults)).setFocus();
     _mainWindow.show();
     // What an interrupted run set aside is back before it is listed.
     _twinleaf.settleInterruptedWork(_waiting);
@@ -114,6 +153,7 @@ void Application::start()
     awakeAll();
     _hasStarted = true;
     _twinleaf.tellInterruptedWork();
+    _showOnRequest.begin();
     if (const QString notice = _services.defaults.notice(); !notice.isEmpty())
         _windowController.showNotice(notice);
 }
@@ -149,6 +189,8 @@ void Application::quit()
         _quitting = false;
         return;
     }
+    _showOnRequest.end();
+    Q_EMIT isEnding();
     _mainWindow.setEnabled(false);
     // Its sheet tells what is waited for; and as it keeps the close box from the window, there must
     // be a way to ask again from there.
@@ -169,10 +211,17 @@ bool Application::end()
         stopWork();
     _services.defaults.synchronize();
     const QDeadlineTimer deadline(Readings::Patience);
+    const bool followingEnded = _folderRefresh.end(deadline);
     const bool countingEnded = _folderSize.end(deadline);
     const bool readingEnded = _infoSheetController.end(deadline);
-    return countingEnded && readingEnded && !_twinleaf.anyRunning() && !Waiting::anyLost()
-        && !DiskQuestions::anyUnderWay();
+    const bool detailsEnded = _spotlightSearchController.end(deadline);
+    const bool commandsEnded = _terminalController.end(QDeadlineTimer(CommandRuns::Patience));
+    const bool trashEnded = _trashController.end(deadline);
+    const bool picturesEnded = _imageBrowser.end(deadline);
+    const bool viewingEnded = _viewer.end(deadline);
+    return followingEnded && countingEnded && readingEnded && detailsEnded && commandsEnded
+        && picturesEnded && viewingEnded && trashEnded && !_twinleaf.anyRunning()
+        && !Waiting::anyLost() && !DiskQuestions::anyUnderWay();
 }
 
 void Application::powerOff()
@@ -194,11 +243,35 @@ void Application::powerOff()
         stopAnsweredWork();
 }
 
+bool Application::commitSession(const std::function<bool()> &mayAsk)
+{
+    save();
+    // Whether the session ends or is only written down nobody tells: without leave the work goes on
+    // until the end comes.
+    if (!_twinleaf.anyRunning() || _endingWork || _quitting || Arrivals::areHeld() || !mayAsk())
+        return true;
+    if (_services.alerts.ask(Alert::question(
+            localized("A file operation is still running. Stop it after the current item and end "
+                      "the session?"),
+            _twinleaf.describedRuns()))
+        != Alert::Yes)
+        return false;
+    powerOff();
+    return true;
+}
+
 ExpandSelection Application::askForPattern(const QString &title)
 {
     const OpenDialogs::Guard guard(_services.openDialogs);
     _expandSelection = ExpandSelectionSheet(title, _expandSelection, &_mainWindow).getInput();
     return _expandSelection;
+}
+
+QString Application::askForFolder(const QString &prompt, const QString &path)
+{
+    const OpenDialogs::Guard guard(_services.openDialogs);
+    InputSheet sheet(prompt, path, _diskQuestions, &_mainWindow);
+    return sheet.getString();
 }
 
 void Application::showAbout()
@@ -220,10 +293,15 @@ void Application::customizeToolbar()
     ToolbarCustomization(_toolbar, &_mainWindow).run();
 }
 
-void Application::save()
+void Application::noteState()
 {
     if (_hasStarted) // until then what is stored is what the panes are to show
         _bus.post(ApplicationWillTerminate, {});
+}
+
+void Application::save()
+{
+    noteState();
     _services.defaults.synchronize();
 }
 

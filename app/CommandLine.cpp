@@ -1,10 +1,10 @@
 #include "app/CommandLine.h"
 
 #include "base/Localized.h"
-#include "files/DirectoryReader.h"
 #include "files/FileName.h"
-#include "files/FileStatus.h"
+#include "files/FileUrls.h"
 #include "files/PathText.h"
+#include "window/PathPlace.h"
 
 #include <cstdio>
 #include <filesystem>
@@ -13,14 +13,15 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-void complain(const QString &text)
-{
-    std::fprintf(stderr, "twinleaf: %s\n", text.toUtf8().constData());
-}
+constexpr int Panes = 2;
 
-// As typed in the folder the program was started in.
+// As typed in the folder the program was started in; some launchers give an address. "" where that
+// folder is gone, or nothing was typed.
 QString absolutePath(const char *argument)
 {
+    if (QByteArrayView(argument).startsWith("file://"))
+        if (const auto path = FileUrls::pathOf(argument))
+            return *path;
     std::error_code error;
     const auto path = std::filesystem::absolute(argument, error);
     return PathText::normalized(FileName::fromBytes(path.c_str()));
@@ -28,23 +29,18 @@ QString absolutePath(const char *argument)
 
 } // namespace
 
+void complain(const QString &text)
+{
+    std::fprintf(stderr, "twinleaf: %s\n", text.toUtf8().constData());
+}
+
 MainModel::StartFolder startFolder(const QString &path)
 {
-    const auto status = fileStatus(path, Links::Follow);
-    if (!status || status->kind != FileKind::Directory) {
-        if (exists(path)) // also a dangling link: it stands in its folder
-            return { PathText::parent(path), PathText::lastComponent(path) };
-        complain(filled(localized("'%@' does not exist; the home folder is shown instead"),
-                        FileName::shown(path)));
-        return { PathText::homeFolder() };
-    }
-    DirectoryReader reader;
-    if (const auto error = reader.open(path)) {
-        complain(filled(localized("'%@' cannot be read (%@); the home folder is shown instead"),
-                        FileName::shown(path), QString::fromStdString(error.message())));
-        return { PathText::homeFolder() };
-    }
-    return { path };
+    const PathPlace place = placeOf(path);
+    if (place.complaint.isEmpty())
+        return { place.folder, place.selected };
+    complain(filled(localized("%@; the home folder is shown instead"), place.complaint));
+    return { PathText::homeFolder() };
 }
 
 QString usageText()
@@ -73,16 +69,25 @@ CommandLine readCommandLine(int count, const char *const *arguments)
             else if (argument == "--self-test") {
                 if (line.task == CommandLine::Task::Run)
                     line.task = CommandLine::Task::SelfTest;
-            } else
+            } else if (argument == "--new-window") {
+                return { CommandLine::Task::Wrong,
+                         localized("there is one window only: --new-window is not offered") };
+            } else {
                 return { CommandLine::Task::Wrong,
                          filled(localized("unknown option '%@'; see --help"),
                                 FileName::shown(FileName::fromBytes(argument))) };
-        } else if (folders == 2) {
-            return { CommandLine::Task::Wrong,
-                     localized("more than two folders were given; see --help") };
-        } else {
-            line.folders[folders++ == 0 ? Side::Left : Side::Right] = absolutePath(arguments[i]);
+            }
+        } else if (++folders <= Panes) {
+            const QString path = absolutePath(arguments[i]);
+            if (path.isEmpty())
+                return { CommandLine::Task::Wrong,
+                         filled(localized("'%@' does not exist"),
+                                FileName::shown(FileName::fromBytes(argument))) };
+            line.folders[folders == 1 ? Side::Left : Side::Right] = path;
         }
     }
+    if (folders > Panes)
+        line.complaint = filled(localized("there are two panes; %i more folder(s) are not shown"),
+                                folders - Panes);
     return line;
 }

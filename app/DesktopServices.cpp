@@ -10,8 +10,18 @@ DesktopServices::DesktopServices()
 
 Services DesktopServices::services()
 {
-    return { _defaults, _openDialogs, _alerts,        _openPanel,
-             _programs, _workspace,   _versionServer, _authorization };
+    return { _defaults,  _openDialogs,   _alerts,        _openPanel,     _programs,
+             _workspace, _versionServer, _authorization, _metadataIndex, &_pictureReader };
+}
+
+void DesktopServices::windowStands()
+{
+    _metadataIndex.keepUp();
+}
+
+bool DesktopServices::end()
+{
+    return _metadataIndex.end();
 }
 
 void DesktopServices::setMainWindow(QWidget *window)

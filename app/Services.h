@@ -2,6 +2,8 @@
 
 class Alerts;
 class AuthorizationServices;
+class ForeignFiles;
+class MetadataIndex;
 class OpenDialogs;
 class OpenPanel;
 class Programs;
@@ -20,4 +22,6 @@ struct Services {
     Workspace &workspace;
     VersionServer &versionServer;
     AuthorizationServices &authorization;
+    MetadataIndex &metadataIndex;
+    ForeignFiles *foreignFiles = nullptr; // what it would show is told as not to be shown
 };

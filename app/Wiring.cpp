@@ -1,9 +1,14 @@
 #include "app/Application.h"
 #include "base/Arrivals.h"
+#include "base/Localized.h"
+#include "files/PathText.h"
 #include "platform/Workspace.h"
+#include "sheets/viewer/ViewSelected.h"
 #include "views/TableViews.h"
 #include "window/ClassicButton.h"
+#include "window/HistoryButtons.h"
 #include "window/ToolsMenu.h"
+#include "window/UndoItem.h"
 
 #include <QApplication>
 #include <QMenu>
@@ -26,8 +31,14 @@ void Application::connectAll()
     _twinleaf.setMainModel(&_mainModel);
     _twinleaf.setWindowController(&_windowController, &_workingSheet);
     _twinleaf.setArchiveSheet(&_archiveSheet);
-    _twinleaf.setNameRefused(
-        [this](const OperationRequest &refused) { _mainModel.askAgain(refused); });
+    _twinleaf.setNameRefused([this](Operation operation, const OperationRequest &refused) {
+        if (operation == Operation::NewFile)
+            _newFile.askAgain(refused);
+        else
+            _mainModel.askAgain(refused);
+    });
+    _twinleaf.setCutEnded(
+        [this](unsigned cut, bool anyMoved) { _fileClipboard.runEnded(cut, anyMoved); });
     _twinleaf.setRunDisplay(&_runsIndicator);
     _windowController.setCommands(&_commands);
 
@@ -77,12 +88,20 @@ void Application::connectPane(Side side)
     PaneTableView &list = fileList(side);
     PaneTableView &other = fileList(otherSide(side));
     SegmentedControl &navigator = _navigators.control(side);
+    list.setCutItems(_cutItems);
     connect(&list, &PaneTableView::otherPaneRequested, &other, [&other] { other.setFocus(); });
     connect(&list, &PaneTableView::terminateRequested, this, &Application::quit);
+    connect(&list, &PaneTableView::patternRequested, &_commands, [this](bool select) {
+        _commands.run(select ? Command::GroupSelect : Command::GroupDeselect);
+    });
     connect(&list, &PaneTableView::contextMenuRequested, &_menus.popUpMenu(),
             [this](const QPoint &position) { _menus.popUpMenu().popup(position); });
     connect(&list, &PaneTableView::folderMenuRequested, &_menus.folderMenu(side),
             [this, side](const QPoint &position) { _menus.folderMenu(side).popup(position); });
+    new HistoryButtons(*list.parentWidget(), [this, &list](FolderHistory::Way way) {
+        list.setFocus();
+        _navigationCommands.go(list.side(), way);
+    });
     connect(&navigator, &SegmentedControl::escaped, &list, [&list] { list.setFocus(); });
     connect(&navigator, &SegmentedControl::contextMenuAsked, &_menus.pathMenu(side),
             [this, side](const QPoint &position) { _menus.pathMenu(side).popup(position); });
@@ -116,6 +135,18 @@ void Application::connectPreferences()
             [this] { _toolbar.setupToolbarForWindow(_mainWindow); });
     connect(&_preferencesController, &Preferences::windowLookToSet, &_mainWindow,
             &UnifiedWindow::readLook);
+    connect(&_spotlightSearchController, &SpotlightSearchController::folderAsked, &_mainModel,
+            [this](const QString &path) {
+                if (const PaneTable *list = _windowController.getFirstResponderTableView())
+                    _itemsInPane.show(list->side(), PathText::parent(path),
+                                      { PathText::lastComponent(path) });
+            });
+    const auto reload = [this] {
+        for (const Side side : { Side::Left, Side::Right })
+            _mainModel.showFolder(side, { .path = _mainModel.folder(side) });
+    };
+    connect(&_terminalController, &TerminalController::commandsHaveRun, &_mainModel, reload);
+    connect(&_trashController, &TrashController::itemsPutBack, &_mainModel, reload);
     connect(&_bookmarkController, &BookmarkController::bookmarksMenuToSet, &_bookmarksMenu,
             &BookmarksMenu::setBookmarksMenu);
 }
@@ -124,6 +155,7 @@ void Application::connectPreferences()
 void Application::giveRunners()
 {
     _commands.setRunner(Command::Quit, [this] { quit(); });
+    offerUndo(_commands, _twinleaf, _mainWindow);
     _commands.setRunner(Command::ShowClassicButtons,
                         [this] { _windowController.showClassicButtonsClicked(); });
     constexpr std::pair<Command, Column> sortings[] = { { Command::SortByName, Column::Name },
@@ -139,18 +171,44 @@ void Application::giveRunners()
         if (const PaneTable *list = _windowController.getFirstResponderTableView())
             _navigators.control(list->side()).setFocus(Qt::ShortcutFocusReason);
     });
+    _commands.setRunner(Command::NewFile, [this] { _newFile.newFileClicked(); });
+    _commands.setRunner(Command::QuickFilter, [this] {
+        if (const PaneTable *list = _windowController.getFirstResponderTableView())
+            _quickFilter.show(list->side());
+    });
     _commands.setRunner(Command::ShowToolbar, [this] { _toolbar.showToolbarClicked(); });
     _commands.setRunner(Command::CustomizeToolbar, [this] { customizeToolbar(); });
     _commands.setRunner(Command::ChooseInToolbar, [this] { _toolbar.takeKeyboard(); });
     _commands.setRunner(Command::AddBookmark, [this] { _bookmarksMenu.addBookmark(); });
     _commands.setRunner(Command::BookmarkManager,
                         [this] { _bookmarkController.showBookmarkSheet(); });
+    _commands.setRunner(Command::InternalTerminal,
+                        [this] { _terminalController.showTerminalSheet(); });
+    _commands.setRunner(Command::View,
+                        [this] { viewSelected(_viewer, _windowController, _mainModel, _bus); });
+    _commands.setRunner(Command::Edit, [this] { _textEditing.editClicked(); });
+    _commands.setRunner(Command::DeletePermanently,
+                        [this] { _permanentDeletion.deletePermanentlyClicked(); });
+    _commands.setRunner(Command::Trash, [this] { _trashController.showTrashSheet(); });
+    _commands.setRunner(Command::ImageBrowser, [this] {
+        _imageBrowser.showImageBrowserSheet(_windowController.getCurrentPath());
+    });
     _commands.setRunner(Command::Preferences,
                         [this] { _preferencesController.showPreferencesSheet(); });
     if (_updateCheck.isOffered())
         _commands.setRunner(Command::CheckForNewerVersion,
                             [this] { _updateCheck.checkForNewerVersion(); });
     _commands.setRunner(Command::About, [this] { showAbout(); });
+}
+
+void Application::offerTerminalHere()
+{
+    if (!_commands.action(Command::Terminal)->isVisible())
+        return; // none is installed
+    _commands.setRunner(Command::TerminalHere, [this] {
+        if (const QString folder = _windowController.getCurrentPath(); !folder.isEmpty())
+            _twinleaf.openTerminal(folder);
+    });
 }
 
 void Application::awakeAll()
@@ -164,7 +222,8 @@ void Application::awakeAll()
     _infoBars.setInfoBarsColors();
     // The window does not wait for it.
     QTimer::singleShot(AfterFirstPaint, &_commands, [this] {
-        setupToolsMenu(_menus.toolsMenu(), _commands, _services.workspace);
+        setupToolsMenu(_commands, _services.workspace);
+        offerTerminalHere();
     });
     _openWithMenu.setOpenWithFavoriteApplications();
     _bookmarksMenu.setBookmarksMenu();

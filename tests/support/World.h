@@ -8,6 +8,7 @@
 #include "tests/support/AlertScript.h"
 #include "tests/support/RecordedPrograms.h"
 #include "tests/support/RecordedServices.h"
+#include "tests/support/ScriptedMetadataIndex.h"
 #include "tests/support/TestTree.h"
 #include "views/TableViews.h"
 #include "window/ClassicButton.h"
@@ -34,8 +35,9 @@ struct World {
     RecordedWorkspace workspace;
     ScriptedVersionServer versionServer;
     RecordedAuthorization authorization;
+    ScriptedMetadataIndex metadataIndex;
     Application application { { defaults, openDialogs, alerts, openPanel, programs, workspace,
-                                versionServer, authorization } };
+                                versionServer, authorization, metadataIndex } };
     MessageBus &bus = application.bus();
     Twinleaf &twinleaf = application.twinleaf();
     MainModel &model = application.mainModel();
