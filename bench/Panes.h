@@ -9,6 +9,7 @@
 #include "platform/OpenDialogs.h"
 #include "platform/OpenPanel.h"
 #include "platform/VersionServer.h"
+#include "search/LocalMetadataIndex.h"
 #include "settings/UserDefaults.h"
 #include "views/TableViews.h"
 
@@ -69,8 +70,9 @@ public:
     DesktopWorkspace workspace;
     NoVersionServer versionServer;
     PolkitAuthorization authorization { openDialogs };
+    LocalMetadataIndex metadataIndex { defaults, nullptr };
     Application application { { defaults, openDialogs, alerts, openPanel, programs, workspace,
-                                versionServer, authorization } };
+                                versionServer, authorization, metadataIndex } };
     MessageBus &bus = application.bus();
     Twinleaf &twinleaf = application.twinleaf();
     MainModel &model = application.mainModel();
