@@ -35,24 +35,39 @@ function(twinleaf_program)
   file(GLOB translations CONFIGURE_DEPENDS "${CMAKE_SOURCE_DIR}/translations/twinleaf_*.ts")
   qt_add_translations(twinleaf TS_FILES ${translations} RESOURCE_PREFIX /i18n)
 
-  install(TARGETS twinleaf RUNTIME DESTINATION bin)
-  install(FILES "${CMAKE_SOURCE_DIR}/cmake/org.twinleaf.Twinleaf.desktop"
-          DESTINATION share/applications)
-  install(FILES "${CMAKE_SOURCE_DIR}/widgets/icons/org.twinleaf.Twinleaf.svg"
-          DESTINATION share/icons/hicolor/scalable/apps)
+  install(TARGETS twinleaf RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
 endfunction()
 
-# The unpacking program, which the main program starts; they lie beside each other.
-function(twinleaf_unpack)
-  add_executable(twinleaf-ditto "${CMAKE_SOURCE_DIR}/unpack/main.cpp")
-  # Of the layers' many libraries it loads only what it calls: it is to start at once.
-  target_link_options(twinleaf-ditto PRIVATE LINKER:--as-needed)
-  target_link_libraries(twinleaf-ditto PRIVATE twinleaf_unpack)
-  set_target_properties(twinleaf-ditto PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}")
-  if(TARGET twinleaf)
-    add_dependencies(twinleaf twinleaf-ditto)
+# The names by which the session's bus starts the program: its own, and the one that all file managers
+# share. Of the second every file manager brings a file, so it has a name of ours.
+function(twinleaf_session_services)
+  set(services "${CMAKE_INSTALL_DATAROOTDIR}/dbus-1/services")
+  foreach(service Twinleaf FileManager1)
+    # They hold the whole path, and the prefix may be chosen as late as when it is installed.
+    install(CODE "
+      set(TWINLEAF_PROGRAM \"\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_BINDIR}/twinleaf\")
+      set(file \"${services}/org.twinleaf.${service}.service\")
+      message(STATUS \"Installing: \$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/\${file}\")
+      configure_file(\"${CMAKE_SOURCE_DIR}/cmake/org.twinleaf.${service}.service.in\"
+                     \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/\${file}\" @ONLY)")
+  endforeach()
+endfunction()
+
+# A small program twinleaf-<name>, which the main program starts and no person: built beside it, installed in
+# a folder of its own that platform/ProgramBeside.cpp knows.
+function(twinleaf_helper name folder)
+  if(NOT EXISTS "${CMAKE_SOURCE_DIR}/${folder}/main.cpp")
+    return()
   endif()
-  install(TARGETS twinleaf-ditto RUNTIME DESTINATION bin)
+  add_executable(twinleaf-${name} "${CMAKE_SOURCE_DIR}/${folder}/main.cpp")
+  # Of the layers' many libraries it loads only what it calls: it is to start at once.
+  target_link_options(twinleaf-${name} PRIVATE LINKER:--as-needed)
+  target_link_libraries(twinleaf-${name} PRIVATE twinleaf_${folder})
+  set_target_properties(twinleaf-${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}")
+  if(TARGET twinleaf)
+    add_dependencies(twinleaf twinleaf-${name})
+  endif()
+  install(TARGETS twinleaf-${name} RUNTIME DESTINATION "${CMAKE_INSTALL_LIBEXECDIR}/twinleaf")
 endfunction()
 
 # The program that has root's rights for what a person may ask of the main one. pkexec goes by the path in
@@ -64,7 +79,7 @@ function(twinleaf_rights)
   target_link_options(twinleaf-rights PRIVATE LINKER:--as-needed)
   target_link_libraries(twinleaf-rights PRIVATE twinleaf_rights)
   set_target_properties(twinleaf-rights PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}")
-  set(TWINLEAF_RIGHTS_PROGRAM "${CMAKE_INSTALL_FULL_LIBEXECDIR}/twinleaf-rights")
+  set(TWINLEAF_RIGHTS_PROGRAM "${CMAKE_INSTALL_FULL_LIBEXECDIR}/twinleaf/twinleaf-rights")
   set_source_files_properties("${CMAKE_SOURCE_DIR}/platform/desktop/PolkitAuthorization.cpp" PROPERTIES
     COMPILE_DEFINITIONS "TWINLEAF_RIGHTS_PROGRAM=\"${TWINLEAF_RIGHTS_PROGRAM}\"")
   configure_file("${CMAKE_SOURCE_DIR}/cmake/org.twinleaf.Twinleaf.policy.in"
@@ -72,7 +87,7 @@ function(twinleaf_rights)
   if(TARGET twinleaf)
     add_dependencies(twinleaf twinleaf-rights)
   endif()
-  install(TARGETS twinleaf-rights RUNTIME DESTINATION "${CMAKE_INSTALL_FULL_LIBEXECDIR}"
+  install(TARGETS twinleaf-rights RUNTIME DESTINATION "${CMAKE_INSTALL_FULL_LIBEXECDIR}/twinleaf"
           COMPONENT rights EXCLUDE_FROM_ALL)
   install(FILES "${CMAKE_BINARY_DIR}/org.twinleaf.Twinleaf.policy"
           DESTINATION "${TWINLEAF_POLICY_FOLDER}" COMPONENT rights EXCLUDE_FROM_ALL)
