@@ -3,6 +3,7 @@
 Used by the end-to-end tests and by scripts/tour."""
 import os
 import pathlib
+import plistlib
 import re
 import shutil
 import signal
@@ -44,6 +45,10 @@ def run(*command, env=None):
 class Display:
     """An X server without a screen, and a window manager so that focus goes where a person expects."""
 
+    # For all that run here: the bus, and settings to start with.
+    session_bus = None
+    settings = {}
+
     def __init__(self, size="1280x800"):
         needed = ("Xvfb", "xdotool", "xprop", "import", "matchbox-window-manager")
         missing = [program for program in needed if not shutil.which(program)]
@@ -51,7 +56,7 @@ class Display:
             raise Failure(f"not installed: {', '.join(missing)} (scripts/install-deps tour)")
         read_end, write_end = os.pipe()
         self._server = subprocess.Popen(
-            ["Xvfb", "-displayfd", str(write_end), "-screen", "0", size + "x24", "-nolisten", "tcp"],
+            ["Xvfb", "-displayfd", str(write_end), "-screen", "0", size + "x24", "-nolisten", "tcp", "-noreset"],
             pass_fds=[write_end], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         os.close(write_end)
         with os.fdopen(read_end) as answer:
@@ -60,6 +65,7 @@ class Display:
             raise Failure("Xvfb did not start")
         self.name = ":" + number
         self.env = dict(os.environ, DISPLAY=self.name)
+        self.platform = {"QT_QPA_PLATFORM": "xcb"}
         self._manager = subprocess.Popen(
             ["matchbox-window-manager", "-use_titlebar", "yes", "-use_cursor", "yes"],
             env=self.env, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
@@ -96,22 +102,26 @@ class Program:
     def __init__(self, program, display, world, *arguments, color_scheme="light",
                  session_bus=None):
         world = pathlib.Path(world)
+        session_bus = session_bus or display.session_bus
         self.display = display
         self.home = world / "home"
         self.settings = world / "config" / "org.twinleaf.Twinleaf.plist"
         self.trash = world / "data" / "Trash"
         for folder in ("home", "config", "data", "state", "cache", "run"):
             (world / folder).mkdir(mode=0o700, parents=True, exist_ok=True)
+        if display.settings and not self.settings.exists():
+            self.settings.write_bytes(plistlib.dumps(display.settings))
         env = {key: value for key, value in display.env.items()
                if key not in ("WAYLAND_DISPLAY", "SESSION_MANAGER", "XAUTHORITY", "QT_STYLE_OVERRIDE")}
         env.update(HOME=str(self.home), XDG_CONFIG_HOME=str(world / "config"),
                    XDG_DATA_HOME=str(world / "data"), XDG_STATE_HOME=str(world / "state"),
                    XDG_CACHE_HOME=str(world / "cache"), XDG_RUNTIME_DIR=str(world / "run"),
-                   DBUS_SESSION_BUS_ADDRESS=session_bus or "disabled:", QT_QPA_PLATFORM="xcb",
+                   DBUS_SESSION_BUS_ADDRESS=session_bus or "disabled:",
                    QT_ACCESSIBILITY="1" if session_bus else "0", LC_ALL="C.UTF-8", LANGUAGE="en", TZ="UTC",
-                   TWINLEAF_COLOR_SCHEME=color_scheme)
+                   TWINLEAF_COLOR_SCHEME=color_scheme, **display.platform)
         if session_bus:
             env["QT_LINUX_ACCESSIBILITY_ALWAYS_ON"] = "1"
+        self.env = env
         self._log = open(world / "log.txt", "a+b")
         self._process = subprocess.Popen([str(program), *map(os.fspath, arguments)], env=env,
                                          stdin=subprocess.DEVNULL, stdout=self._log, stderr=self._log)
@@ -138,9 +148,9 @@ class Program:
         active = self.display.active_window()
         return active if active and active[0] not in (self.window, self._question) else None
 
-    def wait_for_question(self, what):
+    def wait_for_question(self, what, limit=LIMIT):
         """Waits for a dialog over the main window that was not asked for before; its title."""
-        self._question, title = self._wait(self._new_question, what)
+        self._question, title = self._wait(self._new_question, what, limit)
         return title
 
     def wait_for_main_window(self, limit=LIMIT):
@@ -149,6 +159,9 @@ class Program:
 
     def wait_for(self, condition, what):
         return self._wait(condition, what)
+
+    def has_ended(self):
+        return self._process.poll() is not None
 
     def terminate(self):
         self._process.send_signal(signal.SIGTERM)
@@ -160,7 +173,7 @@ class Program:
             if question:
                 self._question = question[0]
                 self.key("Return")
-            return self._process.poll() is not None
+            return self.has_ended()
         self._wait(ended, "the program to end")
         return self._process.returncode
 

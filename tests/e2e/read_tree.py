@@ -16,7 +16,7 @@ from gi.repository import Gio, GLib  # noqa: E402
 
 ACCESSIBLE = "org.a11y.atspi.Accessible"
 REGISTRY = "org.a11y.atspi.Registry"
-SELECTED = 23  # the number of a state
+ACTIVE, SELECTED = 1, 23  # numbers of states
 NAME_COLUMN = 1
 
 
@@ -89,8 +89,14 @@ class Reader:
     def role(self, place):
         return call(self._bus, place, ACCESSIBLE, "GetRoleName")[0]
 
+    def _has(self, place, state):
+        return bool(call(self._bus, place, ACCESSIBLE, "GetState")[0][0] >> state & 1)
+
     def is_selected(self, place):
-        return bool(call(self._bus, place, ACCESSIBLE, "GetState")[0][0] >> SELECTED & 1)
+        return self._has(place, SELECTED)
+
+    def is_active(self, place):
+        return self._has(place, ACTIVE)
 
     def cell(self, table, row, column):
         return call(self._bus, table, "org.a11y.atspi.Table", "GetAccessibleAt",
@@ -140,7 +146,7 @@ def read(reader, app, left):
     row = [reader.name(reader.cell(table, 1, column)) for column in range(5)]
     expect([text for text in row if text][0] == "alpha.txt", f"a row's name comes first: {row}")
 
-    for key, expected in (("Tab", "beta.txt"), ("Tab", "alpha.txt"), ("ctrl+shift+l", "Copy"),
+    for key, expected in (("Tab", "beta.txt"), ("Tab", "alpha.txt"), ("ctrl+shift+b", "Copy"),
                           ("Right", "Move"), ("Escape", "alpha.txt")):
         reader.told(lambda: True)
         reader.focused.clear()
