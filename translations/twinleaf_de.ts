@@ -8,6 +8,10 @@
         <translation> Kopie</translation>
     </message>
     <message>
+        <source>%@ (default)</source>
+        <translation>%@ (Standard)</translation>
+    </message>
+    <message>
         <source>%@ of %@</source>
         <translation>%@ von %@</translation>
     </message>
@@ -20,8 +24,20 @@
         <translation>%i Objekt(e)</translation>
     </message>
     <message>
+        <source>Always open files of the type '%@' with '%@'?</source>
+        <translation>Sollen Dateien der Art „%@“ immer mit „%@“ geöffnet werden?</translation>
+    </message>
+    <message>
+        <source>Always open with</source>
+        <translation>Immer öffnen mit</translation>
+    </message>
+    <message>
         <source>Application cannot open given file!</source>
         <translation>Programm kann die angegebene Datei nicht öffnen!</translation>
+    </message>
+    <message>
+        <source>Cannot create file!</source>
+        <translation>Die Datei kann nicht angelegt werden!</translation>
     </message>
     <message>
         <source>Cannot launch application!</source>
@@ -30,6 +46,34 @@
     <message>
         <source>Are you sure that you want to end the process '%@'?</source>
         <translation>Soll der Prozess „%@“ wirklich beendet werden?</translation>
+    </message>
+    <message>
+        <source>Cannot open a terminal in this folder!</source>
+        <translation>In diesem Ordner kann kein Terminal geöffnet werden!</translation>
+    </message>
+    <message>
+        <source>Items of more than %i folders cannot be taken at once!</source>
+        <translation>Objekte aus mehr als %i Ordnern können nicht auf einmal übernommen werden!</translation>
+    </message>
+    <message>
+        <source>Please input new file name:</source>
+        <translation>Bitte den Namen der neuen Datei eingeben:</translation>
+    </message>
+    <message>
+        <source>Reading the clipboard...</source>
+        <translation>Die Zwischenablage wird gelesen …</translation>
+    </message>
+    <message>
+        <source>The default application cannot be set!</source>
+        <translation>Das Standardprogramm kann nicht festgelegt werden!</translation>
+    </message>
+    <message>
+        <source>The program that holds the clipboard does not answer.</source>
+        <translation>Das Programm, dem die Zwischenablage gehört, antwortet nicht.</translation>
+    </message>
+    <message>
+        <source>There are no files on the clipboard.</source>
+        <translation>In der Zwischenablage sind keine Dateien.</translation>
     </message>
     <message>
         <source>Waiting for the administrator's password...</source>
@@ -58,6 +102,22 @@
     <message>
         <source>Execute only</source>
         <translation>Nur Ausführen</translation>
+    </message>
+    <message>
+        <source>What lies on no disk of this computer cannot be pasted:</source>
+        <translation>Was auf keinem Laufwerk dieses Computers liegt, kann nicht eingefügt werden:</translation>
+    </message>
+    <message>
+        <source>Another disk is at its old place, or none.</source>
+        <translation>An seinem früheren Ort ist ein anderes Laufwerk oder keines.</translation>
+    </message>
+    <message>
+        <source>What was cut is being moved already.</source>
+        <translation>Das Ausgeschnittene wird bereits bewegt.</translation>
+    </message>
+    <message>
+        <source>What was cut is in this folder already.</source>
+        <translation>Das Ausgeschnittene liegt bereits in diesem Ordner.</translation>
     </message>
     <message>
         <source>Write only</source>
@@ -121,7 +181,7 @@
     </message>
     <message>
         <source>Are you sure that you want to move the selected %i item(s) to trash?</source>
-        <translation>Möchten Sie die %i ausgewählten Objekte wirklich in den Papierkorb legen?</translation>
+        <translation>%i ausgewählte(s) Objekt(e) wirklich in den Papierkorb legen?</translation>
     </message>
     <message>
         <source>Bold</source>
@@ -560,6 +620,10 @@
         <translation>Eine Dateioperation läuft noch. Nach dem aktuellen Objekt anhalten und beenden?</translation>
     </message>
     <message>
+        <source>A file operation is still running. Stop it after the current item and end the session?</source>
+        <translation>Eine Dateioperation läuft noch. Nach dem aktuellen Objekt anhalten und die Sitzung beenden?</translation>
+    </message>
+    <message>
         <source>The work has not come to an end yet. Quit without waiting for it?</source>
         <translation>Die Arbeit ist noch nicht zu Ende. Beenden, ohne auf sie zu warten?</translation>
     </message>
@@ -568,12 +632,16 @@
         <translation>Was unfertig ist, wird beim nächsten Start in Ordnung gebracht.</translation>
     </message>
     <message>
-        <source>&apos;%@&apos; does not exist; the home folder is shown instead</source>
-        <translation>&apos;%@&apos; gibt es nicht; stattdessen wird der Benutzerordner gezeigt</translation>
+        <source>'%@' does not exist</source>
+        <translation>'%@' gibt es nicht</translation>
     </message>
     <message>
-        <source>&apos;%@&apos; cannot be read (%@); the home folder is shown instead</source>
-        <translation>&apos;%@&apos; ist nicht lesbar (%@); stattdessen wird der Benutzerordner gezeigt</translation>
+        <source>'%@' cannot be read (%@)</source>
+        <translation>'%@' ist nicht lesbar (%@)</translation>
+    </message>
+    <message>
+        <source>%@; the home folder is shown instead</source>
+        <translation>%@; stattdessen wird der Benutzerordner gezeigt</translation>
     </message>
     <message>
         <source>Opens a window with two folders side by side. LEFT and RIGHT take the place
@@ -594,8 +662,24 @@ Stelle der zuletzt gezeigten Ordner; eine Datei öffnet ihren Ordner und ist aus
         <translation>unbekannte Option &apos;%@&apos;; siehe --help</translation>
     </message>
     <message>
-        <source>more than two folders were given; see --help</source>
-        <translation>mehr als zwei Ordner angegeben; siehe --help</translation>
+        <source>there are two panes; %i more folder(s) are not shown</source>
+        <translation>es gibt zwei Fensterhälften; %i weitere Ordner werden nicht gezeigt</translation>
+    </message>
+    <message>
+        <source>there is one window only: --new-window is not offered</source>
+        <translation>es gibt nur ein Fenster: --new-window wird nicht angeboten</translation>
+    </message>
+    <message>
+        <source>the Twinleaf that is open did not take it: %@</source>
+        <translation>das offene Twinleaf hat es nicht angenommen: %@</translation>
+    </message>
+    <message>
+        <source>the Twinleaf that is open does not answer; this is another one</source>
+        <translation>das geöffnete Twinleaf antwortet nicht; dies ist ein weiteres</translation>
+    </message>
+    <message>
+        <source>'%@' is hidden in its folder.</source>
+        <translation>'%@' ist in seinem Ordner ausgeblendet.</translation>
     </message>
     <message>
         <source>%i of %i</source>
@@ -636,6 +720,18 @@ Stelle der zuletzt gezeigten Ordner; eine Datei öffnet ihren Ordner und ist aus
     <message>
         <source>Folder doesn&apos;t exists or it&apos;s not a folder!</source>
         <translation>Der Ordner existiert nicht oder ist kein Ordner!</translation>
+    </message>
+    <message>
+        <source>The program &apos;zip&apos;, which packs archives, is not installed.</source>
+        <translation>Das Programm &apos;zip&apos;, das Archive packt, ist nicht installiert.</translation>
+    </message>
+    <message>
+        <source>No terminal is installed.</source>
+        <translation>Es ist kein Terminal installiert.</translation>
+    </message>
+    <message>
+        <source>The service that ejects volumes (udisks2) is not there.</source>
+        <translation>Der Dienst, der Datenträger auswirft (udisks2), ist nicht da.</translation>
     </message>
     <message>
         <source>&apos;%@&apos; could not be ejected!</source>
@@ -820,6 +916,38 @@ Stelle der zuletzt gezeigten Ordner; eine Datei öffnet ihren Ordner und ist aus
     <message>
         <source>Case sensitive</source>
         <translation>Groß-/Kleinschreibung beachten</translation>
+    </message>
+    <message>
+        <source>Part of a name, or a pattern such as *.txt</source>
+        <translation>Teil eines Namens oder ein Muster wie *.txt</translation>
+    </message>
+    <message>
+        <source>Left filter</source>
+        <translation>Filter links</translation>
+    </message>
+    <message>
+        <source>Right filter</source>
+        <translation>Filter rechts</translation>
+    </message>
+    <message>
+        <source>Show all items</source>
+        <translation>Alle Objekte zeigen</translation>
+    </message>
+    <message>
+        <source>%i of %i items</source>
+        <translation>%i von %i Objekten</translation>
+    </message>
+    <message>
+        <source>Filtering...</source>
+        <translation>Filtern ...</translation>
+    </message>
+    <message>
+        <source>* stands for any text, ? for one character.</source>
+        <translation>* steht für beliebigen Text, ? für ein Zeichen.</translation>
+    </message>
+    <message>
+        <source>No name fits the filter</source>
+        <translation>Kein Name passt zum Filter</translation>
     </message>
     <message>
         <source>Group selection</source>
@@ -1163,7 +1291,7 @@ Stelle der zuletzt gezeigten Ordner; eine Datei öffnet ihren Ordner und ist aus
     </message>
     <message>
         <source>Preferences...</source>
-        <translation>Einstellungen...</translation>
+        <translation>Einstellungen ...</translation>
     </message>
     <message>
         <source>Path</source>
@@ -1179,7 +1307,7 @@ Stelle der zuletzt gezeigten Ordner; eine Datei öffnet ihren Ordner und ist aus
     </message>
     <message>
         <source>Choose...</source>
-        <translation>Auswählen...</translation>
+        <translation>Auswählen ...</translation>
     </message>
     <message>
         <source>Add</source>
@@ -1203,7 +1331,7 @@ Stelle der zuletzt gezeigten Ordner; eine Datei öffnet ihren Ordner und ist aus
     </message>
     <message>
         <source>Add...</source>
-        <translation>Hinzufügen...</translation>
+        <translation>Hinzufügen ...</translation>
     </message>
     <message>
         <source>Questions:</source>
@@ -1510,16 +1638,8 @@ Stelle der zuletzt gezeigten Ordner; eine Datei öffnet ihren Ordner und ist aus
         <translation>In der Symbolleiste</translation>
     </message>
     <message>
-        <source>Done</source>
-        <translation>Fertig</translation>
-    </message>
-    <message>
         <source>Restore defaults</source>
         <translation>Standard wiederherstellen</translation>
-    </message>
-    <message>
-        <source>Add</source>
-        <translation>Hinzufügen</translation>
     </message>
     <message>
         <source>Remove</source>
@@ -1546,6 +1666,78 @@ Stelle der zuletzt gezeigten Ordner; eine Datei öffnet ihren Ordner und ist aus
         <translation>Anzeigen</translation>
     </message>
     <message>
+        <source>View</source>
+        <translation>Ansehen</translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation>Bearbeiten</translation>
+    </message>
+    <message>
+        <source>&amp;Edit</source>
+        <translation>&amp;Bearbeiten</translation>
+    </message>
+    <message>
+        <source>New file...</source>
+        <translation>Neue Datei ...</translation>
+    </message>
+    <message>
+        <source>Delete permanently...</source>
+        <translation>Endgültig löschen ...</translation>
+    </message>
+    <message>
+        <source>Undo</source>
+        <translation>Rückgängig</translation>
+    </message>
+    <message>
+        <source>Cut</source>
+        <translation>Ausschneiden</translation>
+    </message>
+    <message>
+        <source>Copy to clipboard</source>
+        <translation>In die Zwischenablage</translation>
+    </message>
+    <message>
+        <source>Paste</source>
+        <translation>Einfügen</translation>
+    </message>
+    <message>
+        <source>Copy name</source>
+        <translation>Namen kopieren</translation>
+    </message>
+    <message>
+        <source>Copy path of item</source>
+        <translation>Pfad des Objekts kopieren</translation>
+    </message>
+    <message>
+        <source>Filter...</source>
+        <translation>Filtern ...</translation>
+    </message>
+    <message>
+        <source>Back</source>
+        <translation>Zurück</translation>
+    </message>
+    <message>
+        <source>Forward</source>
+        <translation>Vorwärts</translation>
+    </message>
+    <message>
+        <source>Swap panes</source>
+        <translation>Seiten tauschen</translation>
+    </message>
+    <message>
+        <source>Same folder in both panes</source>
+        <translation>Gleicher Ordner auf beiden Seiten</translation>
+    </message>
+    <message>
+        <source>Trash...</source>
+        <translation>Papierkorb ...</translation>
+    </message>
+    <message>
+        <source>Open terminal here</source>
+        <translation>Terminal hier öffnen</translation>
+    </message>
+    <message>
         <source>Bookmark manager</source>
         <translation>Lesezeichen verwalten</translation>
     </message>
@@ -1554,8 +1746,632 @@ Stelle der zuletzt gezeigten Ordner; eine Datei öffnet ihren Ordner und ist aus
         <translation>Bildbetrachter</translation>
     </message>
     <message>
+        <source>There are no images in this folder.</source>
+        <translation>In diesem Ordner gibt es keine Bilder.</translation>
+    </message>
+    <message>
+        <source>Select an image in the list.</source>
+        <translation>Wählen Sie ein Bild in der Liste aus.</translation>
+    </message>
+    <message>
+        <source>This picture cannot be shown.</source>
+        <translation>Dieses Bild kann nicht angezeigt werden.</translation>
+    </message>
+    <message>
+        <source>Dimensions</source>
+        <translation>Abmessungen</translation>
+    </message>
+    <message>
+        <source>Images</source>
+        <translation>Bilder</translation>
+    </message>
+    <message>
+        <source>Image</source>
+        <translation>Bild</translation>
+    </message>
+    <message>
+        <source>Scale down</source>
+        <translation>Verkleinern</translation>
+    </message>
+    <message>
+        <source>Scale to fit</source>
+        <translation>Einpassen</translation>
+    </message>
+    <message>
+        <source>Stretch</source>
+        <translation>Strecken</translation>
+    </message>
+    <message>
+        <source>Actual size</source>
+        <translation>Originalgröße</translation>
+    </message>
+    <message>
+        <source>Animate</source>
+        <translation>Animieren</translation>
+    </message>
+    <message>
+        <source>0 images</source>
+        <translation>0 Bilder</translation>
+    </message>
+    <message>
+        <source>%i images</source>
+        <translation>%i Bilder</translation>
+    </message>
+    <message>
         <source>Internal terminal</source>
         <translation>Internes Terminal</translation>
+    </message>
+    <message>
+        <source>Command:</source>
+        <translation>Befehl:</translation>
+    </message>
+    <message>
+        <source>Current folder:</source>
+        <translation>Aktueller Ordner:</translation>
+    </message>
+    <message>
+        <source>Folder of the active pane</source>
+        <translation>Ordner der aktiven Seite</translation>
+    </message>
+    <message>
+        <source>Output</source>
+        <translation>Ausgabe</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Anhalten</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>Leeren</translation>
+    </message>
+    <message>
+        <source>Reset</source>
+        <translation>Zurücksetzen</translation>
+    </message>
+    <message>
+        <source>Running: %i</source>
+        <translation>Läuft: %i</translation>
+    </message>
+    <message>
+        <source>Exit status %i</source>
+        <translation>Rückgabewert %i</translation>
+    </message>
+    <message>
+        <source>Ended by signal %i</source>
+        <translation>Beendet durch Signal %i</translation>
+    </message>
+    <message>
+        <source>[The output is cut here: there was more.]</source>
+        <translation>[Die Ausgabe ist hier abgeschnitten: Es war mehr.]</translation>
+    </message>
+    <message>
+        <source>[Older output was removed.]</source>
+        <translation>[Ältere Ausgaben wurden entfernt.]</translation>
+    </message>
+    <message>
+        <source>%@: Command not found</source>
+        <translation>%@: Befehl nicht gefunden</translation>
+    </message>
+    <message>
+        <source>Error: Error: Directory does not exists!</source>
+        <translation>Fehler: Fehler: Ordner existiert nicht!</translation>
+    </message>
+    <message>
+        <source>Error: Directory does not exists!
+</source>
+        <translation>Fehler: Ordner existiert nicht!
+</translation>
+    </message>
+    <message>
+        <source>Twinleaf %@ internal terminal ready.
+</source>
+        <translation>Internes Terminal von Twinleaf %@ ist bereit.
+</translation>
+    </message>
+    <message>
+        <source>Search for:</source>
+        <translation>Suchen nach:</translation>
+    </message>
+    <message>
+        <source>Start search</source>
+        <translation>Suchen</translation>
+    </message>
+    <message>
+        <source>Search of the desktop...</source>
+        <translation>Suche des Desktops …</translation>
+    </message>
+    <message>
+        <source>Search content</source>
+        <translation>Inhalt durchsuchen</translation>
+    </message>
+    <message>
+        <source>Ignore case</source>
+        <translation>Groß-/Kleinschreibung egal</translation>
+    </message>
+    <message>
+        <source>Ignore accents</source>
+        <translation>Akzente egal</translation>
+    </message>
+    <message>
+        <source>Whole words</source>
+        <translation>Ganze Wörter</translation>
+    </message>
+    <message>
+        <source>Results</source>
+        <translation>Ergebnisse</translation>
+    </message>
+    <message>
+        <source>Details</source>
+        <translation>Details</translation>
+    </message>
+    <message>
+        <source>Found %d items</source>
+        <translation>%d Objekte gefunden</translation>
+    </message>
+    <message>
+        <source>Not complete yet: the index is being made.</source>
+        <translation>Noch nicht vollständig: Der Index wird angelegt.</translation>
+    </message>
+    <message>
+        <source>Nothing was found.</source>
+        <translation>Nichts gefunden.</translation>
+    </message>
+    <message>
+        <source>Nothing was found yet.</source>
+        <translation>Noch nichts gefunden.</translation>
+    </message>
+    <message>
+        <source>No result is selected.</source>
+        <translation>Kein Ergebnis ausgewählt.</translation>
+    </message>
+    <message>
+        <source>Spotlight search failed!</source>
+        <translation>Spotlight-Suche fehlgeschlagen!</translation>
+    </message>
+    <message>
+        <source>No search program of the desktop is installed, or it could not be started.</source>
+        <translation>Es ist kein Suchprogramm des Desktops installiert, oder es konnte nicht gestartet werden.</translation>
+    </message>
+    <message>
+        <source>Property</source>
+        <translation>Eigenschaft</translation>
+    </message>
+    <message>
+        <source>Value</source>
+        <translation>Wert</translation>
+    </message>
+    <message>
+        <source>Search home folder...</source>
+        <translation>Benutzerordner durchsuchen …</translation>
+    </message>
+    <message>
+        <source>Search for this name</source>
+        <translation>Nach diesem Namen suchen</translation>
+    </message>
+    <message>
+        <source>Nothing is known of it.</source>
+        <translation>Darüber ist nichts bekannt.</translation>
+    </message>
+    <message>
+        <source>Undo copy of &apos;%@&apos;</source>
+        <translation>Kopieren von „%@“ rückgängig machen</translation>
+    </message>
+    <message>
+        <source>Undo copy of %i items</source>
+        <translation>Kopieren von %i Objekten rückgängig machen</translation>
+    </message>
+    <message>
+        <source>Undo move of &apos;%@&apos;</source>
+        <translation>Bewegen von „%@“ rückgängig machen</translation>
+    </message>
+    <message>
+        <source>Undo move of %i items</source>
+        <translation>Bewegen von %i Objekten rückgängig machen</translation>
+    </message>
+    <message>
+        <source>Undo alias &apos;%@&apos;</source>
+        <translation>Alias „%@“ rückgängig machen</translation>
+    </message>
+    <message>
+        <source>Undo %i aliases</source>
+        <translation>%i Aliasse rückgängig machen</translation>
+    </message>
+    <message>
+        <source>Undo delete of &apos;%@&apos;</source>
+        <translation>Löschen von „%@“ rückgängig machen</translation>
+    </message>
+    <message>
+        <source>Undo delete of %i items</source>
+        <translation>Löschen von %i Objekten rückgängig machen</translation>
+    </message>
+    <message>
+        <source>Undo rename of &apos;%@&apos;</source>
+        <translation>Umbenennen von „%@“ rückgängig machen</translation>
+    </message>
+    <message>
+        <source>Undo new folder &apos;%@&apos;</source>
+        <translation>Neuen Ordner „%@“ rückgängig machen</translation>
+    </message>
+    <message>
+        <source>Undo new file &apos;%@&apos;</source>
+        <translation>Neue Datei „%@“ rückgängig machen</translation>
+    </message>
+    <message>
+        <source>Undo archive &apos;%@&apos;</source>
+        <translation>Archiv „%@“ rückgängig machen</translation>
+    </message>
+    <message>
+        <source>Nothing can be undone while something is under way.</source>
+        <translation>Solange etwas im Gange ist, kann nichts rückgängig gemacht werden.</translation>
+    </message>
+    <message>
+        <source>There is nothing to undo.</source>
+        <translation>Es gibt nichts rückgängig zu machen.</translation>
+    </message>
+    <message>
+        <source>Undo moves %i item(s) to the Trash. Are you sure?</source>
+        <translation>Dabei kommen %i Objekt(e) in den Papierkorb. Sind Sie sicher?</translation>
+    </message>
+    <message>
+        <source>Undo puts %i item(s) back from the Trash. Are you sure?</source>
+        <translation>Dabei kommen %i Objekt(e) aus dem Papierkorb zurück. Sind Sie sicher?</translation>
+    </message>
+    <message>
+        <source>Undo moves %i item(s) back. Are you sure?</source>
+        <translation>Dabei kommen %i Objekt(e) dorthin zurück, wo sie waren. Sind Sie sicher?</translation>
+    </message>
+    <message>
+        <source>Not everything could be undone.</source>
+        <translation>Nicht alles konnte rückgängig gemacht werden.</translation>
+    </message>
+    <message>
+        <source>Undo failed!</source>
+        <translation>Rückgängigmachen fehlgeschlagen!</translation>
+    </message>
+    <message>
+        <source>Another item stands at its old place.</source>
+        <translation>An seinem alten Platz steht ein anderes Objekt.</translation>
+    </message>
+    <message>
+        <source>It is back, but what it had replaced is gone for good.</source>
+        <translation>Es ist zurück, aber was es ersetzt hatte, ist endgültig fort.</translation>
+    </message>
+    <message>
+        <source>What it had replaced is not back: %@</source>
+        <translation>Was es ersetzt hatte, ist nicht zurück: %@</translation>
+    </message>
+    <message>
+        <source>It stays, for what it has replaced is gone for good.</source>
+        <translation>Es bleibt, denn was es ersetzt hat, ist endgültig fort.</translation>
+    </message>
+    <message>
+        <source>Another item has come to its place.</source>
+        <translation>An seinen Platz ist ein anderes Objekt gekommen.</translation>
+    </message>
+    <message>
+        <source>It is not empty any more.</source>
+        <translation>Er ist nicht mehr leer.</translation>
+    </message>
+    <message>
+        <source>It was changed since, or something in it was.</source>
+        <translation>Es, oder etwas darin, wurde seitdem geändert.</translation>
+    </message>
+    <message>
+        <source>%i items cannot be edited!</source>
+        <translation>%i Objekte können nicht bearbeitet werden!</translation>
+    </message>
+    <message>
+        <source>Open %i files in the editor?</source>
+        <translation>%i Dateien im Editor öffnen?</translation>
+    </message>
+    <message>
+        <source>&apos;%@&apos; cannot be edited!</source>
+        <translation>„%@“ kann nicht bearbeitet werden!</translation>
+    </message>
+    <message>
+        <source>It is no file with a content of its own.</source>
+        <translation>Es ist keine Datei mit eigenem Inhalt.</translation>
+    </message>
+    <message>
+        <source>There is no editor of texts!</source>
+        <translation>Es gibt kein Programm zum Bearbeiten von Texten!</translation>
+    </message>
+    <message>
+        <source>No installed program is set up to edit plain texts.</source>
+        <translation>Kein installiertes Programm ist zum Bearbeiten einfacher Texte eingerichtet.</translation>
+    </message>
+    <message>
+        <source>Next</source>
+        <translation>Weiter</translation>
+    </message>
+    <message>
+        <source>Previous</source>
+        <translation>Zurück</translation>
+    </message>
+    <message>
+        <source>Bytes such as 0d 0a, or &quot;text&quot;</source>
+        <translation>Bytes wie 0d 0a, oder &quot;Text&quot;</translation>
+    </message>
+    <message>
+        <source>This file is empty.</source>
+        <translation>Diese Datei ist leer.</translation>
+    </message>
+    <message>
+        <source>This is a pipe. Reading it would take away what another program waits for.</source>
+        <translation>Dies ist eine Pipe. Wer sie liest, nimmt weg, worauf ein anderes Programm wartet.</translation>
+    </message>
+    <message>
+        <source>This is a socket. There is nothing in it to be shown.</source>
+        <translation>Dies ist ein Socket. Darin gibt es nichts zu zeigen.</translation>
+    </message>
+    <message>
+        <source>This is a device. Devices are not read.</source>
+        <translation>Dies ist ein Gerät. Geräte werden nicht gelesen.</translation>
+    </message>
+    <message>
+        <source>This file cannot be read: %@</source>
+        <translation>Diese Datei kann nicht gelesen werden: %@</translation>
+    </message>
+    <message>
+        <source>Searching... %@</source>
+        <translation>Suche läuft ... %@</translation>
+    </message>
+    <message>
+        <source>The search was stopped.</source>
+        <translation>Die Suche wurde angehalten.</translation>
+    </message>
+    <message>
+        <source>Only the start of the selection was copied.</source>
+        <translation>Nur der Anfang der Auswahl wurde kopiert.</translation>
+    </message>
+    <message>
+        <source>This encoding has no such characters.</source>
+        <translation>Diese Kodierung hat solche Zeichen nicht.</translation>
+    </message>
+    <message>
+        <source>Not found</source>
+        <translation>Nicht gefunden</translation>
+    </message>
+    <message>
+        <source>Found from the start on</source>
+        <translation>Vom Anfang an gefunden</translation>
+    </message>
+    <message>
+        <source>Found from the end on</source>
+        <translation>Vom Ende an gefunden</translation>
+    </message>
+    <message>
+        <source>Waiting for the picture...</source>
+        <translation>Es wird auf das Bild gewartet ...</translation>
+    </message>
+    <message>
+        <source>Waiting for the disk...</source>
+        <translation>Warten auf das Laufwerk ...</translation>
+    </message>
+    <message>
+        <source>Byte %@ of %@</source>
+        <translation>Byte %@ von %@</translation>
+    </message>
+    <message>
+        <source>%@ bytes selected</source>
+        <translation>%@ Bytes ausgewählt</translation>
+    </message>
+    <message>
+        <source>Content</source>
+        <translation>Inhalt</translation>
+    </message>
+    <message>
+        <source>Are you sure that you want to delete the selected %i item(s) for good? This cannot be undone.</source>
+        <translation>%i ausgewählte(s) Objekt(e) wirklich endgültig löschen? Das lässt sich nicht widerrufen.</translation>
+    </message>
+    <message>
+        <source>Deleting '%@' for good</source>
+        <translation>„%@“ wird endgültig gelöscht</translation>
+    </message>
+    <message>
+        <source>Deleting %i items for good</source>
+        <translation>%i Objekte werden endgültig gelöscht</translation>
+    </message>
+    <message>
+        <source>Deleting '%@' for good was interrupted; the rest of it was removed.</source>
+        <translation>Das endgültige Löschen von „%@“ wurde unterbrochen; der Rest wurde entfernt.</translation>
+    </message>
+    <message>
+        <source>It is not the item any more that was shown.</source>
+        <translation>Es ist nicht mehr das Objekt, das angezeigt wurde.</translation>
+    </message>
+    <message>
+        <source>Its Trash is gone.</source>
+        <translation>Seinen Papierkorb gibt es nicht mehr.</translation>
+    </message>
+    <message>
+        <source>It does not lie in the Trash any more.</source>
+        <translation>Es liegt nicht mehr im Papierkorb.</translation>
+    </message>
+    <message>
+        <source>It was not found in the Trash.</source>
+        <translation>Es wurde im Papierkorb nicht gefunden.</translation>
+    </message>
+    <message>
+        <source>Another item has taken its place in the Trash.</source>
+        <translation>Ein anderes Objekt steht an seiner Stelle im Papierkorb.</translation>
+    </message>
+    <message>
+        <source>Its folder '%@' is gone.</source>
+        <translation>Seinen Ordner „%@“ gibt es nicht mehr.</translation>
+    </message>
+    <message>
+        <source>Its record tells no place to which it could go back.</source>
+        <translation>Sein Eintrag nennt keinen Ort, an den es zurück könnte.</translation>
+    </message>
+    <message>
+        <source>Something stands at its place now.</source>
+        <translation>An seinem Platz steht jetzt etwas anderes.</translation>
+    </message>
+    <message>
+        <source>Its place lies on another volume than the Trash.</source>
+        <translation>Sein Platz liegt auf einem anderen Volume als der Papierkorb.</translation>
+    </message>
+    <message>
+        <source>Its record was changed.</source>
+        <translation>Sein Eintrag wurde geändert.</translation>
+    </message>
+    <message>
+        <source>The Trash knows it from another place.</source>
+        <translation>Der Papierkorb kennt es von einem anderen Ort.</translation>
+    </message>
+    <message>
+        <source>A volume is mounted in it.</source>
+        <translation>Darin ist ein Volume eingehängt.</translation>
+    </message>
+    <message>
+        <source>It belongs to somebody else.</source>
+        <translation>Es gehört jemand anderem.</translation>
+    </message>
+    <message>
+        <source>Everybody may write to it.</source>
+        <translation>Jeder darf hineinschreiben.</translation>
+    </message>
+    <message>
+        <source>It is a link, or no folder.</source>
+        <translation>Es ist ein Verweis oder kein Ordner.</translation>
+    </message>
+    <message>
+        <source>It lies in a folder that has no sticky bit.</source>
+        <translation>Es liegt in einem Ordner ohne Sticky-Bit.</translation>
+    </message>
+    <message>
+        <source>No record tells where it was.</source>
+        <translation>Kein Eintrag nennt, wo es war.</translation>
+    </message>
+    <message>
+        <source>Reading the Trash...</source>
+        <translation>Der Papierkorb wird gelesen …</translation>
+    </message>
+    <message>
+        <source>The Trash is empty.</source>
+        <translation>Der Papierkorb ist leer.</translation>
+    </message>
+    <message>
+        <source>Put back failed!</source>
+        <translation>Zurücklegen fehlgeschlagen!</translation>
+    </message>
+    <message>
+        <source>The folders that %i item(s) lay in are gone. Make them again?</source>
+        <translation>Die Ordner von %i Objekt(en) gibt es nicht mehr. Sollen sie wieder angelegt werden?</translation>
+    </message>
+    <message>
+        <source>Are you sure that you want to remove the %i item(s) (%@) in the Trash for good?</source>
+        <translation>%i Objekt(e) (%@) im Papierkorb wirklich endgültig entfernen?</translation>
+    </message>
+    <message>
+        <source>This cannot be undone.</source>
+        <translation>Das lässt sich nicht widerrufen.</translation>
+    </message>
+    <message>
+        <source>Origin</source>
+        <translation>Herkunft</translation>
+    </message>
+    <message>
+        <source>Deleted</source>
+        <translation>Gelöscht</translation>
+    </message>
+    <message>
+        <source>Trash</source>
+        <translation>Papierkorb</translation>
+    </message>
+    <message>
+        <source>Put Back</source>
+        <translation>Zurücklegen</translation>
+    </message>
+    <message>
+        <source>Empty...</source>
+        <translation>Leeren ...</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>Bytes</source>
+        <translation>Bytes</translation>
+    </message>
+    <message>
+        <source>Show as</source>
+        <translation>Anzeigen als</translation>
+    </message>
+    <message>
+        <source>Encoding</source>
+        <translation>Kodierung</translation>
+    </message>
+    <message>
+        <source>Wrap lines</source>
+        <translation>Zeilen umbrechen</translation>
+    </message>
+    <message>
+        <source>%i folder</source>
+        <translation>%i Ordner</translation>
+    </message>
+    <message>
+        <source>%i folders</source>
+        <translation>%i Ordner</translation>
+    </message>
+    <message>
+        <source>%i file</source>
+        <translation>%i Datei</translation>
+    </message>
+    <message>
+        <source>%i files</source>
+        <translation>%i Dateien</translation>
+    </message>
+    <message>
+        <source>Empty folder</source>
+        <translation>Leerer Ordner</translation>
+    </message>
+    <message>
+        <source>%@, read-only</source>
+        <translation>%@, schreibgeschützt</translation>
+    </message>
+    <message>
+        <source>%@: left out, as it may not answer</source>
+        <translation>%@: ausgelassen, da vielleicht niemand antwortet</translation>
+    </message>
+    <message>
+        <source>%@ free of %@</source>
+        <translation>%@ frei von %@</translation>
+    </message>
+    <message>
+        <source>Contents of folder</source>
+        <translation>Inhalt des Ordners</translation>
+    </message>
+    <message>
+        <source>Free space</source>
+        <translation>Freier Speicherplatz</translation>
+    </message>
+    <message>
+        <source>There are more: the list is cut here.</source>
+        <translation>Es gibt mehr: Die Liste ist hier abgeschnitten.</translation>
+    </message>
+    <message>
+        <source>A search of the home folder does not go into these folders. A name without a slash stands for all folders of that name.</source>
+        <translation>Eine Suche im Benutzerordner sieht in diese Ordner nicht hinein. Ein Name ohne Schrägstrich steht für alle Ordner dieses Namens.</translation>
+    </message>
+    <message>
+        <source>Choose folder to leave out</source>
+        <translation>Auszulassenden Ordner auswählen</translation>
+    </message>
+    <message>
+        <source>Folders left out</source>
+        <translation>Ausgelassene Ordner</translation>
+    </message>
+    <message>
+        <source>Add folder to leave out</source>
+        <translation>Auszulassenden Ordner hinzufügen</translation>
+    </message>
+    <message>
+        <source>Delete folder left out</source>
+        <translation>Ausgelassenen Ordner löschen</translation>
     </message>
 </context>
 </TS>
