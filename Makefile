@@ -6,7 +6,7 @@ JOBS ?= $(shell nproc)
 FUZZ_SECONDS ?= 600
 HAS_DISPLAY := $(DISPLAY)$(WAYLAND_DISPLAY)
 
-.PHONY: run build test stress sanitizers fuzz bench lint release install clean
+.PHONY: run build test stress sanitizers fuzz bench lint release deb check-package install clean
 
 run:
 	@scripts/install-deps run $(if $(HAS_DISPLAY),,tour)
@@ -60,6 +60,16 @@ release:
 	cmake --preset release -DTWINLEAF_BENCHMARKS=OFF
 	cmake --build build-release --parallel $(JOBS) --target twinleaf
 
+# build-deb/twinleaf_VERSION_ARCHITECTURE.deb, for this Debian.
+deb:
+	@scripts/install-deps run deb
+	@scripts/package $(JOBS)
+
+# Installs it in a bare Debian 12 of its own, drives it there and removes it; for root alone.
+check-package: deb
+	@scripts/install-deps run bare
+	scripts/check-package build-deb/twinleaf_*.deb
+
 # Only copies, so that root need not build: `make release`, then `sudo make install`.
 install:
 	@test -x build-release/twinleaf || { echo "install: run 'make release' first" >&2; exit 1; }
@@ -71,4 +81,4 @@ install:
 	fi
 
 clean:
-	rm -rf build build-release build-sanitizers build-fuzz
+	rm -rf build build-release build-sanitizers build-fuzz build-deb
