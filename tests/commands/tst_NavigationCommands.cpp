@@ -160,9 +160,8 @@ private Q_SLOTS:
         world.focus(Side::Right);
         const QString right = world.shown(Side::Right);
         bool asked = false;
-        QTimer::singleShot(0, &world.window, [&] {
-            QWidget *sheet = QApplication::activeModalWidget();
-            auto *field = sheet ? sheet->findChild<PathField *>() : nullptr;
+        whenSheetOpens(world.window, [&](QWidget &sheet) {
+            auto *field = sheet.findChild<PathField *>();
             QVERIFY(field);
             asked = true;
             QCOMPARE(field->text(), right);

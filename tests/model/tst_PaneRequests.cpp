@@ -102,7 +102,7 @@ private Q_SLOTS:
     {
         Requests world(false);
         const ItemRequest one = world.request(u"b"_s);
-        QTimer::singleShot(0, &world.window, [&] { // the sheet stands
+        whenSheetOpens(world.window, [&](QWidget &) {
             world.folder.shell(u"mv left/b left/away; echo another > left/b"_s);
         });
         world.answerSheet(u"new"_s);

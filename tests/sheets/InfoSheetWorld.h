@@ -28,9 +28,9 @@ struct Information : StartedWorld {
     // Opens it for the item, and closes it when `act` has not.
     void show(const QString &name, const std::function<void(InfoSheet &)> &act)
     {
-        QTimer::singleShot(0, &window, [this, act] {
-            InfoSheet *sheet = window.findChild<InfoSheet *>();
-            QVERIFY(sheet && sheet->isVisible());
+        whenSheetOpens(window, [act](QWidget &opened) {
+            auto *sheet = qobject_cast<InfoSheet *>(&opened);
+            QVERIFY(sheet);
             act(*sheet);
             if (sheet->isVisible())
                 sheet->reject();

@@ -44,15 +44,14 @@ inline void preferences(World &world, const std::function<void(const Shown &)> &
                         End end = End::Ok)
 {
     bool seen = false;
-    QTimer::singleShot(0, &world.window, [&] {
-        auto *sheet = qobject_cast<QDialog *>(QApplication::activeModalWidget());
-        QVERIFY(sheet);
+    whenSheetOpens(world.window, [&](QWidget &sheet) {
         seen = true;
-        act({ *sheet });
+        const Shown shown { static_cast<QDialog &>(sheet) };
+        act(shown);
         if (end == End::Ok)
-            Shown { *sheet }.click(u"OK"_s);
+            shown.click(u"OK"_s);
         else
-            QTest::keyClick(sheet, Qt::Key_Escape);
+            QTest::keyClick(&sheet, Qt::Key_Escape);
     });
     world.run(Command::Preferences);
     QVERIFY(seen);

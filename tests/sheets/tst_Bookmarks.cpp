@@ -49,8 +49,8 @@ struct Shown {
 void manager(World &world, const std::function<void(const Shown &)> &act)
 {
     bool seen = false;
-    QTimer::singleShot(0, &world.window, [&] {
-        auto *sheet = qobject_cast<QDialog *>(QApplication::activeModalWidget());
+    whenSheetOpens(world.window, [&](QWidget &opened) {
+        auto *sheet = qobject_cast<QDialog *>(&opened);
         QVERIFY(sheet);
         seen = true;
         act(Shown(*sheet));

@@ -67,8 +67,8 @@ struct Shown {
 void browse(World &world, const std::function<void(const Shown &)> &act)
 {
     bool seen = false;
-    QTimer::singleShot(0, &world.window, [&] {
-        auto *sheet = qobject_cast<ImageBrowserSheet *>(QApplication::activeModalWidget());
+    whenSheetOpens(world.window, [&](QWidget &opened) {
+        auto *sheet = qobject_cast<ImageBrowserSheet *>(&opened);
         QVERIFY(sheet);
         seen = true;
         act(Shown(*sheet));

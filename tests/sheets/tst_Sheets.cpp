@@ -2,6 +2,7 @@
 #include "platform/OpenDialogs.h"
 #include "sheets/ExpandSelectionSheet.h"
 #include "sheets/WorkingSheet.h"
+#include "tests/support/OpenSheet.h"
 #include "widgets/AlertSheets.h"
 #include "widgets/ApplicationPanel.h"
 #include "widgets/InputSheet.h"
@@ -55,15 +56,6 @@ bool shows(const QWidget &sheet, const QString &text)
                        [&](const QLabel *label) { return label->text() == text; });
 }
 
-// Runs on the sheet that stands there when the event loop turns next.
-void whenAsked(const std::function<void(QWidget &)> &act)
-{
-    QTimer::singleShot(0, qApp, [act] {
-        QVERIFY(QApplication::activeModalWidget());
-        act(*QApplication::activeModalWidget());
-    });
-}
-
 } // namespace
 
 class tst_Sheets : public QObject {
@@ -89,7 +81,7 @@ private Q_SLOTS:
             auto *field = sheet.findChild<QLineEdit *>();
             QVERIFY(shows(sheet, u"&Name:"_s)); // a way to the field by key
             QCOMPARE(field->selectedText() + kept, given);
-            whenAsked([&, key = key](QWidget &) {
+            whenSheetOpens(*qApp, [&, key = key](QWidget &) {
                 QTest::keyClicks(field, u"typed"_s);
                 QTest::keyClick(field, key);
             });
@@ -110,7 +102,7 @@ private Q_SLOTS:
         const auto buttons = sheet.findChildren<QAbstractButton *>();
         for (const QAbstractButton *button : buttons)
             QVERIFY2(button->text().contains(u'&'), qPrintable(button->text()));
-        whenAsked([&](QWidget &) {
+        whenSheetOpens(*qApp, [&](QWidget &) {
             QVERIFY(shows(sheet, u"Group selection"_s));
             // The text comes first; above it the end of the methods, and above them the third
             // target.
@@ -123,9 +115,10 @@ private Q_SLOTS:
         QVERIFY(request.caseSensitive);
 
         ExpandSelectionSheet next(u"Group deselection"_s, request, nullptr);
-        whenAsked([&](QWidget &) { press(next, u"B Return"_s); }); // in place of the last one
+        whenSheetOpens(*qApp,
+                       [&](QWidget &) { press(next, u"B Return"_s); }); // in place of the last one
         QCOMPARE(next.getInput().text, u"b"_s);
-        whenAsked([&](QWidget &) { press(next, u"Escape"_s); });
+        whenSheetOpens(*qApp, [&](QWidget &) { press(next, u"Escape"_s); });
         const ExpandSelection cancelled = next.getInput();
         QCOMPARE(cancelled.text, QString());
         QCOMPARE(cancelled.target, MatchTarget::Date);
@@ -283,17 +276,18 @@ private Q_SLOTS:
             { Alert::error(u"!"_s), Qt::Key_Escape, Alert::Ok },
         };
         for (const auto &[alert, key, answer] : rows) {
-            whenAsked([&, key = key](QWidget &sheet) {
+            whenSheetOpens(*qApp, [&, key = key](QWidget &sheet) {
                 QVERIFY(open.anyOpen());
                 QTest::keyClick(&sheet, key);
             });
             QCOMPARE(alerts.ask(alert), answer);
             QVERIFY(!open.anyOpen());
         }
-        whenAsked([](QWidget &sheet) { sheet.findChildren<QPushButton *>()[2]->click(); });
+        whenSheetOpens(*qApp,
+                       [](QWidget &sheet) { sheet.findChildren<QPushButton *>()[2]->click(); });
         QCOMPARE(alerts.ask(overwrite), Alert::All);
 
-        whenAsked([](QWidget &sheet) {
+        whenSheetOpens(*qApp, [](QWidget &sheet) {
             QTest::keyClicks(&sheet, u"any letter of what is typed on"_s);
             QVERIFY(sheet.isVisible());
             auto *afterPause = new QTimer(&sheet);
@@ -307,7 +301,7 @@ private Q_SLOTS:
     {
         int usual = 0;
         for (const QString &text : { u"short"_s, u"<b>"_s + QString(255, u'W') }) {
-            whenAsked([&](QWidget &sheet) {
+            whenSheetOpens(*qApp, [&](QWidget &sheet) {
                 const auto labels = sheet.findChildren<QLabel *>();
                 for (const QLabel *label : labels)
                     QVERIFY(label->text().isEmpty() || label->textFormat() == Qt::PlainText);
@@ -322,7 +316,7 @@ private Q_SLOTS:
     void inSilenceAQuestionIsCancelled()
     {
         std::optional<AlertSheets::Silence> silence;
-        whenAsked([&](QWidget &) { silence.emplace(alerts); });
+        whenSheetOpens(*qApp, [&](QWidget &) { silence.emplace(alerts); });
         QCOMPARE(alerts.ask(Alert::question(u"open before"_s)), Alert::No);
         QCOMPARE(alerts.ask(Alert::question(u"asked meanwhile"_s)), Alert::No);
     }
@@ -338,13 +332,13 @@ private Q_SLOTS:
             { u"e"_s, Qt::Key_Escape, std::nullopt },
         };
         for (const auto &[typed, key, chosen] : rows) {
-            whenAsked([typed = typed, key = key](QWidget &panel) {
+            whenSheetOpens(*qApp, [typed = typed, key = key](QWidget &panel) {
                 QTest::keyClicks(panel.findChild<QLineEdit *>(), typed);
                 QTest::keyClick(&panel, key);
             });
             QCOMPARE(ApplicationPanel(applications, nullptr).choose(), chosen);
         }
-        whenAsked([](QWidget &panel) {
+        whenSheetOpens(*qApp, [](QWidget &panel) {
             QTest::keyClicks(panel.findChild<QLineEdit *>(), u"nothing"_s);
             QTest::keyClick(&panel, Qt::Key_Return);
             QVERIFY(panel.isVisible()); // nothing to take

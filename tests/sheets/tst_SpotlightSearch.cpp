@@ -53,8 +53,8 @@ void search(World &world, const std::optional<QString> &text,
             const std::function<void(const Shown &)> &act)
 {
     bool seen = false;
-    QTimer::singleShot(0, &world.window, [&] {
-        QVERIFY(qobject_cast<SpotlightSearchSheet *>(QApplication::activeModalWidget()));
+    whenSheetOpens(world.window, [&](QWidget &sheet) {
+        QVERIFY(qobject_cast<SpotlightSearchSheet *>(&sheet));
         seen = true;
         const Shown shown(world);
         act(shown);
@@ -245,7 +245,7 @@ private Q_SLOTS:
         StartedWorld world(u"left/some name"_s);
         world.focus(Side::Left);
         world.select(u"some name"_s);
-        QTimer::singleShot(0, &world.window, [&] {
+        whenSheetOpens(world.window, [&](QWidget &) {
             QCOMPARE(Shown(world).field.text(), u"some name"_s);
             Shown(world).sheet.reject();
         });

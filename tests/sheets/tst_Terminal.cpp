@@ -44,8 +44,8 @@ struct Shown {
 void terminal(World &world, const std::function<void(const Shown &)> &act)
 {
     bool seen = false;
-    QTimer::singleShot(0, &world.window, [&] {
-        QVERIFY(qobject_cast<TerminalSheet *>(QApplication::activeModalWidget()));
+    whenSheetOpens(world.window, [&](QWidget &sheet) {
+        QVERIFY(qobject_cast<TerminalSheet *>(&sheet));
         seen = true;
         act(Shown());
         if (QApplication::activeModalWidget())

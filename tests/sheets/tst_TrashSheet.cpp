@@ -143,8 +143,8 @@ private:
     void open(const std::function<void(TrashSheet &)> &act)
     {
         bool acted = false;
-        QTimer::singleShot(0, &world->window, [&] {
-            auto *sheet = qobject_cast<TrashSheet *>(QApplication::activeModalWidget());
+        whenSheetOpens(world->window, [&](QWidget &opened) {
+            auto *sheet = qobject_cast<TrashSheet *>(&opened);
             QVERIFY(sheet);
             QTRY_COMPARE(sheet->table->model()->rowCount(), data.names(u"Trash/files"_s).size());
             act(*sheet);

@@ -1,11 +1,14 @@
 #pragma once
 
 #include "app/Application.h"
+#include "base/Arrivals.h"
 #include "files/PathText.h"
+#include "files/Waiting.h"
 #include "platform/OpenDialogs.h"
 #include "settings/SettingsKeys.h"
 #include "settings/UserDefaults.h"
 #include "tests/support/AlertScript.h"
+#include "tests/support/OpenSheet.h"
 #include "tests/support/RecordedPrograms.h"
 #include "tests/support/RecordedServices.h"
 #include "tests/support/ScriptedMetadataIndex.h"
@@ -18,9 +21,32 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
-#include <QTimer>
 
 #include <numeric>
+
+// Presses keys and buttons when what arrived meanwhile has been shown, as a person does. Behind it
+// they would be kept, and act after the test has looked.
+class CalmPerson final : public QObject {
+public:
+    explicit CalmPerson(Waiting &waits)
+        : waiting(waits)
+    {
+        qApp->installEventFilter(this); // asked before those of the program
+    }
+
+private:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        const bool isPress = event->type() == QEvent::ShortcutOverride
+            || event->type() == QEvent::KeyPress || event->type() == QEvent::MouseButtonPress;
+        if (isPress && Arrivals::areHeld() && !waiting.isWaiting() && !Arrivals::isDelivering())
+            [[maybe_unused]]
+            const bool calm = QTest::qWaitFor([] { return !Arrivals::areHeld(); });
+        return false;
+    }
+
+    Waiting &waiting;
+};
 
 // The whole program over the real folders "left" and "right", with a person and a desktop by
 // script.
@@ -38,6 +64,7 @@ struct World {
     ScriptedMetadataIndex metadataIndex;
     Application application { { defaults, openDialogs, alerts, openPanel, programs, workspace,
                                 versionServer, authorization, metadataIndex } };
+    CalmPerson person { application.waiting() };
     MessageBus &bus = application.bus();
     Twinleaf &twinleaf = application.twinleaf();
     MainModel &model = application.mainModel();
@@ -127,11 +154,10 @@ struct World {
     // Types into the input sheet that opens next; nothing cancels it.
     void answerSheet(const QString &text)
     {
-        QTimer::singleShot(0, &window, [this, text] {
-            QWidget *sheet = QApplication::activeModalWidget();
-            auto *field = sheet ? sheet->findChild<QLineEdit *>() : nullptr;
-            QVERIFY2(field, "the expected sheet did not open");
-            prompts.append(sheet->accessibleName() + u'|' + field->text());
+        whenSheetOpens(window, [this, text](QWidget &sheet) {
+            auto *field = sheet.findChild<QLineEdit *>();
+            QVERIFY2(field, "the sheet that opened asks for no text");
+            prompts.append(sheet.accessibleName() + u'|' + field->text());
             field->setText(text);
             QTest::keyClick(field, text.isEmpty() ? Qt::Key_Escape : Qt::Key_Return);
         });

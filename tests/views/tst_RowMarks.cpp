@@ -119,11 +119,9 @@ private Q_SLOTS:
         for (const auto &[key, title] : { std::pair(Qt::Key_Plus, u"Group selection"_s),
                                           std::pair(Qt::Key_Minus, u"Group deselection"_s) }) {
             QString asked;
-            QTimer::singleShot(0, &panes.window, [&] {
-                QWidget *sheet = QApplication::activeModalWidget();
-                QVERIFY(sheet);
-                asked = sheet->accessibleName();
-                QTest::keyClick(sheet, Qt::Key_Escape);
+            whenSheetOpens(panes.window, [&](QWidget &sheet) {
+                asked = sheet.accessibleName();
+                QTest::keyClick(&sheet, Qt::Key_Escape);
             });
             QTest::keyClick(&panes.left, key); // not of the keypad
             QTest::keyClick(&panes.left, key, Qt::KeypadModifier);
