@@ -137,6 +137,7 @@ private:
     QItemSelection ranges(const RowSet &rows) const;
     void select(const QItemSelection &selection); // in place of the present one
     void setCurrentRow(int row);
+    int otherEndOfRange(int row) const;
 
     // PaneTableViewMarks.cpp, with what the keyboard does to marks
     void keepMarks(); // through what extends the selection

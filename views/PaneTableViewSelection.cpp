@@ -102,8 +102,12 @@ void PaneTableView::showRows(const ShownRows &rows)
     if (!std::ranges::equal(rows.selected, selectedRows()))
         selectRows(rows.selected);
     keepMarks();
-    if (rows.current != currentIndex().row())
-        setCurrentRow(rows.current);
+    if (rows.current != currentIndex().row()) {
+        // Shift with arrows goes on extending from where it began.
+        setCurrentRow(otherEndOfRange(rows.current));
+        selectionModel()->setCurrentIndex(_tableModel->index(rows.current, int(Column::Name)),
+                                          QItemSelectionModel::NoUpdate);
+    }
     if (isRowSelected(rows.newest))
         _newestRow = rows.newest;
     executeDelayedItemsLayout(); // else there is nothing to scroll yet
@@ -152,6 +156,19 @@ void PaneTableView::setCurrentRow(int row)
     setCurrentIndex(_tableModel->index(row, int(Column::Name)));
     _settingCurrentRow = false;
     setAutoScroll(scrolls);
+}
+
+// Of the selected rows next to one another that the row begins or ends; else the row itself.
+int PaneTableView::otherEndOfRange(int row) const
+{
+    int top = row;
+    int bottom = row;
+    while (isRowSelected(top - 1))
+        --top;
+    while (isRowSelected(bottom + 1))
+        ++bottom;
+    const bool isSelected = isRowSelected(row);
+    return isSelected && top == row ? bottom : isSelected && bottom == row ? top : row;
 }
 
 void PaneTableView::currentChanged(const QModelIndex &current, const QModelIndex &previous)

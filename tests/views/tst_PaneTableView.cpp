@@ -154,7 +154,8 @@ private Q_SLOTS:
             { "Home 2,4 +@3", { 3, 4 } },
             { "Down +Down +Down Escape +Down", { 3, 4 } },
             { "Home D again +Up", { 3, 4 } },
-            { "End +Up again +Down", { 4, 5 } }, // from the row that the keyboard was on
+            { "End +Up +Up again +Down", { 4, 5 } },
+            { "Home +Down again +Down", { 1, 2 } },
             { "End again Up", { 4 } },
             { "Down Escape", {} },
         };
