@@ -8,6 +8,7 @@
 #include "widgets/ElidedLabel.h"
 
 #include <QEvent>
+#include <QLocale>
 
 #include <chrono>
 #include <utility>
@@ -27,12 +28,13 @@ QString textOf(const ListingTotals &totals)
     QStringList parts;
     const auto count = [&](qsizetype number, const char *one, const char *several) {
         if (number > 0)
-            parts.append(filled(localized(number == 1 ? one : several), int(number)));
+            parts.append(
+                filled(localized(number == 1 ? one : several), QLocale().toString(number)));
     };
-    count(totals.folders, QT_TRANSLATE_NOOP("Twinleaf", "%i folder"),
-          QT_TRANSLATE_NOOP("Twinleaf", "%i folders"));
-    count(totals.files, QT_TRANSLATE_NOOP("Twinleaf", "%i file"),
-          QT_TRANSLATE_NOOP("Twinleaf", "%i files"));
+    count(totals.folders, QT_TRANSLATE_NOOP("Twinleaf", "%@ folder"),
+          QT_TRANSLATE_NOOP("Twinleaf", "%@ folders"));
+    count(totals.files, QT_TRANSLATE_NOOP("Twinleaf", "%@ file"),
+          QT_TRANSLATE_NOOP("Twinleaf", "%@ files"));
     if (parts.isEmpty())
         return localized("Empty folder");
     if (totals.files > 0)
@@ -42,7 +44,8 @@ QString textOf(const ListingTotals &totals)
 
 QString textOfFiltered(qsizetype shown, qsizetype items)
 {
-    return filled(filled(localized("%i of %i items"), int(shown)), int(items));
+    const QLocale locale;
+    return filled(localized("%@ of %@ items"), locale.toString(shown), locale.toString(items));
 }
 
 QString textOf(const VolumeSpace &space)
