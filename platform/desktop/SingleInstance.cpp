@@ -60,17 +60,22 @@ SingleInstance::Verdict SingleInstance::claim(const QStringList &folders, const 
     const QDeadlineTimer deadline(_patience);
     while (_bus.isConnected()) {
         const unsigned answer = request(name, AllowReplacement | DoNotQueue);
-        if (answer == PrimaryOwner || answer == AlreadyOwner)
+        if (answer == PrimaryOwner || answer == AlreadyOwner) {
+            // Who hangs loses it to another; once that ends it is this one's again.
+            request(name, AllowReplacement);
             return { Role::First };
+        }
         if (answer != Exists)
             return { Role::Alone };
         const QString owner = ownerOf(name);
-        if (owner.isEmpty() && !deadline.hasExpired()) {
+        const auto user = userOf(owner);
+        if (!user && !deadline.hasExpired()) {
             QThread::msleep(BetweenTries.count());
             continue; // it went meanwhile
         }
-        if (!isOurs(owner)) {
-            qCWarning(log, "The name on the bus belongs to another user");
+        // A process of another user's, as with sudo, must not show folders for this one.
+        if (user != getuid()) {
+            qCWarning(log, "The name on the bus belongs to another user, or to nobody known");
             return { Role::Alone };
         }
         const QDBusMessage reply =
@@ -111,12 +116,12 @@ void SingleInstance::giveUpNames()
         _bus.send(callOfBus(u"ReleaseName"_s, { name })); // its answer is of no use
 }
 
-// A process of another user's, as with sudo, must not show folders for this one.
-bool SingleInstance::isOurs(const QString &owner) const
+std::optional<uid_t> SingleInstance::userOf(const QString &owner) const
 {
     const QDBusMessage reply = ask(u"GetConnectionUnixUser"_s, { owner });
-    return reply.type() != QDBusMessage::ReplyMessage
-        || reply.arguments().value(0).toUInt() == getuid();
+    return reply.type() == QDBusMessage::ReplyMessage
+        ? std::optional(reply.arguments().value(0).toUInt())
+        : std::nullopt;
 }
 
 QString SingleInstance::ownerOf(const QString &name) const

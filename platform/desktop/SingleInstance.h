@@ -5,6 +5,9 @@
 #include <QStringList>
 
 #include <chrono>
+#include <optional>
+
+#include <sys/types.h>
 
 class QDBusMessage;
 
@@ -38,7 +41,7 @@ public:
     void giveUpNames();
 
 private:
-    bool isOurs(const QString &owner) const;
+    std::optional<uid_t> userOf(const QString &owner) const; // nothing once it has gone
     QString ownerOf(const QString &name) const;
     QDBusMessage ask(const QString &method, const QVariantList &arguments) const;
     unsigned request(const QString &name, unsigned flags) const;

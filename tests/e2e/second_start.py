@@ -180,6 +180,9 @@ def one_that_hangs_is_not_waited_for(scene, session):
     expect(b"does not answer" in line, f"what it says: {line}")
     hanging.send_signal(signal.SIGCONT)
     expect(session.finish() == (0, []), "a third start lands in the second")
+    other.terminate()
+    other.communicate(timeout=LIMIT)
+    wait_for(lambda: session.owner() == session.owner(FILE_MANAGER) == before, "both names at the first again", hanging)
 
 
 if __name__ == "__main__":
