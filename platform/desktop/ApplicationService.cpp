@@ -59,8 +59,6 @@ void ApplicationService::Open(const QStringList &uris, const QVariantMap &platfo
     if (!bringForward(platformData, call))
         return;
     const ShowAddresses addresses = readShowAddresses(uris);
-    for (const QString &line : addresses.refusals)
-        qCWarning(log, "%s", qUtf8Printable(line));
     call.setDelayedReply(true);
     const auto isAnswered = std::make_shared<bool>(false);
     const auto answer = [bus = _bus, call, isAnswered,

@@ -3,16 +3,9 @@
 #include "platform/desktop/ShowAddresses.h"
 
 #include <QDBusError>
-#include <QLoggingCategory>
 
 using namespace Qt::StringLiterals;
 using What = ShowRequest::What;
-
-namespace {
-
-Q_LOGGING_CATEGORY(log, "twinleaf.requests")
-
-} // namespace
 
 const QString FileManagerService::Name = u"org.freedesktop.FileManager1"_s;
 const QString FileManagerService::Path = u"/org/freedesktop/FileManager1"_s;
@@ -49,8 +42,6 @@ void FileManagerService::take(What what, const QStringList &uris, const QString 
     // Before anything is shown: a sheet of information returns when it is closed.
     call.setDelayedReply(true);
     const ShowAddresses addresses = readShowAddresses(uris);
-    for (const QString &line : addresses.refusals)
-        qCWarning(log, "%s", qUtf8Printable(line));
     const bool anyShown =
         !addresses.paths.isEmpty() && _bringForward(StartupToken::checked(startupId));
     if (call.isReplyRequired())

@@ -3,11 +3,14 @@
 #include "files/FileName.h"
 #include "files/FileUrls.h"
 
+#include <QLoggingCategory>
 #include <QSet>
 
 using namespace Qt::StringLiterals;
 
 namespace {
+
+Q_LOGGING_CATEGORY(log, "twinleaf.requests")
 
 constexpr qsizetype MostLines = 5; // one for each of a thousand would hide what matters
 constexpr qsizetype LongestShown = 200; // letters of an address
@@ -46,5 +49,7 @@ ShowAddresses readShowAddresses(const QStringList &addresses)
         read.refusals.append(
             u"Not shown: %1 addresses beyond the first %2"_s.arg(addresses.size() - taken.size())
                 .arg(taken.size()));
+    for (const QString &line : std::as_const(read.refusals))
+        qCWarning(log, "%s", qUtf8Printable(line));
     return read;
 }

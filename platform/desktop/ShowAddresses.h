@@ -8,8 +8,9 @@ struct ShowAddresses {
     static constexpr qsizetype Most = 10'000;
 
     QStringList paths {}; // of files of this machine, each once, in their order
-    QStringList refusals {}; // lines for the log: what was refused, and why
+    QStringList refusals {}; // lines: what was refused, and why
 };
 
-// Takes file: addresses alone. Others are of another machine, or no addresses at all.
+// Takes file: addresses alone. Others are of another machine, or no addresses at all,
+// and are named in the log.
 ShowAddresses readShowAddresses(const QStringList &addresses);

@@ -49,6 +49,7 @@ void endStartup(xcb_connection_t *x, xcb_window_t root, xcb_window_t window,
                                        .format = 8,
                                        .window = window,
                                        .type = atom(x, "_NET_STARTUP_INFO_BEGIN") };
+    const xcb_atom_t further = atom(x, "_NET_STARTUP_INFO");
     constexpr qsizetype Piece = sizeof event.data.data8;
     for (qsizetype at = 0; at < text.size(); at += Piece) {
         std::memset(event.data.data8, 0, Piece);
@@ -56,7 +57,7 @@ void endStartup(xcb_connection_t *x, xcb_window_t root, xcb_window_t window,
                     size_t(std::min(Piece, text.size() - at)));
         xcb_send_event(x, 0, root, XCB_EVENT_MASK_PROPERTY_CHANGE,
                        reinterpret_cast<const char *>(&event));
-        event.type = atom(x, "_NET_STARTUP_INFO");
+        event.type = further;
     }
 }
 
