@@ -32,10 +32,10 @@ constexpr auto BetweenLooks = 50ms;
 constexpr qsizetype Panes = 2;
 constexpr qsizetype MostSheets = 10; // that a person closes one by one
 
-void sayLeftOut(qsizetype count, const char *what)
+// A line, when anything is.
+QStringList leftOut(qsizetype count, const char *line)
 {
-    if (count > 0)
-        qCWarning(log, "Left out of what was asked to be shown: %lld %s", qlonglong(count), what);
+    return count > 0 ? QStringList(filled(localized(line), int(count))) : QStringList();
 }
 
 } // namespace
@@ -69,9 +69,11 @@ void ShowOnRequest::show(const ShowRequest &request)
 {
     if (request.what == What::Information) {
         const QStringList shown = request.paths.first(qMin(request.paths.size(), MostSheets));
+        qsizetype kept = 0;
         for (const QString &path : shown)
-            keep({ .what = What::Information, .paths = { path } });
-        sayLeftOut(request.paths.size() - MostSheets, "item(s) to inform about");
+            kept += keep({ .what = What::Information, .paths = { path } });
+        tell(leftOut(request.paths.size() - kept,
+                     QT_TRANSLATE_NOOP("Twinleaf", "Of %i more item(s) no information is shown.")));
         request.settled({});
     } else {
         keep(request);
@@ -79,15 +81,14 @@ void ShowOnRequest::show(const ShowRequest &request)
     showWhatMay();
 }
 
-void ShowOnRequest::keep(const ShowRequest &request)
+bool ShowOnRequest::keep(const ShowRequest &request)
 {
     const auto isSheet = [](const ShowRequest &one) { return one.what == What::Information; };
     if (isSheet(request)) {
-        if (std::ranges::count_if(_held, isSheet) < MostSheets)
-            _held.append(request);
-        else
-            sayLeftOut(1, "item(s) to inform about");
-        return;
+        if (std::ranges::count_if(_held, isSheet) >= MostSheets)
+            return false;
+        _held.append(request);
+        return true;
     }
     // The panes can show but one; the person went on to another since.
     QList<ShowRequest> kept;
@@ -98,6 +99,7 @@ void ShowOnRequest::keep(const ShowRequest &request)
             held.settled({});
     }
     _held = kept + QList { request };
+    return true;
 }
 
 void ShowOnRequest::showWhatMay()
@@ -140,11 +142,16 @@ void ShowOnRequest::perform(const ShowRequest &request)
         complaints = showInformation(request.paths.value(0));
         break;
     }
+    tell(complaints);
+    request.settled(complaints);
+}
+
+void ShowOnRequest::tell(const QStringList &complaints) const
+{
     if (!complaints.isEmpty())
         window.showNotice(complaints.first());
-    for (const QString &complaint : std::as_const(complaints))
+    for (const QString &complaint : complaints)
         qCInfo(log, "%s", qUtf8Printable(complaint));
-    request.settled(complaints);
 }
 
 QStringList ShowOnRequest::showPlaces(const ShowRequest &request)
@@ -165,7 +172,9 @@ QStringList ShowOnRequest::showPlaces(const ShowRequest &request)
                                                        : QStringList(place->selected));
         side = otherSide(side);
     }
-    sayLeftOut(request.paths.size() - Panes, "folder(s): there are two panes");
+    complaints += leftOut(
+        request.paths.size() - Panes,
+        QT_TRANSLATE_NOOP("Twinleaf", "%i more folder(s) are not shown: there are two panes."));
     mainWindow.fileList(first).setFocus();
     return complaints;
 }
@@ -177,12 +186,12 @@ QStringList ShowOnRequest::showItems(const QStringList &paths)
         QStringList names {};
     };
     QList<Folder> folders; // in the order in which they are named first
-    qsizetype leftOut = 0;
+    qsizetype further = 0;
     for (const QString &path : paths) {
         const QString parent = PathText::parent(path);
         auto folder = std::ranges::find(folders, parent, &Folder::path);
         if (folder == folders.end() && folders.size() == Panes) {
-            ++leftOut;
+            ++further;
             continue;
         }
         if (folder == folders.end())
@@ -190,7 +199,6 @@ QStringList ShowOnRequest::showItems(const QStringList &paths)
         if (path != parent) // of "/" there is no row
             folder->names.append(PathText::lastComponent(path));
     }
-    sayLeftOut(leftOut, "item(s) of further folders: there are two panes");
     Side side = activeSide();
     mainWindow.fileList(side).setFocus();
     QStringList complaints;
@@ -200,7 +208,11 @@ QStringList ShowOnRequest::showItems(const QStringList &paths)
             complaints += whyMissing(PathText::joined(folder.path, missing.first()));
         side = otherSide(side);
     }
-    return complaints;
+    return complaints
+        + leftOut(further,
+                  QT_TRANSLATE_NOOP(
+                      "Twinleaf",
+                      "%i item(s) of further folders are not shown: there are two panes."));
 }
 
 QStringList ShowOnRequest::showInformation(const QString &path)

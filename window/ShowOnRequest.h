@@ -26,10 +26,11 @@ public:
     void show(const ShowRequest &request) override;
 
 private:
-    void keep(const ShowRequest &request);
+    bool keep(const ShowRequest &request); // false: there are too many
     void showWhatMay();
     bool mayShow() const;
     void perform(const ShowRequest &request);
+    void tell(const QStringList &complaints) const;
     QStringList showPlaces(const ShowRequest &request);
     QStringList showItems(const QStringList &paths);
     QStringList showInformation(const QString &path);

@@ -33,11 +33,12 @@ private Q_SLOTS:
         row("one is the left", What::Panes, "one", R, "one:..", "right:..");
         row("a file", What::Panes, "one/b", L, "one:b", "right:..");
         row("gone", What::Panes, "gone two", L, "left:..", "two:..", { u"gone' does not exist"_s });
-        row("a third one", What::Panes, "one two left", L, "one:..", "two:..");
+        row("a third one", What::Panes, "one two left", L, "one:..", "two:..",
+            { u"1 more folder(s) are not shown"_s });
         row("active first", What::Folders, "one two", R, "two:..", "one:..");
         row("items of one folder", What::Items, "one/c one/a", R, "left:..", "one:a c");
         row("items of three folders", What::Items, "one/a two/x left/l one/b two/y", R, "two:x y",
-            "one:a b");
+            "one:a b", { u"1 item(s) of further folders are not shown"_s });
         row("an item that is gone", What::Items, "one/gone one/c", L, "one:c", "right:..",
             { u"one/gone' does not exist"_s });
         row("a hidden one", What::Items, "one/.dot", L, "one:..", "right:..",
