@@ -98,9 +98,31 @@ void Undo::run(const DoneItems &done, unsigned ticket, OperationRecord &record) 
         alerts.ask(Alert::failure(undoing.anyUndone() ? localized("Not everything could be undone.")
                                                       : localized("Undo failed!"),
                                   shortened(undoing.told())));
+    else
+        tellWhatIsBack(done);
     if (const DoneItem &first = done.items().first(); done.items().size() == 1)
         record.item = undoing.anyUndone() && !first.wasMade() ? first.from.path() : QString();
     copyMove.queue().end(ticket);
+}
+
+// Where no pane shows it; of what goes to the Trash the question has told.
+void Undo::tellWhatIsBack(const DoneItems &done) const // worker thread
+{
+    const DoneItem &first = done.items().first();
+    const QString &folder = first.from.folder;
+    if (first.wasMade())
+        return;
+    onMainThread([&] {
+        if (folder == mainModel->folder(Side::Left) || folder == mainModel->folder(Side::Right))
+            return;
+        const QString place = FileName::shown(folder);
+        const auto count = done.items().size();
+        windowController->showNotice(
+            count == 1
+                ? filled(localized("'%@' is back in '%@'."), FileName::shown(first.from.name),
+                         place)
+                : filled(filled(localized("%i items are back in '%@'."), int(count)), place));
+    });
 }
 
 void Undo::showLine(const QString &line) const // any thread

@@ -32,6 +32,7 @@ public:
 private:
     bool isAgreedTo(const DoneItems &done, const QString &text) const;
     void run(const DoneItems &done, unsigned ticket, OperationRecord &record);
+    void tellWhatIsBack(const DoneItems &done) const;
     void showLine(const QString &line) const;
 
     Alerts &alerts;

@@ -3,6 +3,7 @@
 #include "tests/operations/DeskWorld.h"
 #include "tests/support/FolderTrashCan.h"
 #include "widgets/Mnemonics.h"
+#include "window/NoticeLabel.h"
 
 namespace {
 
@@ -88,6 +89,24 @@ private Q_SLOTS:
             QCOMPARE(desk.alerts.last().text,
                      moves ? u"Undo moves 2 item(s) back. Are you sure?"_s
                            : u"Undo puts 2 item(s) back from the Trash. Are you sure?"_s);
+        }
+    }
+
+    void whatComesBackOutOfSightIsTold()
+    {
+        for (const bool isOne : { true, false }) {
+            UndoDesk desk(u"from/a=a, from/b=b, away/"_s);
+            desk.operations.deleteItems(
+                desk.request(isOne ? QStringList { u"a"_s } : QStringList { u"a"_s, u"b"_s }));
+            desk.operations.drain();
+            desk.show(Side::Left, u"away"_s);
+            desk.alerts.decide = [](const Alert &) { return Alert::Yes; };
+            desk.operations.undoLast();
+            desk.operations.drain();
+            QCOMPARE(desk.window.notice->text(),
+                     (isOne ? u"'a' is back in '%1'."_s : u"2 items are back in '%1'."_s)
+                         .arg(desk.source));
+            QCOMPARE(desk.tree(), u"from/a=a, from/b=b"_s);
         }
     }
 
