@@ -682,6 +682,18 @@ Stelle der zuletzt gezeigten Ordner; eine Datei öffnet ihren Ordner und ist aus
         <translation>'%@' ist in seinem Ordner ausgeblendet.</translation>
     </message>
     <message>
+        <source>%i more folder(s) are not shown: there are two panes.</source>
+        <translation>%i weitere Ordner werden nicht gezeigt: Es gibt zwei Fensterhälften.</translation>
+    </message>
+    <message>
+        <source>%i item(s) of further folders are not shown: there are two panes.</source>
+        <translation>%i Objekt(e) weiterer Ordner werden nicht gezeigt: Es gibt zwei Fensterhälften.</translation>
+    </message>
+    <message>
+        <source>Of %i more item(s) no information is shown.</source>
+        <translation>Von %i weiteren Objekt(en) wird keine Information angezeigt.</translation>
+    </message>
+    <message>
         <source>%i of %i</source>
         <translation>%i von %i</translation>
     </message>
@@ -934,8 +946,8 @@ Stelle der zuletzt gezeigten Ordner; eine Datei öffnet ihren Ordner und ist aus
         <translation>Alle Objekte zeigen</translation>
     </message>
     <message>
-        <source>%i of %i items</source>
-        <translation>%i von %i Objekten</translation>
+        <source>%@ of %@ items</source>
+        <translation>%@ von %@ Objekten</translation>
     </message>
     <message>
         <source>Filtering...</source>
@@ -2030,6 +2042,14 @@ Stelle der zuletzt gezeigten Ordner; eine Datei öffnet ihren Ordner und ist aus
         <translation>Rückgängigmachen fehlgeschlagen!</translation>
     </message>
     <message>
+        <source>'%@' is back in '%@'.</source>
+        <translation>'%@' ist wieder in '%@'.</translation>
+    </message>
+    <message>
+        <source>%i items are back in '%@'.</source>
+        <translation>%i Objekte sind wieder in '%@'.</translation>
+    </message>
+    <message>
         <source>Another item stands at its old place.</source>
         <translation>An seinem alten Platz steht ein anderes Objekt.</translation>
     </message>
@@ -2310,20 +2330,20 @@ Stelle der zuletzt gezeigten Ordner; eine Datei öffnet ihren Ordner und ist aus
         <translation>Zeilen umbrechen</translation>
     </message>
     <message>
-        <source>%i folder</source>
-        <translation>%i Ordner</translation>
+        <source>%@ folder</source>
+        <translation>%@ Ordner</translation>
     </message>
     <message>
-        <source>%i folders</source>
-        <translation>%i Ordner</translation>
+        <source>%@ folders</source>
+        <translation>%@ Ordner</translation>
     </message>
     <message>
-        <source>%i file</source>
-        <translation>%i Datei</translation>
+        <source>%@ file</source>
+        <translation>%@ Datei</translation>
     </message>
     <message>
-        <source>%i files</source>
-        <translation>%i Dateien</translation>
+        <source>%@ files</source>
+        <translation>%@ Dateien</translation>
     </message>
     <message>
         <source>Empty folder</source>
