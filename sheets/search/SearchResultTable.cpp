@@ -6,43 +6,24 @@
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QPainter>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 
 namespace {
 
-constexpr int IconSide = 16;
-constexpr int Padding = 3; // over and under a row
-constexpr int IconWidth = IconSide + 16;
+constexpr int IconWidth = 32;
 
 } // namespace
 
 SearchResultTable::SearchResultTable(SearchResultModel &model, QWidget *parent)
-    : QTableView(parent)
+    : RowTable(model, parent)
     , results(model)
 {
-    setModel(&model);
-    setSelectionBehavior(SelectRows);
     setSelectionMode(SingleSelection);
-    setEditTriggers(NoEditTriggers);
-    setShowGrid(false);
-    setTabKeyNavigation(false);
-    setWordWrap(false);
-    setTextElideMode(Qt::ElideMiddle);
-    setIconSize({ IconSide, IconSide });
     setVerticalScrollMode(ScrollPerItem);
-    setCornerButtonEnabled(false);
-    // Rows of one height, so that none but the visible ones is ever asked for.
-    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    verticalHeader()->setDefaultSectionSize(std::max(IconSide, fontMetrics().height())
-                                            + 2 * Padding);
-    verticalHeader()->hide();
     horizontalHeader()->setMinimumSectionSize(IconWidth);
-    horizontalHeader()->setHighlightSections(false);
     // Also where a scroll bar takes some of the width, which stretching the last one forgets.
     horizontalHeader()->setSectionResizeMode(SearchResultModel::PathColumn, QHeaderView::Stretch);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setHorizontalScrollMode(ScrollPerPixel);
     setColumnWidth(SearchResultModel::IconColumn, IconWidth);
 }
@@ -91,40 +72,26 @@ void SearchResultTable::reload()
 
 void SearchResultTable::reset()
 {
-    QTableView::reset();
+    RowTable::reset();
     if (_reloading)
         return;
     _selected = {};
     _top = {};
 }
 
-void SearchResultTable::setPlaceholder(const QString &text)
-{
-    _placeholder = text;
-    viewport()->update();
-}
-
 void SearchResultTable::selectionChanged(const QItemSelection &selected,
                                          const QItemSelection &deselected)
 {
-    QTableView::selectionChanged(selected, deselected);
+    RowTable::selectionChanged(selected, deselected);
     if (!_reloading)
         _selected = results.resultAt(selectedRow());
 }
 
 void SearchResultTable::scrollContentsBy(int dx, int dy)
 {
-    QTableView::scrollContentsBy(dx, dy);
+    RowTable::scrollContentsBy(dx, dy);
     if (!_reloading)
         _top = results.resultAt(topRow());
-}
-
-// Of a table of rows: to the first and the last one.
-QModelIndex SearchResultTable::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)
-{
-    if (action == MoveHome || action == MoveEnd)
-        modifiers |= Qt::ControlModifier;
-    return QTableView::moveCursor(action, modifiers);
 }
 
 void SearchResultTable::keyPressEvent(QKeyEvent *event)
@@ -140,15 +107,5 @@ void SearchResultTable::keyPressEvent(QKeyEvent *event)
     else if (event->matches(QKeySequence::Copy) && !_selected.path.isEmpty())
         QGuiApplication::clipboard()->setText(_selected.path);
     else
-        QTableView::keyPressEvent(event);
-}
-
-void SearchResultTable::paintEvent(QPaintEvent *event)
-{
-    QTableView::paintEvent(event);
-    if (_placeholder.isEmpty() || results.rowCount() > 0)
-        return;
-    QPainter painter(viewport());
-    painter.setPen(palette().color(QPalette::Disabled, QPalette::WindowText));
-    painter.drawText(viewport()->rect(), int(Qt::AlignCenter) | Qt::TextWordWrap, _placeholder);
+        RowTable::keyPressEvent(event);
 }

@@ -1,14 +1,13 @@
 #pragma once
 
 #include "platform/MetadataIndex.h"
-
-#include <QTableView>
+#include "widgets/RowTable.h"
 
 class SearchResultModel;
 
 // The table of the results. When they change it keeps the selected one, and what it shows of them
 // keeps its place. Main thread.
-class SearchResultTable final : public QTableView {
+class SearchResultTable final : public RowTable {
     Q_OBJECT
 
 public:
@@ -17,8 +16,6 @@ public:
     int selectedRow() const; // -1: none
     QString selectedPath() const { return _selected.path; } // "": none
     void reload(); // the results have changed
-    // What stands there while there is no row.
-    void setPlaceholder(const QString &text);
     void reset() override; // other rows altogether: nothing is kept
 
 Q_SIGNALS:
@@ -29,11 +26,9 @@ Q_SIGNALS:
 protected:
     void keyPressEvent(QKeyEvent *event) override;
     void keyboardSearch(const QString &) override { } // through all rows; the field is there for it
-    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
     void selectionChanged(const QItemSelection &selected,
                           const QItemSelection &deselected) override;
     void scrollContentsBy(int dx, int dy) override;
-    void paintEvent(QPaintEvent *event) override;
 
 private:
     int topRow() const;
@@ -41,6 +36,5 @@ private:
     SearchResultModel &results;
     MetadataQuery::Result _selected;
     MetadataQuery::Result _top; // the first row that is seen
-    QString _placeholder;
     bool _reloading = false;
 };

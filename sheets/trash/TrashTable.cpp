@@ -5,44 +5,26 @@
 
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QPainter>
 
 #include <algorithm>
 
 namespace {
 
-constexpr int IconSide = 16; // pixels, as the rest
-constexpr int Padding = 3; // over and under a row
-constexpr int NameWidth = 240;
+constexpr int NameWidth = 240; // pixels
 constexpr int SizeWidth = 90;
 
 } // namespace
 
 TrashTable::TrashTable(TrashModel &rows, QWidget *parent)
-    : QTableView(parent)
+    : RowTable(rows, parent)
     , _rows(rows)
 {
-    setModel(&rows);
     setAccessibleName(localized("Trash"));
-    setSelectionBehavior(SelectRows);
     setSelectionMode(ExtendedSelection);
-    setEditTriggers(NoEditTriggers);
-    setShowGrid(false);
-    setTabKeyNavigation(false);
-    setWordWrap(false);
-    setTextElideMode(Qt::ElideMiddle);
-    setIconSize({ IconSide, IconSide });
-    setCornerButtonEnabled(false);
-    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    verticalHeader()->setDefaultSectionSize(std::max(IconSide, fontMetrics().height())
-                                            + 2 * Padding);
-    verticalHeader()->hide();
     QHeaderView *header = horizontalHeader();
-    header->setHighlightSections(false);
     header->setSortIndicator(TrashModel::DeletedColumn, Qt::DescendingOrder);
     setSortingEnabled(true);
     header->setSectionResizeMode(TrashModel::OriginColumn, QHeaderView::Stretch);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setColumnWidth(TrashModel::NameColumn, NameWidth);
     setColumnWidth(TrashModel::DeletedColumn, 19 * fontMetrics().horizontalAdvance(u'0'));
     setColumnWidth(TrashModel::SizeColumn, SizeWidth);
@@ -87,24 +69,10 @@ void TrashTable::setItems(const QList<TrashedItem> &items)
     scrollTo(index);
 }
 
-void TrashTable::setPlaceholder(const QString &text)
-{
-    _placeholder = text;
-    viewport()->update();
-}
-
 void TrashTable::selectionChanged(const QItemSelection &selected, const QItemSelection &deselected)
 {
-    QTableView::selectionChanged(selected, deselected);
+    RowTable::selectionChanged(selected, deselected);
     Q_EMIT selectionAltered();
-}
-
-// Of a table of rows: to the first and the last one.
-QModelIndex TrashTable::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)
-{
-    if (action == MoveHome || action == MoveEnd)
-        modifiers |= Qt::ControlModifier;
-    return QTableView::moveCursor(action, modifiers);
 }
 
 void TrashTable::keyPressEvent(QKeyEvent *event)
@@ -115,15 +83,5 @@ void TrashTable::keyPressEvent(QKeyEvent *event)
     else if (event->key() == Qt::Key_F5 && modifiers == Qt::NoModifier)
         Q_EMIT reloadAsked();
     else
-        QTableView::keyPressEvent(event);
-}
-
-void TrashTable::paintEvent(QPaintEvent *event)
-{
-    QTableView::paintEvent(event);
-    if (_placeholder.isEmpty() || _rows.rowCount() > 0)
-        return;
-    QPainter painter(viewport());
-    painter.setPen(palette().color(QPalette::Disabled, QPalette::WindowText));
-    painter.drawText(viewport()->rect(), int(Qt::AlignCenter) | Qt::TextWordWrap, _placeholder);
+        RowTable::keyPressEvent(event);
 }
