@@ -85,19 +85,13 @@ int waitForAll(pid_t program)
 pid_t startAttended(const char *folder, char *const *arguments, int output, int errors)
 {
     const pid_t parent = getpid();
-    // It may be asked to end before it has run at all, and a handler of ours is not for it.
-    sigset_t all;
-    sigset_t before;
-    sigfillset(&all);
-    pthread_sigmask(SIG_SETMASK, &all, &before);
-    const pid_t child = fork();
+    const pid_t child = ForkedChild::make();
     if (child == 0) {
         setpgid(0, 0); // as every program's: a Ctrl+C in the terminal is not for it
         ForkedChild::setSignals();
         ForkedChild::setDescriptors(output, errors);
         attend(parent, folder, arguments);
     }
-    pthread_sigmask(SIG_SETMASK, &before, nullptr);
     if (child > 0)
         setpgid(child, child); // whoever comes first
     return child;

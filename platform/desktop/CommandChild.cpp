@@ -125,18 +125,12 @@ pid_t startCommand(const char *folder, char *const *words, char *const *environm
                    int errors, int report)
 {
     const pid_t parent = getpid();
-    // It may be asked to end before it has run at all, and a handler of ours is not for it.
-    sigset_t all;
-    sigset_t before;
-    sigfillset(&all);
-    pthread_sigmask(SIG_SETMASK, &all, &before);
-    const pid_t child = fork();
+    const pid_t child = ForkedChild::make();
     if (child == 0) {
         setsid();
         ForkedChild::setSignals();
         ForkedChild::setDescriptors(output, errors, report);
         attend(parent, folder, words, environment);
     }
-    pthread_sigmask(SIG_SETMASK, &before, nullptr);
     return child;
 }

@@ -6,6 +6,18 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
+pid_t ForkedChild::make()
+{
+    sigset_t all;
+    sigset_t before;
+    sigfillset(&all);
+    pthread_sigmask(SIG_SETMASK, &all, &before);
+    const pid_t child = fork();
+    if (child != 0)
+        pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    return child;
+}
+
 void ForkedChild::setSignals()
 {
     struct sigaction standard = {};
