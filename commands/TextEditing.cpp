@@ -62,7 +62,7 @@ Alert whyNotEdited(const QList<Other> &others)
                               reason(others.first()));
     QStringList lines;
     for (const Other &other : others)
-        lines.append(name(other) + u": "_s + reason(other));
+        lines.append(lineAbout(PathText::lastComponent(other.path), reason(other)));
     return Alert::failure(filled(localized("%i items cannot be edited!"), int(others.size())),
                           shortened(lines));
 }

@@ -10,6 +10,7 @@
 #include "files/SystemCalls.h"
 #include "files/TreeRemoval.h"
 #include "operations/KeptBeside.h"
+#include "operations/Refusal.h"
 #include "operations/SmallPrint.h"
 #include "platform/Alerts.h"
 #include "platform/Workspace.h"
@@ -20,11 +21,6 @@ using namespace Qt::StringLiterals;
 using SystemCalls::errorOf;
 
 namespace {
-
-QString line(const QString &name, const QString &reason)
-{
-    return filled(u"%@: %@"_s, FileName::shown(name), reason);
-}
 
 QString reasonText(const std::error_code &failed)
 {
@@ -49,16 +45,8 @@ PermanentRemoval::PermanentRemoval(Alerts &alertsToAsk, Workspace &workspaceInUs
 QStringList PermanentRemoval::refusals(const OperationRequest &request) const
 {
     const auto trash = workspace.trashRun(request.source);
-    QStringList refused;
-    for (const QString &name : request.items) {
-        const QString reason = !PathText::isItemName(name) ? localized("It is no item.")
-            : FileFlags::isLocked(PathText::joined(request.source, name))
-            ? localized("The item is locked.")
-            : trash->refusalForGood(name);
-        if (!reason.isEmpty())
-            refused.append(line(name, reason));
-    }
-    return refused;
+    return removalRefusals(request,
+                           [&trash](const QString &name) { return trash->refusalForGood(name); });
 }
 
 void PermanentRemoval::removeItems(const OperationRequest &request, const QList<FileIdentity> &seen,
@@ -69,7 +57,8 @@ void PermanentRemoval::removeItems(const OperationRequest &request, const QList<
         const Descriptor folder(SystemCalls::openat(AT_FDCWD, FileName::toBytes(request.source),
                                                     O_RDONLY | O_DIRECTORY | O_CLOEXEC));
         if (!folder.isOpen())
-            failed.append(line(PathText::lastComponent(request.source), reasonText(errorOf(-1))));
+            failed.append(
+                lineAbout(PathText::lastComponent(request.source), reasonText(errorOf(-1))));
         Staging staging(folder.number(), request.source, journal);
         for (qsizetype at = 0; folder.isOpen() && at < request.items.size() && !isCancelled();
              ++at) {
@@ -77,7 +66,7 @@ void PermanentRemoval::removeItems(const OperationRequest &request, const QList<
             const QString reason =
                 remove(folder.number(), staging, FileName::toBytes(name), seen.value(at));
             if (!reason.isEmpty())
-                failed.append(line(name, reason));
+                failed.append(lineAbout(name, reason));
         }
     }
     if (!failed.isEmpty())

@@ -4,6 +4,7 @@
 #include "files/FileFlags.h"
 #include "files/PathText.h"
 #include "files/SameFile.h"
+#include "operations/SmallPrint.h"
 
 namespace {
 
@@ -34,4 +35,19 @@ QString refusalOf(const QString &source, const std::optional<FileStatus> &given,
     if (isFolder(standing) && SameFile::isInside(PathText::parent(source), target))
         return localized("The existing item holds the new one.");
     return {};
+}
+
+QStringList removalRefusals(const OperationRequest &request,
+                            const std::function<QString(const QString &name)> &byTrash)
+{
+    QStringList refused;
+    for (const QString &name : request.items) {
+        const QString reason = !PathText::isItemName(name) ? localized("It is no item.")
+            : FileFlags::isLocked(PathText::joined(request.source, name))
+            ? localized("The item is locked.")
+            : byTrash(name);
+        if (!reason.isEmpty())
+            refused.append(lineAbout(name, reason));
+    }
+    return refused;
 }

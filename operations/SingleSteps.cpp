@@ -6,6 +6,7 @@
 #include "files/PathText.h"
 #include "operations/CopyMove.h"
 #include "operations/DuplicateName.h"
+#include "operations/Refusal.h"
 #include "operations/SmallPrint.h"
 #include "platform/Alerts.h"
 #include "platform/Programs.h"
@@ -14,11 +15,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-QString line(const QString &name, const QString &reason)
-{
-    return filled(u"%@: %@"_s, FileName::shown(name), reason);
-}
 
 QString badName()
 {
@@ -66,7 +62,7 @@ void SingleSteps::newFolder(const OperationRequest &request,
         return noteDone(record.done, DoneItem::NewFolder, record.item);
     record.refused = request;
     alerts.ask(
-        Alert::failure(localized("Cannot create folder!"), line(name, reasonOf(error, name))));
+        Alert::failure(localized("Cannot create folder!"), lineAbout(name, reasonOf(error, name))));
 }
 
 void SingleSteps::newFile(const OperationRequest &request,
@@ -80,7 +76,8 @@ void SingleSteps::newFile(const OperationRequest &request,
     if (!error)
         return noteDone(record.done, DoneItem::NewFile, record.item);
     record.refused = request;
-    alerts.ask(Alert::failure(localized("Cannot create file!"), line(name, reasonOf(error, name))));
+    alerts.ask(
+        Alert::failure(localized("Cannot create file!"), lineAbout(name, reasonOf(error, name))));
 }
 
 void SingleSteps::renameItem(const OperationRequest &request,
@@ -108,7 +105,7 @@ void SingleSteps::renameItem(const OperationRequest &request,
         return;
     }
     record.refused = request;
-    alerts.ask(Alert::failure(localized("Rename failed!"), line(about, reason)));
+    alerts.ask(Alert::failure(localized("Rename failed!"), lineAbout(about, reason)));
 }
 
 QStringList SingleSteps::moveAllToTrash(const OperationRequest &request,
@@ -116,22 +113,15 @@ QStringList SingleSteps::moveAllToTrash(const OperationRequest &request,
 {
     // Nothing moves when one of them must not: the set succeeds or fails as one.
     const auto trash = workspace.trashRun(request.source);
-    QStringList refused;
-    for (const QString &name : request.items) {
-        const QString reason = !PathText::isItemName(name) ? localized("It is no item.")
-            : FileFlags::isLocked(PathText::joined(request.source, name))
-            ? localized("The item is locked.")
-            : trash->refusal(name);
-        if (!reason.isEmpty())
-            refused.append(line(name, reason));
-    }
+    const QStringList refused =
+        removalRefusals(request, [&trash](const QString &name) { return trash->refusal(name); });
     if (!refused.isEmpty())
         return refused;
     for (const QString &name : request.items) {
         QString reason;
         const auto status = fileStatus(PathText::joined(request.source, name), Links::NoFollow);
         if (!trash->move(name, &reason))
-            return { line(name, reason) };
+            return { lineAbout(name, reason) };
         if (status)
             done.add({ .way = DoneItem::Trashed,
                        .from = { request.source, name },
@@ -198,7 +188,7 @@ DoneItems SingleSteps::duplicateItems(const OperationRequest &request,
                 PathText::joined(request.source, name),
                 PathText::joined(request.source, freeNameOfDuplicate(request.source, name)), done);
         if (reason)
-            failed.append(line(name, *reason));
+            failed.append(lineAbout(name, *reason));
     }
     queue.end(ticket);
     if (!failed.isEmpty())

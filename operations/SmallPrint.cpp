@@ -3,6 +3,8 @@
 #include "files/FileName.h"
 #include "platform/Alerts.h"
 
+using namespace Qt::StringLiterals;
+
 QString shortened(const QStringList &lines)
 {
     constexpr qsizetype MostLines = 12;
@@ -22,6 +24,11 @@ Alert remark(const QString &text, const QStringList &lines)
     Alert alert = Alert::failure(text, shortened(lines));
     alert.style = Alert::Style::Informational;
     return alert;
+}
+
+QString lineAbout(const QString &name, const QString &reason)
+{
+    return FileName::shown(name) + u": "_s + reason;
 }
 
 QStringList shownLines(const QString &text)

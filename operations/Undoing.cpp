@@ -9,6 +9,7 @@
 #include "files/StatxStatus.h"
 #include "files/SystemCalls.h"
 #include "operations/Refusal.h"
+#include "operations/SmallPrint.h"
 #include "operations/SyncRemovable.h"
 #include "platform/Alerts.h"
 #include "platform/TrashCan.h"
@@ -239,7 +240,7 @@ void Undoing::endTransfer()
 
 void Undoing::tell(const QString &name, const QString &reason)
 {
-    _told += FileName::shown(name) + u": "_s + reason;
+    _told += lineAbout(name, reason);
 }
 
 void Undoing::refuse(const DoneItem &item, const QString &reason)
