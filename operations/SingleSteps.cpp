@@ -113,7 +113,7 @@ QStringList SingleSteps::moveAllToTrash(const OperationRequest &request,
 {
     // Nothing moves when one of them must not: the set succeeds or fails as one.
     const auto trash = workspace.trashRun(request.source);
-    const QStringList refused =
+    QStringList refused =
         removalRefusals(request, [&trash](const QString &name) { return trash->refusal(name); });
     if (!refused.isEmpty())
         return refused;
