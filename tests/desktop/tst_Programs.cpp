@@ -37,7 +37,7 @@ private Q_SLOTS:
         const Descriptor here(::open(FileName::toBytes(folder.path()), O_PATH));
         QVERIFY(DesktopPrograms().runAt(here.number(), { u"/bin/mkdir"_s, u"a"_s }).succeeded());
         QCOMPARE(folder.names(), QStringList { u"a"_s });
-        QCOMPARE(DesktopPrograms().runAt(here.number(), { u"/nonexistent"_s }).errorText,
+        QCOMPARE(DesktopPrograms().runAt(here.number(), { folder.path(u"none"_s) }).errorText,
                  u"No such file or directory"_s);
 
         // Far more than a pipe holds: a reader that stopped at its limit would hang the program.
@@ -46,8 +46,8 @@ private Q_SLOTS:
         QVERIFY(talkative.errorText.startsWith(u"complaint\n"));
         QVERIFY(talkative.errorText.size() <= 4096);
 
-        const ProgramEnd missing =
-            DesktopPrograms().run({ u"/nonexistent/program"_s }, [](pid_t) { QFAIL("called"); });
+        const ProgramEnd missing = DesktopPrograms().run({ TestFolder().path(u"program"_s) },
+                                                         [](pid_t) { QFAIL("called"); });
         QVERIFY(!missing.started && !missing.succeeded() && !missing.errorText.isEmpty());
     }
 

@@ -80,7 +80,6 @@ private Q_SLOTS:
             { _trash + u"/files/old/inner"_s, inTrash },
             { u""_s, {} },
             { u"relative"_s, {} },
-            { u"/nothing"_s, gone },
             { folder.path(u"gone"_s), gone },
             { folder.path(QString(246, u'm')), u"Its name is too long for the Trash."_s },
         };

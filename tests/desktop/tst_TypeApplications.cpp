@@ -18,7 +18,7 @@ struct Applications {
         for (const QString &name : { u"both"_s, u"one"_s, u"two"_s, u"gone"_s })
             write(folder + name + u".desktop"_s,
                   "[Desktop Entry]\nType=Application\nName=" + name.toUtf8()
-                      + "\nExec=" + (name == u"gone" ? "/not/there" : "/bin/true") + " %U\n");
+                      + "\nExec=" + (name == u"gone" ? "/proc/none" : "/bin/true") + " %U\n");
         write(folder + u"mimeinfo.cache"_s,
               "[MIME Cache]\napplication/x-nes-rom=both.desktop;one.desktop;gone.desktop;\n"
               "application/x-gameboy-rom=both.desktop;two.desktop;never.desktop;\n");

@@ -249,14 +249,15 @@ private Q_SLOTS:
         World world;
         world.workspace.succeeds = false;
         world.alerts.decide = [](const Alert &) { return Alert::Ok; };
-        world.twinleaf.launchApp(u"/a"_s);
-        world.twinleaf.launchInstallerPackage(u"/a"_s);
-        world.twinleaf.launchFileURLs({ u"/a"_s, u"/b"_s });
+        world.twinleaf.launchApp(u"/proc/a"_s);
+        world.twinleaf.launchInstallerPackage(u"/proc/a"_s);
+        world.twinleaf.launchFileURLs({ u"/proc/a"_s, u"/proc/b"_s });
         world.twinleaf.openAddress(u"https://a"_s);
         QStringList calls;
         for (const QStringList &call : std::as_const(world.workspace.calls))
             calls.append(call[0] + call[1]);
-        QCOMPARE(calls.join(u", "_s), u"launch/a, install/a, open/a, open/b, addresshttps://a"_s);
+        QCOMPARE(calls.join(u", "_s),
+                 u"launch/proc/a, install/proc/a, open/proc/a, open/proc/b, addresshttps://a"_s);
         QStringList texts;
         for (const Alert &alert : world.alerts.shown())
             texts.append(alert.text);
@@ -265,7 +266,7 @@ private Q_SLOTS:
         QCOMPARE(
             texts,
             QStringList({ launch, u"Cannot launch installer or package!"_s, open, open, launch }));
-        QCOMPARE(world.alerts.shown()[0].details, u"/a\nNo such file or directory"_s);
+        QCOMPARE(world.alerts.shown()[0].details, u"/proc/a\nNo such file or directory"_s);
     }
 };
 

@@ -165,8 +165,8 @@ private Q_SLOTS:
                  u"/bin/ps -axwwopid,command | grep \"twinleaf none\""_s);
         for (const QString &name : { u"twinleaf one"_s, u"twinleaf $(two)"_s }) {
             QProcess process;
-            process.start(u"/bin/sh"_s, { u"-c"_s, u"read line; :"_s, name });
-            QVERIFY(process.waitForStarted());
+            process.start(u"/bin/sh"_s, { u"-c"_s, u"echo here; read line; :"_s, name });
+            QVERIFY(process.waitForReadyRead()); // merely started it has no words yet
             QCOMPARE(authentication.getPID(name), int(process.processId()));
             process.closeWriteChannel();
             QVERIFY(process.waitForFinished());
