@@ -1,6 +1,7 @@
 #include "app/Application.h"
 #include "app/CommandLine.h"
 #include "app/DesktopServices.h"
+#include "base/Localized.h"
 #include "platform/desktop/SessionServices.h"
 #include "platform/desktop/SilentBus.h"
 #include "platform/desktop/StartupToken.h"
@@ -11,6 +12,7 @@
 #include <QTimer>
 #include <QTranslator>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
@@ -35,6 +37,19 @@ int answerTask(const CommandLine &line)
     }
 }
 
+// Whether the toolkit has somewhere to look for a display; with nothing it would end in a crash.
+bool namesDisplay(int argc, char **argv)
+{
+    for (const char *variable : { "DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM" })
+        if (!qEnvironmentVariableIsEmpty(variable))
+            return true;
+    // The toolkit's own options, with one dash or two.
+    return std::any_of(argv, argv + argc, [](QByteArrayView argument) {
+        const QByteArrayView name = argument.startsWith("--") ? argument.sliced(1) : argument;
+        return name.startsWith("-platform") || name.startsWith("-display");
+    });
+}
+
 // What needs no window needs no display. The toolkit takes its own options out of the others.
 std::unique_ptr<QCoreApplication> applicationFor(int &argc, char **argv)
 {
@@ -46,6 +61,8 @@ std::unique_ptr<QCoreApplication> applicationFor(int &argc, char **argv)
             || argument == "--new-window")
             return std::make_unique<QCoreApplication>(argc, argv);
     }
+    if (!namesDisplay(argc, argv))
+        return std::make_unique<QCoreApplication>(argc, argv);
     return std::make_unique<QApplication>(argc, argv);
 }
 
@@ -104,6 +121,10 @@ int main(int argc, char **argv)
         session.emplace();
         if (const auto status = takePlaceIn(*session, line, token))
             return *status;
+    }
+    if (!qobject_cast<QApplication *>(application.get())) {
+        complain(localized("there is no display to open a window on"));
+        return 1;
     }
 
     // Alerts and sheets come and go; the end of the program is the main window's to ask for.

@@ -666,6 +666,10 @@ Stelle der zuletzt gezeigten Ordner; eine Datei öffnet ihren Ordner und ist aus
         <translation>es gibt zwei Fensterhälften; %i weitere Ordner werden nicht gezeigt</translation>
     </message>
     <message>
+        <source>there is no display to open a window on</source>
+        <translation>es gibt keine Anzeige für ein Fenster</translation>
+    </message>
+    <message>
         <source>there is one window only: --new-window is not offered</source>
         <translation>es gibt nur ein Fenster: --new-window wird nicht angeboten</translation>
     </message>

@@ -41,7 +41,7 @@ class Session:
             env=scene.app.env, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
         self.address = self.daemon.stdout.readline().strip()
         self._program = scene.program
-        self._env = dict(scene.app.env, DBUS_SESSION_BUS_ADDRESS=self.address)
+        self.env = dict(scene.app.env, DBUS_SESSION_BUS_ADDRESS=self.address)
         self._bus = Gio.DBusConnection.new_for_address_sync(
             self.address, Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT
             | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION, None, None)
@@ -60,8 +60,8 @@ class Session:
 
     def start(self, *arguments, **options):
         """A further start, which may end at once."""
-        process = subprocess.Popen([self._program, *arguments], env=self._env, stdin=subprocess.DEVNULL,
-                                   stdout=subprocess.DEVNULL, stderr=subprocess.PIPE, **options)
+        process = subprocess.Popen([self._program, *arguments], stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+                                   stderr=subprocess.PIPE, **{"env": self.env, **options})
         self.started.append(process)
         return process
 
@@ -120,6 +120,10 @@ def a_second_start_lands_in_the_first(scene, session):
     expect(status == 1 and len(lines) == 1 and "gone" in lines[0], f"a folder that is not there: {status} {lines}")
     expect(session.finish() == (0, []), "without folders")
     expect(session.finish(item.as_uri()) == (0, []), "an address")
+    without_display = {name: value for name, value in session.env.items() if name not in ("DISPLAY", "QT_QPA_PLATFORM")}
+    expect(session.finish(left, env=without_display) == (0, []), "where there is no display")
+    status, lines = session.finish(env=dict(without_display, DBUS_SESSION_BUS_ADDRESS="unix:path=/nowhere"))
+    expect(status == 1 and len(lines) == 1 and "no display" in lines[0], f"nor a first one: {status} {lines}")
     for wrong in ("--new-window", ""):
         status, lines = session.finish(wrong)
         expect(status == 2 and len(lines) == 1, f"{wrong!r}: {status} {lines}")
