@@ -153,17 +153,20 @@ private Q_SLOTS:
         MessageBus bus;
         Authentication authentication(services, programs, alerts, bus);
         const TestFolder folder;
+        // All processes of the machine are looked through, another run of this among them.
+        const QString our = u"twinleaf %1 "_s.arg(getpid());
+        const QString none = our + u"none"_s;
         const QString trap = u"touch '%1'"_s.arg(folder.path(u"ran"_s));
         for (const QString &name :
              { u"$(%1)"_s.arg(trap), u"`%1`"_s.arg(trap), u"\";%1;\""_s.arg(trap),
                u"x\n%1"_s.arg(trap), u"-f%1"_s.arg(folder.path()), u"\\"_s })
-            QCOMPARE(authentication.getPID(name + u"twinleaf none"_s), 0);
+            QCOMPARE(authentication.getPID(name + none), 0);
         QCOMPARE(folder.names(), QStringList());
         QVERIFY(programs.commandLines.isEmpty());
-        QCOMPARE(authentication.getPID(u"twinleaf none"_s), 0); // but for the search itself
+        QCOMPARE(authentication.getPID(none), 0); // but for the search itself
         QCOMPARE(programs.commandLines.last(),
-                 u"/bin/ps -axwwopid,command | grep \"twinleaf none\""_s);
-        for (const QString &name : { u"twinleaf one"_s, u"twinleaf $(two)"_s }) {
+                 u"/bin/ps -axwwopid,command | grep \"%1\""_s.arg(none));
+        for (const QString &name : { our + u"one"_s, our + u"$(two)"_s }) {
             QProcess process;
             process.start(u"/bin/sh"_s, { u"-c"_s, u"echo here; read line; :"_s, name });
             QVERIFY(process.waitForReadyRead()); // merely started it has no words yet
