@@ -197,13 +197,14 @@ def drags_onto_a_file_by_held_keys(scene):
         mouse = app.display.xdotool
 
         def has_dropped():
+            mouse("mousemove", "100", "5")  # a compositor in a window learns where the pointer is when it comes in
             mouse("mousemove", "100", first_row)
             for key in keys:
                 mouse("keydown", key)
             mouse("mousedown", "1")
-            for x in range(120, 901, 60):
-                mouse("mousemove", str(x), first_row)
-            mouse("mouseup", "1")
+            for x in range(120, 901, 60):  # not faster than a hand: what is let go before the drag has begun is none
+                mouse("mousemove", str(x), first_row, "sleep", "0.02")
+            mouse("sleep", "0.2", "mouseup", "1")
             for key in keys:
                 mouse("keyup", key)
             try:  # on Wayland a drop before the window has said that it takes it comes to nothing
