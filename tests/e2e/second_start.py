@@ -33,7 +33,7 @@ class Session:
         self._folder = tempfile.TemporaryDirectory(prefix="twinleaf-bus-")
         folder = pathlib.Path(self._folder.name)
         for template in SERVICES.glob("*.service.in"):
-            service = template.read_text().replace("@TWINLEAF_PROGRAM@", f'"{scene.program}"')
+            service = template.read_text().replace("@TWINLEAF_PROGRAM@", str(scene.program))
             (folder / template.stem).write_text(service)
         (folder / "bus.conf").write_text(CONFIGURATION.format(folder))
         self.daemon = subprocess.Popen(
