@@ -21,6 +21,7 @@
 #include <QCoreApplication>
 #include <QMenuBar>
 #include <QScopedValueRollback>
+#include <QScopeGuard>
 #include <QTimer>
 
 #include <chrono>
@@ -232,8 +233,15 @@ void Application::powerOff()
     if (_endingWork || !_hasStarted)
         return save();
     const QScopedValueRollback ending(_endingWork, true);
-    // Nobody is there to answer any more.
+    // Nobody is there to answer any more, nor to close a sheet that another program asks for.
     const Alerts::Silence silence(_services.alerts);
+    _showOnRequest.end();
+    const auto resume = qScopeGuard([this] { // once it is clear that the end was called off
+        QTimer::singleShot(0, this, [this] {
+            if (!_quitting)
+                _showOnRequest.begin();
+        });
+    });
     save();
     _twinleaf.stopAll();
     _waiting.giveUp();

@@ -2,6 +2,8 @@
 
 #include "base/Arrivals.h"
 #include "files/Journal.h"
+#include "sheets/information/InfoSheet.h"
+#include "window/ShowOnRequest.h"
 
 // What a disk that does not answer holds up at the start and the end of the program, and what not.
 class tst_StartAndEnd : public QObject {
@@ -83,6 +85,37 @@ private Q_SLOTS:
         world.start(); // the end was called off
         QCOMPARE(stored, before);
         QCOMPARE(world.shown(), world.folder.path(u"left"_s));
+    }
+
+    // Nobody would close its sheet, and the end of the session would wait for that.
+    void whatOthersAskForWaitsUntilTheEndIsCalledOff()
+    {
+        World world(u"left/a=a"_s);
+        world.defaults.setValue(Settings::ConfirmationForFileOperations, false);
+        world.start();
+        Disk disk;
+        world.select(u"a"_s);
+        disk.stopAt(world.folder.path(u"left/a"_s));
+        world.commands.action(Command::Copy)->trigger();
+        int sheets = 0;
+        QTimer person;
+        person.callOnTimeout(&world.window, [&] {
+            auto *sheet = world.window.findChild<InfoSheet *>();
+            if (!sheet || !sheet->isVisible())
+                return;
+            ++sheets;
+            sheet->reject();
+        });
+        person.start(1);
+        QTimer::singleShot(0, &world.window, [&] { // while the worker is waited for
+            world.application.showOnRequest().show(
+                { ShowRequest::What::Information, { world.folder.path(u"left"_s) } });
+            QCOMPARE(sheets, 0);
+            disk.answer();
+        });
+        Q_EMIT world.workspace.willPowerOff();
+        QCOMPARE(sheets, 0);
+        QTRY_COMPARE(sheets, 1);
     }
 
     void quitDoesNotWaitForEverForAWorker_data()
