@@ -353,9 +353,11 @@ private Q_SLOTS:
         for (const QString &end : { u"cancelled"_s, u"cancelled at once"_s, u"quitting"_s }) {
             for (const bool packs : { false, true }) {
                 ArchiveDesk desk;
+                // Both take seconds: nothing may be whole before it is told to end.
                 desk.folder.shell(
-                    u"cd from; truncate -s 100M big; "
-                    "echo big | cpio -o --quiet -H newc | gzip -1 > a.cpgz; truncate -s 8G big"_s);
+                    u"cd from; truncate -s 100M part; gzip -1 part; truncate -s 3G big; "
+                    "(head -c 116 <(echo big | cpio -o --quiet -H newc) | gzip; "
+                    "for i in {1..30}; do cat part.gz; done) > a.cpgz; truncate -s 8G big"_s);
                 if (packs)
                     desk.operations.archiveItems({ PathText::joined(desk.source, u"big"_s) },
                                                  desk.destination, u"a"_s);
@@ -370,7 +372,7 @@ private Q_SLOTS:
                 else
                     desk.bus.post(CancelArchiving, {});
                 desk.operations.drain();
-                QVERIFY2(desk.folder.names(u"to"_s).isEmpty(), qPrintable(end));
+                QCOMPARE(desk.folder.names(u"to"_s), QStringList());
                 QVERIFY(!desk.sheet().isVisible());
                 QCOMPARE(desk.listed, u"R to "_s);
             }
