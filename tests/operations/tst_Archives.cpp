@@ -2,6 +2,7 @@
 
 #include "files/MountTable.h"
 #include "tests/operations/DeskWorld.h"
+#include "tests/support/LongArchive.h"
 #include "tests/support/Watched.h"
 #include "widgets/ElidedLabel.h"
 
@@ -353,11 +354,9 @@ private Q_SLOTS:
         for (const QString &end : { u"cancelled"_s, u"cancelled at once"_s, u"quitting"_s }) {
             for (const bool packs : { false, true }) {
                 ArchiveDesk desk;
-                // Both take seconds: nothing may be whole before it is told to end.
-                desk.folder.shell(
-                    u"cd from; truncate -s 100M part; gzip -1 part; truncate -s 3G big; "
-                    "(head -c 116 <(echo big | cpio -o --quiet -H newc) | gzip; "
-                    "for i in {1..30}; do cat part.gz; done) > a.cpgz; truncate -s 8G big"_s);
+                // Either takes seconds: nothing may be whole before it is told to end.
+                writeLongArchive(desk.folder, u"from"_s);
+                desk.folder.shell(u"truncate -s 8G from/big"_s);
                 if (packs)
                     desk.operations.archiveItems({ PathText::joined(desk.source, u"big"_s) },
                                                  desk.destination, u"a"_s);

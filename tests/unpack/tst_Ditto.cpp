@@ -1,6 +1,7 @@
 #include "files/Journal.h"
 #include "platform/desktop/DesktopPrograms.h"
 #include "tests/support/InterruptedRuns.h"
+#include "tests/support/LongArchive.h"
 #include "tests/support/RecordedServices.h"
 #include "tests/support/TestTree.h"
 #include "tests/support/Watched.h"
@@ -357,8 +358,7 @@ LC_ALL=%1 zip -qr ../a.zip .)"_s.arg(locale));
         const Journal journal(Journal::runsFolder());
         for (const bool programToo : { false, true }) {
             World world(u"to/old=old"_s);
-            world.folder.shell(u"mkdir from; truncate -s 100M from/big; "
-                               "find from | cpio -o --quiet -H newc | gzip -1 > a.cpgz"_s);
+            writeLongArchive(world.folder, u"."_s);
             const pid_t program = fork();
             if (program == 0) {
                 world.unpack(u"a.cpgz"_s, [&](pid_t process) {
