@@ -74,7 +74,7 @@ Application::Application(const Services &services, const CommandLine &line)
     , _rightDrops(*_mainWindow.rightFileList, _mainModel, _twinleaf, _twinleaf, services.alerts)
     , _paneCommands(_windowController, _bus, _mainModel, _twinleaf, _twinleaf, services.defaults,
                     services.openPanel, services.alerts)
-    , _fileClipboard(_cutItems, _waiting)
+    , _fileClipboard(_cutItems, _waiting, services.workspace)
     , _pastedItems(_mainModel, _twinleaf, _twinleaf, services.alerts)
     , _clipboardCommands(_windowController, _mainModel, _paneCommands, _fileClipboard, _pastedItems,
                          _twinleaf, services.alerts)

@@ -4,6 +4,7 @@
 #include "files/FileName.h"
 #include "files/Waiting.h"
 #include "model/CutItems.h"
+#include "platform/Workspace.h"
 
 #include <QClipboard>
 #include <QElapsedTimer>
@@ -45,9 +46,10 @@ private:
 
 } // namespace
 
-FileClipboard::FileClipboard(CutItems &items, Waiting &asker)
+FileClipboard::FileClipboard(CutItems &items, Waiting &asker, const Workspace &desktop)
     : cutItems(items)
     , waiting(asker)
+    , workspace(desktop)
 {
     connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this, &FileClipboard::changed);
 }
@@ -89,9 +91,14 @@ std::optional<FileClipboard::Held> FileClipboard::held()
 {
     if (!_silence.hasExpired())
         return std::nullopt;
+    QClipboard &clipboard = *QGuiApplication::clipboard();
+    const QString text = localized("Reading the clipboard...");
+    if (!clipboard.ownsClipboard()
+        && !waiting.forWork(text, [this] { return workspace.clipboardAnswers(); }))
+        return std::nullopt;
     QElapsedTimer since;
     since.start();
-    const QMimeData *data = QGuiApplication::clipboard()->mimeData();
+    const QMimeData *data = clipboard.mimeData();
     const QStringList offered = data ? data->formats() : QStringList();
     if (!data || offered.isEmpty()) {
         if (since.hasExpired(Patience))
@@ -108,8 +115,7 @@ std::optional<FileClipboard::Held> FileClipboard::held()
             return silent();
     }
     return waiting.forRows(
-        contents.value(0).count('\n'), localized("Reading the clipboard..."),
-        [wanted, contents, version = _version] {
+        contents.value(0).count('\n'), text, [wanted, contents, version = _version] {
             const auto clip = ClippedFiles::read(wanted, contents);
             return Held { DropDecision::byFolder(clip.paths), clip.others, clip.intent, version };
         });

@@ -10,13 +10,14 @@
 
 class CutItems;
 class Waiting;
+class Workspace;
 
 // The clipboard as it holds files, of this program or of any other. Main thread.
 class FileClipboard final : public QObject {
     Q_OBJECT
 
 public:
-    FileClipboard(CutItems &cutItems, Waiting &waiting);
+    FileClipboard(CutItems &cutItems, Waiting &waiting, const Workspace &workspace);
 
     void put(const QStringList &paths, ClippedFiles::Intent intent);
     // A line each, as bytes: a name that is not UTF-8 is pasted as it stands on the disk.
@@ -28,8 +29,7 @@ public:
         ClippedFiles::Intent intent = ClippedFiles::Intent::Copy;
         unsigned version = 0; // of what the clipboard holds; never 0
     };
-    // Asks the program that holds the clipboard, once; the window stands still until it answers.
-    // Nothing when it does not.
+    // Asks the program that holds the clipboard, once. Nothing when it does not answer.
     std::optional<Held> held();
 
     // What was cut is being moved, by so many runs, and nobody is to take it again. It is held
@@ -49,6 +49,7 @@ private:
 
     CutItems &cutItems;
     Waiting &waiting;
+    const Workspace &workspace;
     const QObject *_marked = nullptr; // what the cut items are marked for; only compared
     unsigned _version = 1;
     Taken _taken;

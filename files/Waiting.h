@@ -46,13 +46,20 @@ public:
         return ask<Job>({ path, {} }, std::move(job));
     }
 
-    // The same for work on many rows that needs no disk: it always ends, nothing gives it up.
-    // `text` says what it is. For few rows it just calls it.
+    // The same for work that needs no disk: it always ends, nothing gives it up. `text` says what
+    // it is.
+    template <typename Job>
+    auto forWork(const QString &text, Job job)
+    {
+        return *ask<Job>({ {}, text }, std::move(job));
+    }
+
+    // And for such work on many rows. For few it just calls it.
     template <typename Job>
     auto forRows(qsizetype rows, const QString &text, Job job)
     {
         constexpr qsizetype Few = 10'000; // done before anybody notices
-        return rows <= Few ? job() : *ask<Job>({ {}, text }, std::move(job));
+        return rows <= Few ? job() : forWork(text, std::move(job));
     }
 
     bool isWaiting() const { return !_waits.empty(); }

@@ -73,6 +73,9 @@ public:
     // Opens the desktop's own window for searching files, with this text. False when there is none
     // or it cannot be started. Any thread.
     virtual bool showSearchWindow(const QString &text) = 0;
+    // Whether the program that holds the clipboard answers soon; it may stand still. Not while that
+    // is this one. Waits for it, for a second at most. Any thread.
+    virtual bool clipboardAnswers() const = 0;
     // Opens a web or mail address in the person's browser or mail program.
     virtual bool openAddress(const QString &address) = 0;
 

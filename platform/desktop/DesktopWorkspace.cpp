@@ -4,6 +4,7 @@
 #include "files/FileName.h"
 #include "files/FileStatus.h"
 #include "files/PathText.h"
+#include "platform/desktop/ClipboardOwner.h"
 #include "platform/desktop/InstalledApplications.h"
 #include "platform/desktop/SearchWindow.h"
 #include "platform/desktop/TerminalInFolder.h"
@@ -152,6 +153,11 @@ QIcon DesktopWorkspace::iconOfApplication(const QString &path) const
 bool DesktopWorkspace::showSearchWindow(const QString &text)
 {
     return SearchWindow::show(text);
+}
+
+bool DesktopWorkspace::clipboardAnswers() const
+{
+    return clipboardOwnerAnswers();
 }
 
 bool DesktopWorkspace::openAddress(const QString &address)

@@ -26,6 +26,7 @@ public:
     QString applicationForTool(Tool tool) const override;
     QIcon iconOfApplication(const QString &path) const override;
     bool showSearchWindow(const QString &text) override;
+    bool clipboardAnswers() const override;
     bool openAddress(const QString &address) override;
 
     std::unique_ptr<TrashRun> trashRun(const QString &folder) override;

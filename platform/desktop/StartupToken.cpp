@@ -1,5 +1,7 @@
 #include "platform/desktop/StartupToken.h"
 
+#include "platform/desktop/XAtom.h"
+
 #include <QApplication>
 #include <QVariant>
 #include <QWidget>
@@ -7,22 +9,12 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
-#include <xcb/xcb.h>
 
 namespace {
 
 constexpr qsizetype Longest = 500;
 constexpr char WaylandVariable[] = "XDG_ACTIVATION_TOKEN";
 constexpr char X11Variable[] = "DESKTOP_STARTUP_ID";
-
-xcb_atom_t atom(xcb_connection_t *x, const char *name)
-{
-    xcb_intern_atom_reply_t *reply =
-        xcb_intern_atom_reply(x, xcb_intern_atom(x, 0, uint16_t(std::strlen(name)), name), nullptr);
-    const xcb_atom_t found = reply ? reply->atom : xcb_atom_t(XCB_ATOM_NONE);
-    std::free(reply);
-    return found;
-}
 
 // Of the person's click, in the id's last part; 0 when it does not say.
 quint32 timeIn(const QByteArray &token)
@@ -48,8 +40,8 @@ void endStartup(xcb_connection_t *x, xcb_window_t root, xcb_window_t window,
     xcb_client_message_event_t event { .response_type = XCB_CLIENT_MESSAGE,
                                        .format = 8,
                                        .window = window,
-                                       .type = atom(x, "_NET_STARTUP_INFO_BEGIN") };
-    const xcb_atom_t further = atom(x, "_NET_STARTUP_INFO");
+                                       .type = xAtom(x, "_NET_STARTUP_INFO_BEGIN") };
+    const xcb_atom_t further = xAtom(x, "_NET_STARTUP_INFO");
     constexpr qsizetype Piece = sizeof event.data.data8;
     for (qsizetype at = 0; at < text.size(); at += Piece) {
         std::memset(event.data.data8, 0, Piece);
@@ -69,7 +61,7 @@ void activate(xcb_connection_t *x, xcb_window_t root, xcb_window_t window, quint
     xcb_client_message_event_t event { .response_type = XCB_CLIENT_MESSAGE,
                                        .format = 32,
                                        .window = window,
-                                       .type = atom(x, "_NET_ACTIVE_WINDOW") };
+                                       .type = xAtom(x, "_NET_ACTIVE_WINDOW") };
     event.data.data32[0] = ByApplication;
     event.data.data32[1] = time;
     xcb_send_event(x, 0, root,

@@ -164,7 +164,10 @@ class Program:
         return self._process.poll() is not None
 
     def terminate(self):
-        self._process.send_signal(signal.SIGTERM)
+        self.send(signal.SIGTERM)
+
+    def send(self, number):
+        self._process.send_signal(number)
 
     def wait_for_end(self):
         """The exit status. An operation whose files are done may not have ended: it may be stopped."""

@@ -6,6 +6,7 @@ import os
 import pathlib
 import plistlib
 import shutil
+import signal
 import sys
 import tempfile
 import traceback
@@ -149,6 +150,12 @@ def pastes_what_another_program_cut(scene):
         return active and active[0] != app.window and active[0]
     try:
         other.window = other.wait_for(its_window, "the other's window")
+        app.send(signal.SIGSTOP)
+        other.key("ctrl+v", "F7")
+        other.wait_for_question("the sheet of F7 after nobody has answered")
+        other.key("Escape")
+        other.wait_for_main_window()
+        app.send(signal.SIGCONT)
         other.key("ctrl+v")
         other.wait_for_question("the question of ctrl+v")
         other.key("Return")

@@ -92,6 +92,7 @@ public:
         return {};
     }
     bool showSearchWindow(const QString &text) override { return record({ u"search"_s, text }); }
+    bool clipboardAnswers() const override { return isClipboardAnswered; }
     bool openAddress(const QString &address) override { return record({ u"address"_s, address }); }
 
     std::unique_ptr<TrashRun> trashRun(const QString &folder) override
@@ -155,6 +156,7 @@ public:
     mutable QStringList iconLoads; // of applications
     QString application;
     QString editor;
+    bool isClipboardAnswered = true;
     FileApplications applications; // for any file
     QString trashFolder; // where things are moved to; "": it does not work
     EmptyTrashCan emptyTrash;
