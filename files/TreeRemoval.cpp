@@ -1,6 +1,8 @@
 #include "files/TreeRemoval.h"
 
+#include "base/Localized.h"
 #include "files/DirectoryReader.h"
+#include "files/FileName.h"
 #include "files/StatxStatus.h"
 #include "files/SystemCalls.h"
 
@@ -50,6 +52,8 @@ public:
         return failed ? failed : errorOf(SystemCalls::unlinkat(folder, name, AT_REMOVEDIR));
     }
 
+    const QByteArray &stays() const { return _stays; }
+
 private:
     std::error_code removeContents(DirectoryReader &reader)
     {
@@ -57,29 +61,45 @@ private:
         if (const auto failed = DirectoryReader::readNames(reader.descriptor(), names))
             return failed;
         std::error_code first;
+        QByteArray stays;
         for (const QByteArray &name : std::as_const(names)) {
             const auto status = reader.status(name.constData(), Links::NoFollow);
+            _stays.clear();
             const auto failed =
                 status ? remove(reader.descriptor(), name.constData(), *status) : errorOf(-1);
-            if (!first && failed != std::errc::no_such_file_or_directory) // gone by itself
-                first = failed;
+            if (first || !failed || failed == std::errc::no_such_file_or_directory)
+                continue; // at the last of these it has gone by itself
+            first = failed;
+            stays = _stays.isEmpty() ? name : name + '/' + _stays;
         }
+        _stays = stays;
         return first;
     }
 
     quint64 _device;
+    QByteArray _stays; // of the tree that was removed last
     ClosedFolders _closed;
 };
 
 } // namespace
 
-std::error_code removeTreeAt(int folder, const char *name,
-                             const std::optional<FileIdentity> &expected, ClosedFolders closed)
+QString TreeRemovalEnd::reason() const
+{
+    const QString why = QString::fromStdString(failed.message());
+    return stays.isEmpty() ? why
+                           : filled(localized("'%@' stays: %@. What else was in it may be gone."),
+                                    FileName::shown(FileName::fromBytes(stays)), why);
+}
+
+TreeRemovalEnd removeTreeAt(int folder, const char *name,
+                            const std::optional<FileIdentity> &expected, ClosedFolders closed)
 {
     const auto status = statxStatus(folder, name, Links::NoFollow);
     if (!status)
-        return errorOf(-1);
+        return { errorOf(-1) };
     if (expected && status->identity != *expected)
-        return error(std::errc::device_or_resource_busy);
-    return Removal(status->identity.device, closed).remove(folder, name, *status);
+        return { error(std::errc::device_or_resource_busy) };
+    Removal removal(status->identity.device, closed);
+    const auto failed = removal.remove(folder, name, *status);
+    return { failed, failed ? removal.stays() : QByteArray() };
 }

@@ -2,7 +2,15 @@
 
 #include "files/FileStatus.h"
 
+#include <QByteArray>
+
 #include <system_error>
+
+struct TreeRemovalEnd {
+    std::error_code failed;
+    QByteArray stays {}; // the first entry that could not go, its path in the tree; "": the item
+    QString reason() const; // why something is still there, as a sentence for a person
+};
 
 // Removes an entry of an open folder, a folder with everything in it. By descriptors: never through
 // a link, never across a mount point (one inside stops with device_or_resource_busy), and only what
@@ -10,6 +18,6 @@
 // the first error. `closed`: folders that their owner may not write to are opened for it. Any
 // thread.
 enum class ClosedFolders { Keep, Open };
-std::error_code removeTreeAt(int folder, const char *name,
-                             const std::optional<FileIdentity> &expected = {},
-                             ClosedFolders closed = ClosedFolders::Keep);
+TreeRemovalEnd removeTreeAt(int folder, const char *name,
+                            const std::optional<FileIdentity> &expected = {},
+                            ClosedFolders closed = ClosedFolders::Keep);

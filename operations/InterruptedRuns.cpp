@@ -180,7 +180,7 @@ private:
                 const QString &done)
     {
         const auto failed =
-            removeTreeAt(_staging.number(), entry, status.identity, ClosedFolders::Open);
+            removeTreeAt(_staging.number(), entry, status.identity, ClosedFolders::Open).failed;
         if (!failed)
             return tell(done, shown);
         tell(localized("What is left of an interrupted operation on '%@' could not be removed."),

@@ -111,8 +111,9 @@ void PendingRemovals::remove(const Lot &lot, const std::error_code &unwritten)
 
 void PendingRemovals::removeReplaced(const Replaced &item)
 {
-    const auto failed =
-        _unwritten ? _unwritten : removeTreeAt(staging.descriptor(), item.entry, item.identity);
+    const auto failed = _unwritten
+        ? _unwritten
+        : removeTreeAt(staging.descriptor(), item.entry, item.identity).failed;
     if (failed
         && (statxStatus(staging.descriptor(), item.entry, Links::NoFollow) || errno != ENOENT))
         save(item.entry, item.name, failed);

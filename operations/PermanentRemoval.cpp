@@ -27,6 +27,11 @@ QString reasonText(const std::error_code &failed)
     return QString::fromStdString(failed.message());
 }
 
+QString whyItStays(const TreeRemovalEnd &end) // "": it is gone
+{
+    return end.failed ? end.reason() : QString();
+}
+
 QString isAnotherOne()
 {
     return localized("It is not the item any more that was shown.");
@@ -84,8 +89,7 @@ QString PermanentRemoval::remove(int folder, Staging &staging, const QByteArray 
     // Where nothing can be staged, on a full disk perhaps, it goes from where it stands.
     if (status->kind == FileKind::Directory && !staging.open())
         return removeFolder(folder, staging, name, seen);
-    const auto failed = removeTreeAt(folder, name, seen, ClosedFolders::Open);
-    return failed ? reasonText(failed) : QString();
+    return whyItStays(removeTreeAt(folder, name, seen, ClosedFolders::Open));
 }
 
 QString PermanentRemoval::removeFolder(int folder, Staging &staging, const QByteArray &name,
@@ -94,17 +98,15 @@ QString PermanentRemoval::removeFolder(int folder, Staging &staging, const QByte
     const QByteArray entry = staging.entry({ StagedName::Removing, seen.inode, name });
     if (Rename::noReplace(folder, name, staging.descriptor(), entry)) {
         // One that nobody may open, not even its owner, cannot leave before it is opened.
-        const auto failed = removeTreeAt(folder, name, seen, ClosedFolders::Open);
-        return failed ? reasonText(failed) : QString();
+        return whyItStays(removeTreeAt(folder, name, seen, ClosedFolders::Open));
     }
     const auto taken = statxStatus(staging.descriptor(), entry, Links::NoFollow);
     const bool isThatOne = taken && taken->identity == seen;
-    const auto failed = isThatOne
-        ? removeTreeAt(staging.descriptor(), entry, seen, ClosedFolders::Open)
-        : std::make_error_code(std::errc::device_or_resource_busy);
-    if (!failed)
+    const QString reason = isThatOne
+        ? whyItStays(removeTreeAt(staging.descriptor(), entry, seen, ClosedFolders::Open))
+        : isAnotherOne();
+    if (reason.isEmpty())
         return {};
-    QString reason = isThatOne ? reasonText(failed) : isAnotherOne();
     if (!Rename::noReplace(staging.descriptor(), entry, folder, name))
         return reason;
     const auto beside = keepBeside(staging.descriptor(), entry, folder, name);

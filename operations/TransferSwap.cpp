@@ -59,7 +59,7 @@ void Transfer::discard(const QByteArray &entry, const FileStatus &made, const QB
         return _pending.save(entry, name, std::make_error_code(std::errc::device_or_resource_busy));
 
     const auto failed =
-        removeTreeAt(_staging.descriptor(), entry, made.identity, ClosedFolders::Open);
+        removeTreeAt(_staging.descriptor(), entry, made.identity, ClosedFolders::Open).failed;
     // What came out of the last exchange may be what somebody put at the name meanwhile.
     const auto left = statxStatus(_staging.descriptor(), entry, Links::NoFollow);
     if (left && left->identity != made.identity)

@@ -97,8 +97,9 @@ bool unpack(const UnpackingJob &job, const Journal &journal, const Merge::ToTras
         closeFolders(*extracted, merge, destination.number());
         whole = whole && !extracted->memberRefused;
     }
-    if (const auto failed =
-            removeTreeAt(staging.descriptor(), entry, status->identity, ClosedFolders::Open))
-        complain(FileName::toBytes(staging.path()), failed.message());
+    const auto end =
+        removeTreeAt(staging.descriptor(), entry, status->identity, ClosedFolders::Open);
+    if (end.failed)
+        complain(FileName::toBytes(staging.path()), end.failed.message());
     return whole;
 }

@@ -237,7 +237,7 @@ private:
     QString path(const QString &name) const { return folder->path(name); }
     std::error_code remove(const QString &name) const
     {
-        return removeTreeAt(AT_FDCWD, folder->bytes(name));
+        return removeTreeAt(AT_FDCWD, folder->bytes(name)).failed;
     }
 
     // One of each sort, with the name of the sort.

@@ -81,7 +81,7 @@ private Q_SLOTS:
 
     void whatCannotGoIsBackAndNamed()
     {
-        Desk desk(u"from/a/held=x, from/a/other=x, from/b=b"_s);
+        Desk desk(u"from/a/c/x=x, from/a/d/held=x, from/a/other=x, from/b=b"_s);
         desk.alerts.answer(Alert::Ok);
         {
             const Watched watched([](Call call, const char *name, unsigned) {
@@ -89,8 +89,9 @@ private Q_SLOTS:
             });
             remove(desk, u"a b"_s);
         }
-        QCOMPARE(desk.tree(), u"from/a/held=x"_s);
-        QCOMPARE(desk.alerts.last().details, u"a: Operation not permitted"_s);
+        QCOMPARE(desk.tree(), u"from/a/d/held=x"_s);
+        QCOMPARE(desk.alerts.last().details,
+                 u"a: 'd/held' stays: Operation not permitted. What else was in it may be gone."_s);
         QVERIFY(journal.abandoned().isEmpty());
         // A full disk is no reason to keep what fills it.
         const Watched watched([](Call call, const char *, unsigned) {
