@@ -2246,6 +2246,10 @@ Stelle der zuletzt gezeigten Ordner; eine Datei öffnet ihren Ordner und ist aus
         <translation>Der Papierkorb kennt es von einem anderen Ort.</translation>
     </message>
     <message>
+        <source>&apos;%@&apos; stays: %@. What else was in it may be gone.</source>
+        <translation>„%@“ bleibt: %@. Was sonst darin war, ist vielleicht schon fort.</translation>
+    </message>
+    <message>
         <source>A volume is mounted in it.</source>
         <translation>Darin ist ein Volume eingehängt.</translation>
     </message>

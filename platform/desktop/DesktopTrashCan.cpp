@@ -140,29 +140,34 @@ TrashEnd moveBack(const TrashFolder &trash, const QByteArray &name, const QStrin
     return {};
 }
 
-// What an end by force has left there. Nothing of it is listed any more.
-void removeLeftovers(int expunged)
+// What an end by force has left on its way out.
+void removeLeftovers(const TrashFolder &trash)
 {
+    const Descriptor expunged = trash.expunged(TrashFolder::IfMissing::Leave);
     QList<QByteArray> names;
-    DirectoryReader::readNames(expunged, names);
-    for (const QByteArray &name : std::as_const(names))
-        removeTreeAt(expunged, name, {}, ClosedFolders::Open);
+    if (expunged.isOpen())
+        DirectoryReader::readNames(expunged.number(), names);
+    for (const QByteArray &name : std::as_const(names)) {
+        const bool isGone = !removeTreeAt(expunged.number(), name, {}, ClosedFolders::Open).failed;
+        // The record may be that of another item by now.
+        if (isGone && !statxStatus(trash.files(), name, Links::NoFollow) && errno == ENOENT)
+            trash.removeRecord(name);
+    }
 }
 
 // A folder leaves in one step, so that nobody is offered the half of it to put back.
-std::error_code removeWhole(const TrashFolder &trash, const QByteArray &name, FileKind kind,
-                            const FileIdentity &identity)
+TreeRemovalEnd removeWhole(const TrashFolder &trash, const QByteArray &name, FileKind kind,
+                           const FileIdentity &identity)
 {
-    const Descriptor expunged = kind == FileKind::Directory ? trash.expunged() : Descriptor();
-    if (expunged.isOpen())
-        removeLeftovers(expunged.number());
+    const Descriptor expunged =
+        kind == FileKind::Directory ? trash.expunged(TrashFolder::IfMissing::Make) : Descriptor();
     if (!expunged.isOpen() || Rename::noReplace(trash.files(), name, expunged.number(), name))
         return removeTreeAt(trash.files(), name, identity, ClosedFolders::Open);
-    const auto failed = removeTreeAt(expunged.number(), name, identity, ClosedFolders::Open);
+    const auto end = removeTreeAt(expunged.number(), name, identity, ClosedFolders::Open);
     // What is left of it is still to be seen.
-    if (failed)
+    if (end.failed)
         Rename::noReplace(expunged.number(), name, trash.files(), name);
-    return failed;
+    return end;
 }
 
 TrashedItem itemOf(const TrashFolder &trash, const QByteArray &name, const FileStatus &status)
@@ -265,6 +270,9 @@ bool cameFrom(const TrashedItem &item, const QString &origin)
 
 QList<TrashedItem> DesktopTrashCan::items(QStringList *unread)
 {
+    for (const TrashPlace &place : TrashPlace::all())
+        if (const auto trash = TrashFolder::open(place))
+            removeLeftovers(*trash);
     QList<TrashedItem> items;
     forEachItem(
         TrashPlace::all(),
@@ -303,9 +311,10 @@ QList<TrashEnd> DesktopTrashCan::putBack(const QList<Gone> &gone, Folders folder
             [&](const Known &each) { return !trace.isOf(each.item.status, each.keepsInodes); });
         const auto one = std::ranges::find_if(
             known, [&](const Known &each) { return cameFrom(each.item, wanted.origin); });
-        ends.append(one != known.end() ? putBack(one->item, folders)
-                        : known.isEmpty()
-                        ? failure(localized("It was not found in the Trash."))
+        ends.append(one != known.end()    ? putBack(one->item, folders)
+                        : known.isEmpty() ? failure(localized("It was not found in the Trash."))
+                        : !known.first().item.broken.isEmpty()
+                        ? failure(known.first().item.broken)
                         : failure(localized("The Trash knows it from another place.")));
     }
     return ends;
@@ -322,9 +331,9 @@ TrashEnd DesktopTrashCan::remove(const TrashedItem &item)
         return found.end;
     if (item.status.kind == FileKind::Directory && MountTable::current().anyIn(item.path()))
         return failure(localized("A volume is mounted in it."));
-    const auto failed = removeWhole(*found.trash, found.name, item.status.kind, found.identity);
-    if (failed && failed != std::errc::no_such_file_or_directory)
-        return failure(reasonText(failed));
+    const auto end = removeWhole(*found.trash, found.name, item.status.kind, found.identity);
+    if (end.failed && end.failed != std::errc::no_such_file_or_directory)
+        return failure(end.reason());
     // Last: what is left of an item is still known.
     found.trash->removeRecord(found.name);
     return {};

@@ -122,6 +122,13 @@ QString Trash::Folder::whyItMustStay(const QString &item, const FileStatus &stat
     if (status.mountPoint || isVolumeTrash(item)
         || (status.kind == FileKind::Directory && std::any_of(_kept.begin(), _kept.end(), holds)))
         return localized("It is a volume, the home folder or the Trash, or holds one of them.");
+    if (status.kind != FileKind::Directory)
+        return {};
+    // Whatever the folder is called here.
+    char real[PATH_MAX];
+    const char *found = realpath(FileName::toBytes(item).constData(), real);
+    if (_mounts.anyIn(found ? FileName::fromBytes(found) : item))
+        return localized("A volume is mounted in it.");
     return {};
 }
 
@@ -131,15 +138,7 @@ QString Trash::Folder::refusalForGood(const QString &name) const
     const auto status = fileStatus(item, Links::NoFollow);
     if (!status)
         return localized("It does not exist.");
-    QString reason = whyItMustStay(item, *status);
-    if (!reason.isEmpty() || status->kind != FileKind::Directory)
-        return reason;
-    // Whatever the folder is called here.
-    char real[PATH_MAX];
-    const char *found = realpath(FileName::toBytes(item).constData(), real);
-    if (_mounts.anyIn(found ? FileName::fromBytes(found) : item))
-        return localized("A volume is mounted in it.");
-    return {};
+    return whyItMustStay(item, *status);
 }
 
 // The record has the item's name and an ending; the second of a name gets a number besides.

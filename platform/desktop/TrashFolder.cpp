@@ -217,9 +217,10 @@ TrashFolder::Record TrashFolder::record(const QByteArray &name) const
     return parsed(text, _place);
 }
 
-Descriptor TrashFolder::expunged() const
+Descriptor TrashFolder::expunged(IfMissing missing) const
 {
-    ::mkdirat(_folder.number(), "expunged", 0700);
+    if (missing == IfMissing::Make)
+        ::mkdirat(_folder.number(), "expunged", 0700);
     Descriptor opened = openFolder(_folder.number(), "expunged");
     if (opened.isOpen() && !distrust(opened.number()).isEmpty())
         return Descriptor();

@@ -39,9 +39,10 @@ public:
     FileIdentity identity() const { return _identity; }
     int files() const { return _files.number(); }
     bool keepsInodes() const { return _keepsInodes; } // see files/FolderMark
-    // The folder beside it for what is on its way out for good, where the desktop has it, too; made
-    // when there is none. Closed where there can be none.
-    Descriptor expunged() const;
+    // The folder beside it for what is on its way out for good, where the desktop has it, too.
+    // Closed where there is none.
+    enum class IfMissing { Leave, Make };
+    Descriptor expunged(IfMissing missing) const;
 
     struct Record {
         QString origin; // absolute; "" where it tells none that can be meant

@@ -52,10 +52,14 @@ private Q_SLOTS:
                                        : QString());
         }
         QVERIFY(step > 4);
-        // The next one takes along what is left.
-        makeTree(folder, u"data/Trash/files/f/, data/Trash/expunged/rest/z=z"_s);
-        QCOMPARE(can.remove(only()).what, TrashEnd::Done);
+        // Who looks into the Trash next takes along what is left, and its record.
+        put(u"other"_s, u"x"_s, recordOf(u"at/other"_s));
+        makeTree(folder,
+                 u"data/Trash/expunged/rest/z=z, data/Trash/info/rest.trashinfo=, "
+                 "data/Trash/expunged/other/z=z"_s);
+        QCOMPARE(only().name, u"other"_s);
         QCOMPARE(folder.names(u"data/Trash/expunged"_s), QStringList());
+        QCOMPARE(folder.names(u"data/Trash/info"_s), QStringList { u"other.trashinfo"_s });
     }
 
     void recordsThatLie_data()
