@@ -16,6 +16,7 @@ namespace {
 constexpr qint64 AtOnce = 20; // milliseconds of work between two looks at what changed
 constexpr int PendingAtOnce = 256; // folders
 constexpr qint64 WithoutReader = 60000; // milliseconds until it is tried again
+constexpr qint64 Unnoticed = 2000; // milliseconds that what changed may be unknown
 constexpr int MostTries = 3; // of a file whose reading did not come to an end
 
 } // namespace
@@ -52,8 +53,10 @@ void Documents::allMayHaveChanged()
 bool Documents::work(qint64 now)
 {
     bool worked = takeAnswers(now);
+    tellWhatIsBehind(now);
     if (now < _noReaderUntil)
         return worked;
+    _noReaderUntil = 0;
     QElapsedTimer spent;
     spent.start();
     while (_reading.hasRoom() && spent.elapsed() < AtOnce) {
@@ -78,6 +81,29 @@ std::optional<qint64> Documents::nextTime() const
     return next;
 }
 
+void Documents::tellWhatIsBehind(qint64 now)
+{
+    const bool isBehind = !_urgent.isEmpty()
+        || std::any_of(_open.cbegin(), _open.cend(), [](const Open &open) { return open.urgent; });
+    if (!isBehind) {
+        _behindSince = now;
+        _toldBehind.clear();
+    }
+    if (now - _behindSince < Unnoticed)
+        return;
+    QList<qint64> waiting = _urgent;
+    for (auto open = _open.cbegin(); open != _open.cend(); ++open) {
+        if (open->urgent)
+            waiting.append(open.key());
+    }
+    for (const qint64 folder : std::as_const(waiting)) {
+        if (!_toldBehind.contains(folder)) {
+            _toldBehind.insert(folder);
+            _index.setUnknown(folder);
+        }
+    }
+}
+
 bool Documents::takeAnswers(qint64 now)
 {
     bool taken = false;
@@ -85,9 +111,10 @@ bool Documents::takeAnswers(qint64 now)
         taken = true;
         const DocumentWriter::Document &document = answer->document;
         const qint64 folder = document.folder;
-        if (answer->outcome == ForeignFiles::Outcome::NoReader) {
-            if (_noReaderUntil == 0)
-                qCWarning(indexLog) << "twinleaf-reader cannot be started: names only";
+        const bool hasNoReader = answer->outcome == ForeignFiles::Outcome::NoReader;
+        if (!std::exchange(_hadNoReader, hasNoReader) && hasNoReader)
+            qCWarning(indexLog) << "twinleaf-reader cannot be started: names only";
+        if (hasNoReader) {
             _noReaderUntil = now + WithoutReader;
             _open[folder].later = _noReaderUntil;
         } else if (isTriedAgain(*answer)) {
@@ -169,8 +196,8 @@ bool Documents::begin(qint64 folder, bool urgent)
         PackedItems items(_folder.items);
         for (PackedItem item; items.next(item);)
             gone.remove(item.name.toByteArray());
-        for (auto one = gone.cbegin(); one != gone.cend(); ++one)
-            _folder.gone.insert(one->stamp.inode, one.key());
+        for (const DocumentWriter::Known &one : std::as_const(gone))
+            _writer.remove(one.id);
     }
     _current = folder;
     _open.insert(folder, { .urgent = urgent });
@@ -181,8 +208,6 @@ void Documents::feed(const PackedItem &item, qint64 now)
 {
     const QByteArray name = item.name.toByteArray();
     const auto known = _folder.known.constFind(name);
-    if (known == _folder.known.constEnd() && renamed(item))
-        return;
     const bool isKnown = known != _folder.known.constEnd();
     if (isKnown && known->stamp == item.stamp)
         return;
@@ -198,21 +223,6 @@ void Documents::feed(const PackedItem &item, qint64 now)
         _writer.put(document);
     else if (isKnown)
         _writer.remove(known->id);
-}
-
-// A file that has another name now, and nothing else.
-bool Documents::renamed(const PackedItem &item)
-{
-    const auto before = _folder.gone.constFind(item.stamp.inode);
-    if (before == _folder.gone.constEnd())
-        return false;
-    const DocumentWriter::Known known = _folder.known.value(*before);
-    if (known.stamp.size != item.stamp.size || known.stamp.modified != item.stamp.modified
-        || known.outcome == IndexFile::Outcome::Failed)
-        return false;
-    _writer.rename(known.id, item.name, item.stamp);
-    _folder.gone.erase(before);
-    return true;
 }
 
 // False: there is nothing of it to read.
@@ -237,8 +247,6 @@ bool Documents::read(const PackedItem &item, DocumentWriter::Document document, 
 
 void Documents::endFeeding()
 {
-    for (const QByteArray &name : std::as_const(_folder.gone))
-        _writer.remove(_folder.known.value(name).id);
     _folder = {};
     const qint64 folder = std::exchange(_current, 0);
     _open[folder].wasFed = true;

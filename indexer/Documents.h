@@ -29,7 +29,6 @@ private:
         QByteArray items; // packed
         PackedItems rest { {} }; // that were not looked at yet
         QHash<QByteArray, DocumentWriter::Known> known;
-        QMultiHash<quint64, QByteArray> gone; // names of those without an item, by inode
         Descriptor opened;
         bool urgent = false;
     };
@@ -43,6 +42,8 @@ private:
     };
 
     bool takeAnswers(qint64 now);
+    // Until the folders are read the index does not count as whole.
+    void tellWhatIsBehind(qint64 now);
     bool isTriedAgain(const Reading::Answer &answer);
     bool beginNext(qint64 now);
     bool begin(qint64 folder, bool urgent);
@@ -50,7 +51,6 @@ private:
     bool read(const PackedItem &item, DocumentWriter::Document document, qint64 now);
     void endFeeding();
     void endIfDone(qint64 folder);
-    bool renamed(const PackedItem &item);
 
     IndexWriter &_index;
     DocumentWriter &_writer;
@@ -69,4 +69,7 @@ private:
     qint64 _current = 0; // the folder that is fed
     Folder _folder;
     qint64 _noReaderUntil = 0;
+    bool _hadNoReader = false;
+    qint64 _behindSince = 0; // without a moment in which all that changed was known
+    QSet<qint64> _toldBehind; // folders
 };

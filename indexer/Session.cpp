@@ -21,7 +21,10 @@ constexpr qint64 TimesRefresh = 100;
 constexpr qint64 TimesReading = 10;
 // Its row is written whole, so that one of many items is not written at each step of a download.
 constexpr qint64 BytesPerMillisecond = 100;
-constexpr qint64 LongestWait = 30000; // milliseconds
+constexpr qint64 LongestRest = 30000; // milliseconds
+// But what changes in it now and then is known at once.
+constexpr qint64 ShortRest = 1000; // milliseconds
+constexpr int MostShortRests = 10; // in a row
 
 } // namespace
 
@@ -94,20 +97,23 @@ Session::End Session::run(const std::function<void()> &idle)
 bool Session::refresh()
 {
     const qint64 begin = now();
+    _refreshAt = -1;
     const bool ended = _tree->refresh([this] {
         takeChanges();
         return !_stopped && commitInPortions();
     });
     _documents->allMayHaveChanged();
     _refreshTook = now() - begin;
+    const bool isWhole = std::exchange(_refreshAt, -1) < 0;
     // What another machine writes to the disk is told to nobody here.
     const bool isElsewhere = MountTable::current().slowMountOnTheWay(IndexFile::homePath());
-    _refreshAt = _watches->isShort() || isElsewhere
-        ? now() + std::max(_times.refresh, _refreshTook * TimesRefresh)
-        : -1;
+    if (!isWhole)
+        allMayHaveChanged(now());
+    else if (_watches->isShort() || isElsewhere)
+        _refreshAt = now() + std::max(_times.refresh, _refreshTook * TimesRefresh);
     if (!ended)
         return false;
-    _index.setNamesWhole(true);
+    _index.setNamesWhole(isWhole);
     return commit();
 }
 
@@ -116,16 +122,22 @@ void Session::takeChanges()
     const qint64 time = now();
     if (time - _watched < BetweenLooks)
         return;
-    _watched = time;
     const Watches::Changes changes = _watches->take();
     for (const qint64 folder : changes.folders) {
-        _lastChange = time;
+        _lastChange = _watched = time;
         if (!_changed.contains(folder))
-            _changed.insert(folder, std::max(time + _times.coalesce, _notBefore.value(folder)));
+            _changed.insert(folder, std::max(time + _times.coalesce, _rests.value(folder).end));
     }
-    // Some were lost: all is looked at, but not all the time.
-    if (changes.lost && (_refreshAt < 0 || _refreshAt > time + _refreshTook * TimesReading))
-        _refreshAt = time + _refreshTook * TimesReading;
+    if (changes.lost)
+        allMayHaveChanged(_watched = time);
+}
+
+// All is looked at, but not all the time.
+void Session::allMayHaveChanged(qint64 time)
+{
+    _index.setNamesWhole(false);
+    const qint64 next = time + _refreshTook * TimesReading;
+    _refreshAt = _refreshAt < 0 ? next : std::min(_refreshAt, next);
 }
 
 void Session::updateChanged()
@@ -138,22 +150,34 @@ void Session::updateChanged()
     }
     if (due.isEmpty())
         return;
-    _notBefore.removeIf([time](const auto &one) { return one.value() <= time; });
+    _rests.removeIf([time](const auto &one) { return one.value().forgotten <= time; });
     for (const qint64 folder : std::as_const(due)) {
         if (_stopped)
             return;
         _changed.remove(folder);
         const qint64 begin = now();
-        if (!_tree->update(folder, [this] { return !_stopped && commitInPortions(); })
-            && !_tree->homeIsInPlace())
-            _refreshAt = begin; // another home folder
-        const qint64 size = _index.itemsIn(folder).size();
-        _notBefore.insert(folder,
-                          now()
-                              + std::max({ _times.betweenReadings, (now() - begin) * TimesReading,
-                                           std::min(size / BytesPerMillisecond, LongestWait) }));
+        if (!_tree->update(folder, [this] { return !_stopped && commitInPortions(); })) {
+            if (_tree->homeIsInPlace())
+                allMayHaveChanged(begin); // the machine was short of something
+            else
+                _refreshAt = begin;
+        }
+        rest(folder, begin);
         _documents->changed(folder);
     }
+}
+
+void Session::rest(qint64 folder, qint64 begin)
+{
+    const qint64 end = now();
+    const qint64 full =
+        std::max(_times.betweenReadings,
+                 std::min(LongestRest,
+                          std::max((end - begin) * TimesReading,
+                                   qint64(_index.itemsIn(folder).size()) / BytesPerMillisecond)));
+    Rest &rest = _rests[folder];
+    rest.end = end + (++rest.inARow > MostShortRests ? full : std::min(full, ShortRest));
+    rest.forgotten = rest.end + full * MostShortRests;
 }
 
 bool Session::commitInPortions()

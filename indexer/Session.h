@@ -28,6 +28,8 @@ private:
     bool refresh(); // false: a fault, or it was stopped
     void takeChanges();
     void updateChanged();
+    void allMayHaveChanged(qint64 time);
+    void rest(qint64 folder, qint64 begin);
     bool commit();
     bool commitInPortions();
     void wait(bool working);
@@ -51,7 +53,12 @@ private:
     int _mostWatches;
 
     QHash<qint64, qint64> _changed; // folders, and when they are read
-    QHash<qint64, qint64> _notBefore; // folders that were read just now
+    struct Rest {
+        qint64 end = 0; // not read again before
+        qint64 forgotten = 0;
+        int inARow = 0;
+    };
+    QHash<qint64, Rest> _rests; // of folders that were read not long ago
     qint64 _watched = 0; // when changes were taken
     qint64 _lastChange = 0;
     qint64 _refreshAt = -1; // -1: never

@@ -149,7 +149,8 @@ bool Tree::visit(int folder, qint64 id, bool isNew, Depth depth, const GoOn &goO
             continue;
         const auto same = known.constFind(found.name);
         const bool isKnown = same != known.constEnd() && same->inode == found.inode;
-        if (isKnown && depth == Depth::NewOnly) {
+        // One that went for a moment may be another by now, and nobody told what is in it.
+        if (isKnown && depth == Depth::NewOnly && !_watches.hasEnded(same->id)) {
             known.erase(same);
             continue;
         }

@@ -37,6 +37,7 @@ Watches::Watches(int most)
 
 void Watches::add(qint64 folder, const QByteArray &path)
 {
+    _ended.remove(folder);
     if (!_events.isOpen() || (_watches.size() >= _most && !_watches.contains(folder))) {
         if (!_short)
             qCWarning(indexLog) << "no more than" << _most << "folders can be watched";
@@ -59,6 +60,7 @@ void Watches::add(qint64 folder, const QByteArray &path)
 
 void Watches::remove(qint64 folder)
 {
+    _ended.remove(folder);
     const auto found = _watches.constFind(folder);
     if (found == _watches.constEnd())
         return;
@@ -83,8 +85,10 @@ Watches::Changes Watches::take()
         if (folder == _folders.constEnd())
             return;
         if (event.mask & IN_IGNORED) {
-            if (_watches.value(*folder) == event.wd)
+            if (_watches.value(*folder) == event.wd) {
                 _watches.remove(*folder);
+                _ended.insert(*folder);
+            }
             _folders.erase(folder);
         } else
             changes.folders.insert(*folder);

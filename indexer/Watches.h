@@ -19,6 +19,8 @@ public:
 
     void add(qint64 folder, const QByteArray &path); // of a folder that is there, without a link
     void remove(qint64 folder);
+    // The folder that was watched is gone, though one of its name and number may be there.
+    bool hasEnded(qint64 folder) const { return _ended.contains(folder); }
 
     struct Changes {
         QSet<qint64> folders; // in which something changed
@@ -32,4 +34,5 @@ private:
     bool _short = false;
     QHash<int, qint64> _folders; // by watch
     QHash<qint64, int> _watches; // by folder
+    QSet<qint64> _ended; // folders whose watch the system took away
 };

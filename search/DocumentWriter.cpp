@@ -10,9 +10,6 @@ DocumentWriter::DocumentWriter(IndexWriter &index)
     , _idsInFolder(index.database(), "SELECT id FROM document WHERE folder = ? LIMIT ?")
     , _at(index.database(), "SELECT id FROM document WHERE folder = ? AND name = ?")
     , _put(index.database(), "INSERT INTO document VALUES(NULL, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)")
-    , _rename(index.database(),
-              "UPDATE document SET name = ?, size = ?, modified = ?, changed = ?, inode = ?,"
-              " generation = ? WHERE id = ?")
     , _remove(index.database(), "DELETE FROM document WHERE id = ?")
     , _stored(index.database(), "SELECT attributes, text FROM document WHERE id = ?")
     , _addProperties(index.database(), "INSERT INTO property_words(rowid, words) VALUES(?, ?)")
@@ -78,19 +75,6 @@ void DocumentWriter::put(const Document &document)
             _addContent.bind(1, id).bindText(2, words).run();
     }
     _written += document.text.size();
-}
-
-void DocumentWriter::rename(qint64 id, QByteArrayView name, const PackedItem::Stamp &stamp)
-{
-    const qint64 generation = _index.generation();
-    _rename.bindBytes(1, name)
-        .bind(2, stamp.size)
-        .bind(3, stamp.modified)
-        .bind(4, stamp.changed)
-        .bind(5, qint64(stamp.inode))
-        .bind(6, generation)
-        .bind(7, id)
-        .run();
 }
 
 void DocumentWriter::remove(qint64 id)

@@ -28,7 +28,6 @@ public:
     };
     // In place of what is known of the item.
     void put(const Document &document);
-    void rename(qint64 id, QByteArrayView name, const PackedItem::Stamp &stamp);
     void remove(qint64 id);
     // The first so many of a folder; true when there are no more.
     bool removeIn(qint64 folder, int most);
@@ -46,7 +45,6 @@ private:
     Statement _idsInFolder;
     Statement _at;
     Statement _put;
-    Statement _rename;
     Statement _remove;
     Statement _stored;
     Statement _addProperties;

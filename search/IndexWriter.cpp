@@ -34,6 +34,7 @@ struct IndexWriter::Statements {
         , pending(database, "SELECT id FROM folder WHERE pending ORDER BY newest DESC LIMIT ?")
         , endPending(database, "UPDATE folder SET pending = 0 WHERE id = ?")
         , allPending(database, "UPDATE folder SET pending = ? WHERE pending")
+        , setUnknown(database, "UPDATE folder SET pending = ? WHERE id = ? AND pending")
     {
     }
 
@@ -55,6 +56,7 @@ struct IndexWriter::Statements {
     Statement pending;
     Statement endPending;
     Statement allPending;
+    Statement setUnknown;
     qint64 nextFolder = IndexFile::Home + 1;
 };
 
@@ -216,4 +218,10 @@ void IndexWriter::endPending(qint64 folder)
 {
     generation();
     _statements->endPending.bind(1, folder).run();
+}
+
+void IndexWriter::setUnknown(qint64 folder)
+{
+    generation();
+    _statements->setUnknown.bind(1, qint64(IndexFile::Pending::Unknown)).bind(2, folder).run();
 }

@@ -62,6 +62,8 @@ public:
     // Folders whose documents are to be gone through, those with the newest items first.
     QList<qint64> pendingFolders(int limit);
     void endPending(qint64 folder);
+    // What a pending folder had before is no longer what a person may take it for.
+    void setUnknown(qint64 folder);
 
 private:
     QString _path;

@@ -17,7 +17,7 @@ constexpr auto Tick = 250ms;
 constexpr auto FirstPortion = 15ms; // each next one is twice as long in the making
 constexpr auto LongestPortion = 500ms;
 // Of the time, the share that may go into answering anew while the index is being written, and into
-// walking over and over where there is none.
+// walking over and over where it has not all names.
 constexpr int RestsAfterRound = 4;
 constexpr int RestsAfterWalk = 20;
 constexpr auto LeastRest = 1s;
@@ -57,25 +57,25 @@ private:
         _portion = FirstPortion;
         _sincePortion.start();
         const bool byIndex = searchIndex();
-        const bool walks = !byIndex || (!_hasAllNames && !_walked);
+        _hasAllNames = byIndex && _index.hasAllNames();
+        const bool walks = !_hasAllNames && _restOfWalks.hasExpired();
         if (walks)
             walk();
         if (_state.stopped())
             return;
-        _walked = _walked && !_hasAllNames; // what happens until it is not whole again is not seen
-        _found.dropOthers(byIndex && !_hasAllNames);
+        _found.dropOthers(!_hasAllNames && !walks);
         _isFirst = false;
-        _byIndex = byIndex;
         const auto took = std::chrono::milliseconds(time.elapsed());
         _rest =
             QDeadlineTimer(std::max<std::chrono::milliseconds>(LeastRest, took * RestsAfterRound));
-        _restOfWalks = QDeadlineTimer(
-            std::max<std::chrono::milliseconds>(LeastRestOfWalks, took * RestsAfterWalk));
+        if (walks)
+            _restOfWalks = QDeadlineTimer(
+                std::max<std::chrono::milliseconds>(LeastRestOfWalks, took * RestsAfterWalk));
     }
 
     bool isStale()
     {
-        return (!_byIndex && _restOfWalks.hasExpired())
+        return (!_hasAllNames && _restOfWalks.hasExpired())
             || (_rest.hasExpired() && _index.hasChanged());
     }
 
@@ -97,7 +97,6 @@ private:
                     take(folder, name, FoundItems::By::Index);
             });
         const bool failed = _index.failed();
-        _hasAllNames = _index.hasAllNames();
         _complete = _index.hasAll() && !failed;
         _index.end();
         return !failed;
@@ -110,7 +109,6 @@ private:
                      _state.stopped(), [this](const QByteArray &folder, QByteArrayView name) {
                          take(folder, name, FoundItems::By::Walk);
                      });
-        _walked = true;
     }
 
     void take(const QByteArray &folder, QByteArrayView name, FoundItems::By by)
@@ -150,10 +148,8 @@ private:
     QDeadlineTimer _rest;
     QDeadlineTimer _restOfWalks;
     bool _isFirst = true;
-    bool _byIndex = false;
     bool _hasAllNames = false;
     bool _complete = false;
-    bool _walked = false;
 };
 
 } // namespace

@@ -16,7 +16,7 @@ LocalMetadataQuery::~LocalMetadataQuery()
 
 void LocalMetadataQuery::takeNews()
 {
-    SearchState::News news = _state->take();
+    SearchState::News news = _state->take(std::exchange(_found, {}));
     _found = std::move(news.found);
     // Whoever hears it may have done with the query: one signal, and nothing after it.
     if (news.finished)

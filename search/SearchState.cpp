@@ -25,9 +25,10 @@ void SearchState::setShown(bool shown)
     _changed.wakeAll();
 }
 
-SearchState::News SearchState::take()
+SearchState::News SearchState::take(FoundItems::Snapshot shown)
 {
     const QMutexLocker lock(&_mutex);
+    _returned.push_back(std::move(shown));
     _underWay = false;
     return std::exchange(_news, {});
 }
@@ -46,7 +47,9 @@ void SearchState::publish(FoundItems::Snapshot found, Event event)
 
 bool SearchState::wait(std::chrono::milliseconds time)
 {
+    std::vector<FoundItems::Snapshot> returned; // freed after the lock
     QMutexLocker lock(&_mutex);
+    returned.swap(_returned);
     if (!_stopped && _shown)
         _changed.wait(&_mutex, QDeadlineTimer(time));
     while (!_stopped && !_shown)

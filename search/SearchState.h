@@ -23,7 +23,9 @@ public:
     void setReceiver(QObject *receiver, std::function<void()> arrived);
     void stop(); // does not wait
     void setShown(bool shown);
-    News take();
+    // `shown`: what was taken before. The thread that searches frees it: it may be the last of
+    // much.
+    News take(FoundItems::Snapshot shown);
 
     // The thread that searches.
     enum class Event { Progress, Finish, Update };
@@ -43,4 +45,5 @@ private:
     std::function<void()> _arrived;
     bool _underWay = false; // `arrived` will be called
     News _news;
+    std::vector<FoundItems::Snapshot> _returned;
 };

@@ -11,6 +11,7 @@
 
 #include <QFile>
 #include <QProcess>
+#include <QSemaphore>
 #include <QtTest>
 
 #include <csignal>
@@ -35,6 +36,8 @@ public:
             return Outcome::Failed;
         if (name.contains(u"slow"_s) && ++slow <= late)
             return Outcome::Late;
+        if (name.contains(u"held"_s))
+            gate.acquire();
         QByteArray bytes(4096, 0);
         const ssize_t size = ::pread(descriptor, bytes.data(), size_t(bytes.size()), 0);
         contents.text = QString::fromUtf8(bytes.first(std::max<ssize_t>(size, 0)));
@@ -46,6 +49,7 @@ public:
     int killAt = -1;
     std::atomic<int> late = 0; // how often a file with "slow" in its name is
     int slow = 0;
+    QSemaphore gate; // of files with "held" in their names
 };
 
 // An indexer at work, until it goes.
@@ -114,6 +118,18 @@ inline Known known()
         }
     }
     return found;
+}
+
+// Whether a search takes what the index knows for all there is.
+inline bool isWhole()
+{
+    Database database;
+    if (IndexFile::openForReading(IndexFile::path(), database) != IndexFile::State::Good)
+        return false;
+    Statement known(database,
+                    "SELECT value = 1 AND NOT EXISTS(SELECT 1 FROM folder WHERE pending = 2)"
+                    " FROM state WHERE key = 'names'");
+    return known.next() && known.number(0) == 1;
 }
 
 inline bool isSound()

@@ -13,6 +13,7 @@ private Q_SLOTS:
     void leavesOutWhatIsNotWalked();
     void followsChanges_data();
     void followsChanges();
+    void doesNotTakeForKnownWhatItStillReads();
     void findsWhatChangedUnseen_data();
     void findsWhatChangedUnseen();
     void seesWhatAnotherMachineWrites();
@@ -93,7 +94,19 @@ void tst_Indexer::followsChanges_data()
         "deleted", [](const Home &h) { h.remove("a/b/x.txt"); }, with({}, { "a/b/x.txt" }), 0);
     row(
         "a file renamed", [](const Home &h) { h.rename("a/y.txt", "a/z.txt"); },
-        with({ { "a/z.txt", "other" } }, { "a/y.txt" }), 0);
+        with({ { "a/z.txt", "other" } }, { "a/y.txt" }), 1);
+    // It mostly gets the number, too.
+    row(
+        "a file of another's size and time",
+        [](const Home &h) {
+            struct stat other { };
+            QCOMPARE(::stat(h.at("a/y.txt"), &other), 0);
+            h.remove("a/y.txt");
+            h.write("a/z.txt", "OTHER");
+            const timespec times[] = { other.st_atim, other.st_mtim };
+            QCOMPARE(::utimensat(AT_FDCWD, h.at("a/z.txt"), times, 0), 0);
+        },
+        with({ { "a/z.txt", "OTHER" } }, { "a/y.txt" }), 1);
     row(
         "a folder renamed", [](const Home &h) { h.rename("a/b", "a/c"); },
         with({ { "a/c", {} }, { "a/c/x.txt", "old" } }, { "a/b", "a/b/x.txt" }), 0);
@@ -156,6 +169,21 @@ void tst_Indexer::followsChanges()
     // What went took its words along, and what stays kept them.
     const bool hasOld = after.values().contains("old");
     QTRY_COMPARE(withWord("old").size(), hasOld ? 1 : 0);
+}
+
+void tst_Indexer::doesNotTakeForKnownWhatItStillReads()
+{
+    home->write("held.txt", "first");
+    PlainFiles files;
+    files.gate.release();
+    const Running running(files);
+    const auto opened = qScopeGuard([&files] { files.gate.release(1000); }); // it waits for it
+    QTRY_VERIFY(isWhole());
+    home->write("held.txt", "second");
+    QTRY_VERIFY(!isWhole());
+    files.gate.release(1000); // it may have been seen half written
+    QTRY_COMPARE(known(), (Known { { "held.txt", "second" } }));
+    QTRY_VERIFY(isWhole());
 }
 
 void tst_Indexer::findsWhatChangedUnseen_data()

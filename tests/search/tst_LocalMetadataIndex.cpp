@@ -335,6 +335,8 @@ void tst_LocalMetadataIndex::whatNobodyFollowsIsNotComplete()
     QTRY_VERIFY(query->isComplete());
     indexer.reset();
     QTRY_VERIFY(!query->isComplete());
+    home->write(u"word 3"_s);
+    QTRY_COMPARE_WITH_TIMEOUT(query->resultCount(), 3, 30'000);
 }
 
 void tst_LocalMetadataIndex::anIndexThatComesTakesOver()
