@@ -102,7 +102,7 @@ QString PermanentRemoval::removeFolder(int folder, Staging &staging, const QByte
     }
     const auto taken = statxStatus(staging.descriptor(), entry, Links::NoFollow);
     const bool isThatOne = taken && taken->identity == seen;
-    const QString reason = isThatOne
+    QString reason = isThatOne
         ? whyItStays(removeTreeAt(staging.descriptor(), entry, seen, ClosedFolders::Open))
         : isAnotherOne();
     if (reason.isEmpty())

@@ -163,7 +163,7 @@ TreeRemovalEnd removeWhole(const TrashFolder &trash, const QByteArray &name, Fil
         kind == FileKind::Directory ? trash.expunged(TrashFolder::IfMissing::Make) : Descriptor();
     if (!expunged.isOpen() || Rename::noReplace(trash.files(), name, expunged.number(), name))
         return removeTreeAt(trash.files(), name, identity, ClosedFolders::Open);
-    const auto end = removeTreeAt(expunged.number(), name, identity, ClosedFolders::Open);
+    auto end = removeTreeAt(expunged.number(), name, identity, ClosedFolders::Open);
     // What is left of it is still to be seen.
     if (end.failed)
         Rename::noReplace(expunged.number(), name, trash.files(), name);
