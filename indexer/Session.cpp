@@ -122,14 +122,15 @@ void Session::takeChanges()
     const qint64 time = now();
     if (time - _watched < BetweenLooks)
         return;
+    _watched = time;
     const Watches::Changes changes = _watches->take();
     for (const qint64 folder : changes.folders) {
-        _lastChange = _watched = time;
+        _lastChange = time;
         if (!_changed.contains(folder))
             _changed.insert(folder, std::max(time + _times.coalesce, _rests.value(folder).end));
     }
     if (changes.lost)
-        allMayHaveChanged(_watched = time);
+        allMayHaveChanged(time);
 }
 
 // All is looked at, but not all the time.
@@ -201,16 +202,17 @@ bool Session::commit()
 
 void Session::wait(bool working)
 {
-    const qint64 left = working ? 0 : std::max(qint64(0), nextTime() - now());
-    // Changes that come in a storm are looked at a few times a second.
-    const bool looksAtChanges = now() - _watched >= BetweenLooks;
+    constexpr qint64 Longest = 3600000; // milliseconds
+    const qint64 left = working ? 0 : std::clamp(nextTime() - now(), qint64(0), Longest);
     pollfd sources[] = {
         { _wake, POLLIN, 0 },
         { _reading->descriptor(), POLLIN, 0 },
-        { looksAtChanges ? _watches->descriptor() : -1, POLLIN, 0 },
+        { _watches->descriptor(), POLLIN, 0 },
     };
-    const qint64 most = looksAtChanges ? left : std::min(left, BetweenLooks);
-    ::poll(sources, std::size(sources), most > 3600000 ? 3600000 : int(most));
+    // Changes that come in a storm are looked at a few times a second.
+    const qint64 first = std::clamp(_watched + BetweenLooks - now(), qint64(0), left);
+    if (::poll(sources, 2, int(first)) == 0 && left > first)
+        ::poll(sources, 3, int(left - first));
 }
 
 qint64 Session::nextTime() const
