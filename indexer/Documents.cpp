@@ -78,6 +78,8 @@ std::optional<qint64> Documents::nextTime() const
         next = std::min(next.value_or(time), time);
     if (_noReaderUntil != 0)
         next = std::max(next.value_or(0), _noReaderUntil);
+    if (_tellAt != 0)
+        next = std::min(next.value_or(_tellAt), _tellAt);
     return next;
 }
 
@@ -89,7 +91,9 @@ void Documents::tellWhatIsBehind(qint64 now)
         _behindSince = now;
         _toldBehind.clear();
     }
-    if (now - _behindSince < Unnoticed)
+    const bool isUnnoticed = now - _behindSince < Unnoticed;
+    _tellAt = isBehind && isUnnoticed ? _behindSince + Unnoticed : 0;
+    if (isUnnoticed)
         return;
     QList<qint64> waiting = _urgent;
     for (auto open = _open.cbegin(); open != _open.cend(); ++open) {

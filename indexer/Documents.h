@@ -71,5 +71,6 @@ private:
     qint64 _noReaderUntil = 0;
     bool _hadNoReader = false;
     qint64 _behindSince = 0; // without a moment in which all that changed was known
+    qint64 _tellAt = 0; // when that is to be told; 0: it is, or there is nothing to tell
     QSet<qint64> _toldBehind; // folders
 };
